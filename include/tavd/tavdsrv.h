@@ -1,0 +1,51 @@
+/* What libtavdsrv offers beside the 17 functions of tavd/tavb.h, for tools
+ * that make, list and maintain databases. The library itself uses none of
+ * these, so an implementation of the 17 alone serves it.
+ */
+#ifndef TAVD_TAVDSRV_H
+#define TAVD_TAVDSRV_H
+
+#include "tavd/tavb.h"
+
+TAVD_EXTERN_C_BEGIN
+
+/* A new record in memory, without attributes, to be filled with tavbinsertatt,
+ * stored with tavbsaverec and given back with tavbreleaserec. Null if the
+ * object id is empty or memory ran out. */
+TAVD_API tavb_rec tavdsrv_newrec(const char *classId, const char *objId);
+
+/* Number of attributes that the record holds. */
+TAVD_API int32_t tavdsrv_attributecount(tavb_rec rec);
+
+/* The attribute at `index` (0 and up, by rising number): its number, and the
+ * address and length of its bytes, which stay the record's and are valid
+ * until the record is changed or released. Returns 0, or -1 if `index` is
+ * outside. */
+TAVD_API int32_t tavdsrv_attributeat(tavb_rec rec, int32_t index, int16_t *attId, const void **data,
+                                     int32_t *length);
+
+/* Encodes UTF-16 text (terminated) as the service stores it under `charset`
+ * in database `db`, without terminator. Returns the number of bytes, or -1 if
+ * a character has no place in that charset, or -2 if `capacity` is too small. */
+TAVD_API int32_t tavdsrv_encodetext(int16_t db, int32_t charset, const tavd_wchar *text, char *buffer,
+                                    int32_t capacity);
+
+/* Groups saves and deletions: nothing is durable before tavdsrv_commit, all of
+ * it is when that returns 0. tavdsrv_rollback drops what came since
+ * tavdsrv_begin. Each returns 0, or -1 (see tavdsrv_lasterror). */
+TAVD_API int32_t tavdsrv_begin(int16_t db);
+TAVD_API int32_t tavdsrv_commit(int16_t db);
+TAVD_API int32_t tavdsrv_rollback(int16_t db);
+
+/* Closes a database. Record handles that came from it stay valid. Returns 0,
+ * or -1 if `db` is no open database. */
+TAVD_API int32_t tavdsrv_closedatabase(int16_t db);
+
+/* What went wrong in this thread's last call that failed, in one line of
+ * UTF-8 with file and reason; empty if nothing did. Valid until this thread's
+ * next call of the service. */
+TAVD_API const char *tavdsrv_lasterror(void);
+
+TAVD_EXTERN_C_END
+
+#endif
