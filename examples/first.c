@@ -6,7 +6,7 @@
 int main(int argc, char **argv) {
   FlowData product;
   float position;
-  tavdcore_init(0, "", ""); /* language, market area, licence file: none */
+  tavdcore_init(0, "", ""); /* language, market area, vlk file: none */
   int16_t db = argc > 3 ? tavdf_open_database(argv[1], 0) : -1;
   tavb_rec record = db < 0 ? NULL : tavbfindrec(db, argv[2], argv[3], 0);
   if (record == NULL || tavca_load_flowdata(db, record, &product) != 0) {
