@@ -1,4 +1,5 @@
-// Product databases and records as the commands use them: handles that release themselves, and errors in words.
+// Product databases and records as the commands use them: handles that release themselves, and errors in
+// words.
 #pragma once
 
 #include <cstdint>
@@ -7,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "errors.h"
 #include "tavd/tavb.h"
 
 namespace tavdhost {
@@ -55,8 +57,8 @@ class Database {
     kCreate     // an empty database is made if the file is not there
   };
 
-  // Starts the library with these texts and opens the file. Throws UserError if the file is missing or no product
-  // database, or if there is no such market or language.
+  // Starts the library with these texts and opens the file. Throws UserError if the file is missing or no
+  // product database, or if there is no such market or language.
   explicit Database(const std::string& path, Open open = Open::kExisting, const TextChoice& texts = {});
   ~Database();
   Database(const Database&) = delete;
@@ -71,9 +73,13 @@ class Database {
   Record first() const;
   Record next(const Record& record) const;
   RecordKey key(const Record& record) const;
+  // The classes that the database holds, in record order.
+  std::vector<std::string> classes() const;
 
   // The record that the user named. Throws UserError that names class, id and file, and ids that come near.
   Record product(std::string_view class_id, std::string_view object_id) const;
+  // What to tell about a class that the database does not hold.
+  UserError unknown_class(std::string_view class_id) const;
 
  private:
   std::vector<std::string> near_ids(std::string_view class_id, std::string_view object_id) const;
@@ -81,7 +87,7 @@ class Database {
   std::int16_t handle_;
 };
 
-// Records that are no products: the file header and the model records.
+// Whether records of this class are products: all are but the file header and the model records.
 bool is_product_class(std::string_view class_id);
 
 }  // namespace tavdhost
