@@ -4,8 +4,10 @@
 #include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <iterator>
 
 #include "base/gwgdi.h"
+#include "calc/numeric.h"
 #include "calc/parameter.h"
 #include "diagram/flowdiagram.h"
 #include "diagram/held.h"
@@ -104,7 +106,7 @@ void draw_ref_curve(tavd_hdc hdc) {
     return;
   }
   tavca_param_add_dp(&dg.flowdata, qvref, &dpref);
-  const float k = dpref / (qvref * qvref);
+  const float k = resistance(qvref, dpref);
   const DiagramRanges r = dg_ranges();
   float y1 = k * r.xmin * r.xmin;
   float y2 = k * r.xmax * r.xmax;
@@ -135,7 +137,7 @@ void draw_damper_lines(tavd_hdc hdc) {
   const DiagramRanges r = dg_ranges();
   const Selected font(hdc, dg.font_label);
   Selected pen(hdc, dg.pen_curve);
-  const int rows = std::clamp<int>(fd.ndamper, 0, TAVD_DAMPER_ROWS);
+  const int rows = row_count(fd.ndamper, TAVD_DAMPER_ROWS);
   for (int i = 0; i < rows; ++i) {
     const DamperPoint row = fd.damper[i];
     if (!(row.qv > kSmallestFlow)) {
@@ -144,7 +146,7 @@ void draw_damper_lines(tavd_hdc hdc) {
     float dpref = row.dp;
     tavca_param_add_dp(&fd, row.qv, &dpref);
     dg_static_dp(row.qv, &dpref);
-    const float k = dpref / (row.qv * row.qv);
+    const float k = resistance(row.qv, dpref);
     if (!(k > 0.0F)) {
       continue;
     }
