@@ -1,0 +1,87 @@
+#include "connection.h"
+
+#include "lasterror.h"
+
+namespace tavdsrv {
+
+namespace {
+
+std::string utf8(const std::filesystem::path& path) {
+  const std::u8string text = path.u8string();
+  return {text.begin(), text.end()};
+}
+
+}  // namespace
+
+Connection::Connection(const std::filesystem::path& path, Mode mode) : path_(utf8(path)) {
+  // A connection is only used under the lock of its database, so SQLite needs none of its own.
+  const int flags =
+      SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (mode == Mode::kCreate ? SQLITE_OPEN_CREATE : 0);
+  sqlite3* opened = nullptr;
+  const int code = sqlite3_open_v2(path_.c_str(), &opened, flags, nullptr);
+  connection_.reset(opened);
+  if (code != SQLITE_OK) fail(code);
+  sqlite3_extended_result_codes(opened, 1);
+}
+
+void Connection::run(const char* sql) const {
+  const int code = sqlite3_exec(get(), sql, nullptr, nullptr, nullptr);
+  if (code != SQLITE_OK) fail(code);
+}
+
+void Connection::fail(int code, const char* what) const {
+  const char* reason = connection_ != nullptr ? sqlite3_errmsg(get()) : sqlite3_errstr(code);
+  throw Failure(path_ + ": " + what + reason);
+}
+
+void Statement::prepare(const Connection& connection) {
+  if (statement_ != nullptr) return;
+  sqlite3_stmt* prepared = nullptr;
+  const int code =
+      sqlite3_prepare_v3(connection.get(), sql_, -1, SQLITE_PREPARE_PERSISTENT, &prepared, nullptr);
+  if (code != SQLITE_OK) connection.fail(code);
+  statement_.reset(prepared);
+}
+
+Query::Query(const Connection& connection, Statement& statement) : connection_(connection) {
+  statement.prepare(connection);
+  statement_ = statement.statement_.get();
+}
+
+Query::~Query() {
+  sqlite3_reset(statement_);
+  sqlite3_clear_bindings(statement_);
+}
+
+Query& Query::bind(int parameter, const Key& key) {
+  check(sqlite3_bind_blob(statement_, parameter, key.bytes.data(), static_cast<int>(kKeyLength),
+                          SQLITE_STATIC));
+  return *this;
+}
+
+Query& Query::bind(int parameter, Bytes bytes) {
+  // A null address would bind NULL, not an empty blob.
+  const void* data = bytes.empty() ? "" : static_cast<const void*>(bytes.data());
+  check(sqlite3_bind_blob64(statement_, parameter, data, bytes.size(), SQLITE_STATIC));
+  return *this;
+}
+
+bool Query::step() {
+  const int code = sqlite3_step(statement_);
+  if (code == SQLITE_ROW) return true;
+  if (code != SQLITE_DONE) connection_.fail(code);
+  return false;
+}
+
+Bytes Query::blob(int column) const {
+  if (sqlite3_column_type(statement_, column) != SQLITE_BLOB) return {};
+  const auto* data = static_cast<const unsigned char*>(sqlite3_column_blob(statement_, column));
+  const int length = sqlite3_column_bytes(statement_, column);
+  return data != nullptr ? Bytes(data, static_cast<std::size_t>(length)) : Bytes();
+}
+
+void Query::check(int code) const {
+  if (code != SQLITE_OK) connection_.fail(code);
+}
+
+}  // namespace tavdsrv

@@ -1,0 +1,72 @@
+// SQLite with C++ manners: a connection and its statements, where a failed step throws.
+#pragma once
+
+#include <sqlite3.h>
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "ids.h"
+#include "record.h"
+
+namespace tavdsrv {
+
+class Connection {
+ public:
+  enum class Mode { kExisting, kCreate };
+
+  // Opens the file without reading it yet. Throws Failure.
+  Connection(const std::filesystem::path& path, Mode mode);
+
+  sqlite3* get() const { return connection_.get(); }
+  const std::string& path() const { return path_; }  // UTF-8, absolute
+  void run(const char* sql) const;
+
+  // Throws the failure `code`, in SQLite's words behind the file's name; `what` is put between if not empty.
+  [[noreturn]] void fail(int code, const char* what = "") const;
+
+ private:
+  struct Close {
+    void operator()(sqlite3* connection) const { sqlite3_close_v2(connection); }
+  };
+  std::string path_;
+  std::unique_ptr<sqlite3, Close> connection_;
+};
+
+// A prepared statement that is used again and again. Prepared at its first use.
+class Statement {
+ public:
+  explicit Statement(const char* sql) : sql_(sql) {}
+
+  void prepare(const Connection& connection);
+
+ private:
+  friend class Query;
+  struct Finalize {
+    void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+  };
+  const char* sql_;
+  std::unique_ptr<sqlite3_stmt, Finalize> statement_;
+};
+
+// One use of a statement. It ends with the object, which gives the file's locks back.
+class Query {
+ public:
+  Query(const Connection& connection, Statement& statement);
+  ~Query();
+  Query(const Query&) = delete;
+  Query& operator=(const Query&) = delete;
+
+  Query& bind(int parameter, const Key& key);
+  Query& bind(int parameter, Bytes bytes);  // must outlive the query
+  bool step();                              // false at the end
+  Bytes blob(int column) const;             // valid until the next step; empty if the column holds no blob
+
+ private:
+  void check(int code) const;
+  const Connection& connection_;
+  sqlite3_stmt* statement_;
+};
+
+}  // namespace tavdsrv

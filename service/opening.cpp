@@ -1,0 +1,132 @@
+#include "opening.h"
+
+#include <array>
+#include <cstdint>
+#include <cstring>
+#include <random>
+#include <string>
+#include <system_error>
+
+#include "lasterror.h"
+
+namespace tavdsrv {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::uint32_t kApplicationId = 0x54415644;  // "TAVD"
+constexpr std::uint32_t kLayout = 1;
+constexpr int kBusyTimeout = 5000;  // ms that a call waits for another process
+
+// The decisions behind these statements stand in docs/decisions/001-storage.md.
+constexpr const char* kCreate =
+    "PRAGMA page_size=4096;"
+    "PRAGMA journal_mode=DELETE;"
+    "PRAGMA synchronous=EXTRA;"
+    "BEGIN;"
+    "PRAGMA application_id=0x54415644;"
+    "PRAGMA user_version=1;"
+    "CREATE TABLE record(id INTEGER PRIMARY KEY, key BLOB NOT NULL UNIQUE, body BLOB NOT NULL);"
+    "CREATE TABLE ahm(id INTEGER PRIMARY KEY, key BLOB NOT NULL UNIQUE, block BLOB NOT NULL);"
+    "COMMIT;";
+constexpr const char* kSettings =
+    "PRAGMA trusted_schema=OFF;"
+    "PRAGMA cell_size_check=ON;"
+    "PRAGMA mmap_size=0;"
+    "PRAGMA cache_size=-8192;"
+    "PRAGMA temp_store=MEMORY;"
+    "PRAGMA journal_mode=DELETE;"
+    "PRAGMA synchronous=EXTRA;"
+    "SELECT id, key, body FROM record LIMIT 0;"
+    "SELECT id, key, block FROM ahm LIMIT 0;";
+
+void create_file(const fs::path& path);
+void check_header(const Connection& connection);
+
+}  // namespace
+
+Connection open_product_database(const fs::path& path, bool create) {
+  const std::string shown = path.string();
+  if (shown.empty()) throw Failure("no file name given");
+  const fs::path file = fs::absolute(path);
+  std::error_code problem;
+  fs::file_status status = fs::status(file, problem);
+  if (status.type() == fs::file_type::not_found) {
+    if (!create) throw Failure(shown + ": no such file");
+    create_file(file);
+    status = fs::status(file, problem);
+  }
+  if (status.type() == fs::file_type::none) throw Failure(shown + ": " + problem.message());
+  if (status.type() != fs::file_type::regular) throw Failure(shown + ": not a file");
+
+  Connection connection(file, Connection::Mode::kExisting);
+  check_header(connection);
+  sqlite3_busy_timeout(connection.get(), kBusyTimeout);
+  for (const int hazard : {SQLITE_DBCONFIG_ENABLE_TRIGGER, SQLITE_DBCONFIG_ENABLE_VIEW}) {
+    sqlite3_db_config(connection.get(), hazard, 0, nullptr);
+  }
+  sqlite3_db_config(connection.get(), SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+  connection.run(kSettings);
+  return connection;
+}
+
+namespace {
+
+// Makes the database under a name of its own and then gives it `path`, so that nobody ever sees half of it.
+// Another process that makes it at the same time may win: then its file is the one.
+void create_file(const fs::path& path) {
+  std::random_device random;
+  const fs::path draft = path.string() + ".new-" + std::to_string(random());
+  std::error_code problem;
+  try {
+    Connection(draft, Connection::Mode::kCreate).run(kCreate);
+    fs::create_hard_link(draft, path, problem);
+    // Some file systems have no links; there the name is given by renaming.
+    if (problem && !fs::exists(path)) fs::rename(draft, path);
+  } catch (...) {
+    fs::remove(draft, problem);
+    throw;
+  }
+  fs::remove(draft, problem);
+}
+
+std::uint32_t big_endian(const unsigned char* bytes) {
+  return static_cast<std::uint32_t>(bytes[0]) << 24 | static_cast<std::uint32_t>(bytes[1]) << 16 |
+         static_cast<std::uint32_t>(bytes[2]) << 8 | bytes[3];
+}
+
+// Looks at the file's first bytes through SQLite's own file object, before SQLite reads the file as a
+// database: that might roll back a journal which lies beside a file that is not ours. Opening and closing the
+// file a second time instead would drop the locks that this process may hold on it.
+void check_header(const Connection& connection) {
+  constexpr std::size_t kHeaderSize = 100;
+  constexpr char kMagic[] = "SQLite format 3";
+  constexpr std::size_t kWriteVersion = 18, kReadVersion = 19, kUserVersion = 60, kApplication = 68;
+  constexpr unsigned char kRollbackJournal = 1;
+
+  sqlite3_file* file = nullptr;
+  std::array<unsigned char, kHeaderSize> header{};
+  sqlite3_file_control(connection.get(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
+  if (file == nullptr || file->pMethods == nullptr) throw Failure(connection.path() + ": cannot be read");
+  const int code = file->pMethods->xRead(file, header.data(), static_cast<int>(kHeaderSize), 0);
+  if (code != SQLITE_OK && code != SQLITE_IOERR_SHORT_READ) {
+    throw Failure(connection.path() + ": " + sqlite3_errstr(code));
+  }
+  if (code != SQLITE_OK || std::memcmp(header.data(), kMagic, sizeof kMagic) != 0 ||
+      big_endian(&header[kApplication]) != kApplicationId) {
+    throw Failure(connection.path() + ": not a product database");
+  }
+  const std::uint32_t layout = big_endian(&header[kUserVersion]);
+  if (layout != kLayout) {
+    throw Failure(connection.path() + ": layout " + std::to_string(layout) + ", this service reads layout " +
+                  std::to_string(kLayout));
+  }
+  if (header[kWriteVersion] != kRollbackJournal || header[kReadVersion] != kRollbackJournal) {
+    throw Failure(connection.path() + ": not in rollback journal mode");
+  }
+}
+
+}  // namespace
+
+}  // namespace tavdsrv
