@@ -87,7 +87,7 @@ void chart_resize(Chart* chart, int left, int top, int right, int bottom) {
   const std::int64_t character = c.tick_font / 2;
   c.yblock = int16(c.ylen + character * (c.ylen + 1));
   c.xblock = int16(c.xlen + character * (c.xlen + 1));
-  const std::int64_t title_band = (c.axis_font / 2) * 3;
+  const std::int64_t title_band = std::int64_t{c.axis_font / 2} * 3;
   c.plot_left = int16(left + title_band + c.yblock);
   c.plot_top = int16(top + (c.title_font * 5) / 2);
   c.plot_right = int16(right - character * c.xlen);

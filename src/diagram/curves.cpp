@@ -4,8 +4,10 @@
 #include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <iterator>
 
 #include "base/gwgdi.h"
+#include "calc/numeric.h"
 #include "calc/parameter.h"
 #include "diagram/flowdiagram.h"
 #include "diagram/held.h"
@@ -22,29 +24,30 @@ constexpr float kHalfAirDensity = 0.6F;           // kg/m3
 constexpr double kSamePosition = 0.001;           // damper positions this close are one
 constexpr double kAtRightEdge = 0.98;  // of xmax: a line that ends from here on leaves at the right
 
-// What is drawn for a data kind. A null function draws nothing.
-struct KindDrawing {
-  std::int16_t kind;
-  bool (*has_curve)(const FlowData& fd);
-  void (*draw_curve)(tavd_hdc hdc);
-  void (*draw_sound)(tavd_hdc hdc);  // level marks or lines
-  bool curve_only;                   // neither sound nor operating point nor flow limits
-};
-
 bool has_reference(const FlowData& fd) {
   return fd.nref != 0;
 }
+
 bool has_damper(const FlowData& fd) {
   return fd.ndamper != 0;
 }
 
-constexpr KindDrawing kDrawings[] = {
-    {10, has_reference, draw_ref_curve, nullptr, false}, {11, has_reference, draw_ref_curve, nullptr, false},
-    {20, has_damper, draw_damper_lines, nullptr, false}, {22, has_damper, draw_damper_lines, nullptr, false},
-    {kFanKind, nullptr, nullptr, nullptr, true},
+// What is drawn for a data kind. A null function draws nothing.
+struct KindDrawing {
+  bool (*has_curve)(const FlowData& fd);
+  void (*draw_curve)(tavd_hdc hdc);
+  void (*draw_sound)(tavd_hdc hdc);  // level marks or lines
+  std::int16_t kind;
+  bool curve_only;  // neither sound nor operating point nor flow limits
 };
 
-constexpr KindDrawing kLimitsOnly = {0, nullptr, nullptr, nullptr, false};
+constexpr KindDrawing kDrawings[] = {
+    {has_reference, draw_ref_curve, nullptr, 10, false}, {has_reference, draw_ref_curve, nullptr, 11, false},
+    {has_damper, draw_damper_lines, nullptr, 20, false}, {has_damper, draw_damper_lines, nullptr, 22, false},
+    {nullptr, nullptr, nullptr, kFanKind, true},
+};
+
+constexpr KindDrawing kLimitsOnly = {nullptr, nullptr, nullptr, 0, false};
 
 const KindDrawing& drawing_of(std::int16_t kind) {
   const auto* found = std::find_if(std::begin(kDrawings), std::end(kDrawings),
@@ -104,7 +107,7 @@ void draw_ref_curve(tavd_hdc hdc) {
     return;
   }
   tavca_param_add_dp(&dg.flowdata, qvref, &dpref);
-  const float k = dpref / (qvref * qvref);
+  const float k = resistance(qvref, dpref);
   const DiagramRanges r = dg_ranges();
   float y1 = k * r.xmin * r.xmin;
   float y2 = k * r.xmax * r.xmax;
@@ -135,7 +138,7 @@ void draw_damper_lines(tavd_hdc hdc) {
   const DiagramRanges r = dg_ranges();
   const Selected font(hdc, dg.font_label);
   Selected pen(hdc, dg.pen_curve);
-  const int rows = std::clamp<int>(fd.ndamper, 0, TAVD_DAMPER_ROWS);
+  const int rows = row_count(fd.ndamper, TAVD_DAMPER_ROWS);
   for (int i = 0; i < rows; ++i) {
     const DamperPoint row = fd.damper[i];
     if (!(row.qv > kSmallestFlow)) {
@@ -144,7 +147,7 @@ void draw_damper_lines(tavd_hdc hdc) {
     float dpref = row.dp;
     tavca_param_add_dp(&fd, row.qv, &dpref);
     dg_static_dp(row.qv, &dpref);
-    const float k = dpref / (row.qv * row.qv);
+    const float k = resistance(row.qv, dpref);
     if (!(k > 0.0F)) {
       continue;
     }

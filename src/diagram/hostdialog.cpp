@@ -1,9 +1,8 @@
 #include "diagram/hostdialog.h"
 
-#include <algorithm>
-
 #include "base/gwlist.h"
 #include "base/gwtext.h"
+#include "calc/numeric.h"
 #include "calc/parameter.h"
 #include "tavd/tavb.h"
 #include "tavd/tavca.h"
@@ -52,7 +51,7 @@ int fill_parameter_values(tavd_hwnd dialog, int item, const FlowData& fd) {
   if (parameter < 0) {
     return 0;
   }
-  const int rows = std::clamp<int>(fd.par[parameter].count, 0, TAVD_PARAMETER_ROWS);
+  const int rows = row_count(fd.par[parameter].count, TAVD_PARAMETER_ROWS);
   for (int i = 0; i < rows; ++i) {
     char value[TAVD_PARAMETER_CHARS + 1];
     gwstrtrimcpy(value, fd.par[parameter].table[i].value, TAVD_PARAMETER_CHARS);
