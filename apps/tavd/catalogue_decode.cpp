@@ -49,7 +49,7 @@ std::optional<std::string> column_text(TextCodec& codec, ColumnType type, std::s
   }
   const auto text = codec.decode_field(bytes);
   if (!text) return std::nullopt;
-  return quoted(*text);
+  return json_quoted(*text);
 }
 
 // The columns of one item, separated by commas; with their names in an object.
@@ -61,7 +61,7 @@ std::optional<std::string> item_text(TextCodec& codec, const Attribute& layout, 
     if (!value) return std::nullopt;
     bytes.remove_prefix(size);
     if (!text.empty()) text += ", ";
-    if (layout.form == Form::kRecord) text += quoted(column.name) + ": ";
+    if (layout.form == Form::kRecord) text += json_quoted(column.name) + ": ";
     text += *value;
   }
   return text;
@@ -89,7 +89,7 @@ std::optional<std::string> readable(TextCodec& codec, const Attribute& layout, i
   if (layout.form == Form::kText || layout.form == Form::kWide) {
     const auto text = codec.decode(tavdf_charsetId(static_cast<std::int16_t>(number)), bytes);
     if (!text) return std::nullopt;
-    return quoted(*text);
+    return json_quoted(*text);
   }
   const std::size_t size = item_size(layout);
   const std::size_t items = bytes.size() / size;

@@ -181,7 +181,7 @@ bool ValueEncoder::text(const Json::Value& value, const std::string& field, int 
   if (!stored) {
     return refuse(value, field,
                   "characters of " + std::string(charset_name(charset)) + "; it has no " +
-                      quoted(context_.codec.misfit(charset, utf8)));
+                      json_quoted(context_.codec.misfit(charset, utf8)));
   }
   const bool wide = layout_.form == Form::kWide;
   const std::size_t length = wide ? utf16_length(utf8) : stored->size();

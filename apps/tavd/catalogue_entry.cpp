@@ -125,7 +125,7 @@ std::string group_member(TextCodec& codec, const Entry& entry, const TextGroup& 
     const auto value = decode_value(codec, group_text_layout(), text.number, found->second, kRowIndent);
     if (!value) continue;
     if (!members.empty()) members += ',';
-    members += '\n' + std::string(kRowIndent, ' ') + quoted(text.key) + ": " + *value;
+    members += '\n' + std::string(kRowIndent, ' ') + json_quoted(text.key) + ": " + *value;
     written[text.number] = true;
   }
   return members.empty() ? members : '{' + members + '\n' + std::string(kIndent, ' ') + '}';
@@ -133,7 +133,7 @@ std::string group_member(TextCodec& codec, const Entry& entry, const TextGroup& 
 
 std::string key_text(TextCodec& codec, const std::string& bytes) {
   const auto text = codec.decode(0, bytes);
-  if (text && codec.encode(0, *text) == bytes) return quoted(*text);
+  if (text && codec.encode(0, *text) == bytes) return json_quoted(*text);
   return "{\"hex\": \"" + to_hex(bytes) + "\"}";
 }
 
@@ -169,7 +169,7 @@ std::string entry_text(TextCodec& codec, const Entry& entry) {
   std::string text = "  {";
   const auto member = [&](std::string_view name, const std::string& value) {
     if (!text.ends_with('{')) text += ',';
-    text += '\n' + std::string(kIndent, ' ') + quoted(name) + ": " + value;
+    text += '\n' + std::string(kIndent, ' ') + json_quoted(name) + ": " + value;
   };
   member("class", key_text(codec, entry.class_id));
   member("id", key_text(codec, entry.object_id));

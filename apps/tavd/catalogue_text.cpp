@@ -126,7 +126,7 @@ std::size_t utf16_length(const std::string& utf8) {
   return wide ? wide->size() : 0;
 }
 
-std::string quoted(std::string_view utf8) {
+std::string json_quoted(std::string_view utf8) {
   std::string text = "\"";
   for (auto at = utf8.begin(); at != utf8.end();) {
     const auto start = at;
