@@ -1,5 +1,5 @@
-// Pressure of a damper from its position, and its position from a demanded pressure. Rows of the damper table stand
-// from the most throttled one, with the highest resistance, to the most open one.
+// Pressure of a damper from its position, and its position from a demanded pressure. Rows of the damper table
+// stand from the most throttled one, with the highest resistance, to the most open one.
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -25,12 +25,12 @@ constexpr int kNoTable = -3;
 constexpr int kBadRequest = -4;
 constexpr int kBadRow = -5;
 
-constexpr double kSmallestRequest = 1e-6;   // l/s and Pa, solvers; their rows too
-constexpr double kSmallestForward = 1e-7;   // l/s, rows in the forward direction
-constexpr double kMargin = 1.01;            // how far beyond the table the stepless solver still solves
-constexpr double kSamePressure = 1e-5;      // Pa; rows closer than this are not interpolated
-constexpr float kNoFlowData = -2.0F;        // forward direction
-constexpr int kSmallestSteppedTable = 3;    // rows; a smaller table is stepless
+constexpr double kSmallestRequest = 1e-6;  // l/s and Pa, solvers; their rows too
+constexpr double kSmallestForward = 1e-7;  // l/s, rows in the forward direction
+constexpr double kMargin = 1.01;           // how far beyond the table the stepless solver still solves
+constexpr double kSamePressure = 1e-5;     // Pa; rows closer than this are not interpolated
+constexpr float kNoFlowData = -2.0F;       // forward direction
+constexpr int kSmallestSteppedTable = 3;   // rows; a smaller table is stepless
 
 int rows_of(const FlowData& fd) {
   return row_count(fd.ndamper, TAVD_DAMPER_ROWS);
@@ -90,7 +90,8 @@ int check_request(const FlowData* fd, float qv, float dp) {
   return kSolved;
 }
 
-// Position between two rows, linear over the logarithm of the pressure. Also reaches a little beyond the upper one.
+// Position between two rows, linear over the logarithm of the pressure. Also reaches a little beyond the
+// upper one.
 float position_between(const DamperPoint& upper, const DamperPoint& lower, float qv, float dp) {
   const float dpa = pressure_of(upper, qv);
   const float dpb = pressure_of(lower, qv);

@@ -14,7 +14,8 @@ constexpr int kBelowCurve = -100;
 constexpr int kAboveCurve = -200;
 constexpr int kOverCurve = -300;
 
-constexpr int kTotalPressure = 100;  // kind100 from here on: the curve is a total pressure, below it a static one
+constexpr int kTotalPressure =
+    100;  // kind100 from here on: the curve is a total pressure, below it a static one
 
 int curve_points(const FlowData& fd) {
   return row_count(fd.nfan, TAVD_FAN_ROWS);
@@ -25,8 +26,8 @@ float with_parameters(const FlowData& fd, float qv, float dp) {
   return dp;
 }
 
-// The curve's pressure at `qv` in its first bracket that holds this flow; a flow on a point takes the bracket below
-// it. False if no bracket holds it.
+// The curve's pressure at `qv` in its first bracket that holds this flow; a flow on a point takes the bracket
+// below it. False if no bracket holds it.
 bool curve_dp(const FlowData& fd, float qv, float* dp) {
   for (int i = 1; i < curve_points(fd); ++i) {
     const FanPoint& below = fd.fancurve[i - 1];
@@ -38,8 +39,8 @@ bool curve_dp(const FlowData& fd, float qv, float* dp) {
   return false;
 }
 
-// The coefficient of the system line through a point of the curve. The parameter term belongs to the operating flow
-// and is scaled with the line.
+// The coefficient of the system line through a point of the curve. The parameter term belongs to the
+// operating flow and is scaled with the line.
 float system_line(const FlowData& fd, const FanPoint& point, float qv) {
   return resistance(point.qv, with_parameters(fd, qv, point.dp));
 }

@@ -1,5 +1,5 @@
-// Turns the attributes of a product into the one record that all calculations read, with every pressure of the
-// tables a total pressure in Pa.
+// Turns the attributes of a product into the one record that all calculations read, with every pressure of
+// the tables a total pressure in Pa.
 #include <algorithm>
 #include <cstring>
 #include <limits>
@@ -56,8 +56,8 @@ struct Source {
   std::int16_t db;
   tavb_rec rec;
 
-  // Reads an attribute into `value`, which stays as it is if the record does not have it. Returns whether it has;
-  // `count`, if not null, receives the number of items as the service tells it.
+  // Reads an attribute into `value`, which stays as it is if the record does not have it. Returns whether it
+  // has; `count`, if not null, receives the number of items as the service tells it.
   template <typename T>
   bool read(Attribute attribute, T* value, std::int16_t* count) const {
     static_assert(sizeof(T) <= std::numeric_limits<std::int16_t>::max());

@@ -11,8 +11,8 @@ using tavd::lg;
 using tavd::narrow;
 using tavd::wide;
 
-// Whether the abscissae are too close to divide by their distance. Relative to x1 and its sign: an x1 of 0 or below
-// never counts as equal to anything.
+// Whether the abscissae are too close to divide by their distance. Relative to x1 and its sign: an x1 of 0 or
+// below never counts as equal to anything.
 bool same_abscissa(float x1, float x2) {
   constexpr double kResolution = 99999999.9;
   return wide(x1) / kResolution > std::fabs(wide(x1) - wide(x2));

@@ -1,5 +1,5 @@
-// Steps that the calculations share. Results are told to the last bit, so each step says the precision it runs in:
-// what is plain here runs in float, what goes through wide() or lg() in double.
+// Steps that the calculations share. Results are told to the last bit, so each step says the precision it
+// runs in: what is plain here runs in float, what goes through wide() or lg() in double.
 #pragma once
 
 #include <algorithm>

@@ -178,8 +178,8 @@ int tavca_param_setvalue(FlowData* fd, const char* name, const char* value) {
   std::int16_t idx1;
   std::int16_t idx2;
   float frac;
-  tavd::tavca_param_locate(par->value, par->table, tavd::row_count(par->count, TAVD_PARAMETER_ROWS), &idx1, &idx2,
-                           &frac);
+  tavd::tavca_param_locate(par->value, par->table, tavd::row_count(par->count, TAVD_PARAMETER_ROWS), &idx1,
+                           &idx2, &frac);
   par->idx1 = idx1;
   par->idx2 = idx2;
   par->frac = frac;
@@ -202,8 +202,8 @@ bool tavca_strip_quotes(char* s) {
   return removed;
 }
 
-int tavca_param_locate(const char* value, const ParEntry* table, int n, std::int16_t* idx1, std::int16_t* idx2,
-                       float* frac) {
+int tavca_param_locate(const char* value, const ParEntry* table, int n, std::int16_t* idx1,
+                       std::int16_t* idx2, float* frac) {
   *idx1 = *idx2 = 0;
   *frac = 0.0F;
   if (n <= 0) return -1;

@@ -34,8 +34,8 @@ float between(const QvDpPoint& below, const QvDpPoint& above, float qv) {
   return narrow(coefficient * std::pow(wide(qv), exponent));
 }
 
-// The measured curve without parameters; false where it has no answer. Only the last point and those up to the
-// bracket are looked at. The test for the bracket is strict: exactly the flow of the last point has none.
+// The measured curve without parameters; false where it has no answer. Only the last point and those up to
+// the bracket are looked at. The test for the bracket is strict: exactly the flow of the last point has none.
 bool curve_dp(const FlowData& fd, float qv, float* dp) {
   const int n = row_count(fd.nqvdp, TAVD_QVDP_ROWS);
   if (n == 0) return false;

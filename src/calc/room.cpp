@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <iterator>
 
 #include "calc/numeric.h"
 #include "calc/settings.h"
@@ -16,8 +17,8 @@ using tavd::wide;
 // A-weighting at the octave mid-frequencies, dB (IEC 61672-1).
 constexpr float kAWeighting[TAVD_BANDS] = {-26.2F, -16.1F, -8.6F, -3.2F, 0.0F, 1.2F, 1.0F, -1.1F};
 
-// End reflection of an opening of A m2, dB: a*ln(A) + b/A + c + d*A + e*A^2 + f*A^3, a curve fitted per band over
-// areas from 0 up to `limit`.
+// End reflection of an opening of A m2, dB: a*ln(A) + b/A + c + d*A + e*A^2 + f*A^3, a curve fitted per band
+// over areas from 0 up to `limit`.
 struct EndReflection {
   double a, b, c, d, e, f;
   float limit;           // m2

@@ -14,10 +14,10 @@ using tavd::narrow;
 using tavd::row_count;
 using tavd::wide;
 
-constexpr double kSmallestFlow = 0.001;         // l/s, of the request
-constexpr double kSmallestMeasured = 0.001;     // l/s and Pa, of a measured point
-constexpr double kSmallestCurvePressure = 1e-7; // Pa
-constexpr double kSmallestDuctArea = 1e-7;      // m2
+constexpr double kSmallestFlow = 0.001;          // l/s, of the request
+constexpr double kSmallestMeasured = 0.001;      // l/s and Pa, of a measured point
+constexpr double kSmallestCurvePressure = 1e-7;  // Pa
+constexpr double kSmallestDuctArea = 1e-7;       // m2
 constexpr double kSmallestSizeCoef = 0.1;
 constexpr double kSameResistance = 0.1;  // relative; rows within it belong to one curve
 constexpr double kSameFlow = 0.1;        // l/s; rows within it belong to one group
@@ -58,9 +58,9 @@ struct Distinct {
 
 using Bands = float[TAVD_BANDS];
 
-// Picks the two rows around `target` out of the rows that are `in_set`, by `key`. Neither the order of the rows nor a
-// target inside them is taken for granted; a target outside is reached from the pair that is left. A row that
-// replaces one end does not hand the old one to the other end.
+// Picks the two rows around `target` out of the rows that are `in_set`, by `key`. Neither the order of the
+// rows nor a target inside them is taken for granted; a target outside is reached from the pair that is left.
+// A row that replaces one end does not hand the old one to the other end.
 template <typename InSet, typename Key>
 Pair choose_pair(const Table& table, InSet in_set, Key key, float target) {
   Pair pair;
@@ -137,8 +137,8 @@ int fixed_curve(const FlowData& fd, float qv, Bands& lw) {
   return 0;
 }
 
-// Kinds 13, 20, 22: rows are points of curves of constant resistance, one per setting. First along each of the two
-// curves around the point on pressure, then across them on flow.
+// Kinds 13, 20, 22: rows are points of curves of constant resistance, one per setting. First along each of
+// the two curves around the point on pressure, then across them on flow.
 int resistance_curves(const FlowData& fd, float qv, float dp, Bands& lw) {
   float mindp;
   float maxdp;
@@ -194,8 +194,8 @@ float bring_inside(float* x, float low, float high) {
   return narrow(kDbPerDecade * (lg(outside) - lg(*x)));
 }
 
-// Kinds 30, 40: rows are points measured at a few flows. First on pressure at each of the two flows around the
-// point, then across them on flow.
+// Kinds 30, 40: rows are points measured at a few flows. First on pressure at each of the two flows around
+// the point, then across them on flow.
 int flow_groups(const FlowData& fd, float qv, float dp, Bands& lw) {
   float mindp;
   float maxdp;
@@ -254,8 +254,8 @@ int table_level(const FlowData& fd, float qv, float dp, Bands& lw) {
   }
 }
 
-// Adds what the duct size and the chosen parameters change. A duct without area, where its size matters, leaves
-// the level as the table gives it.
+// Adds what the duct size and the chosen parameters change. A duct without area, where its size matters,
+// leaves the level as the table gives it.
 void add_corrections(const FlowData& fd, const DuctSize* duct, Bands& lw) {
   const float lwsizecoef = fd.lwsizecoef;
   if (std::fabs(wide(lwsizecoef)) > kSmallestSizeCoef) {
@@ -276,8 +276,8 @@ int sound_power(const FlowData* fd, float qv, float dp, const DuctSize* duct, Ba
   return result;
 }
 
-// Place of the operating point on the line through the first two rows of dlwpoints, 0 at the first and 1 at the
-// second, not limited.
+// Place of the operating point on the line through the first two rows of dlwpoints, 0 at the first and 1 at
+// the second, not limited.
 float place_on_dlw_line(const FlowData& fd, float qv, float dp) {
   const float first = fd.dlwpoints[0].pos;
   const float second = fd.dlwpoints[1].pos;
@@ -302,7 +302,8 @@ bool attenuation(const FlowData& fd, float qv, float dp, float* dlw) {
   } else {
     const float t = place_on_dlw_line(fd, qv, dp);
     for (int band = 0; band < TAVD_BANDS; ++band) {
-      dlw[band] = static_cast<float>(first.dlw[band]) + t * static_cast<float>(second.dlw[band] - first.dlw[band]);
+      dlw[band] =
+          static_cast<float>(first.dlw[band]) + t * static_cast<float>(second.dlw[band] - first.dlw[band]);
     }
   }
   return true;

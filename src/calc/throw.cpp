@@ -11,8 +11,8 @@ using tavd::narrow;
 using tavd::row_count;
 using tavd::wide;
 
-// The measured points of the record for a parameter value; their number, below 1 if there are none. A table by
-// parameter value goes first, also when the value has no place in it.
+// The measured points of the record for a parameter value; their number, below 1 if there are none. A table
+// by parameter value goes first, also when the value has no place in it.
 int throw_points(const FlowData& fd, const char* value, QvL2Point (&points)[TAVD_QVL2_ROWS]) {
   const int by_value = row_count(fd.nparL2, TAVD_PARL2_ROWS);
   if (by_value > 0) {

@@ -20,8 +20,8 @@ constexpr double kBehindLastValue = -9999.9;  // to the last value, for a next v
 
 constexpr int kCannotPlace = -2;
 
-// The rows of the values next to the one asked for: the first two rows of the value at or below it (lo, lo2) and of
-// the value above it (hi, hi2); -1 where there is none.
+// The rows of the values next to the one asked for: the first two rows of the value at or below it (lo, lo2)
+// and of the value above it (hi, hi2); -1 where there is none.
 struct Neighbours {
   int lo = -1;
   int lo2 = -1;
@@ -177,7 +177,8 @@ int tavca_param_l2_points(const ParL2Point* table, int n, float out[4], const ch
   std::fill_n(out, 4, 0.0F);
   if (n < 1) return -1;
   n = std::min<int>(n, TAVD_PARL2_ROWS);
-  if (value == nullptr || gwstrtrimlen(value, TAVD_PARAMETER_CHARS) == 0) return take_first_rows(table, n, out);
+  if (value == nullptr || gwstrtrimlen(value, TAVD_PARAMETER_CHARS) == 0)
+    return take_first_rows(table, n, out);
   float pos;
   bool numeric = tavca_param_valuetoreal(value, &pos) == 0;
   for (int row = 0; row < n && numeric; ++row) numeric = is_numeric(table[row].value);
