@@ -1,5 +1,6 @@
 #include "catalogue_database.h"
 
+#include <algorithm>
 #include <deque>
 #include <filesystem>
 #include <map>
@@ -118,7 +119,15 @@ class Collector {
                     first.source->name() + ':' + std::to_string(first.place.line));
   }
 
-  const std::vector<Entry>& entries() const { return entries_; }
+  // In the order that the database has them, so that the same catalogue gives the same file.
+  std::vector<Entry> take_sorted() {
+    std::ranges::sort(entries_, {}, [](const Entry& entry) {
+      std::string key = entry.class_id + entry.object_id;
+      key.resize(kClassBytes + kIdBytes, ' ');
+      return key;
+    });
+    return std::move(entries_);
+  }
 
  private:
   struct Found {
@@ -210,8 +219,9 @@ std::size_t build_database(const std::vector<std::string>& sources, const std::s
       for (const Json::Value* product : products_of(root)) collector.add(source, *product);
     }
     refuse(faults, target);
-    store_all(database, collector.entries());
-    records = collector.entries().size();
+    const std::vector<Entry> entries = collector.take_sorted();
+    store_all(database, entries);
+    records = entries.size();
   }
   settle(target);
   draft.finish();
