@@ -42,8 +42,10 @@ struct KindDrawing {
 };
 
 constexpr KindDrawing kDrawings[] = {
-    {has_reference, draw_ref_curve, nullptr, 10, false}, {has_reference, draw_ref_curve, nullptr, 11, false},
-    {has_damper, draw_damper_lines, nullptr, 20, false}, {has_damper, draw_damper_lines, nullptr, 22, false},
+    {has_reference, draw_ref_curve, nullptr, 10, false},  // fixed resistance
+    {has_reference, draw_ref_curve, nullptr, 11, false},  // the same by velocity
+    {has_damper, draw_damper_lines, nullptr, 20, false},  // adjustable damper
+    {has_damper, draw_damper_lines, nullptr, 22, false},  // the same by velocity
     {nullptr, nullptr, nullptr, kFanKind, true},
 };
 

@@ -303,7 +303,8 @@ TEST(CheckShapeData, HalfOfTheOldFormsWidthIsTruncatedTowardZero) {
 
 TEST(CheckShapeData, OtherKindsPassUntouched) {
   const DuctSize ds = {1, 200, 100};
-  for (const int16_t kind : std::initializer_list<int16_t>{0, 101, 103, 105, 118, 129, 131, 141, 151, 180, 182, -104}) {
+  for (const int16_t kind :
+       std::initializer_list<int16_t>{0, 101, 103, 105, 118, 129, 131, 141, 151, 180, 182, -104}) {
     expect_checked({{kind, 0, 0, 0}, 4, {kind, 0, 0, 0}, 4}, &ds);
   }
 }

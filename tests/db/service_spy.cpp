@@ -18,7 +18,10 @@ Function* service(Function* /*spy*/, const char* name) {
 }
 
 void note(std::string line, std::initializer_list<long> numbers = {}) {
-  for (const long number : numbers) line += " " + std::to_string(number);
+  for (const long number : numbers) {
+    line += ' ';
+    line += std::to_string(number);
+  }
   noted.push_back(std::move(line));
 }
 
