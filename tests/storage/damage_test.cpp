@@ -74,13 +74,16 @@ std::string make_image(const Folder& folder) {
   return read_file(path);
 }
 
-// Opens the image and, if the service takes it, reads and writes what it can.
-void exercise(const fs::path& path) {
+// Opens the image and, if the service takes it, reads what it can; saving waits for the disk, so not every
+// time.
+void exercise(const fs::path& path, bool save) {
   const std::int16_t db = tavbopendatabase(nullptr, path.c_str(), 0);
   if (db < 0) return;
   ASSERT_LE(read_everything(db), 1000);
-  Record("ASD", "PIPE-5").text(kMaker, "new").save(db);
-  tavbdeleterec(db, "ASD", "PIPE-6");
+  if (save) {
+    Record("ASD", "PIPE-5").text(kMaker, "new").save(db);
+    tavbdeleterec(db, "ASD", "PIPE-6");
+  }
   tavdsrv_closedatabase(db);
 }
 
@@ -190,7 +193,7 @@ TEST(Damage, FlippedBytesNeverHurtTheReader) {
       image[at] = static_cast<char>(random());
     }
     write_file(path, image);
-    exercise(path);
+    exercise(path, round % 8 == 0);
     ASSERT_FALSE(testing::Test::HasFailure()) << "round " << round;
     fs::remove(folder / "damaged.tavdb-journal");
   }
@@ -205,7 +208,7 @@ TEST(Damage, EveryByteOfTheFileHeaderMayBeWrong) {
       std::string image = whole;
       image[at] = static_cast<char>(value);
       write_file(path, image);
-      exercise(path);
+      exercise(path, at % 16 == 0);
       ASSERT_FALSE(testing::Test::HasFailure()) << "byte " << at;
     }
   }

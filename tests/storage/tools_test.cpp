@@ -166,8 +166,7 @@ TEST(AttributeList, AttributeCanBeCopiedWithinItsOwnRecord) {
   const void* data = nullptr;
   std::int32_t length = 0;
   ASSERT_EQ(tavdsrv_attributeat(record.rec(), 0, nullptr, &data, &length), 0);
-  tavb_rec rec = record.rec();
-  tavbinsertatt(0, &rec, 1, data, static_cast<std::int16_t>(length));
+  record.bytes(1, data, static_cast<std::size_t>(length));
   EXPECT_EQ(text_of(record.rec(), kMaker), "maker");
   char copy[8] = {};
   tavbcopyatt(0, record.rec(), 1, nullptr, copy, 8);
