@@ -216,10 +216,9 @@ TEST_F(Attributes, InsertGivesAHandleThatIsValidAfterwards) {
 }
 
 TEST_F(Attributes, EmptyAttributeIsThere) {
-  tavb_rec rec = record.rec();
-  tavbinsertatt(0, &rec, kMaker, nullptr, 0);
+  record.bytes(kMaker, nullptr, 0);
   EXPECT_EQ(text_of(record.rec(), kMaker), "");
-  tavbinsertatt(0, &rec, kShape, nullptr, 0);
+  record.bytes(kShape, nullptr, 0);
   EXPECT_EQ(count(kShape), 0);
   EXPECT_NE(copy(kShape, 64), nullptr);
 }
