@@ -119,13 +119,13 @@ tgui_window* make_dialog(const DialogTemplate& form, tgui_window* owner, tgui_pr
 }
 
 constexpr struct {
-  std::uint16_t atom;
   const char16_t* name;
   Kind kind;
+  std::uint16_t atom;
 } kControls[] = {
-    {tgui::kAtomButton, u"BUTTON", Kind::kButton},      {tgui::kAtomEdit, u"EDIT", Kind::kPlain},
-    {tgui::kAtomStatic, u"STATIC", Kind::kStatic},      {tgui::kAtomListBox, u"LISTBOX", Kind::kListBox},
-    {tgui::kAtomScrollBar, u"SCROLLBAR", Kind::kPlain}, {tgui::kAtomComboBox, u"COMBOBOX", Kind::kComboBox},
+    {u"BUTTON", Kind::kButton, tgui::kAtomButton},      {u"EDIT", Kind::kPlain, tgui::kAtomEdit},
+    {u"STATIC", Kind::kStatic, tgui::kAtomStatic},      {u"LISTBOX", Kind::kListBox, tgui::kAtomListBox},
+    {u"SCROLLBAR", Kind::kPlain, tgui::kAtomScrollBar}, {u"COMBOBOX", Kind::kComboBox, tgui::kAtomComboBox},
 };
 
 char16_t upper(char16_t unit) {
@@ -237,7 +237,8 @@ std::intptr_t run(const Weak<tgui_window>& dialog, Question& question) {
     tgui::dispatch(dialog.get(), TGUI_WM_COMMAND, static_cast<std::uintptr_t>(answer),
                    reinterpret_cast<std::intptr_t>(tgui_dialog_item(dialog.get(), answer)), false);
   }
-  return dialog.get() != nullptr && dialog.get()->ended ? dialog.get()->result : kFailed;
+  const tgui_window* const left = dialog.get();
+  return left != nullptr && left->ended ? left->result : kFailed;
 }
 
 }  // namespace
