@@ -73,4 +73,18 @@ bool alive(const T* handle) {
   return registry<T>().alive(handle);
 }
 
+// A handle that its owner may destroy at any time, such as a window that a procedure is called for.
+template <class T>
+class Weak {
+ public:
+  Weak() = default;
+  explicit Weak(T* handle) : handle_(handle), serial_(registry<T>().serial(handle)) {}
+  // Null once the handle was destroyed, even if another lives at its address.
+  T* get() const { return serial_ != 0 && registry<T>().serial(handle_) == serial_ ? handle_ : nullptr; }
+
+ private:
+  T* handle_ = nullptr;
+  std::uint64_t serial_ = 0;
+};
+
 }  // namespace tgui

@@ -7,9 +7,9 @@
 #include <string>
 #include <string_view>
 
-#include "codepage/codepage.h"
 #include "guard.h"
 #include "surface.h"
+#include "text.h"
 
 namespace {
 
@@ -88,14 +88,8 @@ std::string colour_text(std::uint32_t colour) {
   return printed("#%02X%02X%02X", colour & 0xFF, colour >> 8 & 0xFF, colour >> 16 & 0xFF);
 }
 
-void append_utf8(std::string& line, const tavd_wchar* wide, std::size_t length) {
-  std::string utf8(3 * length, '\0');  // no unit takes more than three bytes
-  utf8.resize(codepage::narrow(codepage::kUtf8, wide, length, utf8.data(), utf8.size()));
-  line += utf8;
-}
-
-bool is_pair(const tavd_wchar* wide, std::size_t length) {
-  return length >= 2 && wide[0] >= 0xD800 && wide[0] < 0xDC00 && wide[1] >= 0xDC00 && wide[1] < 0xE000;
+bool begins_pair(std::u16string_view wide) {
+  return wide.size() >= 2 && wide[0] >= 0xD800 && wide[0] < 0xDC00 && wide[1] >= 0xDC00 && wide[1] < 0xE000;
 }
 
 // Control characters and lone surrogates, which have no place in a line of UTF-8.
@@ -103,34 +97,35 @@ bool needs_number(tavd_wchar unit) {
   return unit < 0x20 || (unit >= 0x7F && unit < 0xA0) || (unit >= 0xD800 && unit < 0xE000);
 }
 
-std::string quoted(const tavd_wchar* wide, std::size_t length) {
+std::string quoted_unit(tavd_wchar unit) {
+  switch (unit) {
+    case u'"':
+      return "\\\"";
+    case u'\\':
+      return "\\\\";
+    case u'\n':
+      return "\\n";
+    case u'\r':
+      return "\\r";
+    case u'\t':
+      return "\\t";
+    default:
+      return needs_number(unit) ? printed("\\u%04X", static_cast<unsigned>(unit)) : tgui::to_utf8({&unit, 1});
+  }
+}
+
+std::string quoted(std::u16string_view wide) {
   std::string line = "\"";
-  for (std::size_t i = 0; i < length; ++i) {
-    const tavd_wchar unit = wide[i];
-    if (is_pair(wide + i, length - i)) {
-      append_utf8(line, wide + i, 2);
-      ++i;
-    } else if (unit == u'"' || unit == u'\\') {
-      line += '\\';
-      line += static_cast<char>(unit);
-    } else if (unit == u'\n') {
-      line += "\\n";
-    } else if (unit == u'\r') {
-      line += "\\r";
-    } else if (unit == u'\t') {
-      line += "\\t";
-    } else if (needs_number(unit)) {
-      line += printed("\\u%04X", static_cast<unsigned>(unit));
-    } else {
-      append_utf8(line, wide + i, 1);
-    }
+  while (!wide.empty()) {
+    const std::size_t taken = begins_pair(wide) ? 2 : 1;
+    line += taken == 2 ? tgui::to_utf8(wide.substr(0, 2)) : quoted_unit(wide[0]);
+    wide.remove_prefix(taken);
   }
   return line + '"';
 }
 
-std::string quoted(const char* text, std::size_t length) {
-  std::u16string wide(length, u'\0');
-  return quoted(wide.data(), codepage::widen(codepage::kWindows1252, text, length, wide.data(), wide.size()));
+std::string quoted(std::string_view narrow) {
+  return quoted(tgui::to_wide(narrow));
 }
 
 std::string stock_name(std::int32_t number) {
@@ -167,7 +162,7 @@ std::string font_text(const tgui_font& font) {
   if (font.orientation != 0) {
     line += printed(" orientation=%d", font.orientation);
   }
-  return line + " face=" + quoted(font.face, std::string_view(font.face).size());
+  return line + " face=" + quoted(std::string_view(font.face));
 }
 
 std::string object_text(const tgui_object* object) {
@@ -226,11 +221,11 @@ tgui_operations make_operations() {
                  std::int32_t ye) { record(context, "arc", left, top, right, bottom, xs, ys, xe, ye); };
   table.text = [](void* context, Surface*, std::int32_t x, std::int32_t y, const char* text,
                   std::int32_t length) {
-    record_line(context, words("text", x, y) + ' ' + quoted(text, static_cast<std::size_t>(length)));
+    record_line(context, words("text", x, y) + ' ' + quoted({text, static_cast<std::size_t>(length)}));
   };
   table.textw = [](void* context, Surface*, std::int32_t x, std::int32_t y, const tavd_wchar* text,
                    std::int32_t length) {
-    record_line(context, words("textw", x, y) + ' ' + quoted(text, static_cast<std::size_t>(length)));
+    record_line(context, words("textw", x, y) + ' ' + quoted({text, static_cast<std::size_t>(length)}));
   };
   table.map_mode = [](void* context, Surface*, std::int32_t mode) {
     record(context, mode == TGUI_MM_TEXT ? "map text" : "map anisotropic");

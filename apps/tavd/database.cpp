@@ -7,7 +7,6 @@
 
 #include "errors.h"
 #include "languages.h"
-#include "tavd/tavca.h"
 #include "tavd/tavd.h"
 #include "tavd/tavdcore.h"
 #include "tavd/tavdf.h"
@@ -17,7 +16,6 @@
 namespace tavdhost {
 namespace {
 
-constexpr int kInterfaceVersion = 190;  // of the library that this program was written for
 constexpr std::size_t kClassChars = 3;
 constexpr std::size_t kIdChars = 30;
 constexpr std::size_t kMarketChars = 39;        // that the library's settings hold
@@ -27,10 +25,6 @@ constexpr std::int16_t kAtOrAfter = 1;
 constexpr std::size_t kNearIds = 5;  // shown at most
 const std::string kPastAllIds(kIdChars, '\xFF');
 
-std::string quoted(std::string_view text) {
-  return "\"" + printable(trim_end(text)) + "\"";
-}
-
 std::string class_key(std::string_view class_id) {
   std::string key(class_id.substr(0, kClassChars));
   key.resize(kClassChars, ' ');
@@ -38,16 +32,16 @@ std::string class_key(std::string_view class_id) {
 }
 
 void start_library(const TextChoice& texts) {
-  if (tavd_version_nmb(kInterfaceVersion) != kInterfaceVersion) {
-    throw std::runtime_error("libtavd is of another interface version than " +
-                             std::to_string(kInterfaceVersion));
+  if (tavd_version_nmb(TAVD_INTERFACE_VERSION) != TAVD_INTERFACE_VERSION) {
+    throw std::runtime_error("libtavd has another interface version than this program");
   }
   const std::int16_t language =
       texts.language.empty() ? language_of_market(texts.market) : language_number(texts.language);
   const bool fits = texts.market.size() <= kMarketChars;
   tavdcore_init(language, fits ? texts.market.c_str() : "", "");
   if (!texts.market.empty() && tavdcore_pcodeAttId() == kCodeOfNoMarket) {
-    throw UserError("no market area " + quoted(texts.market) + "; expected a code such as FIN, SWE or GBR");
+    throw UserError("no market area " + in_quotes(texts.market) +
+                    "; expected a code such as FIN, SWE or GBR");
   }
 }
 
@@ -55,16 +49,16 @@ std::int16_t open_file(const std::string& path, Database::Open open) {
   std::error_code error;
   const auto status = std::filesystem::status(path, error);
   if (open == Database::Open::kExisting && !std::filesystem::exists(status)) {
-    throw UserError("no database " + quoted(path) + ": " +
+    throw UserError("no database " + in_quotes(path) + ": " +
                     (error ? error.message() : std::string("there is no such file")));
   }
   if (std::filesystem::is_directory(status)) {
-    throw UserError(quoted(path) + " is a folder, expected a product database");
+    throw UserError(in_quotes(path) + " is a folder, expected a product database");
   }
   const std::int16_t handle = tavdf_open_database(path.c_str(), open == Database::Open::kCreate ? 1 : 0);
   if (handle < 0) {
     const std::string reason = tavdsrv_lasterror();
-    throw UserError("cannot open " + quoted(path) + " as a product database" +
+    throw UserError("cannot open " + in_quotes(path) + " as a product database" +
                     (reason.empty() ? "" : ": " + printable(reason)));
   }
   return handle;
@@ -145,7 +139,8 @@ Record Database::product(std::string_view class_id, std::string_view object_id) 
   const std::vector<std::string> known = classes();
   if (std::find(known.begin(), known.end(), class_key(class_id)) == known.end())
     throw unknown_class(class_id);
-  std::string message = "no product " + quoted(object_id) + " of class " + quoted(class_id) + " in " + path_;
+  std::string message =
+      "no product " + in_quotes(trim_end(object_id)) + " of class " + in_quotes(class_id) + " in " + path_;
   const std::string near = joined(near_ids(class_id, object_id));
   throw UserError(message + (near.empty() ? "; tavd list shows what there is" : "; near it: " + near));
 }
@@ -154,7 +149,7 @@ UserError Database::unknown_class(std::string_view class_id) const {
   std::vector<std::string> products = classes();
   std::erase_if(products, [](const std::string& name) { return !is_product_class(name); });
   const std::string known = joined(products);
-  return UserError("no class " + quoted(class_id) + " in " + path_ +
+  return UserError("no class " + in_quotes(class_id) + " in " + path_ +
                    (known.empty() ? "; it holds no products" : "; it has " + known));
 }
 

@@ -45,7 +45,7 @@ constexpr const char* kWindowClass = "TAVDDGR";
 constexpr const char* kPositionLabel = "pos";   // in front of the first damper position
 constexpr const char* kLevelLabel = "dB(A)";    // behind the first sound level
 constexpr std::int16_t kCodeOfNoMarket = 1562;  // product code for all markets, UTF-8
-constexpr std::size_t kTitleBytes = 79;         // a longer title would not be drawn at all
+constexpr std::size_t kTitleUnits = 79;         // a longer title would not be drawn at all
 
 DiagramSettings parse_settings(const DiagramOptions& options) {
   DiagramSettings settings{};
@@ -54,14 +54,14 @@ DiagramSettings parse_settings(const DiagramOptions& options) {
   settings.yunit = pressure_unit_number(options.yunit);
   if (!options.qv.empty()) settings.qv = positive_number("--qv", options.qv);
   if (!options.dp.empty()) settings.dp = positive_number("--dp", options.dp);
-  if (options.title.size() > kTitleBytes) {
-    throw UserError("--title is " + std::to_string(options.title.size()) + " bytes long, expected at most " +
-                    std::to_string(kTitleBytes));
+  if (utf16_length(options.title) > kTitleUnits) {
+    throw UserError("--title is " + std::to_string(utf16_length(options.title)) +
+                    " characters long, expected at most " + std::to_string(kTitleUnits));
   }
   if (!options.limits.empty()) {
     const std::size_t comma = options.limits.find(',');
     if (comma == std::string::npos) {
-      throw UserError("--limits is \"" + printable(options.limits) + "\", expected two flows such as 20,80");
+      throw UserError("--limits is " + in_quotes(options.limits) + ", expected two flows such as 20,80");
     }
     settings.qvlimit1 = positive_number("--limits", options.limits.substr(0, comma));
     settings.qvlimit2 = positive_number("--limits", options.limits.substr(comma + 1));
@@ -71,7 +71,8 @@ DiagramSettings parse_settings(const DiagramOptions& options) {
 
 // A chart in the wide form always shows the product code, whatever title was set. So the title takes the
 // code's place in the record at hand, which is never saved.
-void put_title(const Database& database, Record& record, const std::string& title) {
+void put_title(const Database& database, Record& record, const std::string& asked) {
+  const std::string title = printable(asked);
   tavdcore_set_market_area(nullptr);
   tavbinsertatt(database.handle(), record.address(), kCodeOfNoMarket, title.data(),
                 static_cast<std::int16_t>(title.size()));
@@ -171,7 +172,7 @@ void add_diagram_command(CLI::App& app) {
   command->add_option("--size", options->size, "Size in pixels")
       ->type_name("WIDTHxHEIGHT")
       ->capture_default_str();
-  command->add_option("--title", options->title, "Title in place of the product code, up to 79 bytes")
+  command->add_option("--title", options->title, "Title in place of the product code, up to 79 characters")
       ->type_name("TEXT");
   add_text_options(*command, options->texts);
   command->footer(

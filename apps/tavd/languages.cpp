@@ -46,7 +46,7 @@ std::int16_t language_number(std::string_view name) {
                same_letters(name, language.name) || name == std::to_string(language.number);
       });
   if (found == std::end(kLanguages)) {
-    throw UserError("no language \"" + std::string(name) + "\"; there are " + known_languages());
+    throw UserError("no language " + in_quotes(name) + "; there are " + known_languages());
   }
   return found->number;
 }

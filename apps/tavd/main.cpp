@@ -1,15 +1,12 @@
 // The command line host: parses the arguments, runs one command and tells how it ended.
 #include <CLI/CLI.hpp>
-#include <cstdio>
 #include <exception>
 #include <iostream>
 #include <string>
 
 #include "commands.h"
-#include "errors.h"
-#if __has_include("db_commands.h")
 #include "db_commands.h"
-#endif
+#include "errors.h"
 
 namespace {
 
@@ -22,18 +19,26 @@ int report(const char* text, int exit_code) {
   return exit_code;
 }
 
+// "tavd calc --help tells more": of the command that was named, as far as one was.
+std::string where_to_look(const CLI::App& app) {
+  std::string command = app.get_name();
+  for (const CLI::App* at = &app; !at->get_subcommands().empty();) {
+    at = at->get_subcommands().front();
+    command += " " + at->get_name();
+  }
+  return " (" + command + " --help tells more)";
+}
+
 int run(int argc, char** argv) {
   CLI::App app("Calculates, lists and draws ventilation products from a product database.", "tavd");
   tavdhost::add_commands(app);
-#if __has_include("db_commands.h")
   tavdhost::add_db_commands(app);
-#endif
   try {
     app.parse(argc, argv);
   } catch (const CLI::Success& done) {  // --help, --version
     app.exit(done);
   } catch (const CLI::ParseError& error) {
-    return report((std::string(error.what()) + " (tavd --help tells more)").c_str(), kUserError);
+    return report((error.what() + where_to_look(app)).c_str(), kUserError);
   }
   std::cout.flush();
   if (!std::cout) return report("cannot write to standard output", kFailed);

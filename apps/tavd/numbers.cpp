@@ -4,15 +4,12 @@
 #include <cmath>
 
 #include "errors.h"
+#include "text.h"
 
 namespace tavdhost {
 namespace {
 
 constexpr std::size_t kNumberChars = 80;  // more than any float takes, written in full
-
-std::string quoted(std::string_view text) {
-  return "\"" + std::string(text) + "\"";
-}
 
 }  // namespace
 
@@ -20,7 +17,7 @@ float positive_number(std::string_view option, std::string_view text) {
   float value = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value) || value <= 0) {
-    throw UserError(std::string(option) + " is " + quoted(text) +
+    throw UserError(std::string(option) + " is " + in_quotes(text) +
                     ", expected a number above 0 such as 50 or 12.5");
   }
   return value;
@@ -30,7 +27,7 @@ int whole_number(std::string_view option, std::string_view text, int lowest, int
   int value = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (error != std::errc() || end != text.data() + text.size() || value < lowest || value > highest) {
-    throw UserError(std::string(option) + " is " + quoted(text) + ", expected a whole number from " +
+    throw UserError(std::string(option) + " is " + in_quotes(text) + ", expected a whole number from " +
                     std::to_string(lowest) + " to " + std::to_string(highest));
   }
   return value;

@@ -30,7 +30,7 @@ std::string ending_of(const std::string& path) {
 }
 
 UserError cannot_write(const std::string& path, const std::string& reason) {
-  return UserError("cannot write \"" + printable(path) + "\": " + printable(reason));
+  return UserError("cannot write " + in_quotes(path) + ": " + printable(reason));
 }
 
 }  // namespace
@@ -38,8 +38,7 @@ UserError cannot_write(const std::string& path, const std::string& reason) {
 PictureSize picture_size(const std::string& text) {
   const std::size_t cross = text.find('x');
   if (cross == std::string::npos) {
-    throw UserError("--size is \"" + printable(text) +
-                    "\", expected WIDTHxHEIGHT in pixels such as 1200x900");
+    throw UserError("--size is " + in_quotes(text) + ", expected WIDTHxHEIGHT in pixels such as 1200x900");
   }
   return {whole_number("--size", std::string_view(text).substr(0, cross), kSmallestSide, kLargestSide),
           whole_number("--size", std::string_view(text).substr(cross + 1), kSmallestSide, kLargestSide)};
@@ -57,8 +56,8 @@ Picture::Picture(const std::string& path, PictureSize size) : path_(path), size_
   } else if (is_recording_) {
     surface_ = tgui_recording_create(size.width, size.height);
   } else {
-    throw UserError("cannot tell what to write into \"" + printable(path) +
-                    "\", expected a name that ends in .png, .svg, .pdf or .txt");
+    throw UserError("cannot tell what to write into " + in_quotes(path) +
+                    ", expected a name that ends in .png, .svg, .pdf or .txt");
   }
   if (surface_ == nullptr) throw cannot_write(path, "no picture of this size can be made");
 }

@@ -69,19 +69,19 @@ bool table_knows(const ParTable& table, const std::string& value) {
 void set_parameter(FlowData& flow, const std::string& choice) {
   const std::size_t equals = choice.find('=');
   if (equals == std::string::npos || equals == 0) {
-    throw UserError("--param is \"" + printable(choice) + "\", expected NAME=VALUE");
+    throw UserError("--param is " + in_quotes(choice) + ", expected NAME=VALUE");
   }
   const std::string name = choice.substr(0, equals);
   const std::string value = choice.substr(equals + 1);
   if (tavca_param_setvalue(&flow, name.c_str(), value.c_str()) != 0) {
     std::string known;
     for (int i = 0; i < flow.npar; ++i) known += (i == 0 ? "" : ", ") + printable(flow.par[i].name);
-    throw UserError("the product has no parameter \"" + printable(name) + "\"; " +
+    throw UserError("the product has no parameter " + in_quotes(name) + "; " +
                     (known.empty() ? "it has none" : "it has " + known));
   }
   const ParTable& table = same_letters(name, flow.par[0].name) ? flow.par[0] : flow.par[1];
   if (!value.empty() && !table_knows(table, value)) {
-    throw UserError("parameter " + printable(name) + " has no value \"" + printable(value) + "\"; it has " +
+    throw UserError("parameter " + printable(name) + " has no value " + in_quotes(value) + "; it has " +
                     value_list(table));
   }
 }

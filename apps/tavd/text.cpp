@@ -77,6 +77,17 @@ std::string printable(std::string_view text) {
   return result;
 }
 
+std::string in_quotes(std::string_view text) {
+  return "\"" + printable(text) + "\"";
+}
+
+std::size_t utf16_length(std::string_view text) {
+  const std::string valid = printable(text);
+  std::size_t units = 0;
+  for (auto at = valid.begin(); at != valid.end();) units += utf8::next(at, valid.end()) > 0xFFFF ? 2 : 1;
+  return units;
+}
+
 std::size_t display_width(std::string_view text) {
   const std::string valid = printable(text);
   std::size_t width = 0;

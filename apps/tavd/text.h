@@ -19,6 +19,12 @@ std::string to_utf8(const tavd_wchar* wide, std::size_t limit);
 // in JSON.
 std::string printable(std::string_view text);
 
+// The text printable, between double quotes, as messages name what the user gave.
+std::string in_quotes(std::string_view text);
+
+// Units that the text takes as UTF-16.
+std::size_t utf16_length(std::string_view text);
+
 // Terminal columns that UTF-8 text takes: 2 for wide East Asian characters, 0 for combining ones.
 std::size_t display_width(std::string_view text);
 

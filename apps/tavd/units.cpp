@@ -20,7 +20,7 @@ std::int16_t unit_number(const char* const (&units)[N], std::string_view option,
     if (same_letters(name, units[i])) return static_cast<std::int16_t>(i);
     known += (i == 0 ? "" : ", ") + std::string(units[i]);
   }
-  throw UserError(std::string(option) + " is \"" + printable(name) + "\", expected one of " + known);
+  throw UserError(std::string(option) + " is " + in_quotes(name) + ", expected one of " + known);
 }
 
 }  // namespace

@@ -127,7 +127,7 @@ void CairoCanvas::text(const std::string& utf8, Point reference, const TextStyle
   cairo_translate(cairo_, reference.x, reference.y);
   cairo_rotate(cairo_, -style.angle * std::numbers::pi / 180);
   const Layout layout = make_layout(cairo_, utf8, style);
-  const LineMetrics metrics = measure(layout.get());
+  const LineMetrics metrics = measure(utf8, style);
   const Point baseline = baseline_offset(metrics, style);
   if (style.opaque) {
     cairo_set_source_rgb(cairo_, 1, 1, 1);

@@ -18,6 +18,8 @@ namespace {
 constexpr int kLargestPicture = 16384;  // device units
 constexpr double kLargestPage = 5000;   // mm
 constexpr double kFarOutside = 1e6;     // device units; cairo's own numbers end at some 8e6
+constexpr double kSmallestText = 0.01;  // em height, device units
+constexpr double kLargestText = 2000;   // what the font rasteriser takes
 
 // The picture behind a surface: its canvas, where it goes, and the line that is being drawn.
 struct Picture {
@@ -279,7 +281,7 @@ TextStyle style_of(const tgui_surface* surface, const tgui_state& state) {
   if (font.height > 0) {
     style.size /= cell_height(style.family, style.weight, style.italic);
   }
-  style.size = std::clamp(style.size, 0.01, 1e4);
+  style.size = std::clamp(style.size, kSmallestText, kLargestText);
   style.angle = font.escapement / 10.0;
   style.colour = state.text_colour;
   style.opaque = state.background_mode == TGUI_OPAQUE;

@@ -90,7 +90,7 @@ void SvgCanvas::arc(const Ellipse& ellipse, double from, double to, const Stroke
 
 void SvgCanvas::text(const std::string& utf8, Point reference, const TextStyle& style) {
   static constexpr std::array<const char*, 3> kAnchors = {"start", "middle", "end"};
-  const LineMetrics metrics = measure(make_layout(nullptr, utf8, style).get());
+  const LineMetrics metrics = measure(utf8, style);
   const Point baseline = baseline_offset(metrics, style);
   const std::string turn = style.angle == 0 ? "" : " rotate(" + number(-style.angle) + ")";
   body_ += "<g transform=\"translate(" + number(reference.x) + " " + number(reference.y) + ")" + turn + "\">";

@@ -67,7 +67,9 @@ Layout make_layout(cairo_t* cairo, const std::string& utf8, const TextStyle& sty
   return layout;
 }
 
-LineMetrics measure(PangoLayout* layout) {
+LineMetrics measure(const std::string& utf8, const TextStyle& style) {
+  const Layout shaped = make_layout(nullptr, utf8, style);
+  PangoLayout* layout = shaped.get();
   // The cell is the chosen font's, not that of the glyphs shown: a title keeps its place when one of its
   // characters comes from another font.
   PangoContext* context = pango_layout_get_context(layout);
@@ -89,7 +91,7 @@ double cell_height(const std::string& face, int weight, bool italic) {
   style.size = kProbe;
   style.weight = weight;
   style.italic = italic;
-  const LineMetrics metrics = measure(make_layout(nullptr, "", style).get());
+  const LineMetrics metrics = measure("", style);
   return (metrics.ascent + metrics.descent) / kProbe;
 }
 

@@ -25,9 +25,11 @@ struct Unref {
 };
 using Layout = std::unique_ptr<PangoLayout, Unref>;
 
-// One line of text, shaped. `cairo` may be null: the layout then serves for measuring.
+// One line of text, shaped for `cairo`.
 Layout make_layout(cairo_t* cairo, const std::string& utf8, const TextStyle& style);
-LineMetrics measure(PangoLayout* layout);
+
+// The same whatever the text is drawn on: cairo reports other ascents under the scale of a page.
+LineMetrics measure(const std::string& utf8, const TextStyle& style);
 
 // Height of a character cell (ascent and descent) for an em height of 1.
 double cell_height(const std::string& face, int weight, bool italic);
