@@ -36,7 +36,8 @@ TEST(Arguments, NoCommandIsAnError) {
 }
 
 TEST(Arguments, UnknownCommandIsNamed) {
-  EXPECT_THAT(expect_user_error({"paint"}), HasSubstr("paint"));
+  EXPECT_THAT(expect_user_error({"paint"}),
+              HasSubstr("no command \"paint\"; there are list, calc, diagram, db "));
 }
 
 TEST(Arguments, UnknownOptionIsNamed) {
