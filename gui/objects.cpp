@@ -1,0 +1,226 @@
+#include "objects.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+#include <memory>
+
+#include "guard.h"
+
+namespace {
+
+// Failures ordered by tgui_fail_objects.
+struct FailurePlan {
+  std::int32_t skip = 0;
+  std::int32_t failures = 0;
+};
+FailurePlan failure_plan;
+std::int32_t created_count = 0;
+
+tgui_object* create(const tgui_object_info& info);
+tgui_object* find_stock(int number);
+bool creation_fails();
+bool known_pen_style(std::int32_t style);
+std::int32_t magnitude(std::int32_t width);
+bool is_stock(const tgui_object* object) {
+  return object->info.stock >= 0;
+}
+
+constexpr std::uint32_t kColourBits = 0x00FFFFFF;
+
+}  // namespace
+
+tgui_object* tgui_create_pen(int32_t style, int32_t width, uint32_t colour) {
+  if (!known_pen_style(style)) {
+    return nullptr;
+  }
+  tgui_object_info info{};
+  info.kind = TGUI_PEN;
+  info.style = style;
+  info.width = magnitude(width);
+  info.colour = colour & kColourBits;
+  return create(info);
+}
+
+tgui_object* tgui_create_brush(uint32_t colour) {
+  tgui_object_info info{};
+  info.kind = TGUI_BRUSH;
+  info.colour = colour & kColourBits;
+  return create(info);
+}
+
+tgui_object* tgui_create_font(const tgui_font* font) {
+  if (font == nullptr) {
+    return nullptr;
+  }
+  tgui_object_info info{};
+  info.kind = TGUI_FONT;
+  info.font = *font;
+  // What stands behind the terminator is the host's rubbish.
+  char* const face = info.font.face;
+  const std::size_t length = strnlen(face, sizeof info.font.face - 1);
+  std::memset(face + length, 0, sizeof info.font.face - length);
+  return create(info);
+}
+
+tgui_object* tgui_stock_object(int32_t stock) {
+  return find_stock(stock);
+}
+
+int32_t tgui_delete_object(tgui_object* object) {
+  if (!tgui::usable(object)) {
+    return 0;
+  }
+  if (is_stock(object)) {
+    return 1;
+  }
+  --created_count;
+  object->deleted = true;
+  if (object->holds == 0) {
+    tgui::registry<tgui_object>().remove(object);
+    delete object;
+  }
+  return 1;
+}
+
+int32_t tgui_get_object(const tgui_object* object, tgui_object_info* info) {
+  // An object that was deleted while selected can still be described: surfaces go on drawing with it.
+  if (!tgui::alive(object) && !tgui::usable(object)) {
+    return -1;
+  }
+  if (info != nullptr) {
+    *info = object->info;
+  }
+  return 0;
+}
+
+int32_t tgui_object_count(void) {
+  return created_count;
+}
+
+void tgui_fail_objects(int32_t skip, int32_t n) {
+  failure_plan = {std::max(skip, 0), std::max(n, 0)};
+}
+
+namespace tgui {
+
+tgui_object* stock(int number) {
+  return find_stock(number);
+}
+
+bool usable(const tgui_object* object) {
+  if (object == nullptr) {
+    return false;
+  }
+  if (alive(object)) {
+    return !object->deleted;
+  }
+  for (int number = TGUI_WHITE_BRUSH; number <= TGUI_SYSTEM_FONT; ++number) {
+    if (object == find_stock(number)) {
+      return true;
+    }
+  }
+  return false;
+}
+
+Hold::Hold(tgui_object* object) noexcept : object_(object) {
+  ++object_->holds;
+}
+
+Hold& Hold::operator=(const Hold& other) noexcept {
+  Hold copy(other);
+  std::swap(object_, copy.object_);
+  return *this;
+}
+
+Hold::~Hold() {
+  if (--object_->holds == 0 && object_->deleted) {
+    registry<tgui_object>().remove(object_);
+    delete object_;
+  }
+}
+
+}  // namespace tgui
+
+namespace {
+
+tgui_object* create(const tgui_object_info& info) {
+  if (creation_fails()) {
+    return nullptr;
+  }
+  return tgui::guarded<tgui_object*>(nullptr, [&] {
+    auto object = std::make_unique<tgui_object>(tgui_object{info, 0, false});
+    object->info.stock = -1;
+    tgui::registry<tgui_object>().add(object.get());
+    ++created_count;
+    return object.release();
+  });
+}
+
+bool creation_fails() {
+  if (failure_plan.failures == 0) {
+    return false;
+  }
+  if (failure_plan.skip > 0) {
+    --failure_plan.skip;
+    return false;
+  }
+  --failure_plan.failures;
+  return true;
+}
+
+bool known_pen_style(std::int32_t style) {
+  return (style >= TGUI_PEN_SOLID && style <= TGUI_PEN_DASHDOT) || style == TGUI_PEN_NULL;
+}
+
+std::int32_t magnitude(std::int32_t width) {
+  return std::abs(std::max(width, -std::numeric_limits<std::int32_t>::max()));
+}
+
+tgui_object stock_pen(int number, int style, std::uint32_t colour) {
+  tgui_object object{};
+  object.info = {TGUI_PEN, number, style, style == TGUI_PEN_NULL ? 0 : 1, colour, {}};
+  return object;
+}
+
+tgui_object stock_brush(int number, int style, std::uint32_t colour) {
+  tgui_object object{};
+  object.info = {TGUI_BRUSH, number, style, 0, colour, {}};
+  return object;
+}
+
+// The stock fonts are bitmap fonts of fixed cell heights.
+tgui_object stock_font(int number, std::int32_t cell_height, std::int32_t weight, const char* face) {
+  tgui_object object{};
+  object.info.kind = TGUI_FONT;
+  object.info.stock = number;
+  object.info.font.height = cell_height;
+  object.info.font.weight = weight;
+  std::strncpy(object.info.font.face, face, sizeof object.info.font.face - 1);
+  return object;
+}
+
+tgui_object* find_stock(int number) {
+  static tgui_object objects[] = {
+      stock_brush(TGUI_WHITE_BRUSH, 0, 0xFFFFFF),
+      stock_brush(TGUI_LTGRAY_BRUSH, 0, 0xC0C0C0),
+      stock_brush(TGUI_GRAY_BRUSH, 0, 0x808080),
+      stock_brush(TGUI_DKGRAY_BRUSH, 0, 0x404040),
+      stock_brush(TGUI_BLACK_BRUSH, 0, 0x000000),
+      stock_brush(TGUI_NULL_BRUSH, 1, 0x000000),
+      stock_pen(TGUI_WHITE_PEN, 0, 0xFFFFFF),
+      stock_pen(TGUI_BLACK_PEN, 0, 0x000000),
+      stock_pen(TGUI_NULL_PEN, TGUI_PEN_NULL, 0),
+      stock_font(TGUI_ANSI_VAR_FONT, 13, 400, "MS Sans Serif"),
+      stock_font(TGUI_SYSTEM_FONT, 16, 700, "System"),
+  };
+  for (tgui_object& object : objects) {
+    if (object.info.stock == number) {
+      return &object;
+    }
+  }
+  return nullptr;
+}
+
+}  // namespace

@@ -1,0 +1,33 @@
+// Pens, brushes and fonts, and how the states of surfaces keep them.
+#pragma once
+
+#include "tavdgui/tavdgui.h"
+
+struct tgui_object {
+  tgui_object_info info;
+  int holds;     // states, current and saved, that have it selected
+  bool deleted;  // by its creator; it goes with the last hold
+};
+
+namespace tgui {
+
+// Whether a host may still name this object: a stock object, or one created and not deleted.
+bool usable(const tgui_object* object);
+
+// A stock object that is known to exist.
+tgui_object* stock(int number);
+
+// A state's hold on an object: a deleted object lives on while a state holds it.
+class Hold {
+ public:
+  explicit Hold(tgui_object* object) noexcept;
+  Hold(const Hold& other) noexcept : Hold(other.object_) {}
+  Hold& operator=(const Hold& other) noexcept;
+  ~Hold();
+  tgui_object* get() const { return object_; }
+
+ private:
+  tgui_object* object_;
+};
+
+}  // namespace tgui
