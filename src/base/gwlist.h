@@ -15,9 +15,9 @@ void gwcb_add(tavd_hwnd dialog, int item, const char* text);
 void gwcb_addw(tavd_hwnd dialog, int item, const tavd_wchar* text);
 void gwcb_clear(tavd_hwnd dialog, int item);
 
-// The text of row `index`, or of the selected row if `index` is negative, into `buffer` of `size` characters (may
-// be null). Returns the row, or -1 if nothing is selected; `buffer` is then empty. A text longer than the buffer is
-// cut.
+// The text of row `index`, or of the selected row if `index` is negative, into `buffer` of `size` characters
+// (may be null). Returns the row, or -1 if nothing is selected; `buffer` is then empty. A text longer than
+// the buffer is cut.
 int gwlb_gettext(tavd_hwnd dialog, int item, int index, char* buffer, int size);
 int gwlb_gettextw(tavd_hwnd dialog, int item, int index, tavd_wchar* buffer, int size);
 int gwcb_gettext(tavd_hwnd dialog, int item, int index, char* buffer, int size);

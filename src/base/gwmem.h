@@ -1,5 +1,5 @@
-// The allocator. Addresses do not change while a block lives; a block is resized and freed from its address alone.
-// `tag` is a free number that appears in the out-of-memory report.
+// The allocator. Addresses do not change while a block lives; a block is resized and freed from its address
+// alone. `tag` is a free number that appears in the out-of-memory report.
 #pragma once
 
 #include <cstdint>

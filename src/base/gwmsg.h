@@ -22,5 +22,7 @@ int gwmsgdialog(tavd_hwnd owner, const char* text, std::uint32_t flags);
 
 void gwset_own_dialog(std::int32_t on);  // exactly 1: the own dialog instead of the platform's message box
 void gwset_dialog_labels(const char* ok, const char* cancel, const char* yes, const char* no);
+// Caption of all messages, kept by address; null for none. gwInit clears it, and no host can set it.
+void gwset_message_caption(const char* caption);
 
 }  // namespace tavd

@@ -8,8 +8,8 @@
 namespace tavd {
 
 // The place of `value` between the rows of a table: 0, or -1 with zero outputs if it has none.
-int tavca_param_locate(const char* value, const ParEntry* table, int n, std::int16_t* idx1, std::int16_t* idx2,
-                       float* frac);
+int tavca_param_locate(const char* value, const ParEntry* table, int n, std::int16_t* idx1,
+                       std::int16_t* idx2, float* frac);
 
 // Adds the pressure term of the chosen values at flow `qv`, Pa.
 void tavca_param_add_dp(const FlowData* fd, float qv, float* dp);

@@ -1,0 +1,250 @@
+#include "catalogue_database.h"
+
+#include <algorithm>
+#include <deque>
+#include <filesystem>
+#include <map>
+#include <utility>
+
+#include "attributes.h"
+#include "catalogue_entry.h"
+#include "catalogue_files.h"
+#include "catalogue_source.h"
+#include "catalogue_text.h"
+#include "catalogue_values.h"
+#include "errors.h"
+#include "progress.h"
+#include "tavd/tavdsrv.h"
+#include "text.h"
+
+namespace tavdhost {
+
+namespace {
+
+constexpr std::int16_t kAtOrAfter = 1;  // mode of tavbfindrec
+constexpr std::size_t kClassBytes = 3;
+constexpr std::size_t kIdBytes = 30;
+constexpr const char* kFileHeaderClass = "000";
+constexpr const char* kFileHeaderId = "FILEHEADER";
+constexpr const char* kUsesUtf8 = "usesUTF8";
+
+// A source and the products in it.
+struct ParsedSource {
+  Source source;
+  Json::Value root;
+};
+
+using ParsedSources = std::deque<ParsedSource>;  // what is added stays where it is
+
+// The service tells what went wrong in its last call; nothing if it succeeded.
+void check_service() {
+  const std::string reason = tavdsrv_lasterror();
+  if (!reason.empty()) throw UserError(printable(reason));
+}
+
+// A file holds one product, or an array of them.
+std::vector<const Json::Value*> products_of(const Json::Value& root) {
+  std::vector<const Json::Value*> products;
+  if (!root.isArray()) return {&root};
+  for (const Json::Value& product : root) products.push_back(&product);
+  return products;
+}
+
+ParsedSources parse_sources(const std::vector<std::string>& names, Faults& faults) {
+  ParsedSources parsed;
+  for (const std::string& name : names) {
+    ParsedSource& next = parsed.emplace_back(Source::read(name), Json::Value());
+    if (!parse(next.source, next.root, faults)) next.root = Json::Value(Json::arrayValue);
+  }
+  return parsed;
+}
+
+bool is_file_header(const Json::Value& product) {
+  return product.isObject() && product["class"].isString() &&
+         product["class"].asString() == kFileHeaderClass && product["id"].isString() &&
+         product["id"].asString() == kFileHeaderId;
+}
+
+void store(const Database& database, const Entry& entry) {
+  Record record(tavdsrv_newrec(entry.class_id.c_str(), entry.object_id.c_str()));
+  check_service();
+  for (const auto& [number, bytes] : entry.attributes) {
+    tavbinsertatt(database.handle(), record.address(), number, bytes.data(),
+                  static_cast<std::int16_t>(bytes.size()));
+    check_service();
+  }
+  if (entry.ahm) {
+    std::string block = *entry.ahm;
+    tavbsaverecwithahm(database.handle(), record.get(), block.data(),
+                       static_cast<std::int32_t>(block.size()));
+  } else {
+    tavbsaverec(database.handle(), record.get());
+  }
+  check_service();
+}
+
+// The file header decides how texts are stored, so it must be in the database before any text is encoded.
+void store_encoding(const Database& database, const TextCodec& codec, const ParsedSources& sources) {
+  for (const auto& [source, root] : sources) {
+    for (const Json::Value* product : products_of(root)) {
+      if (!is_file_header(*product)) continue;
+      Faults told_later;
+      const auto header = read_entry(codec, source, *product, told_later);
+      const std::int16_t number = find_attribute(std::string_view(kUsesUtf8))->number;
+      if (!header || !header->attributes.contains(number)) continue;
+      store(database,
+            {header->class_id, header->object_id, {{number, header->attributes.at(number)}}, {}, {}});
+    }
+  }
+}
+
+// All products of the sources, each key once.
+class Collector {
+ public:
+  Collector(const TextCodec& codec, Faults& faults) : codec_(codec), faults_(faults) {}
+
+  void add(const Source& source, const Json::Value& product) {
+    auto entry = read_entry(codec_, source, product, faults_);
+    if (!entry) return;
+    const std::pair key(entry->class_id, entry->object_id);
+    const auto [known, is_new] = places_.try_emplace(key, Found{&source, entry->place});
+    if (is_new) {
+      entries_.push_back(std::move(*entry));
+      return;
+    }
+    const Found& first = known->second;
+    faults_.add(source, entry->place,
+                printable(key.first + ' ' + key.second) +
+                    ": duplicate; expected each class and id once, first " + "found at " +
+                    first.source->name() + ':' + std::to_string(first.place.line));
+  }
+
+  // In the order that the database has them, so that the same catalogue gives the same file.
+  std::vector<Entry> take_sorted() {
+    std::ranges::sort(entries_, {}, [](const Entry& entry) {
+      std::string key = entry.class_id + entry.object_id;
+      key.resize(kClassBytes + kIdBytes, ' ');
+      return key;
+    });
+    return std::move(entries_);
+  }
+
+ private:
+  struct Found {
+    const Source* source;
+    Source::Place place;
+  };
+  const TextCodec& codec_;
+  Faults& faults_;
+  std::vector<Entry> entries_;
+  std::map<std::pair<std::string, std::string>, Found> places_;
+};
+
+void refuse(const Faults& faults, const std::string& target) {
+  if (faults.empty()) return;
+  throw UserError(std::to_string(faults.count()) + (faults.count() == 1 ? " fault" : " faults") +
+                  " in the sources, " + target + " is left as it is\n" + faults.listing());
+}
+
+void store_all(const Database& database, const std::vector<Entry>& entries) {
+  Progress progress("Storing", entries.size());
+  if (tavdsrv_begin(database.handle()) != 0) check_service();
+  for (const Entry& entry : entries) {
+    store(database, entry);
+    progress.step();
+  }
+  if (tavdsrv_commit(database.handle()) != 0) check_service();
+}
+
+// Lets the service finish what a crash left of the file that is to be replaced: a journal that stayed beside
+// it would be taken for the new file's.
+void settle(const std::string& target) {
+  std::error_code problem;
+  if (!std::filesystem::exists(target, problem)) return;
+  const std::int16_t handle = tavbopendatabase(nullptr, target.c_str(), 0);
+  if (handle >= 0) tavdsrv_closedatabase(handle);
+  if (std::filesystem::exists(target + "-journal", problem)) {
+    throw UserError(target + "-journal lies beside the file to be replaced and would spoil the new one");
+  }
+}
+
+void refuse_target_among(const std::vector<std::string>& sources, const std::string& target) {
+  for (const std::string& source : sources) {
+    std::error_code problem;
+    if (std::filesystem::equivalent(source, target, problem)) {
+      throw UserError(target + " is one of the sources, expected another name for the database");
+    }
+  }
+}
+
+Entry read_record(const Database& database, const Record& record) {
+  char class_id[8] = {};
+  char object_id[32] = {};
+  tavbgetID(database.handle(), record.get(), class_id, object_id);
+  Entry entry;
+  entry.class_id.assign(class_id, kClassBytes);
+  entry.object_id.assign(object_id, kIdBytes);
+  entry.object_id.resize(entry.object_id.find_last_not_of(' ') + 1);
+  const std::int32_t count = tavdsrv_attributecount(record.get());
+  for (std::int32_t i = 0; i < count; ++i) {
+    std::int16_t number = 0;
+    const void* data = nullptr;
+    std::int32_t length = 0;
+    tavdsrv_attributeat(record.get(), i, &number, &data, &length);
+    entry.attributes[number].assign(static_cast<const char*>(data), static_cast<std::size_t>(length));
+  }
+  std::int32_t length = 0;
+  void* block = tavbgetahm(database.handle(), record.get(), &length);
+  check_service();
+  if (block != nullptr) entry.ahm.emplace(static_cast<const char*>(block), static_cast<std::size_t>(length));
+  tavbreleaseahm(block);
+  return entry;
+}
+
+}  // namespace
+
+std::size_t build_database(const std::vector<std::string>& sources, const std::string& target) {
+  const std::vector<std::string> files = source_files(sources);
+  refuse_target_among(files, target);
+  Faults faults;
+  const ParsedSources parsed = parse_sources(files, faults);
+  Draft draft(target);
+  std::size_t records = 0;
+  {
+    const Database database(draft.path(), Database::Open::kCreate);
+    const TextCodec codec(database.handle());
+    store_encoding(database, codec, parsed);
+    Collector collector(codec, faults);
+    for (const auto& [source, root] : parsed) {
+      for (const Json::Value* product : products_of(root)) collector.add(source, *product);
+    }
+    refuse(faults, target);
+    const std::vector<Entry> entries = collector.take_sorted();
+    store_all(database, entries);
+    records = entries.size();
+  }
+  settle(target);
+  draft.finish();
+  return records;
+}
+
+std::size_t dump_database(const Database& database, std::ostream& out) {
+  Progress progress("Writing", 0);
+  TextCodec codec(database.handle());
+  const std::string lowest(kIdBytes, '\x01');  // no key can be given that sorts before it
+  std::size_t records = 0;
+  Record record(tavbfindrec(database.handle(), lowest.c_str(), lowest.c_str(), kAtOrAfter));
+  check_service();
+  out << '[';
+  while (record) {
+    out << (records == 0 ? "\n" : ",\n") << entry_text(codec, read_record(database, record));
+    ++records;
+    progress.step();
+    record = database.next(record);
+    check_service();
+  }
+  out << (records == 0 ? "]\n" : "\n]\n");
+  return records;
+}
+
+}  // namespace tavdhost

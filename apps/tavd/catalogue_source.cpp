@@ -1,0 +1,140 @@
+#include "catalogue_source.h"
+
+#include <json/reader.h>
+#include <utf8.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <sstream>
+#include <tuple>
+
+#include "errors.h"
+
+namespace tavdhost {
+
+namespace {
+
+constexpr std::size_t kLinesShown = 20;
+constexpr std::size_t kExcerptCharacters = 40;
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+bool continues_character(char c) {
+  return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
+}
+
+// The reader words its findings as "* Line 3, Column 5", a line break, and the reason behind two blanks.
+void add_reader_errors(const Source& source, const std::string& errors, Faults& faults) {
+  std::istringstream lines(errors);
+  std::string line;
+  Source::Place place{1, 1};
+  while (std::getline(lines, line)) {
+    unsigned long row = 0;
+    unsigned long column = 0;
+    if (std::sscanf(line.c_str(), "* Line %lu, Column %lu", &row, &column) == 2) {
+      place = {row, column};
+    } else if (line.starts_with("  ")) {
+      faults.add(source, place, line.substr(2));
+    }
+  }
+  if (faults.empty()) faults.add(source, place, "cannot be read as JSON");
+}
+
+}  // namespace
+
+Source::Source(std::string name, std::string text) : name_(std::move(name)), text_(std::move(text)) {
+  if (text_.starts_with(kByteOrderMark)) text_.erase(0, kByteOrderMark.size());
+  line_starts_.push_back(0);
+  for (std::size_t i = 0; i < text_.size(); ++i) {
+    if (text_[i] == '\n') line_starts_.push_back(i + 1);
+  }
+}
+
+Source Source::read(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  if (!file) throw UserError(path + ": cannot be opened");
+  std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+  if (file.bad()) throw UserError(path + ": cannot be read");
+  return {path, std::move(text)};
+}
+
+Source::Place Source::place(std::ptrdiff_t offset) const {
+  const std::size_t at =
+      std::min(static_cast<std::size_t>(std::max<std::ptrdiff_t>(offset, 0)), text_.size());
+  const auto after = std::ranges::upper_bound(line_starts_, at);
+  const std::size_t start = *std::prev(after);
+  const std::string_view before = std::string_view(text_).substr(start, at - start);
+  const auto characters = std::ranges::count_if(before, [](char c) { return !continues_character(c); });
+  return {static_cast<std::size_t>(after - line_starts_.begin()), static_cast<std::size_t>(characters) + 1};
+}
+
+std::string_view Source::literal(const Json::Value& value) const {
+  const auto start = static_cast<std::size_t>(value.getOffsetStart());
+  const auto limit = static_cast<std::size_t>(value.getOffsetLimit());
+  if (start > limit || limit > text_.size()) return {};
+  return std::string_view(text_).substr(start, limit - start);
+}
+
+std::string Source::excerpt(const Json::Value& value) const {
+  std::string text;
+  for (char c : literal(value)) {
+    const bool blank = c == ' ' || c == '\n' || c == '\r' || c == '\t';
+    if (!blank) {
+      text += c;
+    } else if (!text.ends_with(' ')) {
+      text += ' ';
+    }
+  }
+  if (text.size() <= kExcerptCharacters) return text;
+  std::size_t end = kExcerptCharacters;
+  while (end > 0 && continues_character(text[end])) --end;
+  return text.substr(0, end) + "...";
+}
+
+void Faults::add(const Source& source, Source::Place place, const std::string& text) {
+  const auto same = std::ranges::find(lines_, &source, &Line::source);
+  const std::size_t order = same != lines_.end() ? same->order : lines_.size();
+  lines_.push_back({&source, order, place, text});
+}
+
+std::string Faults::listing() const {
+  std::vector<Line> sorted = lines_;
+  std::ranges::stable_sort(sorted, {}, [](const Line& line) {
+    return std::tuple(line.order, line.place.line, line.place.column);
+  });
+  std::string text;
+  for (std::size_t i = 0; i < std::min(sorted.size(), kLinesShown); ++i) {
+    const Line& line = sorted[i];
+    if (i > 0) text += '\n';
+    text += line.source->name() + ':' + std::to_string(line.place.line) + ':' +
+            std::to_string(line.place.column) + ": " + line.text;
+  }
+  if (sorted.size() > kLinesShown) text += "\nand " + std::to_string(sorted.size() - kLinesShown) + " more";
+  return text;
+}
+
+bool parse(const Source& source, Json::Value& root, Faults& faults) {
+  const std::string& text = source.text();
+  const auto bad = utf8::find_invalid(text.begin(), text.end());
+  if (bad != text.end()) {
+    faults.add(source, source.place(bad - text.begin()), "expected UTF-8, found a byte that is none");
+    return false;
+  }
+  Json::CharReaderBuilder builder;
+  Json::CharReaderBuilder::strictMode(&builder.settings_);
+  builder["allowComments"] = true;
+  builder["collectComments"] = false;
+  const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
+  std::string errors;
+  try {
+    if (reader->parse(text.data(), text.data() + text.size(), &root, &errors)) return true;
+    add_reader_errors(source, errors, faults);
+  } catch (const Json::Exception& error) {  // nested deeper than the reader goes
+    faults.add(source, {1, 1}, error.what());
+  }
+  return false;
+}
+
+}  // namespace tavdhost

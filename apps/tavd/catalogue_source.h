@@ -1,0 +1,66 @@
+// The catalogue's source files: JSON with comments, and the places of what is wrong in them.
+#pragma once
+
+#include <json/value.h>
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tavdhost {
+
+// One source file in memory, as UTF-8 without a byte order mark.
+class Source {
+ public:
+  struct Place {
+    std::size_t line;    // from 1
+    std::size_t column;  // in characters, from 1
+  };
+
+  Source(std::string name, std::string text);
+
+  // Throws UserError if the file cannot be read.
+  static Source read(const std::string& path);
+
+  const std::string& name() const { return name_; }
+  const std::string& text() const { return text_; }
+  Place place(std::ptrdiff_t offset) const;
+
+  // The characters that a value was read from, cut for a message if there are many.
+  std::string_view literal(const Json::Value& value) const;
+  std::string excerpt(const Json::Value& value) const;
+
+ private:
+  std::string name_;
+  std::string text_;
+  std::vector<std::size_t> line_starts_;
+};
+
+// Everything that is wrong in the sources of one run.
+class Faults {
+ public:
+  void add(const Source& source, Source::Place place, const std::string& text);
+
+  bool empty() const { return lines_.empty(); }
+  std::size_t count() const { return lines_.size(); }
+
+  // A line per fault, "file:line:column: text", in the order of the sources and of the places in them. At
+  // most 20 lines, and one that counts the rest.
+  std::string listing() const;
+
+ private:
+  struct Line {
+    const Source* source;
+    std::size_t order;  // of the source
+    Source::Place place;
+    std::string text;
+  };
+  std::vector<Line> lines_;
+};
+
+// Reads the JSON of a source; comments are allowed, names that stand twice in one object and anything behind
+// the value are not. Returns whether it could be read; if not, `faults` tells why.
+bool parse(const Source& source, Json::Value& root, Faults& faults);
+
+}  // namespace tavdhost

@@ -1,0 +1,93 @@
+// Product databases and records as the commands use them: handles that release themselves, and errors in
+// words.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "errors.h"
+#include "tavd/tavb.h"
+
+namespace tavdhost {
+
+// Whose product codes and whose language the texts are taken in. Empty: the defaults of the product.
+struct TextChoice {
+  std::string market;    // market area code such as "FIN", in any case
+  std::string language;  // number (1512), code ("GBR"), two letters ("en") or English name ("English")
+};
+
+// One record in memory, released at the end. May be empty.
+class Record {
+ public:
+  Record() = default;
+  explicit Record(tavb_rec rec) : rec_(rec) {}
+  ~Record() { tavbreleaserec(rec_); }
+  Record(Record&& other) noexcept : rec_(std::exchange(other.rec_, nullptr)) {}
+  Record& operator=(Record&& other) noexcept {
+    std::swap(rec_, other.rec_);
+    return *this;
+  }
+  Record(const Record&) = delete;
+  Record& operator=(const Record&) = delete;
+
+  explicit operator bool() const { return rec_ != nullptr; }
+  tavb_rec get() const { return rec_; }
+  // For tavbinsertatt, which may move the record.
+  tavb_rec* address() { return &rec_; }
+
+ private:
+  tavb_rec rec_ = nullptr;
+};
+
+// The key of a record: the class, and the object id without trailing blanks.
+struct RecordKey {
+  std::string class_id;
+  std::string object_id;
+  auto operator<=>(const RecordKey&) const = default;
+};
+
+// An open database, closed at the end.
+class Database {
+ public:
+  enum class Open {
+    kExisting,  // the file must be there
+    kCreate     // an empty database is made if the file is not there
+  };
+
+  // Starts the library with these texts and opens the file. Throws UserError if the file is missing or no
+  // product database, or if there is no such market or language.
+  explicit Database(const std::string& path, Open open = Open::kExisting, const TextChoice& texts = {});
+  ~Database();
+  Database(const Database&) = delete;
+  Database& operator=(const Database&) = delete;
+
+  std::int16_t handle() const { return handle_; }
+  const std::string& path() const { return path_; }
+
+  // Exactly this record; empty if there is none. Blanks behind the object id do not count.
+  Record find(std::string_view class_id, std::string_view object_id) const;
+  // The first record of all, and the one after `record`; empty at the end.
+  Record first() const;
+  Record next(const Record& record) const;
+  RecordKey key(const Record& record) const;
+  // The classes that the database holds, in record order.
+  std::vector<std::string> classes() const;
+
+  // The record that the user named. Throws UserError that names class, id and file, and ids that come near.
+  Record product(std::string_view class_id, std::string_view object_id) const;
+  // What to tell about a class that the database does not hold.
+  UserError unknown_class(std::string_view class_id) const;
+
+ private:
+  std::vector<std::string> near_ids(std::string_view class_id, std::string_view object_id) const;
+  std::string path_;
+  std::int16_t handle_;
+};
+
+// Whether records of this class are products: all are but the file header and the model records.
+bool is_product_class(std::string_view class_id);
+
+}  // namespace tavdhost

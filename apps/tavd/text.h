@@ -1,0 +1,54 @@
+// Texts on their way to the terminal: UTF-16 to UTF-8, and columns that line up.
+#pragma once
+
+#include <cstddef>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tavd/types.h"
+
+namespace tavdhost {
+
+// Terminated UTF-16, at most `limit` units, as UTF-8 without trailing blanks. A lone surrogate becomes
+// U+FFFD.
+std::string to_utf8(const tavd_wchar* wide, std::size_t limit);
+
+// The text with U+FFFD where it is no UTF-8, and a blank for each control character: safe on a terminal and
+// in JSON.
+std::string printable(std::string_view text);
+
+// The text printable, between double quotes, as messages name what the user gave.
+std::string in_quotes(std::string_view text);
+
+// Units that the text takes as UTF-16.
+std::size_t utf16_length(std::string_view text);
+
+// Terminal columns that UTF-8 text takes: 2 for wide East Asian characters, 0 for combining ones.
+std::size_t display_width(std::string_view text);
+
+// The text with blanks behind it (before it) until it takes `width` columns.
+std::string pad_right(std::string_view text, std::size_t width);
+std::string pad_left(std::string_view text, std::size_t width);
+
+// Whether two texts are the same without regard to the case of ASCII letters.
+bool same_letters(std::string_view a, std::string_view b);
+std::string lower(std::string_view text);
+
+// The text without blanks at its end.
+std::string_view trim_end(std::string_view text);
+
+// Rows of texts, printed in columns two blanks apart; no blanks at the ends of lines.
+class Columns {
+ public:
+  void add(std::vector<std::string> row) { rows_.push_back(std::move(row)); }
+  void align_right(std::size_t column) { right_.push_back(column); }
+  void print(std::ostream& out) const;
+
+ private:
+  std::vector<std::vector<std::string>> rows_;
+  std::vector<std::size_t> right_;
+};
+
+}  // namespace tavdhost

@@ -1,0 +1,36 @@
+#include "units.h"
+
+#include <cstddef>
+#include <string>
+
+#include "errors.h"
+#include "text.h"
+
+namespace tavdhost {
+namespace {
+
+// The place in a list is the unit's number.
+constexpr const char* kFlowUnits[] = {"l/s", "l/h", "m3/s", "m3/h", "cfm"};
+constexpr const char* kPressureUnits[] = {"Pa", "kPa", "inWC", "inwg"};
+
+template <std::size_t N>
+std::int16_t unit_number(const char* const (&units)[N], std::string_view option, std::string_view name) {
+  std::string known;
+  for (std::size_t i = 0; i < N; ++i) {
+    if (same_letters(name, units[i])) return static_cast<std::int16_t>(i);
+    known += (i == 0 ? "" : ", ") + std::string(units[i]);
+  }
+  throw UserError(std::string(option) + " is " + in_quotes(name) + ", expected one of " + known);
+}
+
+}  // namespace
+
+std::int16_t flow_unit_number(std::string_view name) {
+  return unit_number(kFlowUnits, "--xunit", name);
+}
+
+std::int16_t pressure_unit_number(std::string_view name) {
+  return unit_number(kPressureUnits, "--yunit", name);
+}
+
+}  // namespace tavdhost

@@ -1,0 +1,14 @@
+// The units that a diagram's axes can have, as a user names them.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace tavdhost {
+
+// The number of a flow unit (l/s, l/h, m3/s, m3/h, cfm) or a pressure unit (Pa, kPa, inWC, inwg) as the
+// diagram counts them. Case does not matter. Throws UserError that lists the units.
+std::int16_t flow_unit_number(std::string_view name);
+std::int16_t pressure_unit_number(std::string_view name);
+
+}  // namespace tavdhost

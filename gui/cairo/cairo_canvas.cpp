@@ -1,0 +1,207 @@
+// Pictures on a cairo context: PNG, PDF and contexts of a host's.
+#include <cairo-pdf.h>
+
+#include <cmath>
+#include <numbers>
+
+#include "gui/cairo/canvas.h"
+#include "gui/cairo/typeface.h"
+#include "tavdgui/tavdgui.h"
+
+namespace tavdcairo {
+
+namespace {
+
+constexpr double kPointsPerMm = 72.0 / 25.4;
+
+cairo_status_t append(void* bytes, const unsigned char* data, unsigned int length) {
+  static_cast<std::string*>(bytes)->append(reinterpret_cast<const char*>(data), length);
+  return CAIRO_STATUS_SUCCESS;
+}
+
+class CairoCanvas : public Canvas {
+ public:
+  explicit CairoCanvas(cairo_t* cairo) : cairo_(cairo) {}
+  ~CairoCanvas() override { cairo_destroy(cairo_); }
+
+  void polyline(const std::vector<Point>& points, const Stroke& stroke) override;
+  void ellipse(const Ellipse& ellipse, const Paint& paint) override;
+  void arc(const Ellipse& ellipse, double from, double to, const Stroke& stroke) override;
+  void text(const std::string& utf8, Point reference, const TextStyle& style) override;
+  bool finish(std::string& bytes, std::string& reason) override;
+  bool has_pixels() const override { return false; }
+
+ protected:
+  cairo_t* cairo() const { return cairo_; }
+
+ private:
+  void colour(std::uint32_t value);
+  void ellipse_path(const Ellipse& ellipse, double from, double to);
+  void stroke_path(const Stroke& stroke);
+
+  cairo_t* cairo_;
+};
+
+class PngCanvas : public CairoCanvas {
+ public:
+  using CairoCanvas::CairoCanvas;
+  bool finish(std::string& bytes, std::string& reason) override;
+  bool has_pixels() const override { return true; }
+};
+
+class PdfCanvas : public CairoCanvas {
+ public:
+  // The surface writes into `bytes`, which lives as long as the canvas.
+  PdfCanvas(cairo_t* cairo, std::unique_ptr<std::string> bytes)
+      : CairoCanvas(cairo), bytes_(std::move(bytes)) {}
+  ~PdfCanvas() override { cairo_surface_finish(cairo_get_target(cairo())); }
+  bool finish(std::string& bytes, std::string& reason) override;
+
+ private:
+  std::unique_ptr<std::string> bytes_;
+};
+
+void paint_white(cairo_t* cairo) {
+  cairo_set_source_rgb(cairo, 1, 1, 1);
+  cairo_paint(cairo);
+}
+
+}  // namespace
+
+std::unique_ptr<Canvas> make_png_canvas(int width, int height) {
+  cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height);
+  cairo_t* cairo = cairo_create(surface);
+  cairo_surface_destroy(surface);
+  paint_white(cairo);
+  return std::make_unique<PngCanvas>(cairo);
+}
+
+std::unique_ptr<Canvas> make_pdf_canvas(int width, int height, double width_mm, double height_mm) {
+  auto bytes = std::make_unique<std::string>();
+  const double page_width = width_mm * kPointsPerMm;
+  const double page_height = height_mm * kPointsPerMm;
+  cairo_surface_t* surface =
+      cairo_pdf_surface_create_for_stream(append, bytes.get(), page_width, page_height);
+  // The same drawing gives the same bytes: the file tells no time.
+  cairo_pdf_surface_set_metadata(surface, CAIRO_PDF_METADATA_CREATE_DATE, "");
+  cairo_t* cairo = cairo_create(surface);
+  cairo_surface_destroy(surface);
+  cairo_scale(cairo, page_width / width, page_height / height);
+  return std::make_unique<PdfCanvas>(cairo, std::move(bytes));
+}
+
+std::unique_ptr<Canvas> make_context_canvas(cairo_t* context) {
+  return std::make_unique<CairoCanvas>(cairo_reference(context));
+}
+
+namespace {
+
+void CairoCanvas::polyline(const std::vector<Point>& points, const Stroke& stroke) {
+  cairo_new_path(cairo_);
+  for (const Point& point : points) {
+    cairo_line_to(cairo_, point.x, point.y);
+  }
+  stroke_path(stroke);
+}
+
+void CairoCanvas::ellipse(const Ellipse& ellipse, const Paint& paint) {
+  ellipse_path(ellipse, 2 * std::numbers::pi, 0);
+  cairo_close_path(cairo_);
+  if (paint.fill) {
+    colour(*paint.fill);
+    cairo_fill_preserve(cairo_);
+  }
+  if (paint.stroke) {
+    stroke_path(*paint.stroke);
+  }
+  cairo_new_path(cairo_);
+}
+
+void CairoCanvas::arc(const Ellipse& ellipse, double from, double to, const Stroke& stroke) {
+  ellipse_path(ellipse, from, to);
+  stroke_path(stroke);
+}
+
+void CairoCanvas::text(const std::string& utf8, Point reference, const TextStyle& style) {
+  cairo_save(cairo_);
+  cairo_translate(cairo_, reference.x, reference.y);
+  cairo_rotate(cairo_, -style.angle * std::numbers::pi / 180);
+  const Layout layout = make_layout(cairo_, utf8, style);
+  const LineMetrics metrics = measure(utf8, style);
+  const Point baseline = baseline_offset(metrics, style);
+  if (style.opaque) {
+    cairo_set_source_rgb(cairo_, 1, 1, 1);
+    cairo_rectangle(cairo_, baseline.x, baseline.y - metrics.ascent, metrics.width,
+                    metrics.ascent + metrics.descent);
+    cairo_fill(cairo_);
+  }
+  colour(style.colour);
+  cairo_move_to(cairo_, baseline.x, baseline.y);
+  if (pango_layout_get_line_count(layout.get()) > 0) {
+    pango_cairo_show_layout_line(cairo_, pango_layout_get_line_readonly(layout.get(), 0));
+  }
+  cairo_restore(cairo_);
+  cairo_new_path(cairo_);
+}
+
+bool CairoCanvas::finish(std::string& /*bytes*/, std::string& reason) {
+  const cairo_status_t status = cairo_status(cairo_);
+  reason = cairo_status_to_string(status);
+  return status == CAIRO_STATUS_SUCCESS;
+}
+
+bool PngCanvas::finish(std::string& bytes, std::string& reason) {
+  if (!CairoCanvas::finish(bytes, reason)) {
+    return false;
+  }
+  const cairo_status_t status = cairo_surface_write_to_png_stream(cairo_get_target(cairo()), append, &bytes);
+  reason = cairo_status_to_string(status);
+  return status == CAIRO_STATUS_SUCCESS;
+}
+
+bool PdfCanvas::finish(std::string& bytes, std::string& reason) {
+  cairo_show_page(cairo());
+  cairo_surface_t* surface = cairo_get_target(cairo());
+  cairo_surface_finish(surface);
+  const cairo_status_t status = cairo_surface_status(surface);
+  reason = cairo_status_to_string(status);
+  bytes = *bytes_;
+  return status == CAIRO_STATUS_SUCCESS;
+}
+
+void CairoCanvas::colour(std::uint32_t value) {
+  cairo_set_source_rgb(cairo_, (value & 0xFF) / 255.0, (value >> 8 & 0xFF) / 255.0,
+                       (value >> 16 & 0xFF) / 255.0);
+}
+
+void CairoCanvas::ellipse_path(const Ellipse& ellipse, double from, double to) {
+  cairo_new_path(cairo_);
+  if (!(ellipse.rx > 0) || !(ellipse.ry > 0)) {
+    return;
+  }
+  cairo_save(cairo_);
+  cairo_translate(cairo_, ellipse.centre.x, ellipse.centre.y);
+  cairo_scale(cairo_, ellipse.rx, ellipse.ry);
+  cairo_arc_negative(cairo_, 0, 0, 1, from, to);
+  cairo_restore(cairo_);
+}
+
+void CairoCanvas::stroke_path(const Stroke& stroke) {
+  colour(stroke.colour);
+  cairo_set_line_width(cairo_, stroke.width);
+  cairo_set_line_cap(cairo_, CAIRO_LINE_CAP_ROUND);
+  cairo_set_line_join(cairo_, CAIRO_LINE_JOIN_ROUND);
+  std::vector<double> lengths = dashes(stroke.style);
+  for (double& length : lengths) {
+    length *= stroke.width;
+  }
+  if (!lengths.empty()) {
+    cairo_set_line_cap(cairo_, CAIRO_LINE_CAP_BUTT);
+  }
+  cairo_set_dash(cairo_, lengths.data(), static_cast<int>(lengths.size()), 0);
+  cairo_stroke(cairo_);
+}
+
+}  // namespace
+
+}  // namespace tavdcairo

@@ -1,0 +1,40 @@
+// Fonts: which installed face stands for the one that was asked for, and its measures.
+#pragma once
+
+#include <pango/pangocairo.h>
+
+#include <memory>
+#include <string>
+
+#include "gui/cairo/canvas.h"
+
+namespace tavdcairo {
+
+// The families to look for when `face` is asked for, the first one preferred, separated by commas.
+std::string families(const std::string& face);
+
+// Measures of a line of text, device units.
+struct LineMetrics {
+  double ascent;   // from the top of the cell to the baseline
+  double descent;  // from the baseline to the bottom of the cell
+  double width;    // advance of the text
+};
+
+struct Unref {
+  void operator()(void* object) const { g_object_unref(object); }
+};
+using Layout = std::unique_ptr<PangoLayout, Unref>;
+
+// One line of text, shaped for `cairo`.
+Layout make_layout(cairo_t* cairo, const std::string& utf8, const TextStyle& style);
+
+// The same whatever the text is drawn on: cairo reports other ascents under the scale of a page.
+LineMetrics measure(const std::string& utf8, const TextStyle& style);
+
+// Height of a character cell (ascent and descent) for an em height of 1.
+double cell_height(const std::string& face, int weight, bool italic);
+
+// Where the baseline starts, relative to the reference point, along and across the line (down is positive).
+Point baseline_offset(const LineMetrics& metrics, const TextStyle& style);
+
+}  // namespace tavdcairo

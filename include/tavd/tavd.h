@@ -1,0 +1,26 @@
+/* The whole library: 158 functions in families, each in a header of its own.
+ *
+ * A host asks tavd_version_nmb first, then sets the process up with the
+ * tavdcore_ functions, opens a database (tavdf_), finds a product through the
+ * service (tavd/tavb.h), loads it and calculates (tavca_).
+ */
+#ifndef TAVD_TAVD_H
+#define TAVD_TAVD_H
+
+#include "tavd/flowdata.h"
+#include "tavd/tavca.h"
+#include "tavd/types.h"
+
+/* The version of this interface. */
+#define TAVD_INTERFACE_VERSION 190
+
+TAVD_EXTERN_C_BEGIN
+
+/* The handshake: `version` is the interface that the host was built for.
+ * Returns 190 for TAVD_INTERFACE_VERSION and -190, a refusal, for any other
+ * number. No other function depends on the call. */
+TAVD_API int tavd_version_nmb(int version);
+
+TAVD_EXTERN_C_END
+
+#endif

@@ -1,0 +1,114 @@
+/* Product records: opening a database, reading a product's size, shape and
+ * texts, copying and deleting whole products.
+ *
+ * `db` is a database handle of tavdf_open_database; `rec` is a record handle
+ * of the service (tavd/tavb.h). The functions that take a `rec` leave it with
+ * its owner and keep nothing of it; a null `rec` counts as a record without
+ * attributes. Nothing here reports a failure: where an attribute is absent the
+ * next source is asked, in the order that each function tells.
+ */
+#ifndef TAVD_TAVDF_H
+#define TAVD_TAVDF_H
+
+#include "tavd/types.h"
+
+TAVD_EXTERN_C_BEGIN
+
+/* Words that tavdf_load_shapedata and tavdf_check_shapedata may write whatever
+ * the told length. */
+enum { TAVDF_SHAPE_MIN_WORDS = 10 };
+
+/* Opens the product database at `dbPath`, a terminated path in the system's
+ * encoding or UTF-16. `mode` 0 opens what exists, any other value creates the
+ * file if it is missing. The path of the vlk file goes along as tavdcore_init
+ * (tavdcore_initw for the wide form) stored it. Returns the handle, or -1: no
+ * such file, no path, or the service's own -1. The library closes no
+ * database. */
+TAVD_API int16_t tavdf_open_database(const char* dbPath, int32_t mode);
+TAVD_API int16_t tavdf_open_databasew(const tavd_wchar* dbPath, int32_t mode);
+
+/* How the text of attribute `attId` is stored, as tavbcopywsz wants to know:
+ * 0 the database's default, 1 UTF-8, 6 Baltic, 7 Central European, 8 Cyrillic.
+ * 0 for every number that is no text of a market or language. */
+TAVD_API int16_t tavdf_charsetId(int16_t attId);
+
+/* Reads the duct size of a product, mm, from the first that exists of: the
+ * flow header 1650 (round if its height is 0), the older header 1649 (round),
+ * the first diameter of 1102 (round). Otherwise all of `ds` is zero. A round
+ * size has its diameter in `h` too.
+ * Returns 0 if the size came from 1650, otherwise -1. So -1 does not mean that
+ * the size is missing: a size from 1649 or 1102 is valid. */
+TAVD_API int32_t tavdf_load_ductsize(int16_t db, tavb_rec rec, DuctSize* ds);
+
+/* Reads the shape description 1110 and repairs it with tavdf_check_shapedata.
+ *   ds         duct size against which margins are resolved, may be null
+ *   shapedata  room for at least 10 words, whatever `maxwords` says
+ *   maxwords   words to read at most; 0 or less reads nothing
+ * Returns the number of words, at most `maxwords`, 0 without a shape;
+ * `shapedata` is then untouched. */
+TAVD_API int16_t tavdf_load_shapedata(int16_t db, tavb_rec rec, const DuctSize* ds, int16_t* shapedata,
+                                      int16_t maxwords);
+
+/* Completes and converts some kinds of shape descriptions in place; all others
+ * pass untouched. shapedata[0] is the kind, the words behind it its dimensions.
+ *   104       old form, becomes kind 118 with 10 words
+ *   130       a missing length (word 2) becomes 500 mm, a missing word 1 50 mm
+ *   140, 150  a missing word 1 becomes 200 mm
+ *   181       becomes 180: words 2 and 3 are margins around the duct
+ *   183       becomes 182: word 2 is a margin around the duct
+ * 181 and 183 need `ds`; with a null one they stay as they are.
+ *   shapedata  room for at least 10 words
+ *   nsh        number of words, in and out
+ * Sums are 16-bit numbers and wrap. Returns 0. */
+TAVD_API int32_t tavdf_check_shapedata(int16_t* shapedata, int16_t* nsh, const DuctSize* ds);
+
+/* Reads the installation text 1513, in the database's narrow encoding, into
+ * `buffer` of `capacity` bytes (32767 count at most). A text that fills the
+ * buffer is cut there and has no terminator. Returns 0, or -1 with an empty
+ * `buffer` if the product has no such text. With a `capacity` of 0 or less
+ * nothing is written. */
+TAVD_API int32_t tavdf_load_installationdef(int16_t db, tavb_rec rec, char* buffer, int32_t capacity);
+
+/* Copies the product code: the first that exists of the market's own attribute
+ * (tavdcore_pcodeAttId), 1562, 1505, 1501, and last the object id, all 30
+ * characters of it with its trailing blanks.
+ *   dest     always terminated
+ *   destLen  room in characters (bytes in the narrow form), with the
+ *            terminator; 0 or less writes nothing
+ * The narrow form is in the system's default code page, with "?" for what that
+ * lacks, at most 255 characters. The wide form counts bytes in 16 bits: from
+ * 32768 characters on the room starts again at 0. */
+TAVD_API void tavdf_copyproductcode(int16_t db, tavb_rec rec, char* dest, int32_t destLen);
+TAVD_API void tavdf_copyproductcodew(int16_t db, tavb_rec rec, tavd_wchar* dest, int32_t destLen);
+
+/* Copies the description in the user's language (tavdcore_pdescAttId); empty
+ * if there is none. Arguments as for the product code. The narrow form copies
+ * the PRODUCT CODE instead: narrow lists show the code in their description
+ * field. Use the wide form for the text itself. */
+TAVD_API void tavdf_copyproductdesc(int16_t db, tavb_rec rec, char* dest, int32_t destLen);
+TAVD_API void tavdf_copyproductdescw(int16_t db, tavb_rec rec, tavd_wchar* dest, int32_t destLen);
+
+/* Copies the web link of the market (tavdcore_weblinkAttId); empty if there is
+ * none. As with the description, the narrow form copies the PRODUCT CODE. */
+TAVD_API void tavdf_copyweblink(int16_t db, tavb_rec rec, char* dest, int32_t destLen);
+TAVD_API void tavdf_copyweblinkw(int16_t db, tavb_rec rec, tavd_wchar* dest, int32_t destLen);
+
+/* Copies a product from one open database into another, replacing what is
+ * there: the record, its model record of class "TVM" with its ahm block, and,
+ * if the record is the main record of a family (attribute 1150 is 1 or 2), all
+ * members with their model records. The members' copies get the main record's
+ * maker text 1503 (at most 99 bytes) and its model id as 1525 (from 1525 or
+ * else 1669, at most 30 characters), where it has them. The source is not
+ * changed, unless it is the destination.
+ *   classId, objId  of the product, 3 characters and up to 30
+ * Returns 0, or -1 if there is no such record. Failures of the service while
+ * saving are not detected. */
+TAVD_API int32_t tavdf_copy_recs(int16_t srcdb, int16_t dstdb, const char* classId, const char* objId);
+
+/* Deletes a product: the record and, if it is the main record of a family, all
+ * members. Model records stay. Returns 0, or -1 if there is no such record. */
+TAVD_API int32_t tavdf_delete_recs(int16_t db, const char* classId, const char* objId);
+
+TAVD_EXTERN_C_END
+
+#endif

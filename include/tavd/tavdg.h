@@ -1,0 +1,167 @@
+/* The flow diagram: one product in a chart of flow (x) and pressure (y), with
+ * its curves, sound levels, operating point and flow limits.
+ *
+ * There is one flow diagram per process. A host creates a child window of the
+ * class "TAVDDGR", which tavdg_init registers and which paints itself, or
+ * draws on a device context of its own:
+ *
+ *   tavdg_init(module, db, rec, 0, qv, dp);     the product, built at once
+ *   tavdg_create_drawing_tools();
+ *   tavdg_draw_diagram(hdc);                    10000 by 10000 logical units
+ *   tavdg_destroy_drawing_tools();
+ *   tavdg_release();
+ *
+ * With a list box for the sizes of the product's family: tavdg_init with the
+ * list's control id, tavdg_fillsizeLB, and tavdg_update_from_list whenever
+ * the selection changes.
+ *
+ * Flows are l/s, or air velocities in m/s for products measured by velocity;
+ * pressures are Pa, whatever unit the axes show. Texts are narrow, terminated,
+ * and cut where their field ends; a null text counts as empty. No function
+ * shows a message. All functions belong to the thread of the host's window.
+ */
+#ifndef TAVD_TAVDG_H
+#define TAVD_TAVDG_H
+
+#include "tavd/types.h"
+
+TAVD_EXTERN_C_BEGIN
+
+/* ---- Setting up -------------------------------------------------------- */
+
+/* Starts a diagram: clears all settings but the parameter choices, and
+ * registers the window class for `hmodule` (null: the module that an embedder
+ * stored, if any). What a former diagram held is released.
+ *
+ * db      database of the product
+ * rec     the product; stays the host's and must live as long as
+ *         tavdg_fillsizeLB is called. Null: as tavdg_init_empty
+ * listid  control id of the list box of sizes; 0: none, the diagram is built
+ *         here. Otherwise tavdg_update_from_list builds it
+ * qv, dp  operating point, l/s (m/s) and Pa; outside the axes it is not shown
+ *
+ * Returns 0, or -1 if the diagram was to be built and the product has no
+ * usable limits (see tavdg_initdiagramdata). */
+TAVD_API int tavdg_init(tavd_hmodule hmodule, int16_t db, tavb_rec rec, int listid, float qv, float dp);
+
+/* The same without a product, to be given with tavdg_initdiagramdata. There is
+ * no family to list. Returns 0. */
+TAVD_API int tavdg_init_empty(tavd_hmodule hmodule, int16_t db);
+
+/* Releases the chart and the family list. Harmless when there are none. */
+TAVD_API void tavdg_release(void);
+
+/* Replaces the database. */
+TAVD_API void tavdg_set_tavb(int16_t db);
+
+/* Display unit of the flow axis: 0 l/s, 1 l/h, 2 m3/s, 3 m3/h, 4 cfm; other
+ * values are ignored. Products measured by velocity show m/s in any case. The
+ * axis follows at the next build. */
+TAVD_API void tavdg_set_xunit(int u);
+
+/* Display unit of the pressure axis: 0 Pa, 1 kPa, 2 inches of water ("WC), 3
+ * the same titled "in wg"; other values are ignored. The axis follows at the
+ * next build. */
+TAVD_API void tavdg_set_yunit(int u);
+
+/* 1: the curves show static pressure; anything else: total pressure. Static
+ * pressure is known for the classes ASD, AOD, CCB, AEX and AED; the curves of
+ * other classes stay as they are. The title follows at the next build. */
+TAVD_API void tavdg_set_dptype(int t);
+
+/* Title of the chart, at most 79 characters; empty: the product code. Shown
+ * from the next build on, in databases with narrow texts. */
+TAVD_API void tavdg_set_title(const char* text);
+
+/* Text behind the first sound level mark, at most 149 characters. */
+TAVD_API void tavdg_set_LpA_label(const char* text);
+
+/* Text before the first damper position, at most 149 characters. As in
+ * tavdg_set_a_label, "%%" draws one percent sign. */
+TAVD_API void tavdg_set_damperpos_label(const char* text);
+
+/* Adds a text, at most 149 characters, for the damper line of position `value`
+ * (to within 0.001), in place of its number; the last one added counts. At
+ * most 200 are kept, further ones are dropped. "%%" draws one percent sign, a
+ * print conversion such as "%d" draws nothing, and any other "%" is drawn as
+ * it stands. */
+TAVD_API void tavdg_set_a_label(float value, const char* text);
+
+/* Lowest and highest sound level line and their distance, dB(A). Each value
+ * above 0 replaces what the diagram would choose; others leave what is set. */
+TAVD_API void tavdg_set_lpmin_lpmax_lpstep(float lpmin, float lpmax, float lpstep);
+
+/* Operating point, l/s (m/s) and Pa. */
+TAVD_API void tavdg_set_operation_point(float qv, float dp);
+
+/* Flow limits to mark on the lower edge, l/s (m/s). Limits outside the
+ * product's own are not shown; `qv1` of 0 or less shows neither. */
+TAVD_API void tavdg_set_qvlimits(float qv1, float qv2);
+
+/* How finely curves are smoothed: halvings per span, cut to an even number.
+ * 2 unless set. */
+TAVD_API void tavdg_setcurveresolution(int n);
+
+/* Remembers the choice of a parameter's value, at most 6 characters each; it
+ * holds for every product loaded from then on, over tavdg_init too. Two
+ * choices are kept: a third name replaces the second. */
+TAVD_API void tavdg_set_parameter(const char* name, const char* value);
+
+/* Forgets both. */
+TAVD_API void tavdg_reset_parameters(void);
+
+/* ---- Building ---------------------------------------------------------- */
+
+/* Builds the diagram of a product: loads its flow data, applies the remembered
+ * parameter choices, takes the end reflection off its sound levels and makes
+ * the chart over the product's own limits, both axes logarithmic (linear for a
+ * fan). `rec` stays the host's and is not needed afterwards.
+ *
+ * Returns 0, or -1: `rec` is null, the product has no flow data, its limits do
+ * not rise or start at or below 0 (below 0 for a fan), or memory ran out. The
+ * window then stays blank. */
+TAVD_API int tavdg_initdiagramdata(tavb_rec rec);
+
+/* Fills the list box given to tavdg_init, in dialog `hdlg`, with the product
+ * codes of the family and selects the first. Without a product nothing
+ * happens. */
+TAVD_API void tavdg_fillsizeLB(tavd_hwnd hdlg);
+
+/* Builds the diagram of the selected size. Without a selection, or if the size
+ * is not in the database, the diagram stays as it was. */
+TAVD_API void tavdg_update_from_list(tavd_hwnd hdlg);
+
+/* Fills the combo box `id` of dialog `hdlg` with the values of the product's
+ * first parameter that has a name, and forgets the remembered choices.
+ * Returns the number of rows. */
+TAVD_API int tavdg_fill_parameter_combo(tavd_hwnd hdlg, int id);
+
+/* Chooses the selected value for that parameter. The next paint shows it; no
+ * build is needed. */
+TAVD_API void tavdg_update_parameter_combo(tavd_hwnd hdlg, int id);
+
+/* ---- Drawing ----------------------------------------------------------- */
+
+/* Lays the diagram out in a rectangle of logical units, at least 50 wide and
+ * high, within 16 bits; without a diagram nothing happens. The default is 0, 0
+ * to 10000, 10000. */
+TAVD_API void tavdg_resize(int left, int top, int right, int bottom);
+TAVD_API void tavdg_resize_default(void);
+
+/* Makes and deletes the pens and the font that tavdg_draw_diagram needs. Their
+ * sizes follow the height of the drawing. */
+TAVD_API void tavdg_create_drawing_tools(void);
+TAVD_API void tavdg_destroy_drawing_tools(void);
+
+/* Draws the diagram, in logical units; the host sets the mapping. Nothing is
+ * drawn before a build succeeded. What was selected is selected again
+ * afterwards; the text alignment is not. */
+TAVD_API void tavdg_draw_diagram(tavd_hdc hdc);
+
+/* The procedure of the window class "TAVDDGR": paints the diagram stretched
+ * over the client area and leaves all else to the system. */
+TAVD_API intptr_t tavdg_diagram_proc(tavd_hwnd hwnd, unsigned int msg, uintptr_t wparam, intptr_t lparam);
+
+TAVD_EXTERN_C_END
+
+#endif

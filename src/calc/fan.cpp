@@ -1,0 +1,103 @@
+// The pressure that a fan delivers, and the field of operating points that it can serve.
+#include "calc/interpolation.h"
+#include "calc/numeric.h"
+#include "calc/parameter.h"
+#include "tavd/tavca.h"
+
+namespace {
+
+using tavd::resistance;
+using tavd::row_count;
+
+constexpr int kNullRecord = -10;
+constexpr int kBelowCurve = -100;
+constexpr int kAboveCurve = -200;
+constexpr int kOverCurve = -300;
+
+constexpr int kTotalPressure =
+    100;  // kind100 from here on: the curve is a total pressure, below it a static one
+
+int curve_points(const FlowData& fd) {
+  return row_count(fd.nfan, TAVD_FAN_ROWS);
+}
+
+float with_parameters(const FlowData& fd, float qv, float dp) {
+  tavd::tavca_param_add_dp(&fd, qv, &dp);
+  return dp;
+}
+
+// The curve's pressure at `qv` in its first bracket that holds this flow; a flow on a point takes the bracket
+// below it. False if no bracket holds it.
+bool curve_dp(const FlowData& fd, float qv, float* dp) {
+  for (int i = 1; i < curve_points(fd); ++i) {
+    const FanPoint& below = fd.fancurve[i - 1];
+    const FanPoint& above = fd.fancurve[i];
+    if (!(below.qv <= qv && above.qv >= qv)) continue;
+    *dp = with_parameters(fd, qv, tavd::tavca_lin_interp(below.qv, above.qv, qv, below.dp, above.dp));
+    return true;
+  }
+  return false;
+}
+
+// The coefficient of the system line through a point of the curve. The parameter term belongs to the
+// operating flow and is scaled with the line.
+float system_line(const FlowData& fd, const FanPoint& point, float qv) {
+  return resistance(point.qv, with_parameters(fd, qv, point.dp));
+}
+
+struct FanPressure {
+  int code = 0;
+  float total = 0.0F;
+  float fan_static = 0.0F;
+  float dynamic = 0.0F;
+};
+
+FanPressure fan_pressure(const FlowData& fd, float qv) {
+  const int n = curve_points(fd);
+  FanPressure result;
+  result.dynamic = tavca_pdyn(qv, fd.ductarea, 0);
+  float dpref = 0.0F;
+  if (n > 0 && fd.fancurve[0].qv > qv) {
+    dpref = system_line(fd, fd.fancurve[0], qv) * qv * qv;
+    result.code = kBelowCurve;
+  } else if (n == 0 || qv > fd.fancurve[n - 1].qv) {
+    result.dynamic = 0.0F;
+    result.code = kAboveCurve;
+  } else {
+    curve_dp(fd, qv, &dpref);
+  }
+  if (fd.kind100 < kTotalPressure) {
+    result.fan_static = dpref;
+    result.total = dpref + result.dynamic;
+  } else {
+    result.total = dpref;
+    result.fan_static = dpref - result.dynamic;
+  }
+  return result;
+}
+
+}  // namespace
+
+int tavca_fan_dp(const FlowData* fd, float qv, float* dptot, float* dpst, float* pd) {
+  FanPressure result;
+  result.code = kNullRecord;
+  if (fd != nullptr) result = fan_pressure(*fd, qv);
+  if (dptot != nullptr) *dptot = result.total;
+  if (dpst != nullptr) *dpst = result.fan_static;
+  if (pd != nullptr) *pd = result.dynamic;
+  return result.code;
+}
+
+int tavca_fan_op_check(const FlowData* fd, float qv, float dp) {
+  if (fd == nullptr) return kNullRecord;
+  const int n = curve_points(*fd);
+  if (n == 0 || qv > fd->fancurve[n - 1].qv) return kAboveCurve;
+  const float k1 = system_line(*fd, fd->fancurve[0], qv);
+  const float k2 = system_line(*fd, fd->fancurve[n - 1], qv);
+  if (dp > k1 * qv * qv) return kBelowCurve;
+  if (k2 * qv * qv > dp) return kAboveCurve;
+  float dpref;
+  if (!curve_dp(*fd, qv, &dpref)) return 0;
+  if (fd->kind100 < kTotalPressure) dpref += tavca_pdyn(qv, fd->ductarea, 0);
+  return dp > dpref ? kOverCurve : 0;
+}

@@ -1,0 +1,40 @@
+// Steps that the calculations share. Results are told to the last bit, so each step says the precision it
+// runs in: what is plain here runs in float, what goes through wide() or lg() in double.
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+namespace tavd {
+
+// A float on its way into a step in double, above all a comparison with a decimal constant.
+constexpr double wide(float x) {
+  return static_cast<double>(x);
+}
+
+// The end of a step in double.
+constexpr float narrow(double x) {
+  return static_cast<float>(x);
+}
+
+inline double lg(float x) {
+  return std::log10(wide(x));
+}
+
+// Resistance of a measured point, the constant of the square law dp = k*qv^2, Pa/(l/s)^2.
+constexpr float resistance(float qv, float dp) {
+  return dp / (qv * qv);
+}
+
+// Pressure at flow `qv` on the square law through the point (row_qv, row_dp), Pa.
+constexpr float square_law(float row_qv, float row_dp, float qv) {
+  return (row_dp * qv * qv) / (row_qv * row_qv);
+}
+
+// Rows that can be read of a table of `capacity` rows that claims to hold `count`.
+constexpr int row_count(std::int16_t count, int capacity) {
+  return std::clamp(static_cast<int>(count), 0, capacity);
+}
+
+}  // namespace tavd

@@ -1,0 +1,247 @@
+#include "calc/parameter.h"
+
+#include <charconv>
+#include <cmath>
+#include <cstring>
+
+#include "base/gwtext.h"
+#include "calc/numeric.h"
+#include "tavd/tavca.h"
+
+namespace {
+
+using tavd::narrow;
+using tavd::wide;
+
+constexpr double kSmallestPressure = 1e-5;      // Pa; what a demanded pressure is left with at least
+constexpr double kSmallestPressureTerm = 1e-3;  // Pa; smaller terms leave a demanded pressure alone
+constexpr double kNoFactor = 1e-5;              // throw factors smaller than this count as 1
+
+// A parameter value as a terminated text: the six characters that count, without trailing blanks.
+class ValueText {
+ public:
+  explicit ValueText(const char* value) { tavd::gwstrtrimcpy(text_, value != nullptr ? value : "", kChars); }
+  char* data() { return text_; }
+
+ private:
+  static constexpr int kChars = TAVD_PARAMETER_CHARS;
+  char text_[kChars + 1];
+};
+
+bool is_chosen(const ParTable& par) {
+  return par.value[0] != '\0';
+}
+
+bool is_numeric(const char* value) {
+  float number;
+  return tavca_param_valuetoreal(value, &number) == 0;
+}
+
+float number_of(const char* value) {
+  float number;
+  tavca_param_valuetoreal(value, &number);
+  return number;
+}
+
+const ParEntry& lower_row(const ParTable& par) {
+  return par.table[std::clamp<int>(par.idx1, 0, TAVD_PARAMETER_ROWS - 1)];
+}
+
+const ParEntry& upper_row(const ParTable& par) {
+  return par.table[std::clamp<int>(par.idx2, 0, TAVD_PARAMETER_ROWS - 1)];
+}
+
+// The value of a field at the chosen place between two rows.
+float blend(const ParTable& par, float lower, float upper) {
+  const float frac = par.frac;
+  return lower + frac * (upper - lower);
+}
+
+float blend(const ParTable& par, std::int16_t lower, std::int16_t upper) {
+  const float frac = par.frac;
+  return static_cast<float>(lower) + frac * static_cast<float>(upper - lower);
+}
+
+float dk_term(const ParTable& par) {
+  return blend(par, lower_row(par).dk, upper_row(par).dk);
+}
+
+float dlw_term(const ParTable& par) {
+  return blend(par, lower_row(par).dlw, upper_row(par).dlw);
+}
+
+float ddlw_term(const ParTable& par) {
+  return blend(par, lower_row(par).ddlw, upper_row(par).ddlw);
+}
+
+float factor_term(const ParTable& par) {
+  const float factor = blend(par, lower_row(par).factor, upper_row(par).factor);
+  return std::fabs(wide(factor)) < kNoFactor ? 1.0F : factor;
+}
+
+using Term = float (*)(const ParTable&);
+
+// The term of one parameter of the record; `neutral` if it is not usable or nothing is chosen.
+float term_of(const FlowData& fd, int index, Term term, float neutral) {
+  if (fd.npar <= index || !is_chosen(fd.par[index])) return neutral;
+  return term(fd.par[index]);
+}
+
+float sum_of_terms(const FlowData& fd, Term term) {
+  return term_of(fd, 0, term, 0.0F) + term_of(fd, 1, term, 0.0F);
+}
+
+void add_to_bands(float* bands, float d) {
+  for (int band = 0; band < TAVD_BANDS; ++band) bands[band] += d;
+}
+
+int locate_text(const char* value, const ParEntry* table, int n, std::int16_t* idx1, std::int16_t* idx2) {
+  for (int row = 0; row < n; ++row) {
+    if (tavca_param_valuecmp(value, table[row].value) != 0) continue;
+    *idx1 = *idx2 = static_cast<std::int16_t>(row);
+    return 0;
+  }
+  return -1;
+}
+
+int locate_number(float value, const ParEntry* table, int n, std::int16_t* idx1, std::int16_t* idx2,
+                  float* frac) {
+  float lower = number_of(table[0].value);
+  if (lower >= value) return 0;
+  for (int row = 1; row < n; ++row) {
+    const float upper = number_of(table[row].value);
+    if (lower >= upper) return -1;
+    if (lower <= value && value <= upper) {
+      *idx1 = static_cast<std::int16_t>(row - 1);
+      *idx2 = static_cast<std::int16_t>(row);
+      *frac = (value - lower) / (upper - lower);
+      return 0;
+    }
+    lower = upper;
+  }
+  *idx1 = *idx2 = static_cast<std::int16_t>(n - 1);
+  return 0;
+}
+
+bool is_name_of(const ParTable& par, const char* name) {
+  char own_name[sizeof par.name + 1];
+  std::memcpy(own_name, par.name, sizeof par.name);
+  own_name[sizeof par.name] = '\0';
+  return tavd::gwstricmp(own_name, name) == 0;
+}
+
+ParTable* find_parameter(FlowData* fd, const char* name) {
+  for (int index = 0; index < TAVD_PARAMETERS && index < fd->npar; ++index) {
+    if (is_name_of(fd->par[index], name)) return &fd->par[index];
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+int tavca_param_valuetoreal(const char* value, float* real) {
+  ValueText text(value);
+  float number = 0.0F;
+  int result = -1;
+  if (tavd::gwisnumber(text.data()) != 0) {
+    // Unlike the scanf family, from_chars reads a point as a point in every locale.
+    const char* first = text.data() + std::strspn(text.data(), " ");
+    const auto scan = std::from_chars(first, first + std::strlen(first), number);
+    if (scan.ec == std::errc()) result = 0;
+  }
+  if (real != nullptr) *real = result == 0 ? number : 0.0F;
+  return result;
+}
+
+int tavca_param_valuecmp(const char* a, const char* b) {
+  float number_a;
+  float number_b;
+  if (tavca_param_valuetoreal(a, &number_a) == 0 && tavca_param_valuetoreal(b, &number_b) == 0) {
+    return static_cast<int>(number_a > number_b) - static_cast<int>(number_a < number_b);
+  }
+  ValueText text_a(a);
+  ValueText text_b(b);
+  tavd::tavca_strip_quotes(text_a.data());
+  tavd::tavca_strip_quotes(text_b.data());
+  const int order = tavd::gwstricmp(text_a.data(), text_b.data());
+  return static_cast<int>(order > 0) - static_cast<int>(order < 0);
+}
+
+int tavca_param_setvalue(FlowData* fd, const char* name, const char* value) {
+  if (fd == nullptr || name == nullptr) return -1;
+  ValueText szPar(name);
+  ParTable* par = find_parameter(fd, szPar.data());
+  if (par == nullptr) return -1;
+  // The caller's text may lie in the record itself, so it is read before anything is written.
+  ValueText chosen(value);
+  tavd::gwstrcpyfield(par->value, chosen.data(), sizeof par->value);
+  std::int16_t idx1;
+  std::int16_t idx2;
+  float frac;
+  tavd::tavca_param_locate(par->value, par->table, tavd::row_count(par->count, TAVD_PARAMETER_ROWS), &idx1,
+                           &idx2, &frac);
+  par->idx1 = idx1;
+  par->idx2 = idx2;
+  par->frac = frac;
+  return 0;
+}
+
+namespace tavd {
+
+bool tavca_strip_quotes(char* s) {
+  bool removed = false;
+  if (s[0] == '"') {
+    std::memmove(s, s + 1, std::strlen(s));
+    removed = true;
+  }
+  const std::size_t length = std::strlen(s);
+  if (length > 0 && s[length - 1] == '"') {
+    s[length - 1] = '\0';
+    removed = true;
+  }
+  return removed;
+}
+
+int tavca_param_locate(const char* value, const ParEntry* table, int n, std::int16_t* idx1,
+                       std::int16_t* idx2, float* frac) {
+  *idx1 = *idx2 = 0;
+  *frac = 0.0F;
+  if (n <= 0) return -1;
+  bool numeric = is_numeric(value);
+  for (int row = 0; row < n && numeric; ++row) numeric = is_numeric(table[row].value);
+  return numeric ? locate_number(number_of(value), table, n, idx1, idx2, frac)
+                 : locate_text(value, table, n, idx1, idx2);
+}
+
+void tavca_param_add_dp(const FlowData* fd, float qv, float* dp) {
+  if (fd->npar < 1) return;
+  const float k = sum_of_terms(*fd, dk_term);
+  *dp += k * qv * qv;
+}
+
+void tavca_param_remove_dp(const FlowData* fd, float qv, float* dp) {
+  if (wide(*dp) < kSmallestPressure) return;
+  float with_term = *dp;
+  tavca_param_add_dp(fd, qv, &with_term);
+  const float term = with_term - *dp;
+  if (!(std::fabs(wide(term)) > kSmallestPressureTerm && wide(with_term) > kSmallestPressure)) return;
+  *dp -= term;
+  if (wide(*dp) < kSmallestPressure) *dp = narrow(kSmallestPressure);
+}
+
+void tavca_param_apply_factor(const FlowData* fd, float* x) {
+  if (fd->npar < 1) return;
+  *x = term_of(*fd, 0, factor_term, 1.0F) * term_of(*fd, 1, factor_term, 1.0F) * *x;
+}
+
+void tavca_param_add_lw(const FlowData* fd, float* lw) {
+  if (fd->npar < 1) return;
+  add_to_bands(lw, sum_of_terms(*fd, dlw_term));
+}
+
+void tavca_param_add_dlw(const FlowData* fd, float* dlw) {
+  if (fd->npar < 1) return;
+  add_to_bands(dlw, sum_of_terms(*fd, ddlw_term));
+}
+
+}  // namespace tavd

@@ -1,0 +1,40 @@
+#include "calc/settings.h"
+
+#include "base/gwmsg.h"
+#include "tavd/tavca.h"
+#include "tavd/tavd.h"
+
+namespace {
+
+// Plain stores and loads: hosts set these before they calculate.
+tavd_hwnd warningwnd = nullptr;
+std::int16_t warningmode = 0;  // 0: no warnings
+float roomdamp_db = 4.0F;
+
+}  // namespace
+
+namespace tavd {
+
+float tavca_roomdamp() {
+  return roomdamp_db;
+}
+
+}  // namespace tavd
+
+int tavd_version_nmb(int version) {
+  return version == TAVD_INTERFACE_VERSION ? TAVD_INTERFACE_VERSION : -TAVD_INTERFACE_VERSION;
+}
+
+void tavca_setwarningmode(tavd_hwnd wnd, std::int16_t mode) {
+  warningwnd = wnd;
+  warningmode = mode;
+}
+
+void tavca_setroomdamp(float roomdamp) {
+  roomdamp_db = roomdamp;
+}
+
+void tavca_msg(const char* text) {
+  if (warningmode == 0 || text == nullptr) return;
+  tavd::gwmsg(warningwnd, text);
+}

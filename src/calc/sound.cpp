@@ -1,0 +1,329 @@
+// Sound power level and attenuation at an operating point, from the measured points around it.
+#include <algorithm>
+#include <cmath>
+
+#include "calc/numeric.h"
+#include "calc/parameter.h"
+#include "tavd/ewads.h"
+#include "tavd/tavca.h"
+
+namespace {
+
+using tavd::lg;
+using tavd::narrow;
+using tavd::row_count;
+using tavd::wide;
+
+constexpr double kSmallestFlow = 0.001;          // l/s, of the request
+constexpr double kSmallestMeasured = 0.001;      // l/s and Pa, of a measured point
+constexpr double kSmallestCurvePressure = 1e-7;  // Pa
+constexpr double kSmallestDuctArea = 1e-7;       // m2
+constexpr double kSmallestSizeCoef = 0.1;
+constexpr double kSameResistance = 0.1;  // relative; rows within it belong to one curve
+constexpr double kSameFlow = 0.1;        // l/s; rows within it belong to one group
+constexpr double kDbPerDecade = 30.0;    // beyond the limits of the product
+constexpr float kHighestLevel = 99.0F;   // dB
+constexpr int kMostCurves = 20;          // curves or groups of one table
+
+// The sound table of a record.
+class Table {
+ public:
+  explicit Table(const FlowData& fd) : rows_(fd.lwpoints), count_(row_count(fd.nlw, TAVD_LW_ROWS)) {}
+  int count() const { return count_; }
+  float qv(int row) const { return rows_[row].qv; }
+  float dp(int row) const { return rows_[row].dp; }
+  float k(int row) const { return tavd::resistance(rows_[row].qv, rows_[row].dp); }
+  float lw(int row, int band) const { return static_cast<float>(rows_[row].lw[band]); }
+  bool measured(int row) const {
+    return !(wide(qv(row)) < kSmallestMeasured || wide(dp(row)) < kSmallestMeasured);
+  }
+
+ private:
+  const LwPoint* rows_;
+  int count_;
+};
+
+// Two rows to interpolate between; -1: none.
+struct Pair {
+  int lo = -1;
+  int hi = -1;
+  bool complete() const { return lo >= 0 && hi >= 0; }
+};
+
+// Distinct resistances or flows of a table, in table order.
+struct Distinct {
+  float values[kMostCurves];
+  int count = 0;
+};
+
+using Bands = float[TAVD_BANDS];
+
+// Picks the two rows around `target` out of the rows that are `in_set`, by `key`. Neither the order of the
+// rows nor a target inside them is taken for granted; a target outside is reached from the pair that is left.
+// A row that replaces one end does not hand the old one to the other end.
+template <typename InSet, typename Key>
+Pair choose_pair(const Table& table, InSet in_set, Key key, float target) {
+  Pair pair;
+  for (int row = 0; row < table.count(); ++row) {
+    if (!in_set(row)) continue;
+    if (pair.lo < 0) {
+      pair.lo = row;
+    } else if (pair.hi < 0) {
+      pair.hi = row;
+      if (key(pair.lo) > key(row)) std::swap(pair.lo, pair.hi);
+    } else if (key(pair.lo) > key(row)) {
+      if (target < key(pair.lo)) pair.lo = row;
+    } else if (key(row) > key(pair.hi)) {
+      if (key(pair.hi) < target) pair.hi = row;
+    } else if (target > key(row)) {
+      pair.lo = row;
+    } else {
+      pair.hi = row;
+    }
+  }
+  return pair;
+}
+
+// The values of `key` that no earlier row has. `same(value, collected)` tells which are the same. Returns 0,
+// `too_many` at a row after the 20th value, or `bad_row` at a row that was not measured.
+template <typename Key, typename Same>
+int collect(const Table& table, Key key, Same same, int too_many, int bad_row, Distinct* distinct) {
+  for (int row = 0; row < table.count(); ++row) {
+    if (distinct->count == kMostCurves) return too_many;
+    if (!table.measured(row)) return bad_row;
+    const float value = key(row);
+    float* end = distinct->values + distinct->count;
+    if (std::any_of(distinct->values, end, [&](float collected) { return same(value, collected); })) continue;
+    *end = value;
+    ++distinct->count;
+  }
+  return 0;
+}
+
+float limit(float level) {
+  if (level > kHighestLevel) return kHighestLevel;
+  return level < 0.0F ? 0.0F : level;
+}
+
+void interpolate_on_dp(const Table& table, Pair pair, float dp, Bands& lw) {
+  for (int band = 0; band < TAVD_BANDS; ++band) {
+    lw[band] = tavca_loglin_interp(table.dp(pair.lo), table.dp(pair.hi), dp, table.lw(pair.lo, band),
+                                   table.lw(pair.hi, band));
+  }
+}
+
+void interpolate_on_qv(const Table& table, Pair pair, float qv, Bands& lw) {
+  for (int band = 0; band < TAVD_BANDS; ++band) {
+    lw[band] = tavca_loglin_interp(table.qv(pair.lo), table.qv(pair.hi), qv, table.lw(pair.lo, band),
+                                   table.lw(pair.hi, band));
+  }
+}
+
+// Kinds 10, 11, 12: rows are points of the one curve that the product has.
+int fixed_curve(const FlowData& fd, float qv, Bands& lw) {
+  float dp = tavca_dptotmin(&fd, qv);
+  tavd::tavca_param_remove_dp(&fd, qv, &dp);
+  if (wide(dp) <= kSmallestCurvePressure) return -11;
+  const Table table(fd);
+  const Pair pair = choose_pair(
+      table, [](int) { return true; }, [&](int row) { return table.qv(row); }, qv);
+  if (!pair.complete()) return -12;
+  if (fd.kind == 12) {
+    interpolate_on_qv(table, pair, qv, lw);
+  } else {
+    interpolate_on_dp(table, pair, dp, lw);
+  }
+  for (float& level : lw) level = limit(level);
+  return 0;
+}
+
+// Kinds 13, 20, 22: rows are points of curves of constant resistance, one per setting. First along each of
+// the two curves around the point on pressure, then across them on flow.
+int resistance_curves(const FlowData& fd, float qv, float dp, Bands& lw) {
+  float mindp;
+  float maxdp;
+  tavca_minmaxdptot(&fd, qv, &mindp, &maxdp);
+  dp = std::max(std::min(dp, maxdp), mindp);
+  tavd::tavca_param_remove_dp(&fd, qv, &dp);
+  const float k = tavd::resistance(qv, dp);
+
+  const Table table(fd);
+  const auto resistance = [&](int row) { return table.k(row); };
+  const auto same_curve = [](float value, float collected) {
+    return std::fabs(wide(value - collected)) < kSameResistance * wide(collected);
+  };
+  Distinct kpxx;
+  const int failure = collect(table, resistance, same_curve, -21, -22, &kpxx);
+  if (failure != 0) return failure;
+  if (kpxx.count < 2) return -23;
+  int idx = 0;
+  for (int i = 1; i <= kpxx.count - 2; ++i) {
+    if (kpxx.values[i] > k) idx = i;
+  }
+  const float kv[2] = {kpxx.values[idx], kpxx.values[idx + 1]};
+  if (!(kv[1] < kv[0])) return -24;
+
+  float curve_qv[2];
+  Bands lww[2];
+  for (int c = 0; c < 2; ++c) {
+    curve_qv[c] = narrow(std::sqrt(wide(dp / kv[c])));
+    const auto on_curve = [&](int row) {
+      return std::fabs(wide(table.k(row) - kv[c])) <= kSameResistance * wide(kv[c]);
+    };
+    const Pair pair = choose_pair(
+        table, on_curve, [&](int row) { return table.qv(row); }, curve_qv[c]);
+    if (!pair.complete()) return -25;
+    interpolate_on_dp(table, pair, dp, lww[c]);
+  }
+  for (int band = 0; band < TAVD_BANDS; ++band) {
+    lw[band] = limit(tavca_loglin_interp(curve_qv[0], curve_qv[1], qv, lww[0][band], lww[1][band]));
+  }
+  return 0;
+}
+
+// Brings `x` into low..high; returns what the level gains by the way from there to `x`, dB.
+float bring_inside(float* x, float low, float high) {
+  const float outside = *x;
+  if (low > outside) {
+    *x = low;
+  } else if (outside > high) {
+    *x = high;
+  } else {
+    return 0.0F;
+  }
+  return narrow(kDbPerDecade * (lg(outside) - lg(*x)));
+}
+
+// Kinds 30, 40: rows are points measured at a few flows. First on pressure at each of the two flows around
+// the point, then across them on flow.
+int flow_groups(const FlowData& fd, float qv, float dp, Bands& lw) {
+  float mindp;
+  float maxdp;
+  tavca_minmaxdptot(&fd, qv, &mindp, &maxdp);
+  float extra = bring_inside(&dp, mindp, maxdp);
+  extra += bring_inside(&qv, fd.qvmin, fd.qvmax);
+  tavd::tavca_param_remove_dp(&fd, qv, &dp);
+
+  const Table table(fd);
+  const auto flow = [&](int row) { return table.qv(row); };
+  const auto same_flow = [](float value, float collected) {
+    return std::fabs(wide(value - collected)) < kSameFlow;
+  };
+  Distinct qvxx;
+  const int failure = collect(table, flow, same_flow, -31, -32, &qvxx);
+  if (failure != 0) return failure;
+  if (qvxx.count < 2) return -33;
+  int idx = qvxx.count - 1;
+  for (int i = qvxx.count - 1; i >= 1; --i) {
+    if (qvxx.values[i] > qv) idx = i;
+  }
+  const float group_qv[2] = {qvxx.values[idx - 1], qvxx.values[idx]};
+
+  Bands lww[2];
+  for (int c = 0; c < 2; ++c) {
+    const auto in_group = [&](int row) { return std::fabs(wide(table.qv(row) - group_qv[c])) <= kSameFlow; };
+    const Pair pair = choose_pair(
+        table, in_group, [&](int row) { return table.dp(row); }, dp);
+    if (!pair.complete()) return -34;
+    interpolate_on_dp(table, pair, dp, lww[c]);
+    for (float& level : lww[c]) {
+      if (level > kHighestLevel) level = kHighestLevel;
+    }
+  }
+  for (int band = 0; band < TAVD_BANDS; ++band) {
+    lw[band] = limit(extra + tavca_loglin_interp(group_qv[0], group_qv[1], qv, lww[0][band], lww[1][band]));
+  }
+  return 0;
+}
+
+int table_level(const FlowData& fd, float qv, float dp, Bands& lw) {
+  switch (fd.kind) {
+    case 10:
+    case 11:
+    case 12:
+      return fixed_curve(fd, qv, lw);
+    case 13:
+    case 20:
+    case 22:
+      return resistance_curves(fd, qv, dp, lw);
+    case 30:
+    case 40:
+      return flow_groups(fd, qv, dp, lw);
+    default:
+      return -9;
+  }
+}
+
+// Adds what the duct size and the chosen parameters change. A duct without area, where its size matters,
+// leaves the level as the table gives it.
+void add_corrections(const FlowData& fd, const DuctSize* duct, Bands& lw) {
+  const float lwsizecoef = fd.lwsizecoef;
+  if (std::fabs(wide(lwsizecoef)) > kSmallestSizeCoef) {
+    const float area = duct != nullptr ? ewads_m2(duct) : 0.0F;
+    if (wide(area) < kSmallestDuctArea) return;
+    const float size_term = narrow((wide(lwsizecoef) / 3.0 * 10.0) * lg(area));
+    for (float& level : lw) level += size_term;
+  }
+  tavd::tavca_param_add_lw(&fd, lw);
+}
+
+int sound_power(const FlowData* fd, float qv, float dp, const DuctSize* duct, Bands& lw) {
+  if (wide(qv) < kSmallestFlow) return -1;
+  if (fd == nullptr || fd->nhdd == 0) return -2;
+  if (fd->nlw < 2) return -3;
+  const int result = table_level(*fd, qv, dp, lw);
+  if (result == 0) add_corrections(*fd, duct, lw);
+  return result;
+}
+
+// Place of the operating point on the line through the first two rows of dlwpoints, 0 at the first and 1 at
+// the second, not limited.
+float place_on_dlw_line(const FlowData& fd, float qv, float dp) {
+  const float first = fd.dlwpoints[0].pos;
+  const float second = fd.dlwpoints[1].pos;
+  float place = qv;
+  if (fd.kind != 30 && fd.kind != 40) {
+    if (tavca_damper_pos(&fd, qv, dp, &place) < -1) return 0.0F;
+  }
+  return (place - first) / (second - first);
+}
+
+// False if the record holds no attenuation for the operating point.
+bool attenuation(const FlowData& fd, float qv, float dp, float* dlw) {
+  const int rows = row_count(fd.ndlwpoints, TAVD_DLW_ROWS);
+  const DlwPoint& first = fd.dlwpoints[0];
+  const DlwPoint& second = fd.dlwpoints[1];
+  if (fd.ndlw != 0) {
+    std::copy_n(fd.dlw, TAVD_BANDS, dlw);
+  } else if (rows == 1) {
+    std::copy_n(first.dlw, TAVD_BANDS, dlw);
+  } else if (fd.kind < 20 || rows == 0 || !(second.pos > first.pos)) {
+    return false;
+  } else {
+    const float t = place_on_dlw_line(fd, qv, dp);
+    for (int band = 0; band < TAVD_BANDS; ++band) {
+      dlw[band] =
+          static_cast<float>(first.dlw[band]) + t * static_cast<float>(second.dlw[band] - first.dlw[band]);
+    }
+  }
+  return true;
+}
+
+}  // namespace
+
+int tavca_lw(const FlowData* fd, float qv, float dp, float* lw, const DuctSize* duct) {
+  if (lw == nullptr) return -2;
+  Bands levels = {};
+  const int result = sound_power(fd, qv, dp, duct, levels);
+  if (result != 0) std::fill_n(levels, TAVD_BANDS, 0.0F);
+  std::copy_n(levels, TAVD_BANDS, lw);
+  return result;
+}
+
+int tavca_dlw(const FlowData* fd, float qv, float dp, float* dlw) {
+  if (dlw == nullptr) return 0;
+  std::fill_n(dlw, TAVD_BANDS, 0.0F);
+  if (fd == nullptr || fd->nhdd == 0) return 0;
+  if (attenuation(*fd, qv, dp, dlw)) tavd::tavca_param_add_dlw(fd, dlw);
+  return 0;
+}

@@ -1,0 +1,134 @@
+// Copying and deleting whole products: the record, its family, its model record.
+#include "db/copy.h"
+
+#include <cstring>
+
+#include "base/gwtext.h"
+#include "db/attributes.h"
+#include "db/handles.h"
+#include "tavd/tavb.h"
+#include "tavd/tavdf.h"
+#include "tavd/tavfm.h"
+
+namespace tavd {
+
+namespace {
+
+constexpr char kModelClass[] = "TVM";
+
+// A narrow family list that gives its members back.
+class FamilyOf {
+ public:
+  FamilyOf(std::int16_t db, const char* classId, const char* objId) {
+    tavfm_init(&list_);
+    count_ = tavfm_read(&list_, db, classId, objId);
+  }
+  ~FamilyOf() { tavfm_release(&list_); }
+  FamilyOf(const FamilyOf&) = delete;
+  FamilyOf& operator=(const FamilyOf&) = delete;
+
+  std::int32_t count() const { return count_; }
+  FamilyMember member(std::int32_t index) const {
+    FamilyMember fmb;
+    tavfm_get(&list_, index, &fmb);
+    return fmb;
+  }
+
+ private:
+  FamilyList list_;
+  std::int32_t count_;
+};
+
+// What a main record hands down to the copies of its members.
+struct Heritage {
+  char szManu[100];
+  char szTvmodelID[100];
+};
+
+// Reads a text with one byte less than the zeroed field holds. False if it is absent.
+template <std::size_t kSize>
+bool copy_text(std::int16_t db, tavb_rec rec, std::int16_t attribute, char (&text)[kSize]) {
+  return tavbcopyatt(db, rec, attribute, nullptr, text, static_cast<std::int16_t>(kSize - 1)) != nullptr;
+}
+
+bool heads_family(std::int16_t db, tavb_rec rec) {
+  std::int16_t sizingmode = 0;
+  tavbcopyatt(db, rec, kAttSizingMode, nullptr, &sizingmode, sizeof sizingmode);
+  return sizingmode == 1 || sizingmode == 2;
+}
+
+void insert_text(std::int16_t db, RecordHandle& rec, std::int16_t attribute, const char* text) {
+  if (*text == '\0') return;
+  tavbinsertatt(db, rec.address(), attribute, text, static_cast<std::int16_t>(std::strlen(text)));
+}
+
+Heritage read_heritage(std::int16_t db, tavb_rec rec) {
+  Heritage heritage = {};
+  char tvmAtt[40] = {};
+  copy_text(db, rec, kAttMaker, heritage.szManu);
+  copy_text(db, rec, kAttModelId, tvmAtt);
+  if (tvmAtt[0] == '\0') copy_text(db, rec, kAttModelIdFallback, tvmAtt);
+  gwstrtrimcpy(heritage.szTvmodelID, tvmAtt, kIdChars);
+  return heritage;
+}
+
+void copy_member(std::int16_t srcdb, std::int16_t dstdb, const char* classId, const FamilyMember& fmb,
+                 const Heritage& heritage) {
+  RecordHandle member(tavbfindrec(srcdb, classId, fmb.objId, 0));
+  if (!member) return;
+  insert_text(dstdb, member, kAttMaker, heritage.szManu);
+  insert_text(dstdb, member, kAttModelId, heritage.szTvmodelID);
+  tavbsaverec(dstdb, member.get());
+  tavdf_copy_tvm(srcdb, dstdb, member.get());
+}
+
+}  // namespace
+
+void tavdf_copy_tvm(std::int16_t srcdb, std::int16_t dstdb, tavb_rec rec) {
+  char tvmName[kIdRoom] = {};
+  if (!copy_text(srcdb, rec, kAttModelId, tvmName) && !copy_text(srcdb, rec, kAttModelIdFallback, tvmName)) {
+    return;
+  }
+  const RecordHandle model(tavbfindrec(srcdb, kModelClass, tvmName, 0));
+  if (!model) return;
+  std::int32_t tvmLen = 0;
+  void* block = tavbgetahm(srcdb, model.get(), &tvmLen);
+  tavbsaverecwithahm(dstdb, model.get(), block, tvmLen);
+  tavbreleaseahm(block);
+}
+
+}  // namespace tavd
+
+int32_t tavdf_copy_recs(int16_t srcdb, int16_t dstdb, const char* classId, const char* objId) {
+  if (classId == nullptr || objId == nullptr) return -1;
+  tavd::RecordHandle rec(tavbfindrec(srcdb, classId, objId, 0));
+  if (!rec) return -1;
+  const bool is_family = tavd::heads_family(srcdb, rec.get());
+  tavbsaverec(dstdb, rec.get());
+  tavd::tavdf_copy_tvm(srcdb, dstdb, rec.get());
+  const tavd::Heritage heritage = tavd::read_heritage(srcdb, rec.get());
+  rec.release();
+  if (!is_family) return 0;
+
+  const tavd::FamilyOf family(srcdb, classId, objId);
+  for (int32_t i = 0; i < family.count(); ++i) {
+    tavd::copy_member(srcdb, dstdb, classId, family.member(i), heritage);
+  }
+  return 0;
+}
+
+int32_t tavdf_delete_recs(int16_t db, const char* classId, const char* objId) {
+  if (classId == nullptr || objId == nullptr) return -1;
+  tavd::RecordHandle rec(tavbfindrec(db, classId, objId, 0));
+  if (!rec) return -1;
+  const bool is_family = tavd::heads_family(db, rec.get());
+  rec.release();
+  if (is_family) {
+    const tavd::FamilyOf family(db, classId, objId);
+    for (int32_t i = 0; i < family.count(); ++i) {
+      tavbdeleterec(db, classId, family.member(i).objId);
+    }
+  }
+  tavbdeleterec(db, classId, objId);
+  return 0;
+}

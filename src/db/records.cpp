@@ -1,0 +1,220 @@
+// Reading a product record: its duct size, its shape and its texts.
+#include <algorithm>
+#include <cstring>
+#include <limits>
+
+#include "base/gwfile.h"
+#include "codepage/codepage.h"
+#include "db/attributes.h"
+#include "tavd/tavb.h"
+#include "tavd/tavdcore.h"
+#include "tavd/tavdf.h"
+
+namespace tavd {
+
+namespace {
+
+// Capacities with which the sources of the duct size are read, in words.
+constexpr int kFlowHeaderWords = 11;
+constexpr int kOldHeaderWords = 10;
+constexpr int kDiameterWords = 80;
+
+constexpr std::int32_t kNarrowFormRoom = 256;  // wide characters
+
+// Reads an attribute of int16 items into a local array. Words that it does not have stay 0.
+template <std::size_t kWords>
+bool copy_words(std::int16_t db, tavb_rec rec, std::int16_t attribute, std::int16_t (&words)[kWords]) {
+  return tavbcopyatt(db, rec, attribute, nullptr, words, static_cast<std::int16_t>(sizeof words)) != nullptr;
+}
+
+DuctSize round_size(std::int16_t diameter) {
+  return {0, diameter, diameter};
+}
+
+std::int16_t word(int value) {
+  return static_cast<std::int16_t>(value);  // wraps
+}
+
+// The old form of a shape, 104, in the order of 118. Words behind the old form's eight are not read.
+void rewrite_as_118(std::int16_t* shape) {
+  const std::int16_t old[8] = {shape[0], shape[1], shape[2], shape[3],
+                               shape[4], shape[5], shape[6], shape[7]};
+  const std::int16_t rewritten[TAVDF_SHAPE_MIN_WORDS] = {118,    old[3], old[1], word(old[1] / 2), old[1],
+                                                         old[2], old[4], old[5], old[6],           old[7]};
+  std::memcpy(shape, rewritten, sizeof rewritten);
+}
+
+// Reads a text attribute in wide form, in the way that its number is stored. `capacity` is in bytes.
+bool copy_text(std::int16_t db, tavb_rec rec, std::int16_t attribute, tavd_wchar* dest,
+               std::int32_t capacity) {
+  return tavbcopywsz(db, rec, attribute, dest, capacity, tavdf_charsetId(attribute)) != nullptr;
+}
+
+// The last source of a product code: the object id. The walk that takes the blanks off starts one place
+// behind the id, at the NUL of the clearing, and ends there at once, so that the blanks stay: hosts get all
+// 30 characters.
+void copy_object_id(std::int16_t db, tavb_rec rec, tavd_wchar* dest, std::int32_t destLen) {
+  char objId[kIdRoom] = {};
+  tavbgetID(db, rec, nullptr, objId);
+  for (std::size_t i = kIdChars; i > 0 && objId[i] == ' '; --i) objId[i] = '\0';
+  const std::size_t room = static_cast<std::size_t>(destLen) - 1;
+  dest[codepage::widen(codepage::kDefault, objId, kIdChars, dest, room)] = 0;
+}
+
+// A text without fallback; an `attribute` of 0 is none.
+void copy_plain_text(std::int16_t db, tavb_rec rec, std::int16_t attribute, tavd_wchar* dest,
+                     std::int32_t destLen) {
+  if (dest == nullptr || destLen <= 0) return;
+  std::fill_n(dest, destLen, tavd_wchar{0});
+  if (rec == nullptr || attribute == 0) return;
+  const std::int64_t capacity = (std::int64_t{destLen} - 1) * 2;
+  constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max() - 1;
+  copy_text(db, rec, attribute, dest, static_cast<std::int32_t>(std::min(capacity, kMost)));
+}
+
+// All three narrow texts are the product code.
+void copy_narrow_code(std::int16_t db, tavb_rec rec, char* dest, std::int32_t destLen) {
+  if (dest == nullptr || destLen <= 0) return;
+  std::fill_n(dest, destLen, '\0');
+  tavd_wchar code[kNarrowFormRoom] = {};
+  tavdf_copyproductcodew(db, rec, code, kNarrowFormRoom);
+  codepage::narrow(codepage::kDefault, code, codepage::length(code, kNarrowFormRoom), dest,
+                   static_cast<std::size_t>(destLen) - 1);
+}
+
+}  // namespace
+
+}  // namespace tavd
+
+int16_t tavdf_open_database(const char* dbPath, int32_t mode) {
+  if (dbPath == nullptr || (mode == 0 && !tavd::gwfile_exists(dbPath))) return -1;
+  return tavbopendatabase(tavdcore_vlkFilename(), dbPath, mode);
+}
+
+int16_t tavdf_open_databasew(const tavd_wchar* dbPath, int32_t mode) {
+  if (dbPath == nullptr || (mode == 0 && !tavd::gwfile_existsw(dbPath))) return -1;
+  return tavbopendatabasew(tavdcore_vlkFilenamew(), dbPath, mode);
+}
+
+int32_t tavdf_load_ductsize(int16_t db, tavb_rec rec, DuctSize* ds) {
+  if (ds == nullptr) return -1;
+  *ds = {};
+  if (rec == nullptr) return -1;
+
+  int16_t add[tavd::kFlowHeaderWords] = {};
+  if (tavd::copy_words(db, rec, tavd::kAttFlowHeader, add)) {
+    *ds = add[2] == 0 ? tavd::round_size(add[1]) : DuctSize{1, add[1], add[2]};
+    return 0;
+  }
+  int16_t hdd[tavd::kOldHeaderWords] = {};
+  if (tavd::copy_words(db, rec, tavd::kAttOldHeader, hdd)) {
+    *ds = tavd::round_size(hdd[1]);
+    return -1;
+  }
+  int16_t d[tavd::kDiameterWords] = {};
+  if (tavd::copy_words(db, rec, tavd::kAttDiameters, d)) *ds = tavd::round_size(d[0]);
+  return -1;
+}
+
+int16_t tavdf_load_shapedata(int16_t db, tavb_rec rec, const DuctSize* ds, int16_t* shapedata,
+                             int16_t maxwords) {
+  if (rec == nullptr || shapedata == nullptr || maxwords <= 0) return 0;
+  constexpr int kMostWords = std::numeric_limits<int16_t>::max() / 2;  // the service counts bytes in 16 bits
+  const int capacity = 2 * std::min<int>(maxwords, kMostWords);
+  int16_t nsh = 0;
+  tavbcopyatt(db, rec, tavd::kAttShapeData, &nsh, shapedata, static_cast<int16_t>(capacity));
+  if (nsh <= 0) return 0;
+  tavdf_check_shapedata(shapedata, &nsh, ds);
+  return std::min(nsh, maxwords);
+}
+
+int32_t tavdf_check_shapedata(int16_t* shapedata, int16_t* nsh, const DuctSize* ds) {
+  if (shapedata == nullptr || nsh == nullptr) return 0;
+  switch (shapedata[0]) {
+    case 104:
+      tavd::rewrite_as_118(shapedata);
+      *nsh = TAVDF_SHAPE_MIN_WORDS;
+      break;
+    case 130:
+      if (*nsh < 3 || shapedata[2] < 1) {
+        shapedata[2] = 500;
+        if (*nsh < 2) shapedata[1] = 50;
+        *nsh = 3;
+      }
+      break;
+    case 140:
+    case 150:
+      if (*nsh < 2 || shapedata[1] < 1) {
+        shapedata[1] = 200;
+        *nsh = 2;
+      }
+      break;
+    case 181:
+      if (ds != nullptr) {
+        shapedata[0] = 180;
+        shapedata[2] = tavd::word(ds->b + 2 * shapedata[2]);
+        shapedata[3] = tavd::word(ds->h + 2 * shapedata[3]);
+      }
+      break;
+    case 183:
+      if (ds != nullptr) {
+        shapedata[0] = 182;
+        shapedata[2] = tavd::word(ds->b + 2 * shapedata[2]);
+      }
+      break;
+    default:
+      break;
+  }
+  return 0;
+}
+
+int32_t tavdf_load_installationdef(int16_t db, tavb_rec rec, char* buffer, int32_t capacity) {
+  if (buffer == nullptr) return -1;
+  // The buffer goes along even where there is no room in it: without one the service would hand out a block.
+  const int32_t room = std::clamp<int32_t>(capacity, 0, std::numeric_limits<int16_t>::max());
+  if (rec != nullptr &&
+      tavbcopyatt(db, rec, tavd::kAttInstallation, nullptr, buffer, static_cast<int16_t>(room)) != nullptr) {
+    return 0;
+  }
+  if (room > 0) buffer[0] = '\0';
+  return -1;
+}
+
+void tavdf_copyproductcodew(int16_t db, tavb_rec rec, tavd_wchar* dest, int32_t destLen) {
+  if (dest == nullptr || destLen <= 0) return;
+  // The byte length is a 16-bit number. It never exceeds the real room, and where it starts again at 0
+  // nothing but the terminator is written.
+  const auto bytes = static_cast<uint16_t>(2U * static_cast<uint32_t>(destLen));
+  dest[0] = 0;
+  std::fill_n(dest, bytes / 2, tavd_wchar{0});
+  if (rec == nullptr) return;
+
+  const int32_t capacity = std::max(bytes - 2, 0);
+  const int16_t market = tavdcore_pcodeAttId();
+  if (market != 0 && tavd::copy_text(db, rec, market, dest, capacity)) return;
+  for (const int16_t attribute :
+       {tavd::kAttDefaultCode, tavd::kAttCodeAlternative1, tavd::kAttCodeAlternative2}) {
+    if (tavd::copy_text(db, rec, attribute, dest, capacity)) return;
+  }
+  tavd::copy_object_id(db, rec, dest, destLen);
+}
+
+void tavdf_copyproductdescw(int16_t db, tavb_rec rec, tavd_wchar* dest, int32_t destLen) {
+  tavd::copy_plain_text(db, rec, tavdcore_pdescAttId(), dest, destLen);
+}
+
+void tavdf_copyweblinkw(int16_t db, tavb_rec rec, tavd_wchar* dest, int32_t destLen) {
+  tavd::copy_plain_text(db, rec, tavdcore_weblinkAttId(), dest, destLen);
+}
+
+void tavdf_copyproductcode(int16_t db, tavb_rec rec, char* dest, int32_t destLen) {
+  tavd::copy_narrow_code(db, rec, dest, destLen);
+}
+
+void tavdf_copyproductdesc(int16_t db, tavb_rec rec, char* dest, int32_t destLen) {
+  tavd::copy_narrow_code(db, rec, dest, destLen);
+}
+
+void tavdf_copyweblink(int16_t db, tavb_rec rec, char* dest, int32_t destLen) {
+  tavd::copy_narrow_code(db, rec, dest, destLen);
+}

@@ -1,0 +1,192 @@
+#include <cstdio>
+
+#include "base/gwtext.h"
+#include "diagram/axis.h"
+#include "diagram/flowdiagram.h"
+#include "tavd/tavb.h"
+#include "tavd/tavca.h"
+#include "tavd/tavdf.h"
+#include "tavd/tavdg.h"
+
+namespace tavd {
+namespace {
+
+constexpr std::int16_t kUsesUtf8Attribute = 1049;  // of the file header: 0 or 2 code page, 1 UTF-8
+constexpr DisplayUnit kVelocityUnit = {"v [m/s]", 1.0F};
+
+constexpr DisplayUnit kPressureUnits[] = {
+    {"[Pa]", 1.0F},
+    {"[kPa]", 0.001F},
+    {"[\"WC]", 0.0040146308F},
+    {"[in wg]", 0.0040146308F},
+};
+constexpr int kPressureUnitCount = static_cast<int>(sizeof kPressureUnits / sizeof kPressureUnits[0]);
+
+constexpr double kAxisFromZero = 0.0001;  // a lower limit under this, l/s or Pa, is an axis from zero
+
+const DisplayUnit& flow_unit(int unit) {
+  return kFlowUnits[unit >= 0 && unit < kFlowUnitCount ? unit : 0];
+}
+
+const DisplayUnit& pressure_unit(int unit) {
+  return kPressureUnits[unit >= 0 && unit < kPressureUnitCount ? unit : 0];
+}
+
+// The titles of the axes, and the factors of their units into the state.
+struct AxisTitles {
+  char x[kAxisTitleSize];
+  char y[kAxisTitleSize];
+};
+
+AxisTitles choose_units() {
+  const bool velocity = dg.flowdata.kind == 22 || dg.flowdata.kind == 11;
+  const DisplayUnit& x = velocity ? kVelocityUnit : flow_unit(dg.xunit);
+  const DisplayUnit& y = pressure_unit(dg.yunit);
+  dg.xfactor = x.factor;
+  dg.yfactor = y.factor;
+  AxisTitles titles;
+  std::snprintf(titles.x, sizeof titles.x, "%s", x.title);
+  std::snprintf(titles.y, sizeof titles.y, "%s %s", dg.dptype == 1 ? "dpst" : "dpt", y.title);
+  return titles;
+}
+
+// One axis of the chart to be made.
+struct AxisSetup {
+  float min, max, step;
+  std::int16_t len, des;
+};
+
+// A fan's axes are linear and may start at zero; all others are logarithmic.
+AxisSetup set_up_axis(float factor, float lo, float hi, bool linear) {
+  AxisSetup axis{factor * lo, factor * hi, 0.0F, 0, 0};
+  axis_format(axis.min, axis.max, &axis.len, &axis.des);
+  if (linear) {
+    if (lo < kAxisFromZero) {
+      axis.len = static_cast<std::int16_t>(axis.len - axis.des);
+      axis.des = 0;
+    }
+    axis_step(axis.min, axis.max, &axis.step);
+  }
+  return axis;
+}
+
+// Whether a chart can be drawn over the product's limits: both rise, and start above zero, or at it for a
+// fan.
+bool has_limits(const FlowData& fd) {
+  const bool start =
+      fd.kind == kFanKind ? fd.qvmin >= 0.0F && fd.dpmin >= 0.0F : fd.qvmin > 0.0F && fd.dpmin > 0.0F;
+  return fd.nhdd >= 1 && start && fd.qvmax > fd.qvmin && fd.dpmax > fd.dpmin;
+}
+
+std::int16_t uses_utf8(std::int16_t db) {
+  std::int16_t n = 0;
+  std::int16_t flag = 0;
+  tavbfindatt(db, "000", "FILEHEADER", kUsesUtf8Attribute, &n, &flag, sizeof flag);
+  return flag;
+}
+
+// The title of the kind that the database's texts have: the host's, else the product code.
+void choose_title(tavb_rec rec, std::int16_t utf8) {
+  if (utf8 == 1) {
+    if (dg.usertitlew[0] != 0) {
+      gwwcscpyfield(dg.titlew, dg.usertitlew, kChartTitleSize);
+    } else {
+      tavdf_copyproductcodew(dg.db, rec, dg.titlew, kChartTitleSize);
+    }
+  } else if (utf8 == 0 || utf8 == 2) {
+    if (dg.usertitle[0] != 0) {
+      gwstrcpyfield(dg.title, dg.usertitle, kChartTitleSize);
+    } else {
+      tavdf_copyproductcode(dg.db, rec, dg.title, kChartTitleSize);
+    }
+  }
+}
+
+void load_product(tavb_rec rec) {
+  tavca_load_flowdata(dg.db, rec, &dg.flowdata);
+  dg_savedpar.apply(&dg.flowdata);
+  tavca_check_end_reflection(&dg.flowdata);
+}
+
+struct WideAxisTitle {
+  tavd_wchar text[kAxisTitleSize];
+};
+
+// The axis titles are ASCII.
+WideAxisTitle widened(const char (&title)[kAxisTitleSize]) {
+  WideAxisTitle wide{};
+  for (int i = 0; i < kAxisTitleSize && title[i] != 0; ++i) {
+    wide.text[i] = static_cast<tavd_wchar>(title[i]);
+  }
+  return wide;
+}
+
+Chart* make_chart(bool wide) {
+  const FlowData& fd = dg.flowdata;
+  const AxisTitles titles = choose_units();
+  const bool linear = fd.kind == kFanKind;
+  const AxisSetup x = set_up_axis(dg.xfactor, fd.qvmin, fd.qvmax, linear);
+  const AxisSetup y = set_up_axis(dg.yfactor, fd.dpmin, fd.dpmax, linear);
+  const auto make = [&](auto create, const auto* szX, const auto* szY, const auto* title) {
+    return create(!linear, !linear, x.min, y.min, x.max, y.max, x.step, y.step, x.len, x.des, y.len, y.des,
+                  szX, szY, title);
+  };
+  if (wide) {
+    return make(chart_createw, widened(titles.x).text, widened(titles.y).text, dg.titlew);
+  }
+  return make(chart_create, titles.x, titles.y, dg.title);
+}
+
+}  // namespace
+
+float dg_xunit_factor(int unit) {
+  return flow_unit(unit).factor;
+}
+
+float dg_yunit_factor(int unit) {
+  return pressure_unit(unit).factor;
+}
+
+}  // namespace tavd
+
+using namespace tavd;  // the border below stands outside
+
+void tavdg_set_xunit(int u) {
+  if (u >= 0 && u < kFlowUnitCount) {
+    dg.xunit = static_cast<std::int16_t>(u);
+    dg.xfactor = dg_xunit_factor(u);
+  }
+}
+
+void tavdg_set_yunit(int u) {
+  if (u >= 0 && u < kPressureUnitCount) {
+    dg.yunit = static_cast<std::int16_t>(u);
+    dg.yfactor = dg_yunit_factor(u);
+  }
+}
+
+void tavdg_set_dptype(int t) {
+  dg.dptype = t == 1 ? 1 : 0;
+}
+
+int tavdg_initdiagramdata(tavb_rec rec) {
+  dg.ready = false;
+  dg.error = 0;
+  chart_destroy(dg.chart);
+  dg.chart = nullptr;
+  if (rec == nullptr) {
+    return -1;
+  }
+  const std::int16_t utf8 = uses_utf8(dg.db);
+  choose_title(rec, utf8);
+  load_product(rec);
+  if (has_limits(dg.flowdata)) {
+    dg.chart = make_chart(utf8 == 1);
+  }
+  if (dg.chart == nullptr) {
+    dg.error = -1;
+    return -1;
+  }
+  dg.ready = true;
+  return 0;
+}

@@ -1,0 +1,64 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "calc/messages.h"
+#include "tavd/tavd.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST(Version, AnswersItsOwnNumberAndRefusesAllOthers) {
+  EXPECT_EQ(tavd_version_nmb(190), 190);
+  for (int version : {0, 189, 191, -190, 1, 2147483647, -2147483647 - 1}) {
+    EXPECT_EQ(tavd_version_nmb(version), -190) << version;
+  }
+}
+
+TEST(Message, IsNotShownWithWarningsOff) {
+  int window = 0;
+  tavdtest::Messages messages(0, reinterpret_cast<tavd_hwnd>(&window));
+  tavca_msg("text");
+  EXPECT_THAT(messages.texts, IsEmpty());
+}
+
+TEST(Message, IsShownWithoutOwnerForANullWindow) {
+  tavdtest::Messages messages(1);
+  tavca_msg("text");
+  EXPECT_THAT(messages.texts, ElementsAre("text"));
+  EXPECT_THAT(messages.owners, ElementsAre(nullptr));
+}
+
+TEST(Message, IsShownToItsOwnerForAnyModeButZero) {
+  int window = 0;
+  auto* owner = reinterpret_cast<tavd_hwnd>(&window);
+  tavdtest::Messages messages(-3, owner);
+  tavca_msg("text");
+  EXPECT_THAT(messages.owners, ElementsAre(owner));
+}
+
+TEST(Message, OfNoTextShowsNothing) {
+  tavdtest::Messages messages(1);
+  tavca_msg(nullptr);
+  EXPECT_THAT(messages.texts, IsEmpty());
+}
+
+TEST(RoomDamping, OfZeroIsKept) {
+  const float lw[8] = {40, 40, 40, 40, 40, 40, 40, 40};
+  tavca_setroomdamp(0.0F);
+  const float undamped = tavca_LpA(lw);
+  tavca_setroomdamp(4.0F);
+  EXPECT_NEAR(undamped, 46.987, 0.0005);
+  EXPECT_NEAR(tavca_LpA(lw), 42.987, 0.0005);
+}
+
+TEST(RoomDamping, TakesAnyValueAsItStands) {
+  const float lw[8] = {40, 40, 40, 40, 40, 40, 40, 40};
+  tavca_setroomdamp(-1000.0F);
+  const float amplified = tavca_LpA(lw);
+  tavca_setroomdamp(4.0F);
+  EXPECT_NEAR(amplified, 1046.987, 0.001);
+}
+
+}  // namespace

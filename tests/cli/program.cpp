@@ -1,0 +1,94 @@
+#include "program.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+namespace clitest {
+namespace {
+
+void redirect(int descriptor, const std::string& path) {
+  const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+  if (file < 0 || dup2(file, descriptor) < 0) _exit(127);
+  close(file);
+}
+
+int wait_for(pid_t process) {
+  int status = 0;
+  if (waitpid(process, &status, 0) != process || !WIFEXITED(status)) return -1;
+  return WEXITSTATUS(status);
+}
+
+}  // namespace
+
+Outcome run_program_into(const std::string& out_path, const std::vector<std::string>& arguments) {
+  const Folder folder;
+  const std::string err_path = folder.file("err");
+  std::vector<char*> argv{const_cast<char*>(TAVD_PROGRAM)};
+  for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
+  argv.push_back(nullptr);
+  const pid_t process = fork();
+  if (process == 0) {
+    redirect(STDOUT_FILENO, out_path);
+    redirect(STDERR_FILENO, err_path);
+    execv(TAVD_PROGRAM, argv.data());
+    _exit(127);
+  }
+  const int exit_code = wait_for(process);
+  return {exit_code, read_file(out_path), read_file(err_path)};
+}
+
+Outcome run_program(const std::vector<std::string>& arguments) {
+  const Folder folder;
+  return run_program_into(folder.file("out"), arguments);
+}
+
+std::string expect_user_error(const std::vector<std::string>& arguments) {
+  const Outcome outcome = run_program(arguments);
+  EXPECT_EQ(outcome.exit_code, 2);
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_EQ(outcome.err.rfind("tavd: ", 0), 0u) << outcome.err;
+  EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
+  return outcome.err;
+}
+
+Folder::Folder() {
+  std::string name = (std::filesystem::temp_directory_path() / "tavd-cli-XXXXXX").string();
+  if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder could be made");
+  path_ = name;
+}
+
+Folder::~Folder() {
+  std::error_code ignored;
+  std::filesystem::remove_all(path_, ignored);
+}
+
+std::vector<std::string> Folder::names() const {
+  std::vector<std::string> names;
+  for (const auto& entry : std::filesystem::directory_iterator(path_))
+    names.push_back(entry.path().filename());
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+std::string read_file(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  std::ostringstream text;
+  text << file.rdbuf();
+  return text.str();
+}
+
+std::vector<std::string> lines_of(const std::string& text) {
+  std::vector<std::string> lines;
+  std::istringstream stream(text);
+  for (std::string line; std::getline(stream, line);) lines.push_back(line);
+  return lines;
+}
+
+}  // namespace clitest

@@ -1,0 +1,47 @@
+// Starts the command line host as a user does.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace clitest {
+
+struct Outcome {
+  int exit_code;  // -1: ended by a signal
+  std::string out;
+  std::string err;
+};
+
+// Runs the program with these arguments and waits for its end.
+Outcome run_program(const std::vector<std::string>& arguments);
+
+// The same, with standard output going to a file of that name.
+Outcome run_program_into(const std::string& out_path, const std::vector<std::string>& arguments);
+
+// Exit code 2, nothing on standard output, and one line on standard error that begins "tavd: ". Returns that
+// line.
+std::string expect_user_error(const std::vector<std::string>& arguments);
+
+// A folder of its own for one test, removed at the end.
+class Folder {
+ public:
+  Folder();
+  ~Folder();
+  Folder(const Folder&) = delete;
+  Folder& operator=(const Folder&) = delete;
+
+  std::string file(const std::string& name) const { return (path_ / name).string(); }
+  // Names of what it holds, in order.
+  std::vector<std::string> names() const;
+
+ private:
+  std::filesystem::path path_;
+};
+
+// The bytes of a file; empty if it cannot be read.
+std::string read_file(const std::string& path);
+
+std::vector<std::string> lines_of(const std::string& text);
+
+}  // namespace clitest

@@ -1,0 +1,32 @@
+// Stands between the library and the service: notes the calls and the handles that are out, and passes them
+// on.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace tavdtest {
+
+// Calls since the last clear_calls, each in one line: "find ASD 0", "next", "release", "id", "att 1650 22",
+// "att 1110 100 counted", "att 1604 0 counted block", "wsz 9500 78 0" (capacity, charset), "insert 1503 5",
+// "save 2" (database), "saveahm 2 7", "delete ASD", "open 1" (mode).
+std::vector<std::string>& calls();
+void clear_calls();
+
+// Record handles, attribute blocks and ahm blocks that were handed out and not given back.
+std::size_t handles_out();
+
+// Passes if as many handles are out at the end as at the start.
+class Balance {
+ public:
+  Balance();
+  ~Balance();
+  Balance(const Balance&) = delete;
+  Balance& operator=(const Balance&) = delete;
+
+ private:
+  std::size_t before_;
+};
+
+}  // namespace tavdtest
