@@ -53,7 +53,8 @@ std::vector<const Json::Value*> products_of(const Json::Value& root) {
 ParsedSources parse_sources(const std::vector<std::string>& names, Faults& faults) {
   ParsedSources parsed;
   for (const std::string& name : names) {
-    ParsedSource& next = parsed.emplace_back(Source::read(name), Json::Value());
+    parsed.push_back({Source::read(name), {}});
+    ParsedSource& next = parsed.back();
     if (!parse(next.source, next.root, faults)) next.root = Json::Value(Json::arrayValue);
   }
   return parsed;

@@ -106,7 +106,7 @@ std::optional<std::string> readable(TextCodec& codec, const Attribute& layout, i
 
 std::optional<std::string> decode_value(TextCodec& codec, const Attribute& layout, int number,
                                         std::string_view bytes, std::size_t indent) {
-  const auto text = readable(codec, layout, number, bytes, indent);
+  auto text = readable(codec, layout, number, bytes, indent);
   if (!text) return std::nullopt;
   // What is readable must also be exact: the text is read as `tavd db build` would read it.
   const Source source("", '[' + *text + ']');

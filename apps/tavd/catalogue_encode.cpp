@@ -47,6 +47,11 @@ std::string indexed(const std::string& field, Json::ArrayIndex index) {
   return field + '[' + std::to_string(index + 1) + ']';
 }
 
+std::string member_of(const std::string& field, std::string_view name) {
+  std::string whole = field;
+  return whole.append(1, '.').append(name);
+}
+
 // An array of items, one column each or several.
 bool ValueEncoder::table(const Json::Value& value, const std::string& field) {
   if (!value.isArray()) return refuse(value, field, layout_.expected);
@@ -79,7 +84,7 @@ bool ValueEncoder::row(const Json::Value& value, const std::string& field) {
   bool good = true;
   for (Json::ArrayIndex i = 0; i < value.size(); ++i) {
     const Column& wanted = layout_.columns[i];
-    good &= column(wanted.type, value[i], field + '.' + wanted.name);
+    good &= column(wanted.type, value[i], member_of(field, wanted.name));
   }
   return good;
 }
@@ -89,14 +94,15 @@ bool ValueEncoder::members(const Json::Value& value, const std::string& field) {
   bool good = true;
   for (const std::string& name : value.getMemberNames()) {
     if (has_column(name)) continue;
-    context_.fault(value[name], field + '.' + name, "unknown; expected " + std::string(layout_.expected));
+    context_.fault(value[name], member_of(field, name), "unknown; expected " + std::string(layout_.expected));
     good = false;
   }
   for (const Column& wanted : layout_.columns) {
     if (value.isMember(wanted.name)) {
-      good &= column(wanted.type, value[wanted.name], field + '.' + wanted.name);
+      good &= column(wanted.type, value[wanted.name], member_of(field, wanted.name));
     } else {
-      context_.fault(value, field + '.' + wanted.name, "missing; expected " + std::string(layout_.expected));
+      context_.fault(value, member_of(field, wanted.name),
+                     "missing; expected " + std::string(layout_.expected));
       good = false;
     }
   }

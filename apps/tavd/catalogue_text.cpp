@@ -97,7 +97,7 @@ std::string TextCodec::misfit(int charset, const std::string& utf8) const {
   for (auto at = utf8.begin(); at != utf8.end();) {
     auto next = at;
     utf8::next(next, utf8.end());
-    const std::string character(at, next);
+    std::string character(at, next);
     if (!encode(charset, character)) return character;
     at = next;
   }

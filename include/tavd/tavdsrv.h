@@ -12,7 +12,7 @@ TAVD_EXTERN_C_BEGIN
 /* A new record in memory, without attributes, to be filled with tavbinsertatt,
  * stored with tavbsaverec and given back with tavbreleaserec. Null if the
  * object id is empty or blank, or memory ran out. */
-TAVD_API tavb_rec tavdsrv_newrec(const char *classId, const char *objId);
+TAVD_API tavb_rec tavdsrv_newrec(const char* classId, const char* objId);
 
 /* Number of attributes that the record holds. */
 TAVD_API int32_t tavdsrv_attributecount(tavb_rec rec);
@@ -21,14 +21,14 @@ TAVD_API int32_t tavdsrv_attributecount(tavb_rec rec);
  * address and length of its bytes, which stay the record's and are valid
  * until the record is changed or released. Returns 0, or -1 if `index` is
  * outside. */
-TAVD_API int32_t tavdsrv_attributeat(tavb_rec rec, int32_t index, int16_t *attId, const void **data,
-                                     int32_t *length);
+TAVD_API int32_t tavdsrv_attributeat(tavb_rec rec, int32_t index, int16_t* attId, const void** data,
+                                     int32_t* length);
 
 /* Encodes UTF-16 text (terminated) as the service stores it under `charset`
  * in database `db`, without terminator. Returns the number of bytes, or -1 if
  * a character has no place in that charset (or the text is null, or charset 0
  * is asked of no open database), or -2 if `capacity` is too small. */
-TAVD_API int32_t tavdsrv_encodetext(int16_t db, int32_t charset, const tavd_wchar *text, char *buffer,
+TAVD_API int32_t tavdsrv_encodetext(int16_t db, int32_t charset, const tavd_wchar* text, char* buffer,
                                     int32_t capacity);
 
 /* Groups saves and deletions: nothing is durable before tavdsrv_commit, all of
@@ -51,7 +51,7 @@ TAVD_API int32_t tavdsrv_closedatabase(int16_t db);
  * failed from one that was done, and a record that could not be read from one
  * that is not there. Valid until this thread's next call; calls that cannot
  * fail (releasing, ids, attribute lists) leave it as it is. */
-TAVD_API const char *tavdsrv_lasterror(void);
+TAVD_API const char* tavdsrv_lasterror(void);
 
 TAVD_EXTERN_C_END
 

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <cstring>
 #include <random>
 #include <vector>
@@ -30,7 +31,7 @@ void read_record(std::int16_t db, tavb_rec rec) {
     std::int16_t items = 0;
     void* block = tavbcopyatt(db, rec, attribute, &items, nullptr, 0);
     ASSERT_NE(block, nullptr);
-    ASSERT_EQ(std::memcmp(block, copy.data(), copy.size()), 0);
+    ASSERT_TRUE(std::equal(copy.begin(), copy.end(), static_cast<const char*>(block)));
     tavbreleaseatt(block);
     tavd_wchar wide[40];
     tavbcopywsz(db, rec, attribute, wide, sizeof wide, 0);
