@@ -37,10 +37,10 @@ struct Question {
   std::int32_t default_answer = tgui::kIdCancel;
 };
 
-tgui_window* make_dialog(const DialogTemplate& form, tgui_window* owner, tgui_procedure procedure);
+tgui_window* make_dialog(const DialogTemplate& form, tgui_window* owner);
 bool make_items(const DialogTemplate& form, tgui_window* dialog, tgui_module* module);
 void make_question(const DialogTemplate& form, Question& question);
-std::intptr_t run(const Weak<tgui_window>& dialog, Question& question);
+std::intptr_t run(const Weak<tgui_window>& dialog, tgui_procedure procedure, Question& question);
 
 }  // namespace
 
@@ -59,8 +59,9 @@ intptr_t tgui_dialog_box(tgui_module* module, const void* dialog_template, tgui_
     question.message.owner = alive(owner) ? owner : nullptr;
     question.message.dialog_template = dialog_template;
     const Weak<tgui_window> former_focus(tgui_focus());
-    const Weak<tgui_window> dialog(make_dialog(*form, question.message.owner, procedure));
-    const std::intptr_t result = make_items(*form, dialog.get(), module) ? run(dialog, question) : kFailed;
+    const Weak<tgui_window> dialog(make_dialog(*form, question.message.owner));
+    const std::intptr_t result =
+        make_items(*form, dialog.get(), module) ? run(dialog, procedure, question) : kFailed;
     tgui_destroy_window(dialog.get());
     if (tgui_focus() == nullptr) {
       tgui_set_focus(former_focus.get());
@@ -102,11 +103,10 @@ void place(const Placed& placed, tgui::WindowPlan& plan) {
   plan.height = down(placed.height);
 }
 
-tgui_window* make_dialog(const DialogTemplate& form, tgui_window* owner, tgui_procedure procedure) {
+tgui_window* make_dialog(const DialogTemplate& form, tgui_window* owner) {
   tgui::WindowPlan plan;
   plan.kind = Kind::kDialog;
   plan.title = tgui::to_utf8(form.title);
-  plan.procedure = procedure;
   plan.parent = owner;
   place(form, plan);
   if (owner != nullptr && (form.style & (kAbsolutePlace | tgui::kChild)) == 0) {
@@ -119,13 +119,13 @@ tgui_window* make_dialog(const DialogTemplate& form, tgui_window* owner, tgui_pr
 }
 
 constexpr struct {
-  std::uint16_t atom;
   const char16_t* name;
   Kind kind;
+  std::uint16_t atom;
 } kControls[] = {
-    {tgui::kAtomButton, u"BUTTON", Kind::kButton},      {tgui::kAtomEdit, u"EDIT", Kind::kPlain},
-    {tgui::kAtomStatic, u"STATIC", Kind::kStatic},      {tgui::kAtomListBox, u"LISTBOX", Kind::kListBox},
-    {tgui::kAtomScrollBar, u"SCROLLBAR", Kind::kPlain}, {tgui::kAtomComboBox, u"COMBOBOX", Kind::kComboBox},
+    {u"BUTTON", Kind::kButton, tgui::kAtomButton},      {u"EDIT", Kind::kPlain, tgui::kAtomEdit},
+    {u"STATIC", Kind::kStatic, tgui::kAtomStatic},      {u"LISTBOX", Kind::kListBox, tgui::kAtomListBox},
+    {u"SCROLLBAR", Kind::kPlain, tgui::kAtomScrollBar}, {u"COMBOBOX", Kind::kComboBox, tgui::kAtomComboBox},
 };
 
 char16_t upper(char16_t unit) {
@@ -227,8 +227,10 @@ void begin(const Weak<tgui_window>& dialog) {
   }
 }
 
-std::intptr_t run(const Weak<tgui_window>& dialog, Question& question) {
+std::intptr_t run(const Weak<tgui_window>& dialog, tgui_procedure procedure, Question& question) {
   const Weak<tgui_window> owner(question.message.owner);
+  // Only a dialog that is complete gets to know its procedure.
+  dialog.get()->plan.procedure = procedure;
   dialog.get()->running = true;
   begin(dialog);
   for (int answers = 0; waits(dialog) && answers < kMostAnswers; ++answers) {
@@ -237,7 +239,8 @@ std::intptr_t run(const Weak<tgui_window>& dialog, Question& question) {
     tgui::dispatch(dialog.get(), TGUI_WM_COMMAND, static_cast<std::uintptr_t>(answer),
                    reinterpret_cast<std::intptr_t>(tgui_dialog_item(dialog.get(), answer)), false);
   }
-  return dialog.get() != nullptr && dialog.get()->ended ? dialog.get()->result : kFailed;
+  const tgui_window* const left = dialog.get();
+  return left != nullptr && left->ended ? left->result : kFailed;
 }
 
 }  // namespace

@@ -39,25 +39,34 @@ union Immortal {
 };
 
 // The living handles of one type. A handle that was destroyed, or never was one, is not in it. Serial numbers
-// tell a handle from a later one at the same address.
+// tell a handle from a later one at the same address. Handles are kept as plain addresses: those of the dead
+// are compared and never followed.
 template <class T>
 class Registry {
  public:
-  std::uint64_t add(const T* handle) {
-    serials_.emplace(handle, ++last_);
+  std::uint64_t add(T* handle) {
+    entries_.emplace(reinterpret_cast<std::uintptr_t>(handle), Entry{handle, ++last_});
     return last_;
   }
-  void remove(const T* handle) { serials_.erase(handle); }
-  bool alive(const T* handle) const { return handle != nullptr && serials_.contains(handle); }
-  // 0 for a handle that is not alive.
-  std::uint64_t serial(const T* handle) const {
-    const auto found = serials_.find(handle);
-    return found == serials_.end() ? 0 : found->second;
+  void remove(const T* handle) { entries_.erase(reinterpret_cast<std::uintptr_t>(handle)); }
+  // 0 for an address where no handle lives.
+  std::uint64_t serial(std::uintptr_t address) const {
+    const auto found = entries_.find(address);
+    return found == entries_.end() ? 0 : found->second.serial;
   }
-  std::size_t size() const { return serials_.size(); }
+  // Null unless the handle of that serial number lives.
+  T* find(std::uintptr_t address, std::uint64_t serial) const {
+    const auto found = entries_.find(address);
+    return found == entries_.end() || found->second.serial != serial ? nullptr : found->second.handle;
+  }
+  std::size_t size() const { return entries_.size(); }
 
  private:
-  std::unordered_map<const T*, std::uint64_t> serials_;
+  struct Entry {
+    T* handle;
+    std::uint64_t serial;
+  };
+  std::unordered_map<std::uintptr_t, Entry> entries_;
   std::uint64_t last_ = 0;
 };
 
@@ -70,7 +79,7 @@ Registry<T>& registry() {
 
 template <class T>
 bool alive(const T* handle) {
-  return registry<T>().alive(handle);
+  return registry<T>().serial(reinterpret_cast<std::uintptr_t>(handle)) != 0;
 }
 
 // A handle that its owner may destroy at any time, such as a window that a procedure is called for.
@@ -78,12 +87,13 @@ template <class T>
 class Weak {
  public:
   Weak() = default;
-  explicit Weak(T* handle) : handle_(handle), serial_(registry<T>().serial(handle)) {}
+  explicit Weak(T* handle)
+      : address_(reinterpret_cast<std::uintptr_t>(handle)), serial_(registry<T>().serial(address_)) {}
   // Null once the handle was destroyed, even if another lives at its address.
-  T* get() const { return serial_ != 0 && registry<T>().serial(handle_) == serial_ ? handle_ : nullptr; }
+  T* get() const { return registry<T>().find(address_, serial_); }
 
  private:
-  T* handle_ = nullptr;
+  std::uintptr_t address_ = 0;
   std::uint64_t serial_ = 0;
 };
 

@@ -37,7 +37,7 @@ inline constexpr std::uint16_t kAtomComboBox = 0x85;
 
 // Reads a template whose length nobody tells: it reads forward only, as far as the format says, and gives up
 // beyond kLargestTemplate bytes or kMostItems items. Nothing if the template is no good.
-inline constexpr std::size_t kLargestTemplate = 64 * 1024;
+inline constexpr std::size_t kLargestTemplate = 0x10000;
 inline constexpr std::size_t kMostItems = 255;
 std::optional<DialogTemplate> read_template(const void* bytes);
 

@@ -80,6 +80,10 @@ Bytes Query::blob(int column) const {
   return data != nullptr ? Bytes(data, static_cast<std::size_t>(length)) : Bytes();
 }
 
+std::int64_t Query::number() {
+  return step() ? sqlite3_column_int64(statement_, 0) : 0;
+}
+
 void Query::check(int code) const {
   if (code != SQLITE_OK) connection_.fail(code);
 }

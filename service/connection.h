@@ -3,6 +3,7 @@
 
 #include <sqlite3.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -62,6 +63,7 @@ class Query {
   Query& bind(int parameter, Bytes bytes);  // must outlive the query
   bool step();                              // false at the end
   Bytes blob(int column) const;             // valid until the next step; empty if the column holds no blob
+  std::int64_t number();                    // steps once: the only column of the first row, or 0
 
  private:
   void check(int code) const;

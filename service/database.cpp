@@ -91,6 +91,7 @@ void Database::commit() {
     throw;
   }
   in_batch_ = false;
+  batch_failed_ = false;
 }
 
 void Database::rollback() {
@@ -129,6 +130,8 @@ std::unique_ptr<Record> Database::read(Statement& statement, const Key& key) {
 template <typename Change>
 void Database::change(const Key& key, Change&& change) {
   const std::lock_guard lock(mutex_);
+  // SQLite may have rolled the whole group back; what came now would be durable on its own.
+  if (batch_failed_) throw Failure(connection_.path() + ": an earlier change of this group failed");
   if (key == file_header_key()) encoding_.reset();
   connection_.run("SAVEPOINT one");
   try {
@@ -153,6 +156,7 @@ void Database::execute(Statement& statement, const Key& key, Bytes bytes) {
 void Database::end_batch() {
   sqlite3_exec(connection_.get(), "ROLLBACK", nullptr, nullptr, nullptr);
   in_batch_ = false;
+  batch_failed_ = false;
   encoding_.reset();
 }
 

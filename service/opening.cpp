@@ -37,12 +37,14 @@ constexpr const char* kSettings =
     "PRAGMA cache_size=-8192;"
     "PRAGMA temp_store=MEMORY;"
     "PRAGMA journal_mode=DELETE;"
-    "PRAGMA synchronous=EXTRA;"
+    "PRAGMA synchronous=EXTRA;";
+constexpr const char* kTables =
     "SELECT id, key, body FROM record LIMIT 0;"
     "SELECT id, key, block FROM ahm LIMIT 0;";
 
 void create_file(const fs::path& path);
 void check_header(const Connection& connection);
+void check_contents(const Connection& connection);
 
 }  // namespace
 
@@ -68,6 +70,7 @@ Connection open_product_database(const fs::path& path, bool create) {
   }
   sqlite3_db_config(connection.get(), SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
   connection.run(kSettings);
+  check_contents(connection);
   return connection;
 }
 
@@ -96,19 +99,25 @@ std::uint32_t big_endian(const unsigned char* bytes) {
          static_cast<std::uint32_t>(bytes[2]) << 8 | bytes[3];
 }
 
-// Looks at the file's first bytes through SQLite's own file object, before SQLite reads the file as a
-// database: that might roll back a journal which lies beside a file that is not ours. Opening and closing the
-// file a second time instead would drop the locks that this process may hold on it.
+// SQLite's own file object. Opening and closing the file a second time instead would drop the locks that this
+// process may hold on it.
+sqlite3_file* file_of(const Connection& connection) {
+  sqlite3_file* file = nullptr;
+  sqlite3_file_control(connection.get(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
+  if (file == nullptr || file->pMethods == nullptr) throw Failure(connection.path() + ": cannot be read");
+  return file;
+}
+
+// Looks at the file's first bytes before SQLite reads the file as a database: that might roll back a journal
+// which lies beside a file that is not ours.
 void check_header(const Connection& connection) {
   constexpr std::size_t kHeaderSize = 100;
   constexpr char kMagic[] = "SQLite format 3";
   constexpr std::size_t kWriteVersion = 18, kReadVersion = 19, kUserVersion = 60, kApplication = 68;
   constexpr unsigned char kRollbackJournal = 1;
 
-  sqlite3_file* file = nullptr;
+  sqlite3_file* file = file_of(connection);
   std::array<unsigned char, kHeaderSize> header{};
-  sqlite3_file_control(connection.get(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
-  if (file == nullptr || file->pMethods == nullptr) throw Failure(connection.path() + ": cannot be read");
   const int code = file->pMethods->xRead(file, header.data(), static_cast<int>(kHeaderSize), 0);
   if (code != SQLITE_OK && code != SQLITE_IOERR_SHORT_READ) {
     throw Failure(connection.path() + ": " + sqlite3_errstr(code));
@@ -125,6 +134,23 @@ void check_header(const Connection& connection) {
   if (header[kWriteVersion] != kRollbackJournal || header[kReadVersion] != kRollbackJournal) {
     throw Failure(connection.path() + ": not in rollback journal mode");
   }
+}
+
+// Expects our tables, and the file to be as long as it says. SQLite misses a last page that is not whole. All
+// of it happens in one reading transaction, during which no other process changes the file.
+void check_contents(const Connection& connection) {
+  connection.run("BEGIN");
+  connection.run(kTables);
+  Statement told("SELECT page_count * page_size FROM pragma_page_count, pragma_page_size");
+  const std::int64_t expected = Query(connection, told).number();
+  sqlite3_int64 size = 0;
+  sqlite3_file* file = file_of(connection);
+  const int code = file->pMethods->xFileSize(file, &size);
+  if (code != SQLITE_OK || size < expected) {
+    throw Failure(connection.path() + ": cut off, " + std::to_string(size) + " of " +
+                  std::to_string(expected) + " bytes");
+  }
+  connection.run("COMMIT");
 }
 
 }  // namespace

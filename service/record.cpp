@@ -64,7 +64,9 @@ std::vector<Record::Place>::const_iterator Record::place_of(std::int16_t number)
 // Walks the body and cuts off what cannot be read: a head or a value that does not fit, or a number that is
 // not above the one before.
 void Record::find_places() {
+  constexpr std::size_t kUsualAttributes = 32;
   places_.clear();
+  places_.reserve(kUsualAttributes);
   std::size_t offset = 0;
   while (body_.size() - offset >= kHeadBytes) {
     std::int16_t number = 0;

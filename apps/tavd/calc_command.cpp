@@ -265,7 +265,7 @@ void add_calc_command(CLI::App& app) {
                     "Take the end reflection of the duct off the sound table, as the diagram does");
   command->add_flag("--json", options->json, "As JSON, numbers in full");
   add_text_options(*command, options->texts);
-  command->footer("Example: tavd calc catalogue.tavdb ASD DAMPER-200 --qv 50 --dp 60");
+  command->footer("Example: tavd calc catalogue.tavdb DMP QZDA-160 --qv 50 --dp 60");
   command->callback([options] { run_calc(*options); });
 }
 

@@ -10,9 +10,6 @@ constexpr const char* kVersion = "tavd 1.90.0";
 void add_commands(CLI::App& app) {
   app.require_subcommand(1);
   app.set_version_flag("--version", kVersion);
-  app.footer(
-      "Every command has its own help: tavd calc --help\n"
-      "Exit codes: 0 done, 2 what was asked for cannot be done, 1 the program failed.");
   add_list_command(app);
   add_calc_command(app);
   add_diagram_command(app);

@@ -177,7 +177,7 @@ void add_diagram_command(CLI::App& app) {
   add_text_options(*command, options->texts);
   command->footer(
       "The end reflection of the duct is taken off the sound levels.\n"
-      "Example: tavd diagram catalogue.tavdb ASD DAMPER-200 -o damper.svg --qv 50 --dp 60");
+      "Example: tavd diagram catalogue.tavdb DMP QZDA-160 -o damper.svg --qv 50 --dp 60");
   command->callback([options] { run_diagram(*options); });
 }
 

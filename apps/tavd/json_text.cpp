@@ -27,6 +27,7 @@ Json::Value json_number(float value) {
 void write_json(std::ostream& out, const Json::Value& value) {
   Json::StreamWriterBuilder builder;
   builder["indentation"] = "  ";
+  builder["enableYAMLCompatibility"] = true;  // no blank in front of the colon
   builder["emitUTF8"] = true;
   builder["precision"] = kFloatDigits;
   const std::unique_ptr<Json::StreamWriter> writer(builder.newStreamWriter());

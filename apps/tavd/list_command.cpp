@@ -87,7 +87,7 @@ void add_list_command(CLI::App& app) {
   add_text_options(*command, options->texts);
   command->footer(
       "File header and model records are left out; --class 000 and --class TVM show them.\n"
-      "Example: tavd list catalogue.tavdb --class ASD --language en");
+      "Example: tavd list catalogue.tavdb --class DMP --language en");
   command->callback([options] { run_list(*options); });
 }
 

@@ -7,6 +7,7 @@
 #include "commands.h"
 #include "db_commands.h"
 #include "errors.h"
+#include "text.h"
 
 namespace {
 
@@ -29,16 +30,29 @@ std::string where_to_look(const CLI::App& app) {
   return " (" + command + " --help tells more)";
 }
 
+// What is wrong with the arguments, in one line.
+std::string explain(const CLI::App& app, const CLI::ParseError& error, int argc, char** argv) {
+  const bool names_command = argc > 1 && argv[1][0] != '-';
+  if (!names_command || !app.get_subcommands().empty()) return error.what() + where_to_look(app);
+  std::string known;
+  for (const CLI::App* command : app.get_subcommands({}))
+    known += (known.empty() ? "" : ", ") + command->get_name();
+  return "no command " + tavdhost::in_quotes(argv[1]) + "; there are " + known + where_to_look(app);
+}
+
 int run(int argc, char** argv) {
   CLI::App app("Calculates, lists and draws ventilation products from a product database.", "tavd");
   tavdhost::add_commands(app);
   tavdhost::add_db_commands(app);
+  app.footer(
+      "Every command has its own help: tavd calc --help\n"
+      "Exit codes: 0 done, 2 what was asked for cannot be done, 1 the program failed.");
   try {
     app.parse(argc, argv);
   } catch (const CLI::Success& done) {  // --help, --version
     app.exit(done);
   } catch (const CLI::ParseError& error) {
-    return report((error.what() + where_to_look(app)).c_str(), kUserError);
+    return report(explain(app, error, argc, argv).c_str(), kUserError);
   }
   std::cout.flush();
   if (!std::cout) return report("cannot write to standard output", kFailed);

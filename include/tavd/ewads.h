@@ -15,46 +15,46 @@
 TAVD_EXTERN_C_BEGIN
 
 /* Whether `shape` is not 1, and whether it is. */
-TAVD_API bool ewads_is_circular(const DuctSize *ds);
-TAVD_API bool ewads_is_rectangular(const DuctSize *ds);
+TAVD_API bool ewads_is_circular(const DuctSize* ds);
+TAVD_API bool ewads_is_rectangular(const DuctSize* ds);
 
 /* 1 if shape, b and h are all equal, else 0. */
-TAVD_API int ewads_equal_size(const DuctSize *ds1, const DuctSize *ds2);
+TAVD_API int ewads_equal_size(const DuctSize* ds1, const DuctSize* ds2);
 
 /* 1 if one side of the first size is at least as large as both sides of the
  * second, in either orientation; else 0. Shapes are not read: a round size
  * takes part with the `h` that it holds. */
-TAVD_API int ewads_greater_b_or_h(const DuctSize *ds1, const DuctSize *ds2);
+TAVD_API int ewads_greater_b_or_h(const DuctSize* ds1, const DuctSize* ds2);
 
 /* Equivalent diameter, mm: that of the circle of equal area. 0 for a rectangle
  * without area. */
-TAVD_API float ewads_dekv(const DuctSize *ds);
+TAVD_API float ewads_dekv(const DuctSize* ds);
 
 /* Hydraulic diameter, mm: four times the area over the perimeter. 0 for a
  * rectangle without perimeter. */
-TAVD_API float ewads_dhydr(const DuctSize *ds);
+TAVD_API float ewads_dhydr(const DuctSize* ds);
 
 /* Diagonal of a rectangle, rounded to whole mm, at most 32767; the diameter of
  * a round duct. */
-TAVD_API int16_t ewads_diagonal(const DuctSize *ds);
+TAVD_API int16_t ewads_diagonal(const DuctSize* ds);
 
 /* Cross section, m2. */
-TAVD_API float ewads_m2(const DuctSize *ds);
+TAVD_API float ewads_m2(const DuctSize* ds);
 
 /* Air velocity, m/s, at the flow `qv`, l/s. 0 where the cross section is 1 mm2
  * or less. */
-TAVD_API float ewads_vms(const DuctSize *ds, double qv);
+TAVD_API float ewads_vms(const DuctSize* ds, double qv);
 
 /* Copies all three fields; the two may be the same record or overlap. */
-TAVD_API void ewads_copy(DuctSize *dst, const DuctSize *src);
+TAVD_API void ewads_copy(DuctSize* dst, const DuctSize* src);
 
 /* Exchanges b and h; the shape stays. */
-TAVD_API void ewads_swap(DuctSize *ds);
+TAVD_API void ewads_swap(DuctSize* ds);
 
 /* Writes the size as text and returns `buffer`: "400x200" for a rectangle,
  * "160" for any other shape. At most 14 characters with the terminator. */
-TAVD_API char *ewads_sprintf(const DuctSize *ds, char *buffer);
-TAVD_API tavd_wchar *ewads_swprintf(const DuctSize *ds, tavd_wchar *buffer);
+TAVD_API char* ewads_sprintf(const DuctSize* ds, char* buffer);
+TAVD_API tavd_wchar* ewads_swprintf(const DuctSize* ds, tavd_wchar* buffer);
 
 /* Reads a size from text: "160" or "400x200", with "x" or "X". Returns 0, or
  * -1 if a number is missing. Blanks in front of a number are skipped, anything
@@ -63,8 +63,8 @@ TAVD_API tavd_wchar *ewads_swprintf(const DuctSize *ds, tavd_wchar *buffer);
  * `text` is changed: its first "X" becomes "x", and its first "x" a terminator.
  * A round size gets h = b. After -1 a `b` that was read stays in `ds`, shape
  * and h keep what they were. */
-TAVD_API int ewads_sscanf(char *text, DuctSize *ds);
-TAVD_API int ewads_swscanf(tavd_wchar *text, DuctSize *ds);
+TAVD_API int ewads_sscanf(char* text, DuctSize* ds);
+TAVD_API int ewads_swscanf(tavd_wchar* text, DuctSize* ds);
 
 TAVD_EXTERN_C_END
 

@@ -20,17 +20,17 @@
 
 /* Rows that each table of FlowData holds. */
 enum {
-  TAVD_BANDS = 8,            /* octave bands, 63 Hz to 8 kHz */
-  TAVD_DAMPER_ROWS = 20,     /* FlowData.damper */
-  TAVD_QVDP_ROWS = 20,       /* FlowData.qvdppoints */
-  TAVD_FAN_ROWS = 20,        /* FlowData.fancurve */
-  TAVD_LW_ROWS = 60,         /* FlowData.lwpoints */
-  TAVD_DLW_ROWS = 200,       /* FlowData.dlwpoints */
-  TAVD_QVL2_ROWS = 10,       /* FlowData.qvL2 */
-  TAVD_PARL2_ROWS = 30,      /* FlowData.parL2 */
-  TAVD_PARAMETER_ROWS = 20,  /* ParTable.table */
-  TAVD_PARAMETERS = 2,       /* FlowData.par */
-  TAVD_PARAMETER_CHARS = 6   /* characters of a parameter value */
+  TAVD_BANDS = 8,           /* octave bands, 63 Hz to 8 kHz */
+  TAVD_DAMPER_ROWS = 20,    /* FlowData.damper */
+  TAVD_QVDP_ROWS = 20,      /* FlowData.qvdppoints */
+  TAVD_FAN_ROWS = 20,       /* FlowData.fancurve */
+  TAVD_LW_ROWS = 60,        /* FlowData.lwpoints */
+  TAVD_DLW_ROWS = 200,      /* FlowData.dlwpoints */
+  TAVD_QVL2_ROWS = 10,      /* FlowData.qvL2 */
+  TAVD_PARL2_ROWS = 30,     /* FlowData.parL2 */
+  TAVD_PARAMETER_ROWS = 20, /* ParTable.table */
+  TAVD_PARAMETERS = 2,      /* FlowData.par */
+  TAVD_PARAMETER_CHARS = 6  /* characters of a parameter value */
 };
 
 #pragma pack(push, 1)
@@ -92,10 +92,10 @@ typedef struct ParEntry {
   char value[TAVD_PARAMETER_CHARS]; /* the value, not necessarily terminated;
                                        a plain unsigned decimal counts as a
                                        number, anything else as a label */
-  float dk;     /* pressure coefficient: adds dk*qv^2 Pa, Pa/(l/s)^2 */
-  int16_t dlw;  /* added to each band of the sound power level, dB */
-  int16_t ddlw; /* added to each band of the attenuation, dB */
-  float factor; /* multiplies the throw length, no unit; 0 means 1 */
+  float dk;                         /* pressure coefficient: adds dk*qv^2 Pa, Pa/(l/s)^2 */
+  int16_t dlw;                      /* added to each band of the sound power level, dB */
+  int16_t ddlw;                     /* added to each band of the attenuation, dB */
+  float factor;                     /* multiplies the throw length, no unit; 0 means 1 */
 } ParEntry;
 
 /* One selection parameter of a product. Tables of numbers stand in strictly
@@ -124,22 +124,22 @@ typedef struct ParTable {
  *   40  fancurve         fan: dp is what the product delivers
  */
 typedef struct FlowData {
-  char szclass[8];   /* class of the record; its first 3 characters count */
-  char szobjID[32];  /* object id as text */
-  char isvelocity;   /* 1: every qv of the record is an air velocity, m/s */
-  int16_t kind;      /* data kind, below 100 */
-  float ductarea;    /* cross section of the connection, m2; 0 if isvelocity
-                        is set or b is 10 or less */
-  float lwsizecoef;  /* size coefficient of the sound level; attribute 1302 */
-  int16_t kind100;   /* kind of the header with 100 added; attribute 1650 */
-  int16_t b;         /* diameter or width of the connection, mm */
-  int16_t h;         /* height of the connection, mm; 0 or less: circular */
-  float qvmin;       /* lowest flow, l/s or m/s */
-  float qvmax;       /* highest flow, l/s or m/s */
-  float dpmin;       /* lowest total pressure, Pa */
-  float dpmax;       /* highest total pressure, Pa */
-  float qvref;       /* reference flow, l/s or m/s; attribute 1651 */
-  float dpref;       /* reference pressure, Pa */
+  char szclass[8];  /* class of the record; its first 3 characters count */
+  char szobjID[32]; /* object id as text */
+  char isvelocity;  /* 1: every qv of the record is an air velocity, m/s */
+  int16_t kind;     /* data kind, below 100 */
+  float ductarea;   /* cross section of the connection, m2; 0 if isvelocity
+                       is set or b is 10 or less */
+  float lwsizecoef; /* size coefficient of the sound level; attribute 1302 */
+  int16_t kind100;  /* kind of the header with 100 added; attribute 1650 */
+  int16_t b;        /* diameter or width of the connection, mm */
+  int16_t h;        /* height of the connection, mm; 0 or less: circular */
+  float qvmin;      /* lowest flow, l/s or m/s */
+  float qvmax;      /* highest flow, l/s or m/s */
+  float dpmin;      /* lowest total pressure, Pa */
+  float dpmax;      /* highest total pressure, Pa */
+  float qvref;      /* reference flow, l/s or m/s; attribute 1651 */
+  float dpref;      /* reference pressure, Pa */
   DamperPoint damper[TAVD_DAMPER_ROWS];
   QvDpPoint qvdppoints[TAVD_QVDP_ROWS];
   FanPoint fancurve[TAVD_FAN_ROWS];

@@ -12,7 +12,14 @@
  * are read as at most 30 characters, ending early at a NUL; trailing blanks
  * and NULs do not count.
  *
- * Numeric attributes are packed and little-endian, floats 32-bit IEEE.
+ * Numeric attributes are packed and little-endian, floats 32-bit IEEE. Texts
+ * are in the database's narrow encoding: windows-1252, or UTF-8 where
+ * attribute 1049 of its record "000", "FILEHEADER" is 1.
+ *
+ * A handle that is no open database finds and stores nothing. Null records,
+ * ids and destinations are allowed everywhere: a null record has no attribute,
+ * a null id counts as empty, a null destination is left out. Any number of
+ * records may be open. Threads may share a database, but not a record.
  */
 #ifndef TAVD_TAVB_H
 #define TAVD_TAVB_H
@@ -23,19 +30,22 @@ TAVD_EXTERN_C_BEGIN
 
 /* Opens the database at dbPath. `mode` 0 opens what exists; any other value
  * creates the database if the file is missing. `vlkFile` may be null and is
- * not needed by this service. Returns the database handle, or -1: no such
- * file, or a file that is no product database, which is left untouched. */
-TAVD_API int16_t tavbopendatabase(const char *vlkFile, const char *dbPath, int32_t mode);
-TAVD_API int16_t tavbopendatabasew(const tavd_wchar *vlkFile, const tavd_wchar *dbPath, int32_t mode);
+ * not needed by this service. A file, or a folder, that may not be written is
+ * opened for reading; saving then changes nothing. Returns the database
+ * handle, 1 or more, or -1: no such file, or a file that is no product
+ * database, which is left untouched. */
+TAVD_API int16_t tavbopendatabase(const char* vlkFile, const char* dbPath, int32_t mode);
+TAVD_API int16_t tavbopendatabasew(const tavd_wchar* vlkFile, const tavd_wchar* dbPath, int32_t mode);
 
 /* Finds a record. `mode` 0: exactly this class and object id, or null.
  * `mode` 1: the first record at or after the key in the record order, which
  * may lie in a later class, or null past the end. The caller owns the handle
  * until tavbreleaserec. */
-TAVD_API tavb_rec tavbfindrec(int16_t db, const char *classId, const char *objId, int16_t mode);
+TAVD_API tavb_rec tavbfindrec(int16_t db, const char* classId, const char* objId, int16_t mode);
 
 /* The next record after `rec` in the record order, a new handle, or null
- * after the last one. `rec` stays valid and stays the caller's. */
+ * after the last one. `rec` stays valid and stays the caller's; the record
+ * itself need not be stored any more. */
 TAVD_API tavb_rec tavbnextrec(int16_t db, tavb_rec rec);
 
 /* Gives a record handle back. Null is allowed. */
@@ -43,57 +53,70 @@ TAVD_API void tavbreleaserec(tavb_rec rec);
 
 /* Writes the class id (3 characters and a terminator, room for 8) and the raw
  * object id (30 characters, blank-padded, no terminator, room for 32). Either
- * destination may be null. */
-TAVD_API void tavbgetID(int16_t db, tavb_rec rec, char *classIdx, char *objIdx);
+ * destination may be null. A null record gives an empty class id and a blank
+ * object id. */
+TAVD_API void tavbgetID(int16_t db, tavb_rec rec, char* classIdx, char* objIdx);
 
 /* Writes the text form of a raw object id: trailing blanks removed,
- * terminated, room for 31. */
-TAVD_API void tavbobjIDtosz(int16_t db, const char *objIdx, char *sz);
+ * terminated, room for 31. `sz` may be `objIdx` itself. */
+TAVD_API void tavbobjIDtosz(int16_t db, const char* objIdx, char* sz);
 
 /* Copies an attribute of the record. `count`, if not null, always receives
- * the number of whole items, 0 if the attribute is absent. With a buffer at
- * most `capacity` bytes are copied, an absent attribute leaves the buffer
- * untouched, and a text gets a terminator where there is room. With a null
- * buffer and capacity 0 the result is a block with the whole value, to be
- * given back with tavbreleaseatt. Returns null if the attribute is absent. */
-TAVD_API void *tavbcopyatt(int16_t db, tavb_rec rec, int16_t attId, int16_t *count, void *buffer,
+ * the number of whole items that are stored, at most 32767, 0 if the attribute
+ * is absent. A text is one item, and so is an attribute whose number the
+ * service does not know. With a buffer at most `capacity` bytes are copied
+ * (none if it is negative), an absent attribute leaves the buffer untouched,
+ * and a text gets a terminator where there is room behind it; nothing else
+ * does. With a null buffer and capacity 0 the result is a block with the whole
+ * value and a terminator behind it, to be given back with tavbreleaseatt; with
+ * a null buffer and any other capacity it only tells that the attribute is
+ * there. Returns null if the attribute is absent. */
+TAVD_API void* tavbcopyatt(int16_t db, tavb_rec rec, int16_t attId, int16_t* count, void* buffer,
                            int16_t capacity);
 
 /* Copies a text attribute as UTF-16. `capacity` is in bytes. `charset` tells
  * how the text is stored: 0 windows-1252, or UTF-8 where the database says
- * so, 1 UTF-8, 6 windows-1257, 7 windows-1250, 8 windows-1251. Returns null
- * if the attribute is absent. */
-TAVD_API void *tavbcopywsz(int16_t db, tavb_rec rec, int16_t attId, tavd_wchar *buffer, int32_t capacity,
+ * so, 1 UTF-8, 6 windows-1257, 7 windows-1250, 8 windows-1251; any other
+ * number counts as 0. A terminator follows where there is room behind the
+ * text, so a buffer that must end in one is told two bytes short and zeroed
+ * before. A surrogate pair that does not fit is left out whole. Returns null
+ * if the attribute is absent, and then leaves the buffer untouched. */
+TAVD_API void* tavbcopywsz(int16_t db, tavb_rec rec, int16_t attId, tavd_wchar* buffer, int32_t capacity,
                            int32_t charset);
 
 /* Finds a record and copies an attribute of it as tavbcopyatt does. */
-TAVD_API void *tavbfindatt(int16_t db, const char *classId, const char *objId, int16_t attId, int16_t *count,
-                           void *buffer, int16_t capacity);
+TAVD_API void* tavbfindatt(int16_t db, const char* classId, const char* objId, int16_t attId, int16_t* count,
+                           void* buffer, int16_t capacity);
 
 /* Frees a block of tavbcopyatt. Null is allowed. */
-TAVD_API void tavbreleaseatt(void *block);
+TAVD_API void tavbreleaseatt(void* block);
 
 /* Adds an attribute to the record in memory, replacing one of that number.
  * The store is not touched. `recp` points to the caller's handle, which the
- * call may change. `length` is in bytes, a text's without its terminator. */
-TAVD_API void tavbinsertatt(int16_t db, tavb_rec *recp, int16_t attId, const void *data, int16_t length);
+ * call may change. `length` is in bytes, a text's without its terminator; 0
+ * makes an attribute that is there and empty. A negative length, or null data
+ * with a length, does nothing. */
+TAVD_API void tavbinsertatt(int16_t db, tavb_rec* recp, int16_t attId, const void* data, int16_t length);
 
 /* Writes the record into database `db`, which may be another one than the
- * record came from, replacing a record with its class and object id. */
+ * record came from, replacing a record with its class and object id. An ahm
+ * block that is stored there under this id stays. */
 TAVD_API void tavbsaverec(int16_t db, tavb_rec rec);
 
-/* Removes a record. */
-TAVD_API void tavbdeleterec(int16_t db, const char *classId, const char *objId);
+/* Removes a record and its ahm block. */
+TAVD_API void tavbdeleterec(int16_t db, const char* classId, const char* objId);
 
-/* The record's ahm block and its length, to be given back with
- * tavbreleaseahm; null and 0 if it has none. */
-TAVD_API void *tavbgetahm(int16_t db, tavb_rec rec, int32_t *length);
+/* The ahm block that database `db` holds for the record, and its length in
+ * bytes, to be given back with tavbreleaseahm; null and 0 if it has none. */
+TAVD_API void* tavbgetahm(int16_t db, tavb_rec rec, int32_t* length);
 
-/* tavbsaverec, and stores the block as the record's ahm block. */
-TAVD_API void tavbsaverecwithahm(int16_t db, tavb_rec rec, void *block, int32_t length);
+/* tavbsaverec, and in the same step stores the block of `length` bytes as the
+ * record's ahm block. A null block, or a length of 0 or less, removes the one
+ * that is stored. */
+TAVD_API void tavbsaverecwithahm(int16_t db, tavb_rec rec, void* block, int32_t length);
 
 /* Frees a block of tavbgetahm. Null is allowed. */
-TAVD_API void tavbreleaseahm(void *block);
+TAVD_API void tavbreleaseahm(void* block);
 
 TAVD_EXTERN_C_END
 

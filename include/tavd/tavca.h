@@ -44,13 +44,13 @@ TAVD_EXTERN_C_BEGIN
  *    0  loaded; tables that the product does not have are empty
  *   -1  the record has no header attribute: `fd` holds its ids, else zeros
  *       (only zeros for a null `rec`) */
-TAVD_API int tavca_load_flowdata(int16_t db, tavb_rec rec, FlowData *fd);
+TAVD_API int tavca_load_flowdata(int16_t db, tavb_rec rec, FlowData* fd);
 
 /* Limits of the product's flow, l/s or m/s.
  *
  *    0  given
  *   -1  no flow data */
-TAVD_API int tavca_qminqmax(const FlowData *fd, float *qmin, float *qmax);
+TAVD_API int tavca_qminqmax(const FlowData* fd, float* qmin, float* qmax);
 
 /* ---- Settings of the process -------------------------------------------- */
 
@@ -63,7 +63,7 @@ TAVD_API void tavca_setwarningmode(tavd_hwnd wnd, int16_t mode);
 TAVD_API void tavca_setroomdamp(float roomdamp);
 
 /* Shows `text` (narrow, default code page) to the user if warnings are on. */
-TAVD_API void tavca_msg(const char *text);
+TAVD_API void tavca_msg(const char* text);
 
 /* ---- Air and interpolation ---------------------------------------------- */
 
@@ -98,19 +98,19 @@ TAVD_API float tavca_loglin_interp(float x1, float x2, float x, float y1, float 
  *
  *    0  chosen
  *   -1  no parameter of that name; the record is unchanged */
-TAVD_API int tavca_param_setvalue(FlowData *fd, const char *name, const char *value);
+TAVD_API int tavca_param_setvalue(FlowData* fd, const char* name, const char* value);
 
 /* The number that a parameter value stands for: a plain unsigned decimal with
  * an optional point, blanks around it allowed, in the first 6 characters.
  *
  *    0  `*real` is the number
  *   -1  no number (a sign or an exponent makes it a label); `*real` is 0 */
-TAVD_API int tavca_param_valuetoreal(const char *value, float *real);
+TAVD_API int tavca_param_valuetoreal(const char* value, float* real);
 
 /* Compares two parameter values: as numbers if both are, else as texts without
  * regard to case and to enclosing double quotes. 1, 0 or -1 as `a` is greater
  * than, equal to or less than `b`. At most 6 characters count. */
-TAVD_API int tavca_param_valuecmp(const char *a, const char *b);
+TAVD_API int tavca_param_valuecmp(const char* a, const char* b);
 
 /* ---- Pressure ----------------------------------------------------------- */
 
@@ -118,7 +118,7 @@ TAVD_API int tavca_param_valuecmp(const char *a, const char *b);
  * straight line in log-log co-ordinates, beyond the ends by the square law.
  * 0 if it can't be given, and at exactly the flow of the last point. A point
  * of 0 or less that the search meets raises a warning. */
-TAVD_API float tavca_floating_dp(const FlowData *fd, float qv);
+TAVD_API float tavca_floating_dp(const FlowData* fd, float qv);
 
 /* What a fan (kind 40) delivers at flow `qv`.
  *
@@ -131,7 +131,7 @@ TAVD_API float tavca_floating_dp(const FlowData *fd, float qv);
  *  -100  flow below the curve: outputs on the system line through its first
  *        point
  *  -200  flow above the curve, or no curve: outputs 0 */
-TAVD_API int tavca_fan_dp(const FlowData *fd, float qv, float *dptot, float *dpst, float *pd);
+TAVD_API int tavca_fan_dp(const FlowData* fd, float qv, float* dptot, float* dpst, float* pd);
 
 /* Whether a fan (kind 40) can serve the point (qv, dp).
  *
@@ -141,7 +141,7 @@ TAVD_API int tavca_fan_dp(const FlowData *fd, float qv, float *dptot, float *dps
  *  -200  flow above the curve, or pressure below the system line through its
  *        last point, or no curve
  *  -300  pressure above the curve at this flow */
-TAVD_API int tavca_fan_op_check(const FlowData *fd, float qv, float dp);
+TAVD_API int tavca_fan_op_check(const FlowData* fd, float qv, float dp);
 
 /* Lowest and highest total pressure of the product at flow `qv`, Pa. A product
  * without setting has one pressure. For kind 12 the pressure term of the
@@ -153,18 +153,18 @@ TAVD_API int tavca_fan_op_check(const FlowData *fd, float qv, float dp);
  *   -4  kinds 20, 22: no damper table, or a first or last row with a flow of 0
  *       or less
  *   -6  a kind without a pressure law */
-TAVD_API int tavca_minmaxdptot(const FlowData *fd, float qv, float *mindp, float *maxdp);
+TAVD_API int tavca_minmaxdptot(const FlowData* fd, float qv, float* mindp, float* maxdp);
 
 /* One of the two results of tavca_minmaxdptot; 0 if it fails. */
-TAVD_API float tavca_dptotmin(const FlowData *fd, float qv);
-TAVD_API float tavca_dptotmax(const FlowData *fd, float qv);
+TAVD_API float tavca_dptotmin(const FlowData* fd, float qv);
+TAVD_API float tavca_dptotmax(const FlowData* fd, float qv);
 
 /* ---- Damper position ---------------------------------------------------- */
 
 /* Total pressure, Pa, of a damper at flow `qv` and position `pos`, which is
  * held inside the table. A product without damper gives tavca_dptotmin. -2.0
  * if the record has no flow data; 0 if the table can't be used. */
-TAVD_API float tavca_dptot_damperpos(const FlowData *fd, float qv, float pos);
+TAVD_API float tavca_dptot_damperpos(const FlowData* fd, float qv, float pos);
 
 /* Position of a damper at which it takes the total pressure `dp` (Pa) at flow
  * `qv`: any position between two rows of the table (tavca_damper_pos), or the
@@ -182,8 +182,8 @@ TAVD_API float tavca_dptot_damperpos(const FlowData *fd, float qv, float pos);
  *   -4  `qv` or `dp` below 1e-6; 0
  *   -5  a row with a flow, or for tavca_damper_pos_fixed a pressure, below
  *       1e-6; 0 */
-TAVD_API int tavca_damper_pos(const FlowData *fd, float qv, float dp, float *pos);
-TAVD_API int tavca_damper_pos_fixed(const FlowData *fd, float qv, float dp, float *pos);
+TAVD_API int tavca_damper_pos(const FlowData* fd, float qv, float dp, float* pos);
+TAVD_API int tavca_damper_pos_fixed(const FlowData* fd, float qv, float dp, float* pos);
 
 /* ---- Sound -------------------------------------------------------------- */
 
@@ -219,18 +219,18 @@ TAVD_API int tavca_damper_pos_fixed(const FlowData *fd, float qv, float dp, floa
  *  -32  a row with a flow or a pressure below 0.001
  *  -33  fewer than 2 flows
  *  -34  a flow that is needed has fewer than 2 rows */
-TAVD_API int tavca_lw(const FlowData *fd, float qv, float dp, float *lw, const DuctSize *duct);
+TAVD_API int tavca_lw(const FlowData* fd, float qv, float dp, float* lw, const DuctSize* duct);
 
 /* Attenuation of the product, eight bands, dB: the one value that the product
  * has, or by damper position or flow (kinds 30, 40) on the line through the
  * first two rows of dlwpoints. Where there is none the bands are 0. Always
  * returns 0. */
-TAVD_API int tavca_dlw(const FlowData *fd, float qv, float dp, float *dlw);
+TAVD_API int tavca_dlw(const FlowData* fd, float qv, float dp, float* dlw);
 
 /* A-weighted sound pressure level in the room, dB(A), of the sound power level
  * `lw` (eight bands, dB), less the room damping of tavca_setroomdamp. 0 for a
  * null `lw`. */
-TAVD_API float tavca_LpA(const float *lw);
+TAVD_API float tavca_LpA(const float* lw);
 
 /* End reflection, dB, 0 or more, of an opening of `area` m2 in octave band
  * `band` (0 for 63 Hz and up). 0 for bands other than 0 to 4 and for areas of
@@ -241,7 +241,7 @@ TAVD_API float tavca_endref_A(int band, float area);
  * record, whose levels stay at 0 or above. Every call takes it off again: call
  * it once after a load. Products of the classes ASD, AEX, AED, AOD and CCB,
  * and those without a duct area, stay as they are. */
-TAVD_API void tavca_check_end_reflection(FlowData *fd);
+TAVD_API void tavca_check_end_reflection(FlowData* fd);
 
 /* ---- Throw -------------------------------------------------------------- */
 
@@ -250,7 +250,7 @@ TAVD_API void tavca_check_end_reflection(FlowData *fd);
  *
  *   value  parameter value that selects the throw line, at most 6 characters;
  *          empty or null takes the first line. Read only if parL2 has rows */
-TAVD_API float tavca_L2_isothermal(const FlowData *fd, float qv, const char *value);
+TAVD_API float tavca_L2_isothermal(const FlowData* fd, float qv, const char* value);
 
 TAVD_EXTERN_C_END
 

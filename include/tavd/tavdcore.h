@@ -19,10 +19,7 @@ TAVD_EXTERN_C_BEGIN
 
 /* Room of the settings, in characters with the terminator. Longer texts are
  * cut. */
-enum {
-  TAVDCORE_MARKET_CHARS = 40,
-  TAVDCORE_PATH_CHARS = 300
-};
+enum { TAVDCORE_MARKET_CHARS = 40, TAVDCORE_PATH_CHARS = 300 };
 
 /* Clears all settings and sets language, market area and the path of the vlk
  * file, narrow or wide. Each form leaves the other form's path empty, and
@@ -31,12 +28,12 @@ enum {
  *   lng          language number as tavdcore_set_user_lng takes it
  *   marketArea   as tavdcore_set_market_area takes it, may be null
  *   vlkFilename  terminated, at most 299 characters; null counts as empty */
-TAVD_API void tavdcore_init(int16_t lng, const char *marketArea, const char *vlkFilename);
-TAVD_API void tavdcore_initw(int16_t lng, const char *marketArea, const tavd_wchar *vlkFilename);
+TAVD_API void tavdcore_init(int16_t lng, const char* marketArea, const char* vlkFilename);
+TAVD_API void tavdcore_initw(int16_t lng, const char* marketArea, const tavd_wchar* vlkFilename);
 
 /* Sets the market area: a country code of three letters, such as "FIN", at
  * most 39 characters, kept in upper case. Null or empty: no market. */
-TAVD_API void tavdcore_set_market_area(const char *marketArea);
+TAVD_API void tavdcore_set_market_area(const char* marketArea);
 
 /* Sets the language of descriptions, a number from 1510 (Finnish) to 1539
  * (Chinese). A number without a language gives no description. */
@@ -44,9 +41,9 @@ TAVD_API void tavdcore_set_user_lng(int16_t lng);
 
 /* The settings as they are held: the address of the process's own field, valid
  * for good, never null, not to be written to. */
-TAVD_API const char *tavdcore_vlkFilename(void);
-TAVD_API const tavd_wchar *tavdcore_vlkFilenamew(void);
-TAVD_API const char *tavdcore_marketArea(void);
+TAVD_API const char* tavdcore_vlkFilename(void);
+TAVD_API const tavd_wchar* tavdcore_vlkFilenamew(void);
+TAVD_API const char* tavdcore_marketArea(void);
 
 /* The attribute that holds the product code of the market area, 9500 to 9533;
  * 1562, the code for markets without an attribute of their own, if the market

@@ -24,8 +24,8 @@ enum { TAVDF_SHAPE_MIN_WORDS = 10 };
  * (tavdcore_initw for the wide form) stored it. Returns the handle, or -1: no
  * such file, no path, or the service's own -1. The library closes no
  * database. */
-TAVD_API int16_t tavdf_open_database(const char *dbPath, int32_t mode);
-TAVD_API int16_t tavdf_open_databasew(const tavd_wchar *dbPath, int32_t mode);
+TAVD_API int16_t tavdf_open_database(const char* dbPath, int32_t mode);
+TAVD_API int16_t tavdf_open_databasew(const tavd_wchar* dbPath, int32_t mode);
 
 /* How the text of attribute `attId` is stored, as tavbcopywsz wants to know:
  * 0 the database's default, 1 UTF-8, 6 Baltic, 7 Central European, 8 Cyrillic.
@@ -38,7 +38,7 @@ TAVD_API int16_t tavdf_charsetId(int16_t attId);
  * size has its diameter in `h` too.
  * Returns 0 if the size came from 1650, otherwise -1. So -1 does not mean that
  * the size is missing: a size from 1649 or 1102 is valid. */
-TAVD_API int32_t tavdf_load_ductsize(int16_t db, tavb_rec rec, DuctSize *ds);
+TAVD_API int32_t tavdf_load_ductsize(int16_t db, tavb_rec rec, DuctSize* ds);
 
 /* Reads the shape description 1110 and repairs it with tavdf_check_shapedata.
  *   ds         duct size against which margins are resolved, may be null
@@ -46,7 +46,7 @@ TAVD_API int32_t tavdf_load_ductsize(int16_t db, tavb_rec rec, DuctSize *ds);
  *   maxwords   words to read at most; 0 or less reads nothing
  * Returns the number of words, at most `maxwords`, 0 without a shape;
  * `shapedata` is then untouched. */
-TAVD_API int16_t tavdf_load_shapedata(int16_t db, tavb_rec rec, const DuctSize *ds, int16_t *shapedata,
+TAVD_API int16_t tavdf_load_shapedata(int16_t db, tavb_rec rec, const DuctSize* ds, int16_t* shapedata,
                                       int16_t maxwords);
 
 /* Completes and converts some kinds of shape descriptions in place; all others
@@ -60,14 +60,14 @@ TAVD_API int16_t tavdf_load_shapedata(int16_t db, tavb_rec rec, const DuctSize *
  *   shapedata  room for at least 10 words
  *   nsh        number of words, in and out
  * Sums are 16-bit numbers and wrap. Returns 0. */
-TAVD_API int32_t tavdf_check_shapedata(int16_t *shapedata, int16_t *nsh, const DuctSize *ds);
+TAVD_API int32_t tavdf_check_shapedata(int16_t* shapedata, int16_t* nsh, const DuctSize* ds);
 
 /* Reads the installation text 1513, in the database's narrow encoding, into
  * `buffer` of `capacity` bytes (32767 count at most). A text that fills the
  * buffer is cut there and has no terminator. Returns 0, or -1 with an empty
  * `buffer` if the product has no such text. With a `capacity` of 0 or less
  * nothing is written. */
-TAVD_API int32_t tavdf_load_installationdef(int16_t db, tavb_rec rec, char *buffer, int32_t capacity);
+TAVD_API int32_t tavdf_load_installationdef(int16_t db, tavb_rec rec, char* buffer, int32_t capacity);
 
 /* Copies the product code: the first that exists of the market's own attribute
  * (tavdcore_pcodeAttId), 1562, 1505, 1501, and last the object id, all 30
@@ -78,20 +78,20 @@ TAVD_API int32_t tavdf_load_installationdef(int16_t db, tavb_rec rec, char *buff
  * The narrow form is in the system's default code page, with "?" for what that
  * lacks, at most 255 characters. The wide form counts bytes in 16 bits: from
  * 32768 characters on the room starts again at 0. */
-TAVD_API void tavdf_copyproductcode(int16_t db, tavb_rec rec, char *dest, int32_t destLen);
-TAVD_API void tavdf_copyproductcodew(int16_t db, tavb_rec rec, tavd_wchar *dest, int32_t destLen);
+TAVD_API void tavdf_copyproductcode(int16_t db, tavb_rec rec, char* dest, int32_t destLen);
+TAVD_API void tavdf_copyproductcodew(int16_t db, tavb_rec rec, tavd_wchar* dest, int32_t destLen);
 
 /* Copies the description in the user's language (tavdcore_pdescAttId); empty
  * if there is none. Arguments as for the product code. The narrow form copies
  * the PRODUCT CODE instead: narrow lists show the code in their description
  * field. Use the wide form for the text itself. */
-TAVD_API void tavdf_copyproductdesc(int16_t db, tavb_rec rec, char *dest, int32_t destLen);
-TAVD_API void tavdf_copyproductdescw(int16_t db, tavb_rec rec, tavd_wchar *dest, int32_t destLen);
+TAVD_API void tavdf_copyproductdesc(int16_t db, tavb_rec rec, char* dest, int32_t destLen);
+TAVD_API void tavdf_copyproductdescw(int16_t db, tavb_rec rec, tavd_wchar* dest, int32_t destLen);
 
 /* Copies the web link of the market (tavdcore_weblinkAttId); empty if there is
  * none. As with the description, the narrow form copies the PRODUCT CODE. */
-TAVD_API void tavdf_copyweblink(int16_t db, tavb_rec rec, char *dest, int32_t destLen);
-TAVD_API void tavdf_copyweblinkw(int16_t db, tavb_rec rec, tavd_wchar *dest, int32_t destLen);
+TAVD_API void tavdf_copyweblink(int16_t db, tavb_rec rec, char* dest, int32_t destLen);
+TAVD_API void tavdf_copyweblinkw(int16_t db, tavb_rec rec, tavd_wchar* dest, int32_t destLen);
 
 /* Copies a product from one open database into another, replacing what is
  * there: the record, its model record of class "TVM" with its ahm block, and,
@@ -103,11 +103,11 @@ TAVD_API void tavdf_copyweblinkw(int16_t db, tavb_rec rec, tavd_wchar *dest, int
  *   classId, objId  of the product, 3 characters and up to 30
  * Returns 0, or -1 if there is no such record. Failures of the service while
  * saving are not detected. */
-TAVD_API int32_t tavdf_copy_recs(int16_t srcdb, int16_t dstdb, const char *classId, const char *objId);
+TAVD_API int32_t tavdf_copy_recs(int16_t srcdb, int16_t dstdb, const char* classId, const char* objId);
 
 /* Deletes a product: the record and, if it is the main record of a family, all
  * members. Model records stay. Returns 0, or -1 if there is no such record. */
-TAVD_API int32_t tavdf_delete_recs(int16_t db, const char *classId, const char *objId);
+TAVD_API int32_t tavdf_delete_recs(int16_t db, const char* classId, const char* objId);
 
 TAVD_EXTERN_C_END
 

@@ -71,21 +71,21 @@ TAVD_API void tavdg_set_dptype(int t);
 
 /* Title of the chart, at most 79 characters; empty: the product code. Shown
  * from the next build on, in databases with narrow texts. */
-TAVD_API void tavdg_set_title(const char *text);
+TAVD_API void tavdg_set_title(const char* text);
 
 /* Text behind the first sound level mark, at most 149 characters. */
-TAVD_API void tavdg_set_LpA_label(const char *text);
+TAVD_API void tavdg_set_LpA_label(const char* text);
 
 /* Text before the first damper position, at most 149 characters. As in
  * tavdg_set_a_label, "%%" draws one percent sign. */
-TAVD_API void tavdg_set_damperpos_label(const char *text);
+TAVD_API void tavdg_set_damperpos_label(const char* text);
 
 /* Adds a text, at most 149 characters, for the damper line of position `value`
  * (to within 0.001), in place of its number; the last one added counts. At
  * most 200 are kept, further ones are dropped. "%%" draws one percent sign, a
  * print conversion such as "%d" draws nothing, and any other "%" is drawn as
  * it stands. */
-TAVD_API void tavdg_set_a_label(float value, const char *text);
+TAVD_API void tavdg_set_a_label(float value, const char* text);
 
 /* Lowest and highest sound level line and their distance, dB(A). Each value
  * above 0 replaces what the diagram would choose; others leave what is set. */
@@ -105,7 +105,7 @@ TAVD_API void tavdg_setcurveresolution(int n);
 /* Remembers the choice of a parameter's value, at most 6 characters each; it
  * holds for every product loaded from then on, over tavdg_init too. Two
  * choices are kept: a third name replaces the second. */
-TAVD_API void tavdg_set_parameter(const char *name, const char *value);
+TAVD_API void tavdg_set_parameter(const char* name, const char* value);
 
 /* Forgets both. */
 TAVD_API void tavdg_reset_parameters(void);

@@ -39,90 +39,95 @@ enum {
 
 /* A family list, narrow. 256 bytes. */
 typedef struct FamilyList {
-  gwarray members;                /* items of FamilyMember; members.count is
-                                     the number of members */
+  gwarray members;                 /* items of FamilyMember; members.count is
+                                      the number of members */
   char classId[TAVFM_CLASS_CHARS]; /* class of the main record */
   char objId[TAVFM_ID_CHARS];      /* its id as it was handed to tavfm_read,
-                                     padded with NULs if that was shorter */
+                                      padded with NULs if that was shorter */
   char pcode[TAVFM_PCODE_CHARS];   /* its product code, terminated */
   char descr[TAVFM_DESCR_CHARS];   /* the product code again, terminated */
   char installationdef[TAVFM_INSTALLATION_CHARS]; /* its installation text; a
-                                     text of 80 characters is not terminated */
-  int16_t idLen;                  /* length of objId without padding */
-  int16_t wildPos;                /* index of the first '*' in objId; idLen if
-                                     there is none */
-  int16_t sizingmode;             /* attribute 1150, 0 if absent */
+                                      text of 80 characters or more is cut and
+                                      not terminated */
+  int16_t idLen;                   /* length of objId without padding */
+  int16_t wildPos;                 /* index of the first '*' in objId; idLen if
+                                      there is none */
+  int16_t sizingmode;              /* attribute 1150, 0 if absent */
 } FamilyList;
 
 /* A family list, wide. 376 bytes. Ids and the installation text stay narrow. */
 typedef struct FamilyListW {
-  gwarray members;                 /* items of FamilyMemberW */
-  char classId[TAVFM_CLASS_CHARS]; /* as in FamilyList */
-  char objId[TAVFM_ID_CHARS];      /* as in FamilyList */
-  tavd_wchar pcode[TAVFM_PCODE_CHARS]; /* product code of the main record */
-  tavd_wchar descr[TAVFM_DESCR_CHARS]; /* its description in the user's language */
+  gwarray members;                     /* items of FamilyMemberW */
+  char classId[TAVFM_CLASS_CHARS];     /* as in FamilyList */
+  char objId[TAVFM_ID_CHARS];          /* as in FamilyList */
+  tavd_wchar pcode[TAVFM_PCODE_CHARS]; /* product code of the main record,
+                                          terminated */
+  tavd_wchar descr[TAVFM_DESCR_CHARS]; /* its description in the user's
+                                          language, terminated */
   char installationdef[TAVFM_INSTALLATION_CHARS]; /* as in FamilyList */
-  int16_t idLen;                   /* as in FamilyList */
-  int16_t wildPos;                 /* as in FamilyList */
-  int16_t sizingmode;              /* as in FamilyList */
+  int16_t idLen;                       /* as in FamilyList */
+  int16_t wildPos;                     /* as in FamilyList */
+  int16_t sizingmode;                  /* as in FamilyList */
 } FamilyListW;
 
 /* One member, narrow. 338 bytes. Its first field serves as the object id for
  * tavbfindrec. */
 typedef struct FamilyMember {
-  char objId[TAVFM_ID_CHARS];     /* raw object id */
-  char pcode[TAVFM_PCODE_CHARS];  /* product code, terminated */
-  char descr[TAVFM_DESCR_CHARS];  /* the product code again, terminated */
-  char installationdef[TAVFM_INSTALLATION_CHARS]; /* installation text; the
-                                     list's own if the member has none */
-  DuctSize ds;                    /* duct size, mm; all zero if unknown */
+  char objId[TAVFM_ID_CHARS];           /* raw object id */
+  char pcode[TAVFM_PCODE_CHARS];        /* product code, terminated */
+  char descr[TAVFM_DESCR_CHARS];        /* the product code again, terminated */
+  char installationdef[TAVFM_INSTALLATION_CHARS]; /* installation text, the
+                                           list's own if the member has none;
+                                           cut as in FamilyList */
+  DuctSize ds;                          /* duct size, mm; all zero if unknown */
   int16_t shapedata[TAVFM_SHAPE_WORDS]; /* shape description as it is stored,
-                                     not passed through tavdf_check_shapedata */
-  int16_t nsh;                    /* words of it, at most 50 */
+                                           not passed through
+                                           tavdf_check_shapedata */
+  int16_t nsh;                          /* words of it, at most 50 */
 } FamilyMember;
 
 /* One member, wide. 458 bytes. */
 typedef struct FamilyMemberW {
-  char objId[TAVFM_ID_CHARS];          /* as in FamilyMember */
-  tavd_wchar pcode[TAVFM_PCODE_CHARS]; /* product code, terminated */
-  tavd_wchar descr[TAVFM_DESCR_CHARS]; /* description, terminated */
+  char objId[TAVFM_ID_CHARS];           /* as in FamilyMember */
+  tavd_wchar pcode[TAVFM_PCODE_CHARS];  /* product code, terminated */
+  tavd_wchar descr[TAVFM_DESCR_CHARS];  /* description, terminated */
   char installationdef[TAVFM_INSTALLATION_CHARS]; /* as in FamilyMember */
-  DuctSize ds;                         /* as in FamilyMember */
+  DuctSize ds;                          /* as in FamilyMember */
   int16_t shapedata[TAVFM_SHAPE_WORDS]; /* as in FamilyMember */
-  int16_t nsh;                         /* as in FamilyMember */
+  int16_t nsh;                          /* as in FamilyMember */
 } FamilyMemberW;
 
 /* Makes an empty list of storage that holds anything. */
-TAVD_API void tavfm_init(FamilyList *list);
-TAVD_API void tavfm_initw(FamilyListW *list);
+TAVD_API void tavfm_init(FamilyList* list);
+TAVD_API void tavfm_initw(FamilyListW* list);
 
 /* Frees the members and makes the list empty, ready for use. */
-TAVD_API void tavfm_reset(FamilyList *list);
-TAVD_API void tavfm_resetw(FamilyListW *list);
+TAVD_API void tavfm_reset(FamilyList* list);
+TAVD_API void tavfm_resetw(FamilyListW* list);
 
 /* Frees the members and clears the list; a new tavfm_init is needed before it
  * is used again. */
-TAVD_API void tavfm_release(FamilyList *list);
-TAVD_API void tavfm_releasew(FamilyListW *list);
+TAVD_API void tavfm_release(FamilyList* list);
+TAVD_API void tavfm_releasew(FamilyListW* list);
 
 /* Resets the list and fills it with the family of a main record.
  *   classId  3 characters
  *   objId    up to 30 characters, ending early at a NUL
  * Returns the number of members; 0, with all fields empty, if the main record
  * is not found. Members that are named but not found are left out. */
-TAVD_API int32_t tavfm_read(FamilyList *list, int16_t db, const char *classId, const char *objId);
-TAVD_API int32_t tavfm_readw(FamilyListW *list, int16_t db, const char *classId, const char *objId);
+TAVD_API int32_t tavfm_read(FamilyList* list, int16_t db, const char* classId, const char* objId);
+TAVD_API int32_t tavfm_readw(FamilyListW* list, int16_t db, const char* classId, const char* objId);
 
 /* Appends a member made from `rec`, which stays the host's. Returns 0; -1 for
  * a null record or a list that is not initialised; -2 if memory ran out: the
  * list is then empty. */
-TAVD_API int32_t tavfm_add(FamilyList *list, int16_t db, tavb_rec rec);
-TAVD_API int32_t tavfm_addw(FamilyListW *list, int16_t db, tavb_rec rec);
+TAVD_API int32_t tavfm_add(FamilyList* list, int16_t db, tavb_rec rec);
+TAVD_API int32_t tavfm_addw(FamilyListW* list, int16_t db, tavb_rec rec);
 
 /* Copies member `index`, from 0, into `fmb`. Returns 0, or -1 with all of
  * `fmb` zero if there is no such member. */
-TAVD_API int32_t tavfm_get(const FamilyList *list, int32_t index, FamilyMember *fmb);
-TAVD_API int32_t tavfm_getw(const FamilyListW *list, int32_t index, FamilyMemberW *fmb);
+TAVD_API int32_t tavfm_get(const FamilyList* list, int32_t index, FamilyMember* fmb);
+TAVD_API int32_t tavfm_getw(const FamilyListW* list, int32_t index, FamilyMemberW* fmb);
 
 /* Whether `id`, 30 raw characters or fewer and a NUL, belongs to the family by
  * the main record's id. That id is a pattern of fields parted by separators;
@@ -133,8 +138,8 @@ TAVD_API int32_t tavfm_getw(const FamilyListW *list, int32_t index, FamilyMember
  * Returns 0 for a member; -1 for no member; 1 if `id` differs in front of the
  * first '*': ids sort by that part, so no member follows. The main record's own
  * id is no member. */
-TAVD_API int32_t tavfm_is_member(const FamilyList *list, const char *id);
-TAVD_API int32_t tavfm_is_memberw(const FamilyListW *list, const char *id);
+TAVD_API int32_t tavfm_is_member(const FamilyList* list, const char* id);
+TAVD_API int32_t tavfm_is_memberw(const FamilyListW* list, const char* id);
 
 /* Whether `c` parts the fields of an object id: 1 for blank, '+', '-', '.' and
  * '/', otherwise 0. */

@@ -17,8 +17,7 @@
 #endif
 
 #ifdef __cplusplus
-#define TAVD_EXTERN_C_BEGIN \
-  extern "C" {
+#define TAVD_EXTERN_C_BEGIN extern "C" {
 #define TAVD_EXTERN_C_END }
 #else
 #define TAVD_EXTERN_C_BEGIN
@@ -46,22 +45,22 @@ typedef char16_t tavd_wchar;
 struct HWND__;
 struct HINSTANCE__;
 struct HDC__;
-typedef struct HWND__ *tavd_hwnd;
-typedef struct HINSTANCE__ *tavd_hmodule;
-typedef struct HDC__ *tavd_hdc;
+typedef struct HWND__* tavd_hwnd;
+typedef struct HINSTANCE__* tavd_hmodule;
+typedef struct HDC__* tavd_hdc;
 #else
 struct tgui_window;
 struct tgui_module;
 struct tgui_surface;
-typedef struct tgui_window *tavd_hwnd;
-typedef struct tgui_module *tavd_hmodule;
-typedef struct tgui_surface *tavd_hdc;
+typedef struct tgui_window* tavd_hwnd;
+typedef struct tgui_module* tavd_hmodule;
+typedef struct tgui_surface* tavd_hdc;
 #endif
 
 /* A record handle of the product-database service (tavd/tavb.h): a private
  * in-memory copy of one product record. Null means no record. The holder
  * gives it back with tavbreleaserec. */
-typedef void *tavb_rec;
+typedef void* tavb_rec;
 
 /* A duct size, 6 bytes. All zero means that no size is known. */
 typedef struct DuctSize {
@@ -75,7 +74,7 @@ typedef struct DuctSize {
  * lists and id sets keep their items in one; hosts read `count` and leave the
  * rest to the functions of the family that owns the array. */
 typedef struct gwarray {
-  void *data;       /* the items, one block; null while nothing was added */
+  void* data;       /* the items, one block; null while nothing was added */
   int32_t count;    /* number of items */
   int32_t itemsize; /* bytes per item */
 } gwarray;

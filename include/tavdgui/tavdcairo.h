@@ -15,23 +15,23 @@ struct _cairo;
 
 /* A picture of `width` by `height` pixels (1 to 16384) on white, to be written
  * to a PNG file by tgui_cairo_finish. Paths are in the system's encoding. */
-TAVD_API tgui_surface *tgui_cairo_png(const char *path, int32_t width, int32_t height);
+TAVD_API tgui_surface* tgui_cairo_png(const char* path, int32_t width, int32_t height);
 
 /* The same as SVG; a device unit is one user unit. */
-TAVD_API tgui_surface *tgui_cairo_svg(const char *path, int32_t width, int32_t height);
+TAVD_API tgui_surface* tgui_cairo_svg(const char* path, int32_t width, int32_t height);
 
 /* A PDF of one page, width_mm by height_mm (1 to 5000), whose drawing plane is
  * `width` by `height` device units. */
-TAVD_API tgui_surface *tgui_cairo_pdf(const char *path, int32_t width, int32_t height, double width_mm,
+TAVD_API tgui_surface* tgui_cairo_pdf(const char* path, int32_t width, int32_t height, double width_mm,
                                       double height_mm);
 
 /* Draws on a context of the host's, which must outlive the surface. */
-TAVD_API tgui_surface *tgui_cairo_context(struct _cairo *context, int32_t width, int32_t height);
+TAVD_API tgui_surface* tgui_cairo_context(struct _cairo* context, int32_t width, int32_t height);
 
 /* Completes the picture, writes the file and destroys the surface. A file that
  * cannot be written whole is not left behind. Returns 0, or -1 and a reason in
  * `reason` (terminated, at most `capacity` bytes; may be null). */
-TAVD_API int32_t tgui_cairo_finish(tgui_surface *surface, char *reason, size_t capacity);
+TAVD_API int32_t tgui_cairo_finish(tgui_surface* surface, char* reason, size_t capacity);
 
 TAVD_EXTERN_C_END
 

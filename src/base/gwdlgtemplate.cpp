@@ -21,7 +21,7 @@ constexpr std::size_t kNoLimit = DialogTemplate::kSize;
 
 // Bytes of an item with an empty text: alignment, the record, class, terminator, creation data.
 constexpr std::size_t kItemBytes = 3 + 18 + 4 + 2 + 2;
-constexpr std::size_t kLabelBytes = 31 * 2;
+constexpr std::size_t kLabelBytes = std::size_t{31} * 2;
 constexpr std::size_t kButtonsBytes = 3 * (kItemBytes + kLabelBytes);
 constexpr std::size_t kTerminator = 2;
 

@@ -81,4 +81,8 @@ void gwarray_monitor_update(std::int32_t n) {
   gwinvalidate(monitor_wnd);
 }
 
+tavd_hwnd gwarray_monitor_window() {
+  return monitor_wnd;
+}
+
 }  // namespace tavd

@@ -13,5 +13,7 @@ namespace tavd {
 void gwarray_monitor_open(tavd_hmodule instance, std::int32_t x, std::int32_t y);
 // Shows `n`.
 void gwarray_monitor_update(std::int32_t n);
+// The window, null while the monitor is closed.
+tavd_hwnd gwarray_monitor_window();
 
 }  // namespace tavd

@@ -173,7 +173,8 @@ int gwmsgdialog(tavd_hwnd owner, const char* text, std::uint32_t flags) {
   tavd_hwnd focus = gwfocus();
   const std::intptr_t result = gwrundialog(gwmodule(), block.get(), owner, dialog_procedure);
   block.reset();
-  gwsetfocus(focus != nullptr ? focus : owner);
+  if (focus == nullptr) focus = owner;
+  if (focus != nullptr) gwsetfocus(focus);
   return result > 0 ? static_cast<int>(result) : kCancel;
 }
 

@@ -10,9 +10,9 @@
 namespace tavd {
 namespace {
 
-constexpr int kFrameMargin = 3;    // device units from the frame within which a grid line would double it
-constexpr int kMostTicks = 32767;  // more ticks than a plot has units cannot be told apart
-constexpr int kLastDigit = 10;     // of a decade
+constexpr int kFrameMargin = 3;  // device units from the frame within which a grid line would double it
+constexpr int kMostTicks = kDefaultExtent;  // more ticks than units cannot be told apart
+constexpr int kLastDigit = 10;              // of a decade
 constexpr float kGreatestDecade = 1e8F;
 
 void draw_frame(const Chart& chart);

@@ -42,6 +42,9 @@ void fill_size_list(tavd_hwnd dialog, int item, FamilyList* list, std::int16_t d
 }
 
 bool selected_member(tavd_hwnd dialog, int item, const FamilyList* list, FamilyMember* member) {
+  if (dialog == nullptr) {  // a missing control answers 0, the first row
+    return false;
+  }
   const int row = gwlb_gettext(dialog, item, -1, nullptr, 0);
   return row >= 0 && tavfm_get(list, row, member) == 0;
 }

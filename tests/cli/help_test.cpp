@@ -1,6 +1,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <sstream>
+#include <string>
+#include <vector>
+
 #include "program.h"
 
 namespace {
@@ -25,6 +30,35 @@ TEST(Help, EveryCommandHasAnExample) {
   }
 }
 
+// The arguments of the example in a command's help.
+std::vector<std::string> example_of(const std::string& command) {
+  const std::string start = "Example: tavd ";
+  std::vector<std::string> words;
+  for (const std::string& line : clitest::lines_of(run_program({command, "--help"}).out)) {
+    if (line.rfind(start, 0) != 0) continue;
+    std::istringstream stream(line.substr(start.size()));
+    for (std::string word; stream >> word;) words.push_back(word);
+  }
+  return words;
+}
+
+TEST(Help, ExamplesWorkWithTheSampleCatalogue) {
+  const clitest::Folder folder;
+  const std::string database = folder.file("catalogue.tavdb");
+  const Outcome built = run_program({"db", "build", TAVD_SOURCE_DIR "/catalogue", "-o", database});
+  ASSERT_EQ(built.exit_code, 0) << built.err;
+  for (const char* command : {"list", "calc", "diagram"}) {
+    std::vector<std::string> example = example_of(command);
+    ASSERT_GT(example.size(), 2u) << command;
+    std::replace(example.begin(), example.end(), std::string("catalogue.tavdb"), database);
+    std::replace(example.begin(), example.end(), std::string("damper.svg"), folder.file("damper.svg"));
+    const Outcome outcome = run_program(example);
+    EXPECT_EQ(outcome.exit_code, 0) << outcome.err;
+    EXPECT_EQ(outcome.err, "");
+  }
+  EXPECT_THAT(folder.names(), testing::ElementsAre("catalogue.tavdb", "damper.svg"));
+}
+
 TEST(Version, IsTold) {
   const Outcome outcome = run_program({"--version"});
   EXPECT_EQ(outcome.exit_code, 0);
@@ -36,7 +70,8 @@ TEST(Arguments, NoCommandIsAnError) {
 }
 
 TEST(Arguments, UnknownCommandIsNamed) {
-  EXPECT_THAT(expect_user_error({"paint"}), HasSubstr("paint"));
+  EXPECT_THAT(expect_user_error({"paint"}),
+              HasSubstr("no command \"paint\"; there are list, calc, diagram, db "));
 }
 
 TEST(Arguments, UnknownOptionIsNamed) {

@@ -20,13 +20,7 @@ using ::testing::Not;
 using ::testing::StartsWith;
 
 struct List : testing::Test {
-  List() {
-    add_damper(database);
-    add_fixed(database);
-    add_fan(database);
-    add_grille(database);
-    add_other_records(database);
-  }
+  List() { clitest::add_samples(database); }
 
   std::string run(std::vector<std::string> options = {}) const {
     options.insert(options.begin(), {"list", database.path()});
@@ -41,7 +35,7 @@ struct List : testing::Test {
     Json::Value json;
     std::istringstream text(run(options));
     std::string errors;
-    EXPECT_TRUE(Json::parseFromStream({}, text, &json, &errors)) << errors;
+    EXPECT_TRUE(Json::parseFromStream(Json::CharReaderBuilder(), text, &json, &errors)) << errors;
     return json;
   }
 

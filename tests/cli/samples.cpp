@@ -17,6 +17,8 @@ ParameterRow::ParameterRow(const char* text, float coefficient, std::int16_t lev
   std::memcpy(value, text, std::strlen(text));
 }
 
+namespace {
+
 void add_damper(const Database& database) {
   Record("ASD", "DAMPER-200")
       .header(120, 200, 0, 20, 200, 10, 500)
@@ -61,6 +63,16 @@ void add_grille(const Database& database) {
 void add_other_records(const Database& database) {
   Record("TVM", "MODEL").text(kCode, "Model").save(database.handle());
   Record("000", "FILEHEADER").words(1049, {0}).save(database.handle());
+}
+
+}  // namespace
+
+void add_samples(const Database& database) {
+  add_damper(database);
+  add_fixed(database);
+  add_fan(database);
+  add_grille(database);
+  add_other_records(database);
 }
 
 }  // namespace clitest

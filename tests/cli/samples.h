@@ -34,16 +34,14 @@ struct ParameterRow {
 #pragma pack(pop)
 static_assert(sizeof(ParameterRow) == 18);
 
-// Class "ASD", id "DAMPER-200": 20 to 200 l/s, 10 to 500 Pa, settings 1, 2, 3 of 400, 100, 25 Pa at 100 l/s;
-// sound tables of the first two; parameter "blade" with the values 100, 200, 300; code and descriptions.
-void add_damper(const tavdtest::Database& database);
-// Class "ASD", id "FIXED-100": 100 Pa at 100 l/s; parameter "colour" with the values A and B.
-void add_fixed(const tavdtest::Database& database);
-// Class "FAN", id "FAN-315": curve (100, 400), (200, 300), (300, 100).
-void add_fan(const tavdtest::Database& database);
-// Class "AEX", id "GRILLE-400x200": 100 Pa at 4 m/s.
-void add_grille(const tavdtest::Database& database);
-// Class "TVM", id "MODEL", and the file header.
-void add_other_records(const tavdtest::Database& database);
+// Adds to the database:
+// - class "ASD", id "DAMPER-200": 20 to 200 l/s, 10 to 500 Pa, settings 1, 2, 3 of 400, 100, 25 Pa at 100
+// l/s; sound
+//   tables of the first two; parameter "blade" with the values 100, 200, 300; codes and descriptions;
+// - class "ASD", id "FIXED-100": 100 Pa at 100 l/s; parameter "colour" with the values A and B;
+// - class "FAN", id "FAN-315": curve (100, 400), (200, 300), (300, 100);
+// - class "AEX", id "GRILLE-400x200": 100 Pa at 4 m/s;
+// - class "TVM", id "MODEL", and the file header, which says that texts are in the default code page.
+void add_samples(const tavdtest::Database& database);
 
 }  // namespace clitest

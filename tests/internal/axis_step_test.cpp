@@ -19,7 +19,7 @@ float step(float lo, float hi) {
 TEST(AxisStep, CutsTheRangeIntoFourToTenIntervals) {
   EXPECT_EQ(0.1F, step(0, 1));
   EXPECT_EQ(2.0F, step(0, 10.5F));
-  EXPECT_EQ(100.0F, step(0, 500));
+  EXPECT_EQ(50.0F, step(0, 500));
   EXPECT_EQ(200.0F, step(0, 1200));
   EXPECT_EQ(500.0F, step(0, 2600));
   EXPECT_EQ(0.001F, step(3, 3.005F));

@@ -78,8 +78,8 @@ TEST(ChartPlace, OnlyPositiveFiniteValuesHaveOneOnALogarithmicAxis) {
   EXPECT_TRUE(chart_has_place(linear.get(), -5, 0));
 }
 
-// A chart whose world is its device: x runs with it, y is turned about the plot's lower edge. The plot runs from
-// 1955, 1562 to 9000, 8045.
+// A chart whose world is its device: x runs with it, y is turned about the plot's lower edge. The plot runs
+// from 1955, 1562 to 9000, 8045.
 class ChartClip : public ::testing::Test {
  protected:
   std::vector<Segment> clip(float x1, float y1, float x2, float y2) {
@@ -142,13 +142,14 @@ TEST_F(ChartClip, BothEndsOutAcrossThePlot) {
 }
 
 TEST_F(ChartClip, PastACornerLeavesWhatTheStepsLeave) {
-  // k = -1, passing 17 units outside the upper left corner: first to (1955, 1545), then along the line to the top
-  // edge, where both ends meet outside the plot.
+  // k = -1, passing 17 units outside the upper left corner: first to (1955, 1545), then along the line to the
+  // top edge, where both ends meet outside the plot.
   EXPECT_EQ(Segments({{1938, 1562, 1938, 1562}}), clip(1900, 1600, 2000, 1500));
 }
 
 TEST_F(ChartClip, SteepSegmentFarBeyondSixteenBitsKeepsItsPlace) {
-  // Rises 400000 units over 10: cut to -32768..32767 between x 5004.2 and 5005.8, then clipped with k = 65535.
+  // Rises 400000 units over 10: cut to -32768..32767 between x 5004.2 and 5005.8, then clipped with k =
+  // 65535.
   EXPECT_EQ(Segments({{5004, 1562, 5004, 8045}}), clip(5000, -200000, 5010, 200000));
 }
 

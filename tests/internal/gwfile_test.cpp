@@ -1,0 +1,49 @@
+#include "base/gwfile.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+namespace {
+
+class ExistingFile : public testing::Test {
+ protected:
+  ExistingFile() : path_(std::filesystem::path(testing::TempDir()) / u8"gwfile \u00E4\u20AC.txt") {
+    std::ofstream(path_) << "x";
+  }
+  ~ExistingFile() override { std::filesystem::remove(path_); }
+  const std::filesystem::path& path() const { return path_; }
+
+ private:
+  std::filesystem::path path_;
+};
+
+TEST_F(ExistingFile, IsFoundByItsNarrowPath) {
+  EXPECT_TRUE(tavd::gwfile_exists(path().c_str()));
+}
+
+TEST_F(ExistingFile, IsFoundByItsWidePath) {
+  EXPECT_TRUE(tavd::gwfile_existsw(path().u16string().c_str()));
+}
+
+TEST_F(ExistingFile, IsNotFoundAfterItWasRemoved) {
+  std::filesystem::remove(path());
+  EXPECT_FALSE(tavd::gwfile_exists(path().c_str()));
+  EXPECT_FALSE(tavd::gwfile_existsw(path().u16string().c_str()));
+}
+
+TEST(MissingFile, NullAndEmptyPathsDoNotExist) {
+  EXPECT_FALSE(tavd::gwfile_exists(nullptr));
+  EXPECT_FALSE(tavd::gwfile_existsw(nullptr));
+  EXPECT_FALSE(tavd::gwfile_exists(""));
+  EXPECT_FALSE(tavd::gwfile_existsw(u""));
+}
+
+TEST(MissingFile, EndlessPathDoesNotExist) {
+  // Cut at any length this would name the root.
+  EXPECT_FALSE(tavd::gwfile_existsw(std::u16string(100'000, u'/').c_str()));
+}
+
+}  // namespace
