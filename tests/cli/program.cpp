@@ -37,16 +37,20 @@ Outcome run_program_into(const std::string& out_path, const std::vector<std::str
   if (process == 0) {
     redirect(STDOUT_FILENO, out_path);
     redirect(STDERR_FILENO, err_path);
+    setenv("LSAN_OPTIONS", "print_suppressions=0:suppressions=" TAVD_SOURCE_DIR "/tests/support/leaks.supp",
+           1);
     execv(TAVD_PROGRAM, argv.data());
     _exit(127);
   }
   const int exit_code = wait_for(process);
-  return {exit_code, read_file(out_path), read_file(err_path)};
+  return {exit_code, "", read_file(err_path)};
 }
 
 Outcome run_program(const std::vector<std::string>& arguments) {
   const Folder folder;
-  return run_program_into(folder.file("out"), arguments);
+  Outcome outcome = run_program_into(folder.file("out"), arguments);
+  outcome.out = read_file(folder.file("out"));
+  return outcome;
 }
 
 std::string expect_user_error(const std::vector<std::string>& arguments) {
