@@ -43,6 +43,7 @@ Outcome run_program_into(const std::string& out_path, const std::vector<std::str
     _exit(127);
   }
   const int exit_code = wait_for(process);
+  // What went to standard output is not read back: of a device it may have no end.
   return {exit_code, "", read_file(err_path)};
 }
 
