@@ -7,11 +7,14 @@
 
 namespace transcription {
 
-// ---- Helpers ---------------------------------------------------------------------------------------------------
+// ---- Helpers
+// ---------------------------------------------------------------------------------------------------
 
 namespace {
 
-double lg(double x) { return std::log10(x); }
+double lg(double x) {
+  return std::log10(x);
+}
 
 // A count of rows as far as the table goes.
 int rows(int16_t count, int capacity) {
@@ -20,7 +23,9 @@ int rows(int16_t count, int capacity) {
   return count;
 }
 
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+char lower(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
 
 // -1, 0, 1 without regard to the case of ASCII letters.
 int compare_texts(const char* a, const char* b) {
@@ -81,7 +86,8 @@ void strip_quotes(char* s) {
 
 }  // namespace
 
-// ---- Air and interpolation -------------------------------------------------------------------------------------
+// ---- Air and interpolation
+// -------------------------------------------------------------------------------------
 
 float pdyn(float qv, float area, int isvelocity) {
   if (isvelocity != 0) return 0.6F * qv * qv;
@@ -135,7 +141,8 @@ float lin_interp(float x1, float x2, float x, float y1, float y2) {
   return y1 + ((y2 - y1) / (x2 - x1)) * (x - x1);
 }
 
-// ---- Parameters ------------------------------------------------------------------------------------------------
+// ---- Parameters
+// ------------------------------------------------------------------------------------------------
 
 int param_valuetoreal(const char* value, float* real) {
   *real = 0.0F;
@@ -216,7 +223,9 @@ int row_index(int16_t idx) {
   return idx;
 }
 
-bool chosen(const FlowData* fd, int p) { return fd->npar > p && fd->par[p].value[0] != 0; }
+bool chosen(const FlowData* fd, int p) {
+  return fd->npar > p && fd->par[p].value[0] != 0;
+}
 
 float term_dk(const FlowData* fd, int p) {
   if (!chosen(fd, p)) return 0.0F;
@@ -309,11 +318,14 @@ void param_remove_dp(const FlowData* fd, float qv, float* dp) {
   }
 }
 
-// ---- Pressure --------------------------------------------------------------------------------------------------
+// ---- Pressure
+// --------------------------------------------------------------------------------------------------
 
 namespace {
 
-bool bad(const QvDpPoint& row) { return row.qv <= 0.0F || row.dp <= 0.0F; }
+bool bad(const QvDpPoint& row) {
+  return row.qv <= 0.0F || row.dp <= 0.0F;
+}
 
 }  // namespace
 
@@ -461,7 +473,8 @@ float dptotmax(const FlowData* fd, float qv) {
   return maxdp;
 }
 
-// ---- Damper position -------------------------------------------------------------------------------------------
+// ---- Damper position
+// -------------------------------------------------------------------------------------------
 
 float dptot_damperpos(const FlowData* fd, float qv, float pos) {
   if (fd->nhdd == 0) return -2.0F;
@@ -498,9 +511,13 @@ float dptot_damperpos(const FlowData* fd, float qv, float pos) {
 
 namespace {
 
-float resistance(const DamperPoint& row) { return row.dp / (row.qv * row.qv); }
+float resistance(const DamperPoint& row) {
+  return row.dp / (row.qv * row.qv);
+}
 
-bool tiny(float x) { return static_cast<double>(x) < 1e-6; }
+bool tiny(float x) {
+  return static_cast<double>(x) < 1e-6;
+}
 
 }  // namespace
 
@@ -586,7 +603,8 @@ int damper_pos_fixed(const FlowData* fd, float qv, float dp, float* pos) {
   return 0;
 }
 
-// ---- Sound power -----------------------------------------------------------------------------------------------
+// ---- Sound power
+// -----------------------------------------------------------------------------------------------
 
 namespace {
 
@@ -623,7 +641,9 @@ Bracket select(const float* keys, const bool* in, int n, float target) {
   return pair;
 }
 
-bool missing(Bracket pair) { return pair.lo < 0 || pair.hi < 0; }
+bool missing(Bracket pair) {
+  return pair.lo < 0 || pair.hi < 0;
+}
 
 float limit(float level) {
   if (level > 99.0F) return 99.0F;
@@ -631,7 +651,9 @@ float limit(float level) {
   return level;
 }
 
-float resistance(const LwPoint& row) { return row.dp / (row.qv * row.qv); }
+float resistance(const LwPoint& row) {
+  return row.dp / (row.qv * row.qv);
+}
 
 bool unmeasured(const LwPoint& row) {
   return static_cast<double>(row.qv) < 0.001 || static_cast<double>(row.dp) < 0.001;
@@ -737,7 +759,9 @@ int resistance_curves(const FlowData* fd, float qv, float dp, float* lw) {
 }
 
 // 30 dB per decade between two values.
-float thirty_per_decade(float value, float at) { return static_cast<float>(30.0 * (lg(value) - lg(at))); }
+float thirty_per_decade(float value, float at) {
+  return static_cast<float>(30.0 * (lg(value) - lg(at)));
+}
 
 int flow_groups(const FlowData* fd, float qv, float dp, float* lw) {
   const LwPoint* table = fd->lwpoints;
@@ -875,7 +899,8 @@ int dlw(const FlowData* fd, float qv, float dp, float* dlw) {
   return 0;
 }
 
-// ---- Room ------------------------------------------------------------------------------------------------------
+// ---- Room
+// ------------------------------------------------------------------------------------------------------
 
 float LpA(const float* lw, float roomdamp) {
   const float correction[8] = {-26.2F, -16.1F, -8.6F, -3.2F, 0.0F, 1.2F, 1.0F, -1.1F};
@@ -886,7 +911,8 @@ float LpA(const float* lw, float roomdamp) {
     const float hi = sum > lphz[b] ? sum : lphz[b];
     const float lo = sum > lphz[b] ? lphz[b] : sum;
     const float d = -(hi - lo) / 10.0F;
-    sum = static_cast<float>(static_cast<double>(hi) + 10.0 * lg(1.0 + std::pow(10.0, static_cast<double>(d))));
+    sum =
+        static_cast<float>(static_cast<double>(hi) + 10.0 * lg(1.0 + std::pow(10.0, static_cast<double>(d))));
   }
   return sum;
 }
@@ -926,7 +952,8 @@ float endref_A(int band, float area) {
   const double A = area;
   const float area2 = area * area;
   const float area3 = area * area * area;
-  const double E = a * std::log(A) + b / A + c + d * A + e * static_cast<double>(area2) + f * static_cast<double>(area3);
+  const double E =
+      a * std::log(A) + b / A + c + d * A + e * static_cast<double>(area2) + f * static_cast<double>(area3);
   if (E < 0) return 0.0F;
   return static_cast<float>(E);
 }
@@ -950,7 +977,8 @@ void check_end_reflection(FlowData* fd) {
   }
 }
 
-// ---- Throw -----------------------------------------------------------------------------------------------------
+// ---- Throw
+// -----------------------------------------------------------------------------------------------------
 
 namespace {
 
@@ -972,7 +1000,9 @@ int fit_power(const QvL2Point* pts, int n, float* nL2, float* kL2) {
   return 0;
 }
 
-bool one_value(double a, double b) { return std::fabs(a - b) < 0.01; }
+bool one_value(double a, double b) {
+  return std::fabs(a - b) < 0.01;
+}
 
 double row_value(const ParL2Point* table, int i) {
   float real = 0.0F;
@@ -1106,11 +1136,16 @@ float L2_isothermal(const FlowData* fd, float qv, const char* value) {
   return L2;
 }
 
-// ---- Duct sizes ------------------------------------------------------------------------------------------------
+// ---- Duct sizes
+// ------------------------------------------------------------------------------------------------
 
-bool is_circular(const DuctSize* ds) { return ds->shape != 1; }
+bool is_circular(const DuctSize* ds) {
+  return ds->shape != 1;
+}
 
-bool is_rectangular(const DuctSize* ds) { return ds->shape == 1; }
+bool is_rectangular(const DuctSize* ds) {
+  return ds->shape == 1;
+}
 
 int equal_size(const DuctSize* ds1, const DuctSize* ds2) {
   return ds1->shape == ds2->shape && ds1->b == ds2->b && ds1->h == ds2->h ? 1 : 0;

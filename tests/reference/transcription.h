@@ -1,7 +1,7 @@
-// A second opinion on every calculation: the formulas written down a second time, from their description and without
-// a look at src/calc, step by step and one step per line, slow where that is plainer. Nothing is shared with the
-// library but the records of its headers. compare_test.cpp holds both against each other, bit for bit, and the
-// benchmarks take it as the yardstick of speed.
+// A second opinion on every calculation: the formulas written down a second time, from their description and
+// without a look at src/calc, step by step and one step per line, slow where that is plainer. Nothing is
+// shared with the library but the records of its headers. compare_test.cpp holds both against each other, bit
+// for bit, and the benchmarks take it as the yardstick of speed.
 //
 // Arguments, units and results are those of tavd/tavca.h and tavd/ewads.h.
 #pragma once
