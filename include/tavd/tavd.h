@@ -7,8 +7,13 @@
 #ifndef TAVD_TAVD_H
 #define TAVD_TAVD_H
 
+#include "tavd/ewads.h"
 #include "tavd/flowdata.h"
 #include "tavd/tavca.h"
+#include "tavd/tavdcore.h"
+#include "tavd/tavdf.h"
+#include "tavd/tavdg.h"
+#include "tavd/tavfm.h"
 #include "tavd/types.h"
 
 /* The version of this interface. */

@@ -10,7 +10,6 @@
 
 namespace {
 
-using tavd::narrow;
 using tavd::wide;
 
 constexpr double kSmallestPressure = 1e-5;      // Pa; what a demanded pressure is left with at least

@@ -68,10 +68,14 @@ Pair choose_pair(const Table& table, InSet in_set, Key key, float target) {
     if (!in_set(row)) continue;
     if (pair.lo < 0) {
       pair.lo = row;
-    } else if (pair.hi < 0) {
+      continue;
+    }
+    if (pair.hi < 0) {
       pair.hi = row;
       if (key(pair.lo) > key(row)) std::swap(pair.lo, pair.hi);
-    } else if (key(pair.lo) > key(row)) {
+      continue;
+    }
+    if (key(pair.lo) > key(row)) {
       if (target < key(pair.lo)) pair.lo = row;
     } else if (key(row) > key(pair.hi)) {
       if (key(pair.hi) < target) pair.hi = row;

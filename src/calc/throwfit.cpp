@@ -65,7 +65,7 @@ void take_row(float* out, const ParL2Point& row) {
 
 int take_first_rows(const ParL2Point* table, int n, float* out) {
   const int taken = std::min(n, 2);
-  for (int row = 0; row < taken; ++row) take_row(out + 2 * row, table[row]);
+  for (int row = 0; row < taken; ++row, out += 2) take_row(out, table[row]);
   return taken;
 }
 
@@ -128,11 +128,10 @@ int blend_lines(const ParL2Point* table, const Neighbours& rows, double t, float
   const Line upper = line_through(hi.qv, hi.L2, hi2.qv, hi2.L2);
   const double flows[2] = {wide(lo.qv) + t * (wide(hi.qv) - wide(lo.qv)),
                            wide(lo2.qv) + t * (wide(hi2.qv) - wide(lo2.qv))};
-  for (int point = 0; point < 2; ++point) {
-    const double q = flows[point];
+  for (const double q : flows) {
     const double a = lower.at(q);
-    out[2 * point] = narrow(q);
-    out[2 * point + 1] = narrow(a + t * (upper.at(q) - a));
+    *out++ = narrow(q);
+    *out++ = narrow(a + t * (upper.at(q) - a));
   }
   return 2;
 }

@@ -16,9 +16,22 @@ TEST(Version, AnswersItsOwnNumberAndRefusesAllOthers) {
   }
 }
 
+// A window of the host's for one test.
+class Owner {
+ public:
+  Owner() : window_(tgui_create_dialog("owner")) {}
+  ~Owner() { tgui_destroy_window(window_); }
+  Owner(const Owner&) = delete;
+  Owner& operator=(const Owner&) = delete;
+  tavd_hwnd window() const { return window_; }
+
+ private:
+  tavd_hwnd window_;
+};
+
 TEST(Message, IsNotShownWithWarningsOff) {
-  int window = 0;
-  tavdtest::Messages messages(0, reinterpret_cast<tavd_hwnd>(&window));
+  const Owner owner;
+  tavdtest::Messages messages(0, owner.window());
   tavca_msg("text");
   EXPECT_THAT(messages.texts, IsEmpty());
 }
@@ -31,11 +44,11 @@ TEST(Message, IsShownWithoutOwnerForANullWindow) {
 }
 
 TEST(Message, IsShownToItsOwnerForAnyModeButZero) {
-  int window = 0;
-  auto* owner = reinterpret_cast<tavd_hwnd>(&window);
-  tavdtest::Messages messages(-3, owner);
+  const Owner owner;
+  ASSERT_NE(owner.window(), nullptr);
+  tavdtest::Messages messages(-3, owner.window());
   tavca_msg("text");
-  EXPECT_THAT(messages.owners, ElementsAre(owner));
+  EXPECT_THAT(messages.owners, ElementsAre(owner.window()));
 }
 
 TEST(Message, OfNoTextShowsNothing) {
