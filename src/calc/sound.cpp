@@ -1,7 +1,9 @@
 // Sound power level and attenuation at an operating point, from the measured points around it.
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
+#include "calc/interpolation.h"
 #include "calc/numeric.h"
 #include "calc/parameter.h"
 #include "tavd/ewads.h"
@@ -32,7 +34,6 @@ class Table {
   int count() const { return count_; }
   float qv(int row) const { return rows_[row].qv; }
   float dp(int row) const { return rows_[row].dp; }
-  float k(int row) const { return tavd::resistance(rows_[row].qv, rows_[row].dp); }
   float lw(int row, int band) const { return static_cast<float>(rows_[row].lw[band]); }
   bool measured(int row) const {
     return !(wide(qv(row)) < kSmallestMeasured || wide(dp(row)) < kSmallestMeasured);
@@ -57,6 +58,16 @@ struct Distinct {
 };
 
 using Bands = float[TAVD_BANDS];
+
+// The resistance of every row, formed once: the search for curves asks for it many times over.
+struct Resistances {
+  explicit Resistances(const Table& table) {
+    for (int row = 0; row < table.count(); ++row) {
+      values[row] = tavd::resistance(table.qv(row), table.dp(row));
+    }
+  }
+  float values[TAVD_LW_ROWS];
+};
 
 // Picks the two rows around `target` out of the rows that are `in_set`, by `key`. Neither the order of the
 // rows nor a target inside them is taken for granted; a target outside is reached from the pair that is left.
@@ -88,18 +99,19 @@ Pair choose_pair(const Table& table, InSet in_set, Key key, float target) {
   return pair;
 }
 
-// The values of `key` that no earlier row has. `same(value, collected)` tells which are the same. Returns 0,
-// `too_many` at a row after the 20th value, or `bad_row` at a row that was not measured.
+// The values of `key` that no earlier row has. `same(value, collected)` tells which are the same; the value
+// that came last is tried first, since the rows of a curve stand together. Returns 0, `too_many` at a row
+// after the 20th value, or `bad_row` at a row that was not measured.
 template <typename Key, typename Same>
 int collect(const Table& table, Key key, Same same, int too_many, int bad_row, Distinct* distinct) {
   for (int row = 0; row < table.count(); ++row) {
     if (distinct->count == kMostCurves) return too_many;
     if (!table.measured(row)) return bad_row;
     const float value = key(row);
-    float* end = distinct->values + distinct->count;
-    if (std::any_of(distinct->values, end, [&](float collected) { return same(value, collected); })) continue;
-    *end = value;
-    ++distinct->count;
+    const auto last = std::make_reverse_iterator(distinct->values + distinct->count);
+    const auto first = std::make_reverse_iterator(distinct->values);
+    if (std::any_of(last, first, [&](float collected) { return same(value, collected); })) continue;
+    distinct->values[distinct->count++] = value;
   }
   return 0;
 }
@@ -109,18 +121,19 @@ float limit(float level) {
   return level < 0.0F ? 0.0F : level;
 }
 
-void interpolate_on_dp(const Table& table, Pair pair, float dp, Bands& lw) {
+// The levels of two rows at a place between them.
+void interpolate(const Table& table, Pair pair, const tavd::LogPlace& place, Bands& lw) {
   for (int band = 0; band < TAVD_BANDS; ++band) {
-    lw[band] = tavca_loglin_interp(table.dp(pair.lo), table.dp(pair.hi), dp, table.lw(pair.lo, band),
-                                   table.lw(pair.hi, band));
+    lw[band] = place.between(table.lw(pair.lo, band), table.lw(pair.hi, band));
   }
 }
 
-void interpolate_on_qv(const Table& table, Pair pair, float qv, Bands& lw) {
-  for (int band = 0; band < TAVD_BANDS; ++band) {
-    lw[band] = tavca_loglin_interp(table.qv(pair.lo), table.qv(pair.hi), qv, table.lw(pair.lo, band),
-                                   table.lw(pair.hi, band));
-  }
+tavd::LogPlace place_on_dp(const Table& table, Pair pair, float dp) {
+  return {table.dp(pair.lo), table.dp(pair.hi), dp};
+}
+
+tavd::LogPlace place_on_qv(const Table& table, Pair pair, float qv) {
+  return {table.qv(pair.lo), table.qv(pair.hi), qv};
 }
 
 // Kinds 10, 11, 12: rows are points of the one curve that the product has.
@@ -132,11 +145,7 @@ int fixed_curve(const FlowData& fd, float qv, Bands& lw) {
   const Pair pair = choose_pair(
       table, [](int) { return true; }, [&](int row) { return table.qv(row); }, qv);
   if (!pair.complete()) return -12;
-  if (fd.kind == 12) {
-    interpolate_on_qv(table, pair, qv, lw);
-  } else {
-    interpolate_on_dp(table, pair, dp, lw);
-  }
+  interpolate(table, pair, fd.kind == 12 ? place_on_qv(table, pair, qv) : place_on_dp(table, pair, dp), lw);
   for (float& level : lw) level = limit(level);
   return 0;
 }
@@ -152,7 +161,8 @@ int resistance_curves(const FlowData& fd, float qv, float dp, Bands& lw) {
   const float k = tavd::resistance(qv, dp);
 
   const Table table(fd);
-  const auto resistance = [&](int row) { return table.k(row); };
+  const Resistances row_k(table);
+  const auto resistance = [&](int row) { return row_k.values[row]; };
   const auto same_curve = [](float value, float collected) {
     return std::fabs(wide(value - collected)) < kSameResistance * wide(collected);
   };
@@ -172,15 +182,16 @@ int resistance_curves(const FlowData& fd, float qv, float dp, Bands& lw) {
   for (int c = 0; c < 2; ++c) {
     curve_qv[c] = narrow(std::sqrt(wide(dp / kv[c])));
     const auto on_curve = [&](int row) {
-      return std::fabs(wide(table.k(row) - kv[c])) <= kSameResistance * wide(kv[c]);
+      return std::fabs(wide(row_k.values[row] - kv[c])) <= kSameResistance * wide(kv[c]);
     };
     const Pair pair = choose_pair(
         table, on_curve, [&](int row) { return table.qv(row); }, curve_qv[c]);
     if (!pair.complete()) return -25;
-    interpolate_on_dp(table, pair, dp, lww[c]);
+    interpolate(table, pair, place_on_dp(table, pair, dp), lww[c]);
   }
+  const tavd::LogPlace across(curve_qv[0], curve_qv[1], qv);
   for (int band = 0; band < TAVD_BANDS; ++band) {
-    lw[band] = limit(tavca_loglin_interp(curve_qv[0], curve_qv[1], qv, lww[0][band], lww[1][band]));
+    lw[band] = limit(across.between(lww[0][band], lww[1][band]));
   }
   return 0;
 }
@@ -229,13 +240,14 @@ int flow_groups(const FlowData& fd, float qv, float dp, Bands& lw) {
     const Pair pair = choose_pair(
         table, in_group, [&](int row) { return table.dp(row); }, dp);
     if (!pair.complete()) return -34;
-    interpolate_on_dp(table, pair, dp, lww[c]);
+    interpolate(table, pair, place_on_dp(table, pair, dp), lww[c]);
     for (float& level : lww[c]) {
       if (level > kHighestLevel) level = kHighestLevel;
     }
   }
+  const tavd::LogPlace across(group_qv[0], group_qv[1], qv);
   for (int band = 0; band < TAVD_BANDS; ++band) {
-    lw[band] = limit(extra + tavca_loglin_interp(group_qv[0], group_qv[1], qv, lww[0][band], lww[1][band]));
+    lw[band] = limit(extra + across.between(lww[0][band], lww[1][band]));
   }
   return 0;
 }
