@@ -3,9 +3,9 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <iostream>
-#include <map>
 
 #include "allocations.h"
 
@@ -13,81 +13,100 @@ namespace bench {
 
 namespace {
 
-// The best of all repetitions: what the machine can do when nothing else runs on it.
-class BestTimes : public benchmark::ConsoleReporter {
- public:
-  BestTimes() : ConsoleReporter(OO_None) {
-    SetOutputStream(&std::cerr);
-    SetErrorStream(&std::cerr);
-  }
-  void ReportRuns(const std::vector<Run>& runs) override {
-    ConsoleReporter::ReportRuns(runs);
-    for (const Run& run : runs) {
-      if (run.run_type != Run::RT_Iteration) continue;
-      const double ns = run.cpu_accumulated_time / static_cast<double>(run.iterations) * 1e9;
-      const auto known = best_.try_emplace(run.run_name.function_name, ns).first;
-      known->second = std::min(known->second, ns);
-    }
-  }
-  double ns(const std::string& name) const { return best_.at(name); }
+using Nanoseconds = std::chrono::duration<double, std::nano>;
 
- private:
-  std::map<std::string, double> best_;
+constexpr Nanoseconds kSlice{
+    50'000};  // long against a reading of the clock, short against changes of the machine
+
+// One job as it was measured: slices of the library and of the yardstick in turn, so that what else the
+// machine does hits both alike.
+struct Measured {
+  std::vector<double> library;    // ns per call, by slice
+  std::vector<double> yardstick;  // ns per call, by slice
+  std::vector<double> ratio;      // yardstick over library, by pair of slices
+  long allocated = 0;             // by the library, all slices
 };
 
-void time(benchmark::State& state, const std::function<void()>& run, long* allocated) {
-  run();  // the first run binds symbols and warms caches
-  const long before = allocations();
-  for (auto _ : state) run();
-  if (allocated != nullptr) *allocated += allocations() - before;
+double median(std::vector<double> values) {
+  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+  std::nth_element(values.begin(), middle, values.end());
+  return *middle;
+}
+
+Nanoseconds time(const std::function<void()>& run, int times) {
+  const auto start = std::chrono::steady_clock::now();
+  for (int i = 0; i < times; ++i) run();
+  return std::chrono::steady_clock::now() - start;
+}
+
+// How many runs fill a slice. The first run binds symbols and warms caches.
+int runs_per_slice(const std::function<void()>& run) {
+  run();
+  int runs = 1;
+  while (time(run, runs) < kSlice) runs *= 2;
+  return runs;
+}
+
+void measure(benchmark::State& state, const Job& job, Measured* measured) {
+  const int library_runs = runs_per_slice(job.library);
+  const int yardstick_runs = runs_per_slice(job.yardstick);
+  for (auto _ : state) {
+    const long before = allocations();
+    const double library = time(job.library, library_runs).count() / library_runs / job.calls;
+    measured->allocated += allocations() - before;
+    const double yardstick = time(job.yardstick, yardstick_runs).count() / yardstick_runs / job.calls;
+    measured->library.push_back(library);
+    measured->yardstick.push_back(yardstick);
+    measured->ratio.push_back(yardstick / library);
+  }
+  state.SetLabel(job.name + " " + job.detail);
+}
+
+// One line of a table; false if the job misses what it wants.
+bool print_line(const Job& job, const Measured& measured) {
+  const double library = median(measured.library);
+  const double yardstick = median(measured.yardstick);
+  const double ratio = median(measured.ratio);
+  std::string wanted = " ";
+  bool reached = measured.allocated == 0;
+  char text[64];
+  if (job.wanted.ratio > 0) {
+    std::snprintf(text, sizeof text, " at least %.0f times ", job.wanted.ratio);
+    wanted = text;
+    reached = reached && ratio >= job.wanted.ratio;
+  }
+  if (job.wanted.beyond > 0) {
+    std::snprintf(text, sizeof text, " at most %.1f us beyond ", job.wanted.beyond / 1000);
+    wanted = text;
+    reached = reached && library - yardstick <= job.wanted.beyond;
+  }
+  if (!reached) wanted += "**missed** ";
+  std::printf("| `%s` | %s | %.1f | %.1f | %.2f | %ld |%s|\n", job.name.c_str(), job.detail.c_str(), library,
+              yardstick, ratio, measured.allocated, wanted.c_str());
+  return reached;
 }
 
 }  // namespace
 
-int measure_and_print(std::vector<Job>& jobs) {
-  std::vector<long> allocated(jobs.size(), 0);
+int measure_and_print(const std::vector<Job>& jobs) {
+  std::vector<Measured> measured(jobs.size());
   for (std::size_t i = 0; i < jobs.size(); ++i) {
-    const std::string id = std::to_string(i);
-    const auto* library = &jobs[i].library;
-    const auto* yardstick = &jobs[i].yardstick;
-    long* count = &allocated[i];
-    benchmark::RegisterBenchmark((id + "L").c_str(),
-                                 [=](benchmark::State& state) { time(state, *library, count); });
-    benchmark::RegisterBenchmark((id + "Y").c_str(),
-                                 [=](benchmark::State& state) { time(state, *yardstick, nullptr); });
+    benchmark::RegisterBenchmark(std::to_string(i).c_str(), [&jobs, &measured, i](benchmark::State& state) {
+      measure(state, jobs[i], &measured[i]);
+    });
   }
-  BestTimes times;
-  benchmark::RunSpecifiedBenchmarks(&times);
+  benchmark::ConsoleReporter progress(benchmark::ConsoleReporter::OO_None);
+  progress.SetOutputStream(&std::cerr);
+  progress.SetErrorStream(&std::cerr);
+  benchmark::RunSpecifiedBenchmarks(&progress);
 
   int missed = 0;
   std::string group;
   for (std::size_t i = 0; i < jobs.size(); ++i) {
-    const Job& job = jobs[i];
-    if (job.group != group) {
-      group = job.group;
-      std::printf("%s", group.c_str());
-    }
-    const double library = times.ns(std::to_string(i) + "L") / job.calls;
-    const double yardstick = times.ns(std::to_string(i) + "Y") / job.calls;
-    std::string wanted = " ";
-    bool reached = allocated[i] == 0;
-    char text[64];
-    if (job.wanted.ratio > 0) {
-      std::snprintf(text, sizeof text, " at least %.0f times ", job.wanted.ratio);
-      wanted = text;
-      reached = reached && yardstick / library >= job.wanted.ratio;
-    }
-    if (job.wanted.beyond > 0) {
-      std::snprintf(text, sizeof text, " at most %.1f us beyond ", job.wanted.beyond / 1000);
-      wanted = text;
-      reached = reached && library - yardstick <= job.wanted.beyond;
-    }
-    if (!reached) {
-      ++missed;
-      wanted += "**missed** ";
-    }
-    std::printf("| `%s` | %s | %.1f | %.1f | %.2f | %ld |%s|\n", job.name.c_str(), job.detail.c_str(),
-                library, yardstick, yardstick / library, allocated[i], wanted.c_str());
+    if (measured[i].ratio.empty()) continue;  // left out by a filter
+    if (jobs[i].group != group) std::printf("%s", jobs[i].group.c_str());
+    group = jobs[i].group;
+    if (!print_line(jobs[i], measured[i])) ++missed;
   }
   return missed;
 }

@@ -27,6 +27,6 @@ void add_calculations(std::vector<Job>& jobs);
 void add_loads(std::vector<Job>& jobs);
 
 // Times all jobs and prints their tables as Markdown. Returns how many did not reach what they want.
-int measure_and_print(std::vector<Job>& jobs);
+int measure_and_print(const std::vector<Job>& jobs);
 
 }  // namespace bench

@@ -92,11 +92,12 @@ void tavca_check_end_reflection(FlowData* fd) {
   if (fd == nullptr) return;
   const int n = row_count(fd->nlw, TAVD_LW_ROWS);
   if (n == 0 || !has_end_reflection(*fd) || wide(fd->ductarea) < kSmallestDuctArea) return;
-  for (int band = 0; band < TAVD_BANDS; ++band) {
-    const int r = rounded_reflection(band, fd->ductarea);
-    for (int row = 0; row < n; ++row) {
+  int reflection[TAVD_BANDS];
+  for (int band = 0; band < TAVD_BANDS; ++band) reflection[band] = rounded_reflection(band, fd->ductarea);
+  for (int row = 0; row < n; ++row) {
+    for (int band = 0; band < TAVD_BANDS; ++band) {
       std::uint8_t& level = fd->lwpoints[row].lw[band];
-      level = static_cast<std::uint8_t>(std::max(level - r, 0));
+      level = static_cast<std::uint8_t>(std::max(level - reflection[band], 0));
     }
   }
 }

@@ -1,7 +1,6 @@
 // Sound power level and attenuation at an operating point, from the measured points around it.
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 
 #include "calc/interpolation.h"
 #include "calc/numeric.h"
@@ -17,15 +16,19 @@ using tavd::row_count;
 using tavd::wide;
 
 constexpr double kSmallestFlow = 0.001;          // l/s, of the request
-constexpr double kSmallestMeasured = 0.001;      // l/s and Pa, of a measured point
+constexpr float kSmallestMeasured = 0.001F;      // l/s and Pa, of a measured point
 constexpr double kSmallestCurvePressure = 1e-7;  // Pa
 constexpr double kSmallestDuctArea = 1e-7;       // m2
 constexpr double kSmallestSizeCoef = 0.1;
 constexpr double kSameResistance = 0.1;  // relative; rows within it belong to one curve
-constexpr double kSameFlow = 0.1;        // l/s; rows within it belong to one group
+constexpr float kSameFlow = 0.1F;        // l/s; rows within it belong to one group
 constexpr double kDbPerDecade = 30.0;    // beyond the limits of the product
 constexpr float kHighestLevel = 99.0F;   // dB
 constexpr int kMostCurves = 20;          // curves or groups of one table
+
+// Both bounds are decimal ones, 0.001 and 0.1; no float lies on them, so that "below" and "at most" are the
+// same.
+static_assert(tavd::is_first_above(kSmallestMeasured, 0.001) && tavd::is_first_above(kSameFlow, 0.1));
 
 // The sound table of a record.
 class Table {
@@ -35,9 +38,7 @@ class Table {
   float qv(int row) const { return rows_[row].qv; }
   float dp(int row) const { return rows_[row].dp; }
   float lw(int row, int band) const { return static_cast<float>(rows_[row].lw[band]); }
-  bool measured(int row) const {
-    return !(wide(qv(row)) < kSmallestMeasured || wide(dp(row)) < kSmallestMeasured);
-  }
+  bool measured(int row) const { return !(qv(row) < kSmallestMeasured || dp(row) < kSmallestMeasured); }
 
  private:
   const LwPoint* rows_;
@@ -69,24 +70,42 @@ struct Resistances {
   float values[TAVD_LW_ROWS];
 };
 
-// Picks the two rows around `target` out of the rows that are `in_set`, by `key`. Neither the order of the
-// rows nor a target inside them is taken for granted; a target outside is reached from the pair that is left.
-// A row that replaces one end does not hand the old one to the other end.
-template <typename InSet, typename Key>
-Pair choose_pair(const Table& table, InSet in_set, Key key, float target) {
-  Pair pair;
+// Some rows of a table, in its order.
+struct Rows {
+  int row[TAVD_LW_ROWS];
+  int count = 0;
+};
+
+// The rows for which `in_set(row)` holds. Most rows of a table lie outside the set in a pattern that no
+// branch predictor guesses, so none is branched on.
+template <typename InSet>
+Rows rows_where(const Table& table, InSet in_set) {
+  Rows rows;
   for (int row = 0; row < table.count(); ++row) {
-    if (!in_set(row)) continue;
+    rows.row[rows.count] = row;
+    rows.count += static_cast<int>(in_set(row));
+  }
+  return rows;
+}
+
+Rows all_rows(const Table& table) {
+  return rows_where(table, [](int) { return true; });
+}
+
+// Picks the two of `rows` around `target`, by `key`. Neither the order of the rows nor a target inside them
+// is taken for granted; a target outside is reached from the pair that is left. A row that replaces one end
+// does not hand the old one to the other end.
+template <typename Key>
+Pair choose_pair(const Rows& rows, Key key, float target) {
+  Pair pair;
+  for (int i = 0; i < rows.count; ++i) {
+    const int row = rows.row[i];
     if (pair.lo < 0) {
       pair.lo = row;
-      continue;
-    }
-    if (pair.hi < 0) {
+    } else if (pair.hi < 0) {
       pair.hi = row;
       if (key(pair.lo) > key(row)) std::swap(pair.lo, pair.hi);
-      continue;
-    }
-    if (key(pair.lo) > key(row)) {
+    } else if (key(pair.lo) > key(row)) {
       if (target < key(pair.lo)) pair.lo = row;
     } else if (key(row) > key(pair.hi)) {
       if (key(pair.hi) < target) pair.hi = row;
@@ -108,9 +127,9 @@ int collect(const Table& table, Key key, Same same, int too_many, int bad_row, D
     if (distinct->count == kMostCurves) return too_many;
     if (!table.measured(row)) return bad_row;
     const float value = key(row);
-    const auto last = std::make_reverse_iterator(distinct->values + distinct->count);
-    const auto first = std::make_reverse_iterator(distinct->values);
-    if (std::any_of(last, first, [&](float collected) { return same(value, collected); })) continue;
+    int known = distinct->count - 1;
+    while (known >= 0 && !same(value, distinct->values[known])) --known;
+    if (known >= 0) continue;
     distinct->values[distinct->count++] = value;
   }
   return 0;
@@ -143,7 +162,7 @@ int fixed_curve(const FlowData& fd, float qv, Bands& lw) {
   if (wide(dp) <= kSmallestCurvePressure) return -11;
   const Table table(fd);
   const Pair pair = choose_pair(
-      table, [](int) { return true; }, [&](int row) { return table.qv(row); }, qv);
+      all_rows(table), [&](int row) { return table.qv(row); }, qv);
   if (!pair.complete()) return -12;
   interpolate(table, pair, fd.kind == 12 ? place_on_qv(table, pair, qv) : place_on_dp(table, pair, dp), lw);
   for (float& level : lw) level = limit(level);
@@ -185,7 +204,7 @@ int resistance_curves(const FlowData& fd, float qv, float dp, Bands& lw) {
       return std::fabs(wide(row_k.values[row] - kv[c])) <= kSameResistance * wide(kv[c]);
     };
     const Pair pair = choose_pair(
-        table, on_curve, [&](int row) { return table.qv(row); }, curve_qv[c]);
+        rows_where(table, on_curve), [&](int row) { return table.qv(row); }, curve_qv[c]);
     if (!pair.complete()) return -25;
     interpolate(table, pair, place_on_dp(table, pair, dp), lww[c]);
   }
@@ -222,7 +241,7 @@ int flow_groups(const FlowData& fd, float qv, float dp, Bands& lw) {
   const Table table(fd);
   const auto flow = [&](int row) { return table.qv(row); };
   const auto same_flow = [](float value, float collected) {
-    return std::fabs(wide(value - collected)) < kSameFlow;
+    return std::fabs(value - collected) < kSameFlow;
   };
   Distinct qvxx;
   const int failure = collect(table, flow, same_flow, -31, -32, &qvxx);
@@ -236,9 +255,9 @@ int flow_groups(const FlowData& fd, float qv, float dp, Bands& lw) {
 
   Bands lww[2];
   for (int c = 0; c < 2; ++c) {
-    const auto in_group = [&](int row) { return std::fabs(wide(table.qv(row) - group_qv[c])) <= kSameFlow; };
+    const auto in_group = [&](int row) { return std::fabs(table.qv(row) - group_qv[c]) < kSameFlow; };
     const Pair pair = choose_pair(
-        table, in_group, [&](int row) { return table.dp(row); }, dp);
+        rows_where(table, in_group), [&](int row) { return table.dp(row); }, dp);
     if (!pair.complete()) return -34;
     interpolate(table, pair, place_on_dp(table, pair, dp), lww[c]);
     for (float& level : lww[c]) {
