@@ -137,9 +137,9 @@ std::vector<std::string> Database::classes() const {
 Record Database::product(std::string_view class_id, std::string_view object_id) const {
   if (Record record = find(class_id, object_id)) return record;
   const std::vector<std::string> known = classes();
-  if (std::find(known.begin(), known.end(), class_key(class_id)) == known.end())
-    throw unknown_class(class_id);
-  std::string message =
+  const bool is_known = std::find(known.begin(), known.end(), class_key(class_id)) != known.end();
+  if (!is_known || class_id.size() > kClassChars) throw unknown_class(class_id);
+  const std::string message =
       "no product " + in_quotes(trim_end(object_id)) + " of class " + in_quotes(class_id) + " in " + path_;
   const std::string near = joined(near_ids(class_id, object_id));
   throw UserError(message + (near.empty() ? "; tavd list shows what there is" : "; near it: " + near));

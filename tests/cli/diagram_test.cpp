@@ -133,8 +133,7 @@ TEST_F(Diagram, StretchesTheDrawingPlaneOverThePicture) {
 
 TEST_F(Diagram, HasTitlesUnitsAndLabels) {
   const std::string recording = record(damper);
-  for (const char* text :
-       {"\"Damper 200\"", "\"qv [l/s]\"", "\"dpt [Pa]\"", "\"pos 1\"", "\"2\"", "\"3\"", " dB(A)\""}) {
+  for (const char* text : {"\"Damper 200\"", "\"qv [l/s]\"", "\"dpt [Pa]\"", "\"pos 1\"", "\"2\"", "\"3\""}) {
     EXPECT_THAT(recording, HasSubstr(text));
   }
 }
@@ -210,7 +209,10 @@ TEST_F(Diagram, ParametersMoveTheCurves) {
 TEST_F(Diagram, FansAreDrawnOnLinearAxes) {
   const std::string recording = record({"FAN", "FAN-315"});
   EXPECT_THAT(recording, HasSubstr("\"Fan 315\""));
-  EXPECT_GT(count_of(recording, "\nline "), 20u);
+  // Labels of a linear axis from zero stand in equal steps.
+  for (const char* label : {"\"0\"\n", "\"50\"\n", "\"100\"\n", "\"250\"\n", "\"400\"\n", "\"500\"\n"}) {
+    EXPECT_THAT(recording, HasSubstr(label));
+  }
 }
 
 TEST_F(Diagram, MarketChoosesTheProductCode) {

@@ -16,7 +16,7 @@ struct Outcome {
 // Runs the program with these arguments and waits for its end.
 Outcome run_program(const std::vector<std::string>& arguments);
 
-// The same, with standard output going to a file of that name.
+// The same, with standard output going to a file of that name, which is not read back.
 Outcome run_program_into(const std::string& out_path, const std::vector<std::string>& arguments);
 
 // Exit code 2, nothing on standard output, and one line on standard error that begins "tavd: ". Returns that

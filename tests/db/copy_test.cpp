@@ -4,11 +4,12 @@
 
 #include <map>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "db/service_spy.h"
 #include "support/database.h"
 #include "tavd/tavdf.h"
-#include "tavd/tavdsrv.h"
 
 namespace {
 
@@ -25,14 +26,18 @@ using Content = std::map<int, std::string>;
 
 constexpr int kAhm = -1;
 
+// The attributes that these tests store, and the bytes of one item; 0 for a terminated text.
+constexpr std::pair<int16_t, std::size_t> kAttributes[] = {{1150, 2},  {1501, 0}, {1503, 0}, {1525, 0},
+                                                           {1604, 30}, {1669, 0}, {9500, 0}, {9501, 0}};
+
 Content content_of(int16_t db, tavb_rec rec) {
   Content content;
-  for (int32_t i = 0; i < tavdsrv_attributecount(rec); ++i) {
-    int16_t number = 0;
-    const void* data = nullptr;
-    int32_t length = 0;
-    EXPECT_EQ(tavdsrv_attributeat(rec, i, &number, &data, &length), 0);
-    content[number] = std::string(static_cast<const char*>(data), static_cast<std::size_t>(length));
+  for (const auto& [number, item_size] : kAttributes) {
+    int16_t count = -1;
+    char value[256] = {};  // more than any of them needs
+    if (tavbcopyatt(db, rec, number, &count, value, sizeof value - 1) == nullptr) continue;
+    content[number] =
+        item_size == 0 ? std::string(value) : std::string(value, static_cast<std::size_t>(count) * item_size);
   }
   int32_t length = 0;
   void* block = tavbgetahm(db, rec, &length);
