@@ -207,12 +207,12 @@ void add_sizes(std::vector<Job>& jobs) {
       any, "", "ewads_sprintf",
       {
         char text[32];
-        out.code = ewads_sprintf(&at.duct, text)[0];
+        out.code = static_cast<unsigned char>(ewads_sprintf(&at.duct, text)[0]);
       },
       {
         char text[32];
         ref::print(&at.duct, text);
-        out.code = text[0];
+        out.code = static_cast<unsigned char>(text[0]);
       });
   TAVD_LINE(
       any, "", "ewads_sscanf",

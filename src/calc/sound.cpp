@@ -102,10 +102,14 @@ Pair choose_pair(const Rows& rows, Key key, float target) {
     const int row = rows.row[i];
     if (pair.lo < 0) {
       pair.lo = row;
-    } else if (pair.hi < 0) {
+      continue;
+    }
+    if (pair.hi < 0) {
       pair.hi = row;
       if (key(pair.lo) > key(row)) std::swap(pair.lo, pair.hi);
-    } else if (key(pair.lo) > key(row)) {
+      continue;
+    }
+    if (key(pair.lo) > key(row)) {
       if (target < key(pair.lo)) pair.lo = row;
     } else if (key(row) > key(pair.hi)) {
       if (key(pair.hi) < target) pair.hi = row;

@@ -25,13 +25,11 @@ FlowData range_with_sound(Numbers& numbers) {
   FlowData fd = tavdtest::range_product(numbers.between(5.0F, 20.0F), numbers.between(100.0F, 400.0F));
   fd.qvmin = numbers.between(10.0F, 30.0F);
   fd.qvmax = fd.qvmin * numbers.between(2.0F, 6.0F);
-  float flow = fd.qvmin;
-  for (int group = 0; group < 2; ++group, flow = fd.qvmax) {
+  for (const float flow : {fd.qvmin, fd.qvmax}) {
     const int level = 20 + numbers.upto(20);
-    fd.lwpoints[2 * group] = tavdtest::sound_row(flow, fd.dpmin, level);
-    fd.lwpoints[2 * group + 1] = tavdtest::sound_row(flow, fd.dpmax, level + 1 + numbers.upto(30));
+    fd.lwpoints[fd.nlw++] = tavdtest::sound_row(flow, fd.dpmin, level);
+    fd.lwpoints[fd.nlw++] = tavdtest::sound_row(flow, fd.dpmax, level + 1 + numbers.upto(30));
   }
-  fd.nlw = 4;
   return fd;
 }
 
@@ -59,7 +57,8 @@ TEST(LevelProperty, OfAFixedResistanceRisesWithTheFlowWhereTheTableDoes) {
     fd.lwpoints[1] = tavdtest::sound_row(200.0F, fd.dpref * 4.0F, 35 + numbers.upto(30));
     fd.nlw = 2;
     float level = level_at(fd, 40.0F, 0.0F);
-    for (float qv = 45.0F; qv < 250.0F; qv *= 1.1F) {
+    for (int step = 1; step <= 20; ++step) {
+      const float qv = 40.0F + 10.0F * static_cast<float>(step);
       const float next = level_at(fd, qv, 0.0F);
       ASSERT_GT(next, level) << qv;
       level = next;

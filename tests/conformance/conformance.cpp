@@ -23,6 +23,9 @@ namespace {
 
 constexpr std::array<int, TAVD_BANDS> kNominal = {63, 125, 250, 500, 1000, 2000, 4000, 8000};  // Hz
 constexpr double kSpeedOfSound = 340.0;                                                        // m/s
+constexpr double kSmallestArea = 0.008;  // m2, of the openings that the end reflection is asked for
+constexpr double kLargestArea = 1.9;     // m2
+constexpr int kAreas = 5000;
 constexpr double kPi = std::numbers::pi;
 
 struct Figures {
@@ -108,7 +111,9 @@ Figures end_reflection(const std::string& input, double solid_angle) {
   const double f = exact_centre(band);
   double greatest = 0;
   int areas = 0;
-  for (double area = 0.008; area <= 1.9; area *= 1.001) {
+  for (int step = 0; step <= kAreas; ++step) {
+    const double area =
+        kSmallestArea * std::pow(kLargestArea / kSmallestArea, static_cast<double>(step) / kAreas);
     const double ours = tavca_endref_A(band, static_cast<float>(area));
     if (ours <= 0.5) continue;
     const double k = 4.0 * kPi * f;

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
@@ -51,7 +52,7 @@ class Comparison {
   void number(const char* what, float shipped, float expected) {
     ++compared_;
     const bool same = (std::isnan(shipped) && std::isnan(expected)) ||
-                      std::memcmp(&shipped, &expected, sizeof shipped) == 0;
+                      std::bit_cast<std::uint32_t>(shipped) == std::bit_cast<std::uint32_t>(expected);
     if (!same) {
       tell(what, text(shipped), text(expected));
     }
@@ -89,8 +90,7 @@ class Comparison {
 
  private:
   static std::string text(float value) {
-    std::uint32_t bits = 0;
-    std::memcpy(&bits, &value, sizeof bits);
+    const auto bits = std::bit_cast<std::uint32_t>(value);
     std::ostringstream out;
     out << std::setprecision(9) << value << " (0x" << std::hex << std::setw(8) << std::setfill('0') << bits
         << ")";

@@ -188,7 +188,7 @@ void parameters(Random& random, FlowData& fd, Shape shape) {
   constexpr const char* kNames[] = {"VALVE", "LEN"};
   for (int p = 0; p < fd.npar; ++p) {
     ParTable& par = fd.par[p];
-    std::strcpy(par.name, random.one_in(20) ? "LONGNAME" : kNames[p]);
+    std::strncpy(par.name, random.one_in(20) ? "LONGNAME" : kNames[p], sizeof par.name - 1);
     const bool numeric = !random.one_in(3);
     const int most = static_cast<int>(numeric ? std::size(kNumbers) : std::size(kLabels));
     par.count = static_cast<std::int16_t>(shape == Shape::full ? most : random.between(0, most));
@@ -344,7 +344,8 @@ Product random_product(Random& random, std::int16_t kind, Shape shape) {
   Product product{};
   FlowData& fd = product.fd;
   constexpr const char* kClasses[] = {"TVX", "ASD", "AEX", "AED", "AOD", "CCB", "asd", "XYZ", "TVX"};
-  std::strcpy(fd.szclass, kClasses[random.below(static_cast<int>(std::size(kClasses)))]);
+  std::strncpy(fd.szclass, kClasses[random.below(static_cast<int>(std::size(kClasses)))],
+               sizeof fd.szclass - 1);
   fd.kind = kind;
   fd.isvelocity = static_cast<char>(kind == 11 || kind == 22 ? 1 : 0);
   fd.kind100 = static_cast<std::int16_t>(random.one_in(4) ? kind : kind + 100);

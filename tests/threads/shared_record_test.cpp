@@ -84,6 +84,7 @@ int main() {
   std::array<Answers, kThreads> together;
   std::array<Answers, kThreads> own;
   std::vector<std::thread> threads;
+  threads.reserve(kThreads);
   for (int thread = 0; thread < kThreads; ++thread) {
     threads.emplace_back([&, thread] {
       const auto place = static_cast<std::size_t>(thread);
