@@ -27,11 +27,11 @@ float tavca_lin_interp(float x1, float x2, float x, float y1, float y2) {
   return y1 + ((y2 - y1) / (x2 - x1)) * (x - x1);
 }
 
-LogPlace::LogPlace(float x1, float x2, float x) : same_(same_abscissa(x1, x2)) {
+LogPlace::LogPlace(float x1, float x2, LogValue x) : same_(same_abscissa(x1, x2)) {
   if (same_) return;
   const double lg1 = lg(x1);
   span_ = lg(x2) - lg1;
-  way_ = lg(x) - lg1;
+  way_ = x.lg - lg1;
 }
 
 }  // namespace tavd
@@ -44,5 +44,5 @@ float tavca_linlog_interp(float x1, float x2, float x, float y1, float y2) {
 }
 
 float tavca_loglin_interp(float x1, float x2, float x, float y1, float y2) {
-  return tavd::LogPlace(x1, x2, x).between(y1, y2);
+  return tavd::LogPlace(x1, x2, tavd::LogValue(x)).between(y1, y2);
 }

@@ -1,6 +1,7 @@
 // Sound power level and attenuation at an operating point, from the measured points around it.
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 #include "calc/interpolation.h"
 #include "calc/numeric.h"
@@ -11,6 +12,8 @@
 namespace {
 
 using tavd::lg;
+using tavd::LogPlace;
+using tavd::LogValue;
 using tavd::narrow;
 using tavd::row_count;
 using tavd::wide;
@@ -76,20 +79,23 @@ struct Rows {
   int count = 0;
 };
 
-// The rows for which `in_set(row)` holds. Most rows of a table lie outside the set in a pattern that no
-// branch predictor guesses, so none is branched on.
+// The rows of the two sets of which `in_set(row, set)` tells. Most rows of a table lie outside both in a
+// pattern that no branch predictor guesses, so none is branched on.
 template <typename InSet>
-Rows rows_where(const Table& table, InSet in_set) {
-  Rows rows;
+void sort_out(const Table& table, InSet in_set, Rows (&sets)[2]) {
   for (int row = 0; row < table.count(); ++row) {
-    rows.row[rows.count] = row;
-    rows.count += static_cast<int>(in_set(row));
+    for (int set = 0; set < 2; ++set) {
+      sets[set].row[sets[set].count] = row;
+      sets[set].count += static_cast<int>(in_set(row, set));
+    }
   }
-  return rows;
 }
 
 Rows all_rows(const Table& table) {
-  return rows_where(table, [](int) { return true; });
+  Rows rows;
+  rows.count = table.count();
+  std::iota(rows.row, rows.row + rows.count, 0);
+  return rows;
 }
 
 // Picks the two of `rows` around `target`, by `key`. Neither the order of the rows nor a target inside them
@@ -145,17 +151,17 @@ float limit(float level) {
 }
 
 // The levels of two rows at a place between them.
-void interpolate(const Table& table, Pair pair, const tavd::LogPlace& place, Bands& lw) {
+void interpolate(const Table& table, Pair pair, const LogPlace& place, Bands& lw) {
   for (int band = 0; band < TAVD_BANDS; ++band) {
     lw[band] = place.between(table.lw(pair.lo, band), table.lw(pair.hi, band));
   }
 }
 
-tavd::LogPlace place_on_dp(const Table& table, Pair pair, float dp) {
+LogPlace place_on_dp(const Table& table, Pair pair, LogValue dp) {
   return {table.dp(pair.lo), table.dp(pair.hi), dp};
 }
 
-tavd::LogPlace place_on_qv(const Table& table, Pair pair, float qv) {
+LogPlace place_on_qv(const Table& table, Pair pair, LogValue qv) {
   return {table.qv(pair.lo), table.qv(pair.hi), qv};
 }
 
@@ -168,7 +174,9 @@ int fixed_curve(const FlowData& fd, float qv, Bands& lw) {
   const Pair pair = choose_pair(
       all_rows(table), [&](int row) { return table.qv(row); }, qv);
   if (!pair.complete()) return -12;
-  interpolate(table, pair, fd.kind == 12 ? place_on_qv(table, pair, qv) : place_on_dp(table, pair, dp), lw);
+  interpolate(table, pair,
+              fd.kind == 12 ? place_on_qv(table, pair, LogValue(qv)) : place_on_dp(table, pair, LogValue(dp)),
+              lw);
   for (float& level : lw) level = limit(level);
   return 0;
 }
@@ -201,18 +209,21 @@ int resistance_curves(const FlowData& fd, float qv, float dp, Bands& lw) {
   if (!(kv[1] < kv[0])) return -24;
 
   float curve_qv[2];
+  const LogValue log_dp(dp);
   Bands lww[2];
+  const auto on_curve = [&](int row, int c) {
+    return std::fabs(wide(row_k.values[row] - kv[c])) <= kSameResistance * wide(kv[c]);
+  };
+  Rows curve[2];
+  sort_out(table, on_curve, curve);
   for (int c = 0; c < 2; ++c) {
     curve_qv[c] = narrow(std::sqrt(wide(dp / kv[c])));
-    const auto on_curve = [&](int row) {
-      return std::fabs(wide(row_k.values[row] - kv[c])) <= kSameResistance * wide(kv[c]);
-    };
     const Pair pair = choose_pair(
-        rows_where(table, on_curve), [&](int row) { return table.qv(row); }, curve_qv[c]);
+        curve[c], [&](int row) { return table.qv(row); }, curve_qv[c]);
     if (!pair.complete()) return -25;
-    interpolate(table, pair, place_on_dp(table, pair, dp), lww[c]);
+    interpolate(table, pair, place_on_dp(table, pair, log_dp), lww[c]);
   }
-  const tavd::LogPlace across(curve_qv[0], curve_qv[1], qv);
+  const LogPlace across(curve_qv[0], curve_qv[1], LogValue(qv));
   for (int band = 0; band < TAVD_BANDS; ++band) {
     lw[band] = limit(across.between(lww[0][band], lww[1][band]));
   }
@@ -257,18 +268,21 @@ int flow_groups(const FlowData& fd, float qv, float dp, Bands& lw) {
   }
   const float group_qv[2] = {qvxx.values[idx - 1], qvxx.values[idx]};
 
+  const LogValue log_dp(dp);
   Bands lww[2];
+  const auto in_group = [&](int row, int c) { return std::fabs(table.qv(row) - group_qv[c]) < kSameFlow; };
+  Rows group[2];
+  sort_out(table, in_group, group);
   for (int c = 0; c < 2; ++c) {
-    const auto in_group = [&](int row) { return std::fabs(table.qv(row) - group_qv[c]) < kSameFlow; };
     const Pair pair = choose_pair(
-        rows_where(table, in_group), [&](int row) { return table.dp(row); }, dp);
+        group[c], [&](int row) { return table.dp(row); }, dp);
     if (!pair.complete()) return -34;
-    interpolate(table, pair, place_on_dp(table, pair, dp), lww[c]);
+    interpolate(table, pair, place_on_dp(table, pair, log_dp), lww[c]);
     for (float& level : lww[c]) {
       if (level > kHighestLevel) level = kHighestLevel;
     }
   }
-  const tavd::LogPlace across(group_qv[0], group_qv[1], qv);
+  const LogPlace across(group_qv[0], group_qv[1], LogValue(qv));
   for (int band = 0; band < TAVD_BANDS; ++band) {
     lw[band] = limit(extra + across.between(lww[0][band], lww[1][band]));
   }
