@@ -21,19 +21,15 @@ int curve_points(const FlowData& fd) {
   return row_count(fd.nfan, TAVD_FAN_ROWS);
 }
 
-float with_parameters(const FlowData& fd, float qv, float dp) {
-  tavd::tavca_param_add_dp(&fd, qv, &dp);
-  return dp;
-}
-
 // The curve's pressure at `qv` in its first bracket that holds this flow; a flow on a point takes the bracket
 // below it. False if no bracket holds it.
-bool curve_dp(const FlowData& fd, float qv, float* dp) {
-  for (int i = 1; i < curve_points(fd); ++i) {
+bool curve_dp(const FlowData& fd, float qv, const tavd::PressureTerm& term, float* dp) {
+  const int n = curve_points(fd);
+  for (int i = 1; i < n; ++i) {
     const FanPoint& below = fd.fancurve[i - 1];
     const FanPoint& above = fd.fancurve[i];
     if (!(below.qv <= qv && above.qv >= qv)) continue;
-    *dp = with_parameters(fd, qv, tavd::tavca_lin_interp(below.qv, above.qv, qv, below.dp, above.dp));
+    *dp = term.added_to(tavd::tavca_lin_interp(below.qv, above.qv, qv, below.dp, above.dp));
     return true;
   }
   return false;
@@ -41,8 +37,8 @@ bool curve_dp(const FlowData& fd, float qv, float* dp) {
 
 // The coefficient of the system line through a point of the curve. The parameter term belongs to the
 // operating flow and is scaled with the line.
-float system_line(const FlowData& fd, const FanPoint& point, float qv) {
-  return resistance(point.qv, with_parameters(fd, qv, point.dp));
+float system_line(const FanPoint& point, const tavd::PressureTerm& term) {
+  return resistance(point.qv, term.added_to(point.dp));
 }
 
 struct FanPressure {
@@ -54,17 +50,18 @@ struct FanPressure {
 
 FanPressure fan_pressure(const FlowData& fd, float qv) {
   const int n = curve_points(fd);
+  const tavd::PressureTerm term(fd, qv);
   FanPressure result;
   result.dynamic = tavca_pdyn(qv, fd.ductarea, 0);
   float dpref = 0.0F;
   if (n > 0 && fd.fancurve[0].qv > qv) {
-    dpref = system_line(fd, fd.fancurve[0], qv) * qv * qv;
+    dpref = system_line(fd.fancurve[0], term) * qv * qv;
     result.code = kBelowCurve;
   } else if (n == 0 || qv > fd.fancurve[n - 1].qv) {
     result.dynamic = 0.0F;
     result.code = kAboveCurve;
   } else {
-    curve_dp(fd, qv, &dpref);
+    curve_dp(fd, qv, term, &dpref);
   }
   if (fd.kind100 < kTotalPressure) {
     result.fan_static = dpref;
@@ -92,12 +89,13 @@ int tavca_fan_op_check(const FlowData* fd, float qv, float dp) {
   if (fd == nullptr) return kNullRecord;
   const int n = curve_points(*fd);
   if (n == 0 || qv > fd->fancurve[n - 1].qv) return kAboveCurve;
-  const float k1 = system_line(*fd, fd->fancurve[0], qv);
-  const float k2 = system_line(*fd, fd->fancurve[n - 1], qv);
+  const tavd::PressureTerm term(*fd, qv);
+  const float k1 = system_line(fd->fancurve[0], term);
+  const float k2 = system_line(fd->fancurve[n - 1], term);
   if (dp > k1 * qv * qv) return kBelowCurve;
   if (k2 * qv * qv > dp) return kAboveCurve;
   float dpref;
-  if (!curve_dp(*fd, qv, &dpref)) return 0;
+  if (!curve_dp(*fd, qv, term, &dpref)) return 0;
   if (fd->kind100 < kTotalPressure) dpref += tavca_pdyn(qv, fd->ductarea, 0);
   return dp > dpref ? kOverCurve : 0;
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstdint>
 
@@ -20,6 +21,13 @@ constexpr float narrow(double x) {
 
 inline double lg(float x) {
   return std::log10(wide(x));
+}
+
+// Whether `first` is the first float above `bound`. A float then lies below the one where it lies below the
+// other, and a comparison that is told in double may be made in float.
+constexpr bool is_first_above(float first, double bound) {
+  const float before = std::bit_cast<float>(std::bit_cast<std::uint32_t>(first) - 1);
+  return wide(first) > bound && wide(before) < bound;
 }
 
 // Resistance of a measured point, the constant of the square law dp = k*qv^2, Pa/(l/s)^2.

@@ -81,13 +81,15 @@ float factor_term(const ParTable& par) {
 using Term = float (*)(const ParTable&);
 
 // The term of one parameter of the record; `neutral` if it is not usable or nothing is chosen.
-float term_of(const FlowData& fd, int index, Term term, float neutral) {
+template <Term term>
+float term_of(const FlowData& fd, int index, float neutral) {
   if (fd.npar <= index || !is_chosen(fd.par[index])) return neutral;
   return term(fd.par[index]);
 }
 
-float sum_of_terms(const FlowData& fd, Term term) {
-  return term_of(fd, 0, term, 0.0F) + term_of(fd, 1, term, 0.0F);
+template <Term term>
+float sum_of_terms(const FlowData& fd) {
+  return term_of<term>(fd, 0, 0.0F) + term_of<term>(fd, 1, 0.0F);
 }
 
 void add_to_bands(float* bands, float d) {
@@ -212,10 +214,12 @@ int tavca_param_locate(const char* value, const ParEntry* table, int n, std::int
                  : locate_text(value, table, n, idx1, idx2);
 }
 
+PressureTerm::PressureTerm(const FlowData& fd, float qv) : any_(fd.npar >= 1) {
+  if (any_) term_ = sum_of_terms<dk_term>(fd) * qv * qv;
+}
+
 void tavca_param_add_dp(const FlowData* fd, float qv, float* dp) {
-  if (fd->npar < 1) return;
-  const float k = sum_of_terms(*fd, dk_term);
-  *dp += k * qv * qv;
+  *dp = PressureTerm(*fd, qv).added_to(*dp);
 }
 
 void tavca_param_remove_dp(const FlowData* fd, float qv, float* dp) {
@@ -230,17 +234,17 @@ void tavca_param_remove_dp(const FlowData* fd, float qv, float* dp) {
 
 void tavca_param_apply_factor(const FlowData* fd, float* x) {
   if (fd->npar < 1) return;
-  *x = term_of(*fd, 0, factor_term, 1.0F) * term_of(*fd, 1, factor_term, 1.0F) * *x;
+  *x = term_of<factor_term>(*fd, 0, 1.0F) * term_of<factor_term>(*fd, 1, 1.0F) * *x;
 }
 
 void tavca_param_add_lw(const FlowData* fd, float* lw) {
   if (fd->npar < 1) return;
-  add_to_bands(lw, sum_of_terms(*fd, dlw_term));
+  add_to_bands(lw, sum_of_terms<dlw_term>(*fd));
 }
 
 void tavca_param_add_dlw(const FlowData* fd, float* dlw) {
   if (fd->npar < 1) return;
-  add_to_bands(dlw, sum_of_terms(*fd, ddlw_term));
+  add_to_bands(dlw, sum_of_terms<ddlw_term>(*fd));
 }
 
 }  // namespace tavd

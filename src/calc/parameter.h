@@ -11,6 +11,18 @@ namespace tavd {
 int tavca_param_locate(const char* value, const ParEntry* table, int n, std::int16_t* idx1,
                        std::int16_t* idx2, float* frac);
 
+// The pressure term of the chosen values at flow `qv`, for a record that is asked more than once at one flow.
+class PressureTerm {
+ public:
+  PressureTerm(const FlowData& fd, float qv);
+  // `dp` with the term, Pa. Without parameters nothing is added, not even 0.
+  float added_to(float dp) const { return any_ ? dp + term_ : dp; }
+
+ private:
+  bool any_;
+  float term_ = 0.0F;  // Pa
+};
+
 // Adds the pressure term of the chosen values at flow `qv`, Pa.
 void tavca_param_add_dp(const FlowData* fd, float qv, float* dp);
 // Takes that term out of a demanded pressure; leaves at least 1e-5 Pa.

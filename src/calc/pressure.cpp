@@ -116,8 +116,9 @@ int pressure_range(const FlowData* fd, float qv, PressureRange* range) {
   if (fd == nullptr || fd->nhdd == 0) return -2;
   const int result = base_range(*fd, qv, range);
   if (result != 0) return result;
-  tavd::tavca_param_add_dp(fd, qv, &range->min);
-  tavd::tavca_param_add_dp(fd, qv, &range->max);
+  const tavd::PressureTerm term(*fd, qv);
+  range->min = term.added_to(range->min);
+  range->max = term.added_to(range->max);
   return 0;
 }
 

@@ -39,10 +39,11 @@ constexpr const char* kClassesWithoutEndReflection[] = {"ASD", "AEX", "AED", "AO
 constexpr double kSmallestDuctArea = 1e-6;    // m2
 constexpr double kLargestReflection = 127.0;  // dB, what a signed byte holds
 
-// The level of two sources together, dB.
+// The level of two sources together, dB. Each of the two ends up as `hi` or as `lo` whatever they are, so
+// that not-a-number in either gives not-a-number; std::max and std::min would drop it.
 float energy_sum(float a, float b) {
-  const float hi = std::max(a, b);
-  const float lo = std::min(a, b);
+  const float hi = a > b ? a : b;
+  const float lo = a > b ? b : a;
   const float d = -(hi - lo) / 10.0F;
   return narrow(wide(hi) + 10.0 * std::log10(1.0 + std::pow(10.0, wide(d))));
 }
@@ -91,11 +92,12 @@ void tavca_check_end_reflection(FlowData* fd) {
   if (fd == nullptr) return;
   const int n = row_count(fd->nlw, TAVD_LW_ROWS);
   if (n == 0 || !has_end_reflection(*fd) || wide(fd->ductarea) < kSmallestDuctArea) return;
-  for (int band = 0; band < TAVD_BANDS; ++band) {
-    const int r = rounded_reflection(band, fd->ductarea);
-    for (int row = 0; row < n; ++row) {
+  int reflection[TAVD_BANDS];
+  for (int band = 0; band < TAVD_BANDS; ++band) reflection[band] = rounded_reflection(band, fd->ductarea);
+  for (int row = 0; row < n; ++row) {
+    for (int band = 0; band < TAVD_BANDS; ++band) {
       std::uint8_t& level = fd->lwpoints[row].lw[band];
-      level = static_cast<std::uint8_t>(std::max(level - r, 0));
+      level = static_cast<std::uint8_t>(std::max(level - reflection[band], 0));
     }
   }
 }

@@ -1,7 +1,9 @@
 // Sound power level and attenuation at an operating point, from the measured points around it.
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
+#include "calc/interpolation.h"
 #include "calc/numeric.h"
 #include "calc/parameter.h"
 #include "tavd/ewads.h"
@@ -10,20 +12,26 @@
 namespace {
 
 using tavd::lg;
+using tavd::LogPlace;
+using tavd::LogValue;
 using tavd::narrow;
 using tavd::row_count;
 using tavd::wide;
 
 constexpr double kSmallestFlow = 0.001;          // l/s, of the request
-constexpr double kSmallestMeasured = 0.001;      // l/s and Pa, of a measured point
+constexpr float kSmallestMeasured = 0.001F;      // l/s and Pa, of a measured point
 constexpr double kSmallestCurvePressure = 1e-7;  // Pa
 constexpr double kSmallestDuctArea = 1e-7;       // m2
 constexpr double kSmallestSizeCoef = 0.1;
 constexpr double kSameResistance = 0.1;  // relative; rows within it belong to one curve
-constexpr double kSameFlow = 0.1;        // l/s; rows within it belong to one group
+constexpr float kSameFlow = 0.1F;        // l/s; rows within it belong to one group
 constexpr double kDbPerDecade = 30.0;    // beyond the limits of the product
 constexpr float kHighestLevel = 99.0F;   // dB
 constexpr int kMostCurves = 20;          // curves or groups of one table
+
+// Both bounds are decimal ones, 0.001 and 0.1; no float lies on them, so that "below" and "at most" are the
+// same.
+static_assert(tavd::is_first_above(kSmallestMeasured, 0.001) && tavd::is_first_above(kSameFlow, 0.1));
 
 // The sound table of a record.
 class Table {
@@ -32,11 +40,8 @@ class Table {
   int count() const { return count_; }
   float qv(int row) const { return rows_[row].qv; }
   float dp(int row) const { return rows_[row].dp; }
-  float k(int row) const { return tavd::resistance(rows_[row].qv, rows_[row].dp); }
   float lw(int row, int band) const { return static_cast<float>(rows_[row].lw[band]); }
-  bool measured(int row) const {
-    return !(wide(qv(row)) < kSmallestMeasured || wide(dp(row)) < kSmallestMeasured);
-  }
+  bool measured(int row) const { return !(qv(row) < kSmallestMeasured || dp(row) < kSmallestMeasured); }
 
  private:
   const LwPoint* rows_;
@@ -58,14 +63,49 @@ struct Distinct {
 
 using Bands = float[TAVD_BANDS];
 
-// Picks the two rows around `target` out of the rows that are `in_set`, by `key`. Neither the order of the
-// rows nor a target inside them is taken for granted; a target outside is reached from the pair that is left.
-// A row that replaces one end does not hand the old one to the other end.
-template <typename InSet, typename Key>
-Pair choose_pair(const Table& table, InSet in_set, Key key, float target) {
-  Pair pair;
+// The resistance of every row, formed once: the search for curves asks for it many times over.
+struct Resistances {
+  explicit Resistances(const Table& table) {
+    for (int row = 0; row < table.count(); ++row) {
+      values[row] = tavd::resistance(table.qv(row), table.dp(row));
+    }
+  }
+  float values[TAVD_LW_ROWS];
+};
+
+// Some rows of a table, in its order.
+struct Rows {
+  int row[TAVD_LW_ROWS];
+  int count = 0;
+};
+
+// The rows of the two sets of which `in_set(row, set)` tells. Most rows of a table lie outside both in a
+// pattern that no branch predictor guesses, so none is branched on.
+template <typename InSet>
+void sort_out(const Table& table, InSet in_set, Rows (&sets)[2]) {
   for (int row = 0; row < table.count(); ++row) {
-    if (!in_set(row)) continue;
+    for (int set = 0; set < 2; ++set) {
+      sets[set].row[sets[set].count] = row;
+      sets[set].count += static_cast<int>(in_set(row, set));
+    }
+  }
+}
+
+Rows all_rows(const Table& table) {
+  Rows rows;
+  rows.count = table.count();
+  std::iota(rows.row, rows.row + rows.count, 0);
+  return rows;
+}
+
+// Picks the two of `rows` around `target`, by `key`. Neither the order of the rows nor a target inside them
+// is taken for granted; a target outside is reached from the pair that is left. A row that replaces one end
+// does not hand the old one to the other end.
+template <typename Key>
+Pair choose_pair(const Rows& rows, Key key, float target) {
+  Pair pair;
+  for (int i = 0; i < rows.count; ++i) {
+    const int row = rows.row[i];
     if (pair.lo < 0) {
       pair.lo = row;
       continue;
@@ -88,18 +128,19 @@ Pair choose_pair(const Table& table, InSet in_set, Key key, float target) {
   return pair;
 }
 
-// The values of `key` that no earlier row has. `same(value, collected)` tells which are the same. Returns 0,
-// `too_many` at a row after the 20th value, or `bad_row` at a row that was not measured.
+// The values of `key` that no earlier row has. `same(value, collected)` tells which are the same; the value
+// that came last is tried first, since the rows of a curve stand together. Returns 0, `too_many` at a row
+// after the 20th value, or `bad_row` at a row that was not measured.
 template <typename Key, typename Same>
 int collect(const Table& table, Key key, Same same, int too_many, int bad_row, Distinct* distinct) {
   for (int row = 0; row < table.count(); ++row) {
     if (distinct->count == kMostCurves) return too_many;
     if (!table.measured(row)) return bad_row;
     const float value = key(row);
-    float* end = distinct->values + distinct->count;
-    if (std::any_of(distinct->values, end, [&](float collected) { return same(value, collected); })) continue;
-    *end = value;
-    ++distinct->count;
+    int known = distinct->count - 1;
+    while (known >= 0 && !same(value, distinct->values[known])) --known;
+    if (known >= 0) continue;
+    distinct->values[distinct->count++] = value;
   }
   return 0;
 }
@@ -109,18 +150,19 @@ float limit(float level) {
   return level < 0.0F ? 0.0F : level;
 }
 
-void interpolate_on_dp(const Table& table, Pair pair, float dp, Bands& lw) {
+// The levels of two rows at a place between them.
+void interpolate(const Table& table, Pair pair, const LogPlace& place, Bands& lw) {
   for (int band = 0; band < TAVD_BANDS; ++band) {
-    lw[band] = tavca_loglin_interp(table.dp(pair.lo), table.dp(pair.hi), dp, table.lw(pair.lo, band),
-                                   table.lw(pair.hi, band));
+    lw[band] = place.between(table.lw(pair.lo, band), table.lw(pair.hi, band));
   }
 }
 
-void interpolate_on_qv(const Table& table, Pair pair, float qv, Bands& lw) {
-  for (int band = 0; band < TAVD_BANDS; ++band) {
-    lw[band] = tavca_loglin_interp(table.qv(pair.lo), table.qv(pair.hi), qv, table.lw(pair.lo, band),
-                                   table.lw(pair.hi, band));
-  }
+LogPlace place_on_dp(const Table& table, Pair pair, LogValue dp) {
+  return {table.dp(pair.lo), table.dp(pair.hi), dp};
+}
+
+LogPlace place_on_qv(const Table& table, Pair pair, LogValue qv) {
+  return {table.qv(pair.lo), table.qv(pair.hi), qv};
 }
 
 // Kinds 10, 11, 12: rows are points of the one curve that the product has.
@@ -130,13 +172,11 @@ int fixed_curve(const FlowData& fd, float qv, Bands& lw) {
   if (wide(dp) <= kSmallestCurvePressure) return -11;
   const Table table(fd);
   const Pair pair = choose_pair(
-      table, [](int) { return true; }, [&](int row) { return table.qv(row); }, qv);
+      all_rows(table), [&](int row) { return table.qv(row); }, qv);
   if (!pair.complete()) return -12;
-  if (fd.kind == 12) {
-    interpolate_on_qv(table, pair, qv, lw);
-  } else {
-    interpolate_on_dp(table, pair, dp, lw);
-  }
+  interpolate(table, pair,
+              fd.kind == 12 ? place_on_qv(table, pair, LogValue(qv)) : place_on_dp(table, pair, LogValue(dp)),
+              lw);
   for (float& level : lw) level = limit(level);
   return 0;
 }
@@ -152,7 +192,8 @@ int resistance_curves(const FlowData& fd, float qv, float dp, Bands& lw) {
   const float k = tavd::resistance(qv, dp);
 
   const Table table(fd);
-  const auto resistance = [&](int row) { return table.k(row); };
+  const Resistances row_k(table);
+  const auto resistance = [&](int row) { return row_k.values[row]; };
   const auto same_curve = [](float value, float collected) {
     return std::fabs(wide(value - collected)) < kSameResistance * wide(collected);
   };
@@ -168,19 +209,23 @@ int resistance_curves(const FlowData& fd, float qv, float dp, Bands& lw) {
   if (!(kv[1] < kv[0])) return -24;
 
   float curve_qv[2];
+  const LogValue log_dp(dp);
   Bands lww[2];
+  const auto on_curve = [&](int row, int c) {
+    return std::fabs(wide(row_k.values[row] - kv[c])) <= kSameResistance * wide(kv[c]);
+  };
+  Rows curve[2];
+  sort_out(table, on_curve, curve);
   for (int c = 0; c < 2; ++c) {
     curve_qv[c] = narrow(std::sqrt(wide(dp / kv[c])));
-    const auto on_curve = [&](int row) {
-      return std::fabs(wide(table.k(row) - kv[c])) <= kSameResistance * wide(kv[c]);
-    };
     const Pair pair = choose_pair(
-        table, on_curve, [&](int row) { return table.qv(row); }, curve_qv[c]);
+        curve[c], [&](int row) { return table.qv(row); }, curve_qv[c]);
     if (!pair.complete()) return -25;
-    interpolate_on_dp(table, pair, dp, lww[c]);
+    interpolate(table, pair, place_on_dp(table, pair, log_dp), lww[c]);
   }
+  const LogPlace across(curve_qv[0], curve_qv[1], LogValue(qv));
   for (int band = 0; band < TAVD_BANDS; ++band) {
-    lw[band] = limit(tavca_loglin_interp(curve_qv[0], curve_qv[1], qv, lww[0][band], lww[1][band]));
+    lw[band] = limit(across.between(lww[0][band], lww[1][band]));
   }
   return 0;
 }
@@ -211,7 +256,7 @@ int flow_groups(const FlowData& fd, float qv, float dp, Bands& lw) {
   const Table table(fd);
   const auto flow = [&](int row) { return table.qv(row); };
   const auto same_flow = [](float value, float collected) {
-    return std::fabs(wide(value - collected)) < kSameFlow;
+    return std::fabs(value - collected) < kSameFlow;
   };
   Distinct qvxx;
   const int failure = collect(table, flow, same_flow, -31, -32, &qvxx);
@@ -223,19 +268,23 @@ int flow_groups(const FlowData& fd, float qv, float dp, Bands& lw) {
   }
   const float group_qv[2] = {qvxx.values[idx - 1], qvxx.values[idx]};
 
+  const LogValue log_dp(dp);
   Bands lww[2];
+  const auto in_group = [&](int row, int c) { return std::fabs(table.qv(row) - group_qv[c]) < kSameFlow; };
+  Rows group[2];
+  sort_out(table, in_group, group);
   for (int c = 0; c < 2; ++c) {
-    const auto in_group = [&](int row) { return std::fabs(wide(table.qv(row) - group_qv[c])) <= kSameFlow; };
     const Pair pair = choose_pair(
-        table, in_group, [&](int row) { return table.dp(row); }, dp);
+        group[c], [&](int row) { return table.dp(row); }, dp);
     if (!pair.complete()) return -34;
-    interpolate_on_dp(table, pair, dp, lww[c]);
+    interpolate(table, pair, place_on_dp(table, pair, log_dp), lww[c]);
     for (float& level : lww[c]) {
       if (level > kHighestLevel) level = kHighestLevel;
     }
   }
+  const LogPlace across(group_qv[0], group_qv[1], LogValue(qv));
   for (int band = 0; band < TAVD_BANDS; ++band) {
-    lw[band] = limit(extra + tavca_loglin_interp(group_qv[0], group_qv[1], qv, lww[0][band], lww[1][band]));
+    lw[band] = limit(extra + across.between(lww[0][band], lww[1][band]));
   }
   return 0;
 }
