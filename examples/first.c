@@ -3,7 +3,7 @@
 #include <tavd/tavb.h>
 #include <tavd/tavd.h>
 
-int main(int argc, char **argv) {
+int main(int argc, char** argv) {
   FlowData product;
   float position;
   tavdcore_init(0, "", ""); /* language, market area, vlk file: none */

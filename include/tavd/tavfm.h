@@ -39,62 +39,62 @@ enum {
 
 /* A family list, narrow. 256 bytes. */
 typedef struct FamilyList {
-  gwarray members;                 /* items of FamilyMember; members.count is
-                                      the number of members */
-  char classId[TAVFM_CLASS_CHARS]; /* class of the main record */
-  char objId[TAVFM_ID_CHARS];      /* its id as it was handed to tavfm_read,
-                                      padded with NULs if that was shorter */
-  char pcode[TAVFM_PCODE_CHARS];   /* its product code, terminated */
-  char descr[TAVFM_DESCR_CHARS];   /* the product code again, terminated */
+  gwarray members;                                /* items of FamilyMember; members.count is
+                                                     the number of members */
+  char classId[TAVFM_CLASS_CHARS];                /* class of the main record */
+  char objId[TAVFM_ID_CHARS];                     /* its id as it was handed to tavfm_read,
+                                                     padded with NULs if that was shorter */
+  char pcode[TAVFM_PCODE_CHARS];                  /* its product code, terminated */
+  char descr[TAVFM_DESCR_CHARS];                  /* the product code again, terminated */
   char installationdef[TAVFM_INSTALLATION_CHARS]; /* its installation text; a
                                       text of 80 characters or more is cut and
                                       not terminated */
-  int16_t idLen;                   /* length of objId without padding */
-  int16_t wildPos;                 /* index of the first '*' in objId; idLen if
-                                      there is none */
-  int16_t sizingmode;              /* attribute 1150, 0 if absent */
+  int16_t idLen;                                  /* length of objId without padding */
+  int16_t wildPos;                                /* index of the first '*' in objId; idLen if
+                                                     there is none */
+  int16_t sizingmode;                             /* attribute 1150, 0 if absent */
 } FamilyList;
 
 /* A family list, wide. 376 bytes. Ids and the installation text stay narrow. */
 typedef struct FamilyListW {
-  gwarray members;                     /* items of FamilyMemberW */
-  char classId[TAVFM_CLASS_CHARS];     /* as in FamilyList */
-  char objId[TAVFM_ID_CHARS];          /* as in FamilyList */
-  tavd_wchar pcode[TAVFM_PCODE_CHARS]; /* product code of the main record,
-                                          terminated */
-  tavd_wchar descr[TAVFM_DESCR_CHARS]; /* its description in the user's
-                                          language, terminated */
+  gwarray members;                                /* items of FamilyMemberW */
+  char classId[TAVFM_CLASS_CHARS];                /* as in FamilyList */
+  char objId[TAVFM_ID_CHARS];                     /* as in FamilyList */
+  tavd_wchar pcode[TAVFM_PCODE_CHARS];            /* product code of the main record,
+                                                     terminated */
+  tavd_wchar descr[TAVFM_DESCR_CHARS];            /* its description in the user's
+                                                     language, terminated */
   char installationdef[TAVFM_INSTALLATION_CHARS]; /* as in FamilyList */
-  int16_t idLen;                       /* as in FamilyList */
-  int16_t wildPos;                     /* as in FamilyList */
-  int16_t sizingmode;                  /* as in FamilyList */
+  int16_t idLen;                                  /* as in FamilyList */
+  int16_t wildPos;                                /* as in FamilyList */
+  int16_t sizingmode;                             /* as in FamilyList */
 } FamilyListW;
 
 /* One member, narrow. 338 bytes. Its first field serves as the object id for
  * tavbfindrec. */
 typedef struct FamilyMember {
-  char objId[TAVFM_ID_CHARS];           /* raw object id */
-  char pcode[TAVFM_PCODE_CHARS];        /* product code, terminated */
-  char descr[TAVFM_DESCR_CHARS];        /* the product code again, terminated */
+  char objId[TAVFM_ID_CHARS];                     /* raw object id */
+  char pcode[TAVFM_PCODE_CHARS];                  /* product code, terminated */
+  char descr[TAVFM_DESCR_CHARS];                  /* the product code again, terminated */
   char installationdef[TAVFM_INSTALLATION_CHARS]; /* installation text, the
                                            list's own if the member has none;
                                            cut as in FamilyList */
-  DuctSize ds;                          /* duct size, mm; all zero if unknown */
-  int16_t shapedata[TAVFM_SHAPE_WORDS]; /* shape description as it is stored,
-                                           not passed through
-                                           tavdf_check_shapedata */
-  int16_t nsh;                          /* words of it, at most 50 */
+  DuctSize ds;                                    /* duct size, mm; all zero if unknown */
+  int16_t shapedata[TAVFM_SHAPE_WORDS];           /* shape description as it is stored,
+                                                     not passed through
+                                                     tavdf_check_shapedata */
+  int16_t nsh;                                    /* words of it, at most 50 */
 } FamilyMember;
 
 /* One member, wide. 458 bytes. */
 typedef struct FamilyMemberW {
-  char objId[TAVFM_ID_CHARS];           /* as in FamilyMember */
-  tavd_wchar pcode[TAVFM_PCODE_CHARS];  /* product code, terminated */
-  tavd_wchar descr[TAVFM_DESCR_CHARS];  /* description, terminated */
+  char objId[TAVFM_ID_CHARS];                     /* as in FamilyMember */
+  tavd_wchar pcode[TAVFM_PCODE_CHARS];            /* product code, terminated */
+  tavd_wchar descr[TAVFM_DESCR_CHARS];            /* description, terminated */
   char installationdef[TAVFM_INSTALLATION_CHARS]; /* as in FamilyMember */
-  DuctSize ds;                          /* as in FamilyMember */
-  int16_t shapedata[TAVFM_SHAPE_WORDS]; /* as in FamilyMember */
-  int16_t nsh;                          /* as in FamilyMember */
+  DuctSize ds;                                    /* as in FamilyMember */
+  int16_t shapedata[TAVFM_SHAPE_WORDS];           /* as in FamilyMember */
+  int16_t nsh;                                    /* as in FamilyMember */
 } FamilyMemberW;
 
 /* Makes an empty list of storage that holds anything. */

@@ -1,5 +1,5 @@
-// A database of the service for one test, and records to put into it. Works on any implementation of the service
-// that can make a new record.
+// A database of the service for one test, and records to put into it. Works on any implementation of the
+// service that can make a new record.
 #pragma once
 
 #include <cstdint>
