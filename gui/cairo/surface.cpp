@@ -7,6 +7,7 @@
 
 #include "codepage/codepage.h"
 #include "gui/cairo/canvas.h"
+#include "gui/cairo/once_canvas.h"
 #include "gui/cairo/picture_file.h"
 #include "gui/cairo/typeface.h"
 #include "tavdgui/tavdcairo.h"
@@ -123,7 +124,7 @@ bool size_is_good(int width, int height) {
 
 tgui_surface* make_surface(std::unique_ptr<Canvas> canvas, const char* path, int width, int height) {
   auto picture = std::make_unique<Picture>();
-  picture->canvas = std::move(canvas);
+  picture->canvas = make_once_canvas(std::move(canvas));
   picture->path = path;
   tgui_surface* surface = tgui_surface_create(&operations(), picture.get(), width, height);
   if (surface != nullptr) {

@@ -378,6 +378,34 @@ TEST_F(Picture, ReasonIsCutToItsBuffer) {
   EXPECT_EQ(reason[5], 'x');
 }
 
+TEST_F(Picture, LabelAndLineDrawnTwiceInARowShowOnce) {
+  const auto tick = [](tgui_surface* surface) {
+    select_font(surface, -20);
+    text(surface, 30, 30, "100");
+    select_pen(surface, TGUI_PEN_SOLID, 1, 0);
+    line(surface, 10, 10, 190, 77);
+  };
+  const Pixels once = png(tick);
+  const Pixels twice = png([&](tgui_surface* surface) {
+    tick(surface);
+    tick(surface);
+  });
+  for (int y = 0; y < once.height(); ++y) {
+    for (int x = 0; x < once.width(); ++x) {
+      ASSERT_EQ(once.at(x, y), twice.at(x, y)) << x << ", " << y;
+    }
+  }
+}
+
+TEST_F(Picture, SameLineAfterSomethingElseCoveredItIsDrawnAgain) {
+  const Pixels pixels = png([](tgui_surface* surface) {
+    line(surface, 0, 50, 200, 50);
+    tgui_ellipse(surface, 50, 20, 150, 80);
+    line(surface, 0, 50, 200, 50);
+  });
+  EXPECT_EQ(pixels.at(100, 50), 0x000000);
+}
+
 TEST_F(Picture, DestroyedWithoutFinishingItLeavesNoFile) {
   tgui_surface_destroy(tgui_cairo_png(path("a.png").c_str(), 10, 10));
   EXPECT_TRUE(fs::is_empty(folder_));
