@@ -573,17 +573,6 @@ TEST_F(CatalogueTest, VanesTurnedOutShortenTheThrowOfADiffuser) {
   }
 }
 
-TEST_F(CatalogueTest, ThrowsOfDiffusersAndBeamsHaveADiagram) {
-  for (const char* family : {"ASD QZBA", "ASD QZSA", "CCB QZKA"}) {
-    for (const Item& item : of(family)) {
-      EXPECT_EQ(L2dg_init(nullptr, catalogue->db(), item.rec, 0, item.flow.qvmax / 2, 1, 0), 0)
-          << item.name();
-      EXPECT_EQ(L2dg_initdiagramdata(item.rec), 0) << item.name();
-      L2dg_release();
-    }
-  }
-}
-
 TEST_F(CatalogueTest, CodesAndDescriptionsFollowMarketAndLanguage) {
   for (const Item& item : catalogue->items) {
     for (const char* market : {"", "FIN", "SWE", "GBR", "DEU", "POL", "EST", "RUS", "UNKNOWN"}) {
