@@ -386,6 +386,29 @@ TEST_F(CatalogueTest, StaticPressuresOfAnExhaustValveLoseTheDynamicPressure) {
   }
 }
 
+TEST_F(CatalogueTest, StaticPressuresOfADiffuserAndABeamGainTheDynamicPressure) {
+  for (const Item& item : of("ASD QZSA")) {
+    const FlowData& flow = item.flow;
+    EXPECT_EQ(+flow.kind100, 120) << item.name();
+    ASSERT_EQ(+flow.ndamper, 6) << item.name();
+    for (int i = 0; i < flow.ndamper; ++i) {
+      const DamperPoint row = flow.damper[i];
+      const double v = double{row.qv} / 1000 / double{flow.ductarea};
+      EXPECT_NEAR(row.dp / (0.6 * v * v) / (40 * std::pow(3.0 / 40, i / 5.0)), 1, 0.002) << item.name();
+    }
+  }
+  for (const Item& item : of("CCB QZKA")) {
+    const FlowData& flow = item.flow;
+    EXPECT_EQ(+flow.kind100, 130) << item.name();
+    ASSERT_EQ(+flow.nlw, 25) << item.name();
+    const LwPoint last = flow.lwpoints[flow.nlw - 1];
+    const double v = double{last.qv} / 1000 / double{flow.ductarea};
+    EXPECT_GT(v, 3) << item.name();
+    EXPECT_NEAR(+last.dp, 250 + 0.6 * v * v, 0.01) << item.name();
+    EXPECT_EQ(+flow.dpmax, 250) << item.name();  // limits are left as they stand
+  }
+}
+
 TEST_F(CatalogueTest, TheExponentOfAnExhaustValveRisesTowardsTwo) {
   for (const Item& item : of("AEX QZEA")) {
     const FlowData& flow = item.flow;
@@ -524,6 +547,17 @@ TEST_F(CatalogueTest, TheCurveOfAFanFallsAndKeepsInsideItsAxes) {
       EXPECT_LT(tavca_fan_op_check(&flow, qv, total * 1.01F), 0) << item.name();
       before = total;
     }
+  }
+}
+
+TEST_F(CatalogueTest, AFanGivesLessPowerToTheAirThanItTakes) {
+  for (const Item& item : of("FAN QZFA")) {
+    double best = 0;
+    for (int i = 0; i < item.flow.nfan; ++i) {
+      const FanPoint row = item.flow.fancurve[i];
+      best = std::max(best, double{row.qv} / 1000 * double{row.dp} / double{row.aux});
+    }
+    EXPECT_THAT(best, AllOf(Ge(0.25), Le(0.45))) << item.name();
   }
 }
 
