@@ -1,5 +1,6 @@
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "commands.h"
@@ -14,7 +15,8 @@ namespace {
 
 struct CalcOptions {
   ProductChoice product;
-  std::string qv, dp;
+  std::string qv;
+  std::optional<std::string> dp;
   bool json = false;
 };
 
@@ -228,7 +230,7 @@ void print_json(const Product& product, const OperatingPoint& point) {
 void run_calc(const CalcOptions& options) {
   const float qv = positive_number("--qv", options.qv);
   std::optional<float> dp;
-  if (!options.dp.empty()) dp = positive_number("--dp", options.dp);
+  if (options.dp) dp = positive_number("--dp", *options.dp);
   const Product product = chosen_product(options.product);
   const OperatingPoint point = calculate(product, answers_of(product, dp.has_value()), qv, dp);
   if (options.json) {

@@ -19,7 +19,8 @@ constexpr std::size_t kBlock = 1 << 16;  // bytes that are written at once
 
 struct SweepOptions {
   ProductChoice product;
-  std::string qv, dp;
+  std::string qv;
+  std::optional<std::string> dp;
   bool csv = false;
   bool json = false;
 };
@@ -32,7 +33,7 @@ struct Grid {
 
 Grid parse_grid(const SweepOptions& options) {
   Grid grid{SweepRange::parse("--qv", options.qv), std::nullopt};
-  if (!options.dp.empty()) grid.dp = SweepRange::parse("--dp", options.dp);
+  if (options.dp) grid.dp = SweepRange::parse("--dp", *options.dp);
   if (grid.count() > SweepRange::kMostPoints) {
     throw UserError("--qv and --dp make " + std::to_string(grid.count()) + " points, expected at most " +
                     std::to_string(SweepRange::kMostPoints));
@@ -71,8 +72,8 @@ void write_points(const Product& product, const Answers& answers, const Grid& gr
 }
 
 void run_sweep(const SweepOptions& options) {
-  if (!options.csv && !options.json) throw UserError("--csv or --json is required");
   const Grid grid = parse_grid(options);
+  if (!options.csv && !options.json) throw UserError("--csv or --json is required");
   const Product product = chosen_product(options.product);
   const bool with_dp = grid.dp.has_value();
   const Answers answers = answers_of(product, with_dp);

@@ -57,7 +57,8 @@ SweepRange SweepRange::parse(std::string_view option, std::string_view text) {
                                                 read_number(parts[1], to) && read_number(parts[2], step);
   if (!readable) throw refusal(option, text, "FROM:TO:STEP such as 20:200:5, or one number");
   if (parts.size() == 1) to = from;
-  if (!is_positive_float(from) || !is_positive_float(to)) throw refusal(option, text, "numbers above 0");
+  if (!is_positive_float(from) || !is_positive_float(to))
+    throw refusal(option, text, "numbers above 0, at most 3.4e38");
   if (parts.size() == 1) return {from, to, 0, 1};
   if (step == 0) throw refusal(option, text, "a step other than 0");
   if (from == to) return {from, to, step, 1};

@@ -19,7 +19,8 @@ TEST(Help, ListsTheCommands) {
   const Outcome outcome = run_program({"--help"});
   EXPECT_EQ(outcome.exit_code, 0);
   EXPECT_EQ(outcome.err, "");
-  for (const char* command : {"list", "calc", "sweep", "diagram", "db"}) EXPECT_THAT(outcome.out, HasSubstr(command));
+  for (const char* command : {"list", "calc", "sweep", "diagram", "db"})
+    EXPECT_THAT(outcome.out, HasSubstr(command));
 }
 
 TEST(Help, EveryCommandHasAnExample) {
