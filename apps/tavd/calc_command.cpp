@@ -1,26 +1,23 @@
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "commands.h"
-#include "errors.h"
 #include "json_text.h"
 #include "numbers.h"
 #include "operating_point.h"
 #include "product.h"
-#include "tavd/tavca.h"
 #include "text.h"
 
 namespace tavdhost {
 namespace {
 
 struct CalcOptions {
-  std::string path, class_id, object_id;
-  std::string qv, dp;
-  std::vector<std::string> parameters;
-  bool end_reflection = false;
+  ProductChoice product;
+  std::string qv;
+  std::optional<std::string> dp;
   bool json = false;
-  TextChoice texts;
 };
 
 constexpr const char* kBandNames[TAVD_BANDS] = {"63", "125", "250", "500", "1000", "2000", "4000", "8000"};
@@ -129,12 +126,18 @@ void print_bands(const OperatingPoint& point) {
   columns.print(std::cout);
 }
 
+const char* outside_text(const OperatingPoint& point) {
+  const bool dp_in_range = point.dp_in_range.value_or(true);
+  if (point.flow_in_range) return dp_in_range ? "" : ", outside the product's pressure limits";
+  return dp_in_range ? ", outside the product's flow limits"
+                     : ", outside the product's flow and pressure limits";
+}
+
 void print_point(const Product& product, const OperatingPoint& point) {
   const char* unit = flow_unit(product.flow);
   std::cout << "\nAt " << brief(point.qv) << ' ' << unit;
   if (point.dp) std::cout << " and " << brief(*point.dp) << " Pa";
-  std::cout << (product.flow.nhdd == 0 || point.flow_in_range ? "\n"
-                                                              : ", outside the product's flow limits\n");
+  std::cout << outside_text(point) << '\n';
   Sheet sheet;
   add_range(sheet, point);
   add_damper(sheet, "stepless", point.stepless);
@@ -198,6 +201,7 @@ Json::Value point_json(const Product& product, const OperatingPoint& point) {
   json["operating_point"][flow_key(product.flow)] = json_number(point.qv);
   if (point.dp) json["operating_point"]["dp_Pa"] = json_number(*point.dp);
   json["operating_point"]["flow_in_range"] = point.flow_in_range;
+  if (point.dp_in_range) json["operating_point"]["dp_in_range"] = *point.dp_in_range;
   json["pressure_range"] = code_json(point.range_code, range_text(point.range_code));
   if (point.range_code == 0) {
     json["pressure_range"]["dp_min_Pa"] = json_number(point.dp_min);
@@ -226,17 +230,9 @@ void print_json(const Product& product, const OperatingPoint& point) {
 void run_calc(const CalcOptions& options) {
   const float qv = positive_number("--qv", options.qv);
   std::optional<float> dp;
-  if (!options.dp.empty()) dp = positive_number("--dp", options.dp);
-  const Database database(options.path, Database::Open::kExisting, options.texts);
-  const Record record = database.product(options.class_id, options.object_id);
-  Product product = load_product(database, record);
-  if (product.flow.nhdd == 0) {
-    throw UserError(printable(options.class_id) + " " + printable(options.object_id) + " in " + options.path +
-                    " has no flow data to calculate with");
-  }
-  set_parameters(product.flow, options.parameters);
-  if (options.end_reflection) tavca_check_end_reflection(&product.flow);
-  const OperatingPoint point = calculate(product, qv, dp);
+  if (options.dp) dp = positive_number("--dp", *options.dp);
+  const Product product = chosen_product(options.product);
+  const OperatingPoint point = calculate(product, answers_of(product, dp.has_value()), qv, dp);
   if (options.json) {
     print_json(product, point);
   } else {
@@ -250,21 +246,13 @@ void run_calc(const CalcOptions& options) {
 void add_calc_command(CLI::App& app) {
   auto options = std::make_shared<CalcOptions>();
   CLI::App* command = app.add_subcommand("calc", "Calculates a product at an operating point");
-  command->add_option("DB", options->path, "Product database")->required();
-  command->add_option("CLASS", options->class_id, "Class of the product, 3 characters")->required();
-  command->add_option("ID", options->object_id, "Object id of the product")->required();
+  add_product_arguments(*command, options->product);
   command->add_option("--qv", options->qv, "Flow in l/s; air velocity in m/s for products by air velocity")
       ->required()
       ->type_name("NUMBER");
   command->add_option("--dp", options->dp, "Total pressure over the product in Pa")->type_name("NUMBER");
-  command->add_option("--param", options->parameters, "Value of a parameter, once for each parameter")
-      ->type_name("NAME=VALUE")
-      ->expected(1)
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-  command->add_flag("--end-reflection", options->end_reflection,
-                    "Take the end reflection of the duct off the sound table, as the diagram does");
   command->add_flag("--json", options->json, "As JSON, numbers in full");
-  add_text_options(*command, options->texts);
+  add_product_options(*command, options->product);
   command->footer("Example: tavd calc catalogue.tavdb DMP QZDA-160 --qv 50 --dp 60");
   command->callback([options] { run_calc(*options); });
 }

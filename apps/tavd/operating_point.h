@@ -33,9 +33,10 @@ struct SoundAnswer {
 };
 
 struct OperatingPoint {
-  float qv;                 // l/s, or m/s for products by air velocity
-  std::optional<float> dp;  // total pressure asked for, Pa
-  bool flow_in_range;       // qv lies within the product's limits
+  float qv;                         // l/s, or m/s for products by air velocity
+  std::optional<float> dp;          // total pressure asked for, Pa
+  bool flow_in_range;               // qv lies within the product's limits
+  std::optional<bool> dp_in_range;  // so does dp; none without a pressure
 
   int range_code;        // of the pressure range
   float dp_min, dp_max;  // Pa
@@ -47,9 +48,23 @@ struct OperatingPoint {
   std::optional<float> throw_length;              // m, products with throw data
 };
 
-// Calculates at flow `qv`. Without `dp` there is no position and no check of a fan, and a sound level only
-// for products whose pressure follows from the flow.
-OperatingPoint calculate(const Product& product, float qv, std::optional<float> dp);
+// Which questions a product can answer, the same at every point.
+struct Answers {
+  bool range;         // lowest and highest pressure
+  bool position;      // positions of an adjustable damper
+  bool fan;           // pressures of a fan
+  bool fan_check;     // whether the fan can serve the point
+  bool sound;         // sound power and level in the room
+  bool attenuation;   // attenuation
+  bool throw_length;  // throw length
+};
+
+// Without a pressure (`with_dp` false) there is no position and no check of a fan, a sound level only for
+// products whose pressure follows from the flow, and no attenuation that goes by the position of a damper.
+Answers answers_of(const Product& product, bool with_dp);
+
+// Calculates at flow `qv` what `answers` holds; those were asked for with a pressure if there is one now.
+OperatingPoint calculate(const Product& product, const Answers& answers, float qv, std::optional<float> dp);
 
 // What the codes mean, in words.
 const char* range_text(int code);

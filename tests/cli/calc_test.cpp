@@ -3,6 +3,7 @@
 #include <json/reader.h>
 #include <json/value.h>
 
+#include <cstring>
 #include <sstream>
 
 #include "program.h"
@@ -105,6 +106,61 @@ TEST_F(Calc, WithoutAPressureThereIsNoPosition) {
 TEST_F(Calc, FlowOutsideTheLimitsIsToldSo) {
   EXPECT_THAT(run({"ASD", "DAMPER-200", "--qv", "400", "--dp", "150"}),
               HasSubstr("At 400 l/s and 150 Pa, outside the product's flow limits\n"));
+}
+
+TEST_F(Calc, PressureOutsideTheLimitsIsToldSo) {
+  EXPECT_THAT(run({"ASD", "DAMPER-200", "--qv", "100", "--dp", "501"}),
+              HasSubstr("At 100 l/s and 501 Pa, outside the product's pressure limits\n"));
+  EXPECT_THAT(run({"ASD", "DAMPER-200", "--qv", "201", "--dp", "9"}),
+              HasSubstr("At 201 l/s and 9 Pa, outside the product's flow and pressure limits\n"));
+  EXPECT_THAT(run({"ASD", "DAMPER-200", "--qv", "100", "--dp", "500"}), HasSubstr("At 100 l/s and 500 Pa\n"));
+}
+
+TEST_F(Calc, JsonTellsWhetherThePointLiesWithinTheLimits) {
+  const Json::Value inside = run_json({"ASD", "DAMPER-200", "--qv", "200", "--dp", "10"})["operating_point"];
+  EXPECT_TRUE(inside["flow_in_range"].asBool());
+  EXPECT_TRUE(inside["dp_in_range"].asBool());
+  const Json::Value above = run_json({"ASD", "DAMPER-200", "--qv", "200", "--dp", "510"})["operating_point"];
+  EXPECT_TRUE(above["flow_in_range"].asBool());
+  ASSERT_TRUE(above["dp_in_range"].isBool());
+  EXPECT_FALSE(above["dp_in_range"].asBool());
+  EXPECT_FALSE(run_json({"ASD", "DAMPER-200", "--qv", "200"})["operating_point"].isMember("dp_in_range"));
+}
+
+struct AttenuationRow {
+  AttenuationRow(float position, unsigned char level) : pos(position) { std::memset(dlw, level, sizeof dlw); }
+  float pos;
+  unsigned char dlw[8];
+};
+
+// 10 dB at 100 l/s and 20 dB at 200 l/s.
+TEST_F(Calc, AttenuationThatGoesByFlowNeedsNoPressure) {
+  tavdtest::Record("XYZ", "RANGE-200")
+      .header(130, 200, 0, 20, 200, 10, 500)
+      .rows<AttenuationRow>(1655, {{100, 10}, {200, 20}})
+      .save(database.handle());
+  EXPECT_THAT(run({"XYZ", "RANGE-200", "--qv", "150"}), ContainsRegex("Attenuation, dB( +15.0){8}\n"));
+}
+
+TEST_F(Calc, AttenuationByDamperPositionNeedsAPressure) {
+  tavdtest::Record("XYZ", "DAMPER-100")
+      .header(120, 100, 0, 20, 200, 10, 500)
+      .floats(1652, {1, 100, 400, 2, 100, 100})
+      .rows<AttenuationRow>(1655, {{1, 10}, {2, 20}})
+      .save(database.handle());
+  EXPECT_THAT(run({"XYZ", "DAMPER-100", "--qv", "100"}), Not(HasSubstr("Attenuation")));
+  EXPECT_THAT(run({"XYZ", "DAMPER-100", "--qv", "100", "--dp", "200"}),
+              ContainsRegex("Attenuation, dB( +15.0){8}\n"));
+}
+
+// Rows by position mean nothing to a product without positions.
+TEST_F(Calc, AttenuationThatAProductCannotFollowIsLeftOut) {
+  tavdtest::Record("XYZ", "FIXED-100")
+      .header(110, 100, 0, 20, 200, 10, 500)
+      .floats(1651, {100, 100})
+      .rows<AttenuationRow>(1655, {{1, 10}, {2, 20}})
+      .save(database.handle());
+  EXPECT_THAT(run({"XYZ", "FIXED-100", "--qv", "100", "--dp", "100"}), Not(HasSubstr("Attenuation")));
 }
 
 TEST_F(Calc, VelocityProductsUseMetresPerSecond) {

@@ -19,11 +19,12 @@ TEST(Help, ListsTheCommands) {
   const Outcome outcome = run_program({"--help"});
   EXPECT_EQ(outcome.exit_code, 0);
   EXPECT_EQ(outcome.err, "");
-  for (const char* command : {"list", "calc", "diagram", "db"}) EXPECT_THAT(outcome.out, HasSubstr(command));
+  for (const char* command : {"list", "calc", "sweep", "diagram", "db"})
+    EXPECT_THAT(outcome.out, HasSubstr(command));
 }
 
 TEST(Help, EveryCommandHasAnExample) {
-  for (const char* command : {"list", "calc", "diagram"}) {
+  for (const char* command : {"list", "calc", "sweep", "diagram"}) {
     const Outcome outcome = run_program({command, "--help"});
     EXPECT_EQ(outcome.exit_code, 0);
     EXPECT_THAT(outcome.out, HasSubstr("Example: tavd " + std::string(command) + " ")) << command;
@@ -47,7 +48,7 @@ TEST(Help, ExamplesWorkWithTheSampleCatalogue) {
   const std::string database = folder.file("catalogue.tavdb");
   const Outcome built = run_program({"db", "build", TAVD_SOURCE_DIR "/catalogue", "-o", database});
   ASSERT_EQ(built.exit_code, 0) << built.err;
-  for (const char* command : {"list", "calc", "diagram"}) {
+  for (const char* command : {"list", "calc", "sweep", "diagram"}) {
     std::vector<std::string> example = example_of(command);
     ASSERT_GT(example.size(), 2u) << command;
     std::replace(example.begin(), example.end(), std::string("catalogue.tavdb"), database);
@@ -71,7 +72,7 @@ TEST(Arguments, NoCommandIsAnError) {
 
 TEST(Arguments, UnknownCommandIsNamed) {
   EXPECT_THAT(expect_user_error({"paint"}),
-              HasSubstr("no command \"paint\"; there are list, calc, diagram, db "));
+              HasSubstr("no command \"paint\"; there are list, calc, sweep, diagram, db "));
 }
 
 TEST(Arguments, UnknownOptionIsNamed) {

@@ -1,0 +1,32 @@
+// The flows or pressures of a sweep, as the user writes them.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace tavdhost {
+
+// Numbers from one end to the other in equal steps, both ends included: where the last step leads past the
+// end, it is shorter.
+class SweepRange {
+ public:
+  static constexpr std::uint64_t kMostPoints = 1'000'000'000;
+
+  // From "20:200:5" (from, to, step; a falling range has a negative step) or a single number. `option` names
+  // it in the message. Throws UserError unless the ends are finite floats above 0 and the step leads from one
+  // to the other in at most kMostPoints points.
+  static SweepRange parse(std::string_view option, std::string_view text);
+
+  std::uint64_t count() const { return count_; }
+  // The number at `index`, from 0 to count() - 1. Worked out in double, narrowed once.
+  float at(std::uint64_t index) const;
+
+ private:
+  SweepRange(double from, double to, double step, std::uint64_t count)
+      : from_(from), to_(to), step_(step), count_(count) {}
+
+  double from_, to_, step_;
+  std::uint64_t count_;
+};
+
+}  // namespace tavdhost
