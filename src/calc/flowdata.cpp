@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "base/gwtext.h"
+#include "calc/classes.h"
 #include "calc/numeric.h"
 #include "tavd/tavb.h"
 #include "tavd/tavca.h"
@@ -80,16 +81,6 @@ struct PressureForm {
   bool kpa = false;  // they are in kPa
 };
 
-bool has_class(const FlowData& fd, const char* key) {
-  return std::memcmp(fd.szclass, key, 3) == 0;
-}
-
-int static_to_total_sign(const FlowData& fd) {
-  if (has_class(fd, "ASD") || has_class(fd, "AOD") || has_class(fd, "CCB")) return 1;
-  if (has_class(fd, "AEX") || has_class(fd, "AED")) return -1;
-  return 0;
-}
-
 float with_dynamic_pressure(const FlowData& fd, PressureForm form, float qv, float dp) {
   if (form.sign == 0) return dp;
   return dp + static_cast<float>(form.sign) * tavca_pdyn(qv, fd.ductarea, fd.isvelocity);
@@ -145,7 +136,7 @@ bool load_header(const Source& source, FlowData* fd, PressureForm* form) {
   if (header.kind < kTotalPressure) {
     fd->kind = header.kind;
     fd->kind100 = plus_100(header.kind);
-    form->sign = static_to_total_sign(*fd);
+    form->sign = tavd::static_to_total_sign(*fd);
   } else {
     fd->kind = static_cast<std::int16_t>(header.kind - kTotalPressure);
   }

@@ -1,9 +1,8 @@
 // From octave bands of sound power to the level in the room, and the reflection at the end of a duct.
 #include <algorithm>
 #include <cmath>
-#include <cstring>
-#include <iterator>
 
+#include "calc/classes.h"
 #include "calc/numeric.h"
 #include "calc/settings.h"
 #include "tavd/tavca.h"
@@ -33,9 +32,6 @@ constexpr EndReflection kEndReflection[] = {
 };
 constexpr int kEndReflectionBands = sizeof kEndReflection / sizeof *kEndReflection;
 
-// Classes whose sound table holds no end reflection.
-constexpr const char* kClassesWithoutEndReflection[] = {"ASD", "AEX", "AED", "AOD", "CCB"};
-
 constexpr double kSmallestDuctArea = 1e-6;    // m2
 constexpr double kLargestReflection = 127.0;  // dB, what a signed byte holds
 
@@ -53,9 +49,9 @@ bool in_range(const EndReflection& curve, float area) {
   return curve.limit_inclusive ? area <= curve.limit : area < curve.limit;
 }
 
+// The sound tables of terminals and chilled beams, the classes with a pressure sign, hold no end reflection.
 bool has_end_reflection(const FlowData& fd) {
-  return std::none_of(std::begin(kClassesWithoutEndReflection), std::end(kClassesWithoutEndReflection),
-                      [&](const char* key) { return std::memcmp(fd.szclass, key, 3) == 0; });
+  return tavd::static_to_total_sign(fd) == 0;
 }
 
 // Whole dB from 0 to 127. An opening of a few mm2 reflects more than that by its formula.

@@ -23,8 +23,9 @@ using Point = std::array<double, 2>;  // x, y, device units
 Chart* new_chart(bool xlog, bool ylog, float xmin, float ymin, float xmax, float ymax, float xsteps,
                  float ysteps, std::int16_t xlen, std::int16_t xdes, std::int16_t ylen, std::int16_t ydes);
 
-template <typename Char, std::size_t size>
-void set_text(Char (&field)[size], const Char* text);
+template <typename Char, std::size_t axis_size, std::size_t title_size>
+Chart* titled(Chart* chart, Char (Chart::*x)[axis_size], const Char* szX, Char (Chart::*y)[axis_size],
+              const Char* szY, Char (Chart::*title_field)[title_size], const Char* title);
 
 float axis_scale(int span, bool log, float min, float max);
 bool device_segment(Point& from, Point& to);
@@ -37,26 +38,14 @@ Chart* chart_create(bool xlog, bool ylog, float xmin, float ymin, float xmax, fl
                     float ysteps, std::int16_t xlen, std::int16_t xdes, std::int16_t ylen, std::int16_t ydes,
                     const char* szX, const char* szY, const char* title) {
   Chart* chart = new_chart(xlog, ylog, xmin, ymin, xmax, ymax, xsteps, ysteps, xlen, xdes, ylen, ydes);
-  if (chart != nullptr) {
-    set_text(chart->szX, szX);
-    set_text(chart->szY, szY);
-    set_text(chart->title, title);
-    chart_resize_default(chart);
-  }
-  return chart;
+  return titled(chart, &Chart::szX, szX, &Chart::szY, szY, &Chart::title, title);
 }
 
 Chart* chart_createw(bool xlog, bool ylog, float xmin, float ymin, float xmax, float ymax, float xsteps,
                      float ysteps, std::int16_t xlen, std::int16_t xdes, std::int16_t ylen, std::int16_t ydes,
                      const tavd_wchar* szX, const tavd_wchar* szY, const tavd_wchar* title) {
   Chart* chart = new_chart(xlog, ylog, xmin, ymin, xmax, ymax, xsteps, ysteps, xlen, xdes, ylen, ydes);
-  if (chart != nullptr) {
-    set_text(chart->szXw, szX);
-    set_text(chart->szYw, szY);
-    set_text(chart->titlew, title);
-    chart_resize_default(chart);
-  }
-  return chart;
+  return titled(chart, &Chart::szXw, szX, &Chart::szYw, szY, &Chart::titlew, title);
 }
 
 void chart_destroy(Chart* chart) {
@@ -205,6 +194,19 @@ void set_text(Char (&field)[size], const Char* text) {
   if (length < size) {
     std::copy(text, text + length, field);
   }
+}
+
+// Gives a new chart, which may be null, its texts of one kind and its default layout.
+template <typename Char, std::size_t axis_size, std::size_t title_size>
+Chart* titled(Chart* chart, Char (Chart::*x)[axis_size], const Char* szX, Char (Chart::*y)[axis_size],
+              const Char* szY, Char (Chart::*title_field)[title_size], const Char* title) {
+  if (chart != nullptr) {
+    set_text(chart->*x, szX);
+    set_text(chart->*y, szY);
+    set_text(chart->*title_field, title);
+    chart_resize_default(chart);
+  }
+  return chart;
 }
 
 float axis_scale(int span, bool log, float min, float max) {

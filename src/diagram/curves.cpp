@@ -7,6 +7,7 @@
 #include <iterator>
 
 #include "base/gwgdi.h"
+#include "calc/classes.h"
 #include "calc/numeric.h"
 #include "calc/parameter.h"
 #include "diagram/flowdiagram.h"
@@ -74,14 +75,8 @@ void dg_static_dp(float qv, float* dp) {
   if (dg.dptype == 0) {
     return;
   }
-  constexpr struct {
-    char key[4];
-    float sign;
-  } kClasses[] = {{"ASD", -1.0F}, {"AOD", -1.0F}, {"CCB", -1.0F}, {"AEX", 1.0F}, {"AED", 1.0F}};
-  const auto* found = std::find_if(std::begin(kClasses), std::end(kClasses), [](const auto& c) {
-    return std::strncmp(dg.flowdata.szclass, c.key, 3) == 0;
-  });
-  if (found == std::end(kClasses)) {
+  const int sign = -static_to_total_sign(dg.flowdata);
+  if (sign == 0) {
     return;
   }
   float v = qv;
@@ -92,7 +87,7 @@ void dg_static_dp(float qv, float* dp) {
     }
     v = (qv / 1000.0F) / area;
   }
-  *dp += found->sign * kHalfAirDensity * v * v;
+  *dp += static_cast<float>(sign) * kHalfAirDensity * v * v;
 }
 
 void draw_point_mark(tavd_hdc hdc, int x, int y, int radius) {
