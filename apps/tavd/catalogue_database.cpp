@@ -36,12 +36,6 @@ struct ParsedSource {
 
 using ParsedSources = std::deque<ParsedSource>;  // what is added stays where it is
 
-// The service tells what went wrong in its last call; nothing if it succeeded.
-void check_service() {
-  const std::string reason = tavdsrv_lasterror();
-  if (!reason.empty()) throw UserError(printable(reason));
-}
-
 // A file holds one product, or an array of them.
 std::vector<const Json::Value*> products_of(const Json::Value& root) {
   std::vector<const Json::Value*> products;
@@ -64,24 +58,6 @@ bool is_file_header(const Json::Value& product) {
   return product.isObject() && product["class"].isString() &&
          product["class"].asString() == kFileHeaderClass && product["id"].isString() &&
          product["id"].asString() == kFileHeaderId;
-}
-
-void store(const Database& database, const Entry& entry) {
-  Record record(tavdsrv_newrec(entry.class_id.c_str(), entry.object_id.c_str()));
-  check_service();
-  for (const auto& [number, bytes] : entry.attributes) {
-    tavbinsertatt(database.handle(), record.address(), number, bytes.data(),
-                  static_cast<std::int16_t>(bytes.size()));
-    check_service();
-  }
-  if (entry.ahm) {
-    std::string block = *entry.ahm;
-    tavbsaverecwithahm(database.handle(), record.get(), block.data(),
-                       static_cast<std::int32_t>(block.size()));
-  } else {
-    tavbsaverec(database.handle(), record.get());
-  }
-  check_service();
 }
 
 // The file header decides how texts are stored, so it must be in the database before any text is encoded.
@@ -204,15 +180,46 @@ Entry read_record(const Database& database, const Record& record) {
 
 }  // namespace
 
+void make_database(const std::string& target, const std::function<void(const Database&)>& fill) {
+  Draft draft(target);
+  {
+    const Database database(draft.path(), Database::Open::kCreate);
+    fill(database);
+  }
+  settle(target);
+  draft.finish();
+}
+
+void store(const Database& database, const Entry& entry) {
+  Record record(tavdsrv_newrec(entry.class_id.c_str(), entry.object_id.c_str()));
+  check_service();
+  for (const auto& [number, bytes] : entry.attributes) {
+    tavbinsertatt(database.handle(), record.address(), number, bytes.data(),
+                  static_cast<std::int16_t>(bytes.size()));
+    check_service();
+  }
+  if (entry.ahm) {
+    std::string block = *entry.ahm;
+    tavbsaverecwithahm(database.handle(), record.get(), block.data(),
+                       static_cast<std::int32_t>(block.size()));
+  } else {
+    tavbsaverec(database.handle(), record.get());
+  }
+  check_service();
+}
+
+void check_service() {
+  const std::string reason = tavdsrv_lasterror();
+  if (!reason.empty()) throw UserError(printable(reason));
+}
+
 std::size_t build_database(const std::vector<std::string>& sources, const std::string& target) {
   const std::vector<std::string> files = source_files(sources);
   refuse_target_among(files, target);
   Faults faults;
   const ParsedSources parsed = parse_sources(files, faults);
-  Draft draft(target);
   std::size_t records = 0;
-  {
-    const Database database(draft.path(), Database::Open::kCreate);
+  make_database(target, [&](const Database& database) {
     const TextCodec codec(database.handle());
     store_encoding(database, codec, parsed);
     Collector collector(codec, faults);
@@ -223,9 +230,7 @@ std::size_t build_database(const std::vector<std::string>& sources, const std::s
     const std::vector<Entry> entries = collector.take_sorted();
     store_all(database, entries);
     records = entries.size();
-  }
-  settle(target);
-  draft.finish();
+  });
   return records;
 }
 

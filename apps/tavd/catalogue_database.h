@@ -2,13 +2,25 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <ostream>
 #include <string>
 #include <vector>
 
+#include "catalogue_entry.h"
 #include "database.h"
 
 namespace tavdhost {
+
+// Makes a database with `fill`, which gets it empty, and puts it in the place of `target` as a whole. Where
+// anything throws, the target stays as it is and nothing stays beside it.
+void make_database(const std::string& target, const std::function<void(const Database&)>& fill);
+
+// Stores a record. Throws UserError with the service's words.
+void store(const Database& database, const Entry& entry);
+
+// The words of the service's last call as UserError; nothing if it succeeded.
+void check_service();
 
 // Compiles the sources into a database at `target`, which is replaced as a whole, or left as it is: then
 // UserError tells file, line and reason of everything that is wrong. Returns the number of records.

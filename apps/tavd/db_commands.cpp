@@ -9,6 +9,7 @@
 
 #include "catalogue_database.h"
 #include "catalogue_files.h"
+#include "db_synth.h"
 #include "errors.h"
 
 namespace tavdhost {
@@ -85,6 +86,7 @@ void add_db_commands(CLI::App& app) {
   db->require_subcommand(1);
   add_build_command(*db);
   add_dump_command(*db);
+  add_synth_command(*db);
 }
 
 }  // namespace tavdhost

@@ -1,4 +1,4 @@
-// `tavd db build` and `tavd db dump`.
+// `tavd db build`, `tavd db dump` and `tavd db synth`.
 #pragma once
 
 #include <CLI/App.hpp>
