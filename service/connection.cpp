@@ -1,5 +1,7 @@
 #include "connection.h"
 
+#include <array>
+
 #include "lasterror.h"
 
 namespace tavdsrv {
@@ -27,6 +29,25 @@ Connection::Connection(const std::filesystem::path& path, Mode mode) : path_(utf
 void Connection::run(const char* sql) const {
   const int code = sqlite3_exec(get(), sql, nullptr, nullptr, nullptr);
   if (code != SQLITE_OK) fail(code);
+}
+
+sqlite3_file* Connection::file() const {
+  sqlite3_file* file = nullptr;
+  sqlite3_file_control(get(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
+  if (file == nullptr || file->pMethods == nullptr) throw Failure(path_ + ": cannot be read");
+  return file;
+}
+
+std::optional<std::uint32_t> Connection::change_counter() const {
+  constexpr sqlite3_int64 kPlace = 24;  // in the file's header
+  std::array<unsigned char, sizeof(std::uint32_t)> bytes{};
+  sqlite3_file* const opened = file();
+  if (opened->pMethods->xRead(opened, bytes.data(), static_cast<int>(bytes.size()), kPlace) != SQLITE_OK) {
+    return std::nullopt;
+  }
+  std::uint32_t counter = 0;
+  for (const unsigned char byte : bytes) counter = counter << 8 | byte;
+  return counter;
 }
 
 void Connection::fail(int code, const char* what) const {
@@ -74,7 +95,6 @@ bool Query::step() {
 }
 
 Bytes Query::blob(int column) const {
-  if (sqlite3_column_type(statement_, column) != SQLITE_BLOB) return {};
   const auto* data = static_cast<const unsigned char*>(sqlite3_column_blob(statement_, column));
   const int length = sqlite3_column_bytes(statement_, column);
   return data != nullptr ? Bytes(data, static_cast<std::size_t>(length)) : Bytes();

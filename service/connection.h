@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "ids.h"
@@ -23,6 +24,14 @@ class Connection {
   sqlite3* get() const { return connection_.get(); }
   const std::string& path() const { return path_; }  // UTF-8, absolute
   void run(const char* sql) const;
+
+  // SQLite's own file object. Throws Failure if there is none. Opening and closing the file a second time
+  // instead would drop the locks that this process may hold on it.
+  sqlite3_file* file() const;
+
+  // The number in the file's header that every committed change of any process raises, as it stands there
+  // now; no lock is taken. Nothing if it cannot be read.
+  std::optional<std::uint32_t> change_counter() const;
 
   // Throws the failure `code`, in SQLite's words behind the file's name; `what` is put between if not empty.
   [[noreturn]] void fail(int code, const char* what = "") const;
@@ -62,7 +71,7 @@ class Query {
   Query& bind(int parameter, const Key& key);
   Query& bind(int parameter, Bytes bytes);  // must outlive the query
   bool step();                              // false at the end
-  Bytes blob(int column) const;             // valid until the next step; empty if the column holds no blob
+  Bytes blob(int column) const;             // valid until the next step
   std::int64_t number();                    // steps once: the only column of the first row, or 0
 
  private:

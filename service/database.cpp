@@ -21,32 +21,41 @@ Database::Database(const std::filesystem::path& path, bool create)
     : connection_(open_product_database(path, create)),
       find_("SELECT key, body FROM record WHERE key = ?1"),
       find_at_or_after_("SELECT key, body FROM record WHERE key >= ?1 ORDER BY key LIMIT 1"),
-      find_after_("SELECT key, body FROM record WHERE key > ?1 ORDER BY key LIMIT 1"),
+      find_after_("SELECT key, body FROM record WHERE key > ?1 ORDER BY key"),
       save_(
           "INSERT INTO record(key, body) VALUES(?1, ?2) ON CONFLICT(key) DO UPDATE SET body = excluded.body"),
       remove_("DELETE FROM record WHERE key = ?1"),
       find_ahm_("SELECT block FROM ahm WHERE key = ?1"),
       save_ahm_(
           "INSERT INTO ahm(key, block) VALUES(?1, ?2) ON CONFLICT(key) DO UPDATE SET block = excluded.block"),
-      remove_ahm_("DELETE FROM ahm WHERE key = ?1") {}
+      remove_ahm_("DELETE FROM ahm WHERE key = ?1"),
+      savepoint_("SAVEPOINT one"),
+      release_("RELEASE one") {}
 
 std::unique_ptr<Record> Database::find(const Key& key) {
   const std::lock_guard lock(mutex_);
-  auto record = read(find_, key);
-  return record != nullptr && record->key() == key ? std::move(record) : nullptr;
+  Query query(connection_, find_);
+  const auto row = read(query.bind(1, key));
+  return row.has_value() && row->key == key ? std::make_unique<Record>(row->key, row->body) : nullptr;
 }
 
 std::unique_ptr<Record> Database::find_at_or_after(const Key& key) {
   const std::lock_guard lock(mutex_);
-  auto record = read(find_at_or_after_, key);
-  return record != nullptr && record->key() >= key ? std::move(record) : nullptr;
+  Query query(connection_, find_at_or_after_);
+  const auto row = read(query.bind(1, key));
+  return row.has_value() && row->key >= key ? std::make_unique<Record>(row->key, row->body) : nullptr;
 }
 
 std::unique_ptr<Record> Database::find_after(const Key& key) {
   const std::lock_guard lock(mutex_);
-  auto record = read(find_after_, key);
+  if (auto record = ahead_.take_after(key, connection_)) return record;
+  Query query(connection_, find_after_);
+  const auto row = read(query.bind(1, key));
   // In a damaged file the order may lie; a walk that went back would never end.
-  return record != nullptr && record->key() > key ? std::move(record) : nullptr;
+  if (!row.has_value() || row->key <= key) return nullptr;
+  auto record = std::make_unique<Record>(row->key, row->body);
+  read_ahead(query, record->key(), ahead_.step(key, record->key()));
+  return record;
 }
 
 void Database::save(const Record& record) {
@@ -54,7 +63,7 @@ void Database::save(const Record& record) {
 }
 
 void Database::save(const Record& record, Bytes ahm) {
-  change(record.key(), [&] {
+  change_together(record.key(), [&] {
     execute(save_, record.key(), record.packed());
     if (ahm.empty()) {
       execute(remove_ahm_, record.key());
@@ -65,7 +74,7 @@ void Database::save(const Record& record, Bytes ahm) {
 }
 
 void Database::remove(const Key& key) {
-  change(key, [&] {
+  change_together(key, [&] {
     execute(remove_, key);
     execute(remove_ahm_, key);
   });
@@ -116,33 +125,63 @@ bool Database::uses_utf8() {
   return encoding_->utf8;
 }
 
-std::unique_ptr<Record> Database::read(Statement& statement, const Key& key) {
-  Query query(connection_, statement);
-  if (!query.bind(1, key).step()) return nullptr;
+// The next record of a query, if there is one.
+std::optional<Database::Row> Database::read(Query& query) {
+  if (!query.step()) return std::nullopt;
   const Bytes stored_key = query.blob(0);
   if (stored_key.size() != kKeyLength) throw Failure(connection_.path() + ": a record's key is damaged");
-  Key found;
-  std::memcpy(found.bytes.data(), stored_key.data(), kKeyLength);
-  return std::make_unique<Record>(found, query.blob(1));
+  Row row{{}, query.blob(1)};
+  std::memcpy(row.key.bytes.data(), stored_key.data(), kKeyLength);
+  return row;
 }
 
-// Makes one change whole or not at all, inside a group of changes or durable at once.
+// Goes on with a walk's query after its record `last`.
+void Database::read_ahead(Query& query, Key last, std::size_t wanted) {
+  try {
+    for (; wanted > 0; --wanted) {
+      const auto row = read(query);
+      if (!row.has_value() || row->key <= last) return;
+      last = row->key;
+      if (!ahead_.keep(row->key, row->body, connection_)) return;
+    }
+  } catch (const Failure&) {
+    // The walk fails when it gets there.
+  }
+}
+
+// Makes a change that is one statement, which SQLite carries out whole or not at all: inside a group of
+// changes, or durable at once.
 template <typename Change>
 void Database::change(const Key& key, Change&& change) {
   const std::lock_guard lock(mutex_);
   // SQLite may have rolled the whole group back; what came now would be durable on its own.
   if (batch_failed_) throw Failure(connection_.path() + ": an earlier change of this group failed");
   if (key == file_header_key()) encoding_.reset();
-  connection_.run("SAVEPOINT one");
+  ahead_.forget();
   try {
     change();
-    connection_.run("RELEASE one");
   } catch (...) {
-    // Where SQLite has rolled back by itself these have nothing to do. The failure to tell is the first one.
-    sqlite3_exec(connection_.get(), "ROLLBACK TO one; RELEASE one", nullptr, nullptr, nullptr);
     batch_failed_ = in_batch_;
     throw;
   }
+}
+
+// The same for several statements. A savepoint costs a copy of every page that they change, so single ones do
+// without.
+template <typename Change>
+void Database::change_together(const Key& key, Change&& statements) {
+  change(key, [&] {
+    Query(connection_, savepoint_).step();
+    try {
+      statements();
+      Query(connection_, release_).step();
+    } catch (...) {
+      // Where SQLite has rolled back by itself these have nothing to do. The failure to tell is the first
+      // one.
+      sqlite3_exec(connection_.get(), "ROLLBACK TO one; RELEASE one", nullptr, nullptr, nullptr);
+      throw;
+    }
+  });
 }
 
 void Database::execute(Statement& statement, const Key& key) {
@@ -157,6 +196,7 @@ void Database::end_batch() {
   sqlite3_exec(connection_.get(), "ROLLBACK", nullptr, nullptr, nullptr);
   in_batch_ = false;
   batch_failed_ = false;
+  ahead_.forget();
   encoding_.reset();
 }
 

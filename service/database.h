@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "connection.h"
+#include "readahead.h"
 #include "record.h"
 
 namespace tavdsrv {
@@ -41,9 +42,17 @@ class Database {
   bool uses_utf8();
 
  private:
-  std::unique_ptr<Record> read(Statement& statement, const Key& key);
+  // A record as it is stored; the body is valid until the query's next step.
+  struct Row {
+    Key key;
+    Bytes body;
+  };
+  std::optional<Row> read(Query& query);
+  void read_ahead(Query& query, Key last, std::size_t wanted);
   template <typename Change>
   void change(const Key& key, Change&& change);
+  template <typename Change>
+  void change_together(const Key& key, Change&& statements);
   void execute(Statement& statement, const Key& key);
   void execute(Statement& statement, const Key& key, Bytes bytes);
   void end_batch();
@@ -52,6 +61,8 @@ class Database {
   std::mutex mutex_;
   Connection connection_;
   Statement find_, find_at_or_after_, find_after_, save_, remove_, find_ahm_, save_ahm_, remove_ahm_;
+  Statement savepoint_, release_;
+  ReadAhead ahead_;
   bool in_batch_ = false;
   bool batch_failed_ = false;
 

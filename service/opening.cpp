@@ -99,15 +99,6 @@ std::uint32_t big_endian(const unsigned char* bytes) {
          static_cast<std::uint32_t>(bytes[2]) << 8 | bytes[3];
 }
 
-// SQLite's own file object. Opening and closing the file a second time instead would drop the locks that this
-// process may hold on it.
-sqlite3_file* file_of(const Connection& connection) {
-  sqlite3_file* file = nullptr;
-  sqlite3_file_control(connection.get(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
-  if (file == nullptr || file->pMethods == nullptr) throw Failure(connection.path() + ": cannot be read");
-  return file;
-}
-
 // Looks at the file's first bytes before SQLite reads the file as a database: that might roll back a journal
 // which lies beside a file that is not ours.
 void check_header(const Connection& connection) {
@@ -116,7 +107,7 @@ void check_header(const Connection& connection) {
   constexpr std::size_t kWriteVersion = 18, kReadVersion = 19, kUserVersion = 60, kApplication = 68;
   constexpr unsigned char kRollbackJournal = 1;
 
-  sqlite3_file* file = file_of(connection);
+  sqlite3_file* file = connection.file();
   std::array<unsigned char, kHeaderSize> header{};
   const int code = file->pMethods->xRead(file, header.data(), static_cast<int>(kHeaderSize), 0);
   if (code != SQLITE_OK && code != SQLITE_IOERR_SHORT_READ) {
@@ -144,7 +135,7 @@ void check_contents(const Connection& connection) {
   Statement told("SELECT page_count * page_size FROM pragma_page_count, pragma_page_size");
   const std::int64_t expected = Query(connection, told).number();
   sqlite3_int64 size = 0;
-  sqlite3_file* file = file_of(connection);
+  sqlite3_file* file = connection.file();
   const int code = file->pMethods->xFileSize(file, &size);
   if (code != SQLITE_OK || size < expected) {
     throw Failure(connection.path() + ": cut off, " + std::to_string(size) + " of " +

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 
 namespace tavdsrv {
 
@@ -10,12 +11,26 @@ namespace {
 constexpr std::size_t kNumberBytes = sizeof(std::int16_t);
 constexpr std::size_t kLengthBytes = sizeof(std::uint32_t);
 constexpr std::size_t kHeadBytes = kNumberBytes + kLengthBytes;
+constexpr std::size_t kUsualAttributes = 32;
+constexpr std::size_t kUsualBytes = 1024;
+
+struct Head {
+  std::int16_t number;
+  std::uint32_t length;
+};
+
+Head head_at(const std::vector<unsigned char>& body, std::size_t place) {
+  Head head;
+  std::memcpy(&head.number, &body[place], kNumberBytes);
+  std::memcpy(&head.length, &body[place + kNumberBytes], kLengthBytes);
+  return head;
+}
 
 void append(std::vector<unsigned char>& body, Bytes bytes) {
   body.insert(body.end(), bytes.begin(), bytes.end());
 }
 
-void append_attribute(std::vector<unsigned char>& body, std::int16_t number, Bytes value) {
+void append(std::vector<unsigned char>& body, std::int16_t number, Bytes value) {
   const auto length = static_cast<std::uint32_t>(value.size());
   unsigned char head[kHeadBytes];
   std::memcpy(head, &number, kNumberBytes);
@@ -26,59 +41,79 @@ void append_attribute(std::vector<unsigned char>& body, std::int16_t number, Byt
 
 }  // namespace
 
-Record::Record(const Key& key, Bytes packed) : key_(key), body_(packed.begin(), packed.end()) {
-  find_places();
-}
-
-Record::Attribute Record::at(std::size_t index) const {
-  const Place& place = places_[index];
-  return {place.number, Bytes(body_).subspan(place.offset, place.length)};
+Bytes Record::packed() const {
+  return Bytes(body_).first(places().back());
 }
 
 std::optional<Bytes> Record::find(std::int16_t number) const {
-  const auto place = place_of(number);
-  if (place == places_.end() || place->number != number) return std::nullopt;
-  return Bytes(body_).subspan(place->offset, place->length);
+  const Place place = first_from(number);
+  if (place == places().back()) return std::nullopt;
+  const Attribute found = attribute_at(place);
+  return found.number == number ? std::optional(found.value) : std::nullopt;
 }
 
 void Record::insert(std::int16_t number, Bytes value) {
-  const auto place = place_of(number);
-  const bool replaces = place != places_.end() && place->number == number;
-  const std::size_t head_end = place == places_.end() ? body_.size() : place->offset - kHeadBytes;
-  const std::size_t tail_begin = replaces ? place->offset + place->length : head_end;
+  const Place place = first_from(number);
+  const Bytes whole = packed();
+  if (place == whole.size()) return append_attribute(number, value);
+  const Attribute found = attribute_at(place);
+  const std::size_t replaced = found.number == number ? kHeadBytes + found.value.size() : 0;
 
   std::vector<unsigned char> body;
-  body.reserve(body_.size() + kHeadBytes + value.size());
-  append(body, Bytes(body_).first(head_end));
-  append_attribute(body, number, value);
-  append(body, Bytes(body_).subspan(tail_begin));
+  body.reserve(whole.size() + kHeadBytes + value.size());
+  append(body, whole.first(place));
+  append(body, number, value);
+  append(body, whole.subspan(place + replaced));
   body_.swap(body);
-  find_places();
-}
-
-std::vector<Record::Place>::const_iterator Record::place_of(std::int16_t number) const {
-  return std::lower_bound(places_.begin(), places_.end(), number,
-                          [](const Place& place, std::int16_t wanted) { return place.number < wanted; });
-}
-
-// Walks the body and cuts off what cannot be read: a head or a value that does not fit, or a number that is
-// not above the one before.
-void Record::find_places() {
-  constexpr std::size_t kUsualAttributes = 32;
   places_.clear();
-  places_.reserve(kUsualAttributes);
-  std::size_t offset = 0;
-  while (body_.size() - offset >= kHeadBytes) {
-    std::int16_t number = 0;
-    std::uint32_t length = 0;
-    std::memcpy(&number, &body_[offset], kNumberBytes);
-    std::memcpy(&length, &body_[offset + kNumberBytes], kLengthBytes);
-    const bool rises = places_.empty() || number > places_.back().number;
-    if (!rises || length > body_.size() - offset - kHeadBytes) break;
-    places_.push_back({number, offset + kHeadBytes, length});
-    offset += kHeadBytes + length;
+}
+
+// Records are mostly filled by rising number, so this is to be quick.
+void Record::append_attribute(std::int16_t number, Bytes value) {
+  const Bytes whole = packed();
+  const std::size_t size = whole.size() + kHeadBytes + value.size();
+  if (whole.size() == body_.size() && size <= body_.capacity()) {
+    append(body_, number, value);
+  } else {
+    // `value` may lie in the body, which must stay until it has been copied.
+    std::vector<unsigned char> body;
+    body.reserve(std::max({size, 2 * whole.size(), kUsualBytes}));
+    append(body, whole);
+    append(body, number, value);
+    body_.swap(body);
   }
-  body_.resize(offset);
+  places_.push_back(static_cast<Place>(size));
+}
+
+// Walks the body up to what cannot be read: a head or a value that does not fit, or a number that is not
+// above the one before.
+const std::vector<Record::Place>& Record::places() const {
+  if (!places_.empty()) return places_;
+  places_.reserve(kUsualAttributes);
+  places_.push_back(0);
+  std::int32_t former = std::numeric_limits<std::int32_t>::min();
+  std::size_t at = 0;
+  while (body_.size() - at >= kHeadBytes) {
+    const Head head = head_at(body_, at);
+    if (head.number <= former || head.length > body_.size() - at - kHeadBytes) break;
+    former = head.number;
+    at += kHeadBytes + head.length;
+    places_.push_back(static_cast<Place>(at));
+  }
+  return places_;
+}
+
+Record::Attribute Record::attribute_at(Place place) const {
+  const Head head = head_at(body_, place);
+  return {head.number, Bytes(body_).subspan(place + kHeadBytes, head.length)};
+}
+
+// The place of the first attribute with this number or a higher one, or the end.
+Record::Place Record::first_from(std::int16_t number) const {
+  const std::vector<Place>& all = places();
+  return *std::lower_bound(all.begin(), all.end() - 1, number, [this](Place place, std::int16_t wanted) {
+    return head_at(body_, place).number < wanted;
+  });
 }
 
 }  // namespace tavdsrv

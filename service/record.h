@@ -23,31 +23,30 @@ class Record {
 
   explicit Record(const Key& key) : key_(key) {}
   // Takes over a packed body. One that is damaged gives the attributes in front of the damage.
-  Record(const Key& key, Bytes packed);
+  Record(const Key& key, Bytes packed) : key_(key), body_(packed.begin(), packed.end()) {}
 
   const Key& key() const { return key_; }
-  Bytes packed() const { return body_; }
+  Bytes packed() const;
 
-  std::size_t size() const { return places_.size(); }
-  Attribute at(std::size_t index) const;
+  std::size_t size() const { return places().size() - 1; }
+  Attribute at(std::size_t index) const { return attribute_at(places()[index]); }
   std::optional<Bytes> find(std::int16_t number) const;
 
   // Replaces or adds an attribute. `value` may lie inside this record.
   void insert(std::int16_t number, Bytes value);
 
  private:
-  struct Place {
-    std::int16_t number;
-    std::size_t offset;  // of the value in body_
-    std::size_t length;
-  };
+  using Place = std::uint32_t;
 
-  std::vector<Place>::const_iterator place_of(std::int16_t number) const;
-  void find_places();
+  // Where in body_ the attributes begin, and where the last one ends.
+  const std::vector<Place>& places() const;
+  Attribute attribute_at(Place place) const;
+  Place first_from(std::int16_t number) const;
+  void append_attribute(std::int16_t number, Bytes value);
 
   Key key_;
   std::vector<unsigned char> body_;
-  std::vector<Place> places_;
+  mutable std::vector<Place> places_;  // empty until they are asked for: walks pass by many records
 };
 
 }  // namespace tavdsrv

@@ -1,0 +1,61 @@
+#include "readahead.h"
+
+#include <algorithm>
+
+namespace tavdsrv {
+
+namespace {
+
+// What is read ahead at most.
+constexpr std::size_t kMostRecords = 128;
+constexpr std::size_t kMostBytes = 256 * 1024;
+
+constexpr std::size_t kPartOfWalk = 4;
+
+}  // namespace
+
+std::unique_ptr<Record> ReadAhead::take_after(const Key& key, const Connection& connection) {
+  if (next_ == rows_.size() || key != last_ || !still_true(connection)) return nullptr;
+  const std::size_t begin = next_ == 0 ? 0 : rows_[next_ - 1].end;
+  const Row& row = rows_[next_++];
+  last_ = row.key;
+  ++met_;
+  return std::make_unique<Record>(row.key, Bytes(bodies_).subspan(begin, row.end - begin));
+}
+
+std::size_t ReadAhead::step(const Key& from, const Key& to) {
+  const std::size_t met = from == last_ ? met_ : 0;
+  forget();
+  last_ = to;
+  met_ = met + 1;
+  return std::min(met_ / kPartOfWalk, kMostRecords);
+}
+
+bool ReadAhead::keep(const Key& key, Bytes body, const Connection& connection) {
+  if (rows_.empty()) {
+    checked_ = Clock::now();
+    changes_ = connection.change_counter();
+  }
+  if (!changes_.has_value() || bodies_.size() + body.size() > kMostBytes) return false;
+  bodies_.insert(bodies_.end(), body.begin(), body.end());
+  rows_.push_back({key, bodies_.size()});
+  return true;
+}
+
+bool ReadAhead::still_true(const Connection& connection) {
+  const auto now = Clock::now();
+  if (now - checked_ < kTrusted) return true;
+  checked_ = now;
+  return connection.change_counter() == changes_;
+}
+
+void ReadAhead::forget() {
+  rows_.clear();
+  bodies_.clear();
+  next_ = 0;
+  changes_.reset();
+  last_.reset();
+  met_ = 0;
+}
+
+}  // namespace tavdsrv
