@@ -18,8 +18,8 @@
 #include <vector>
 
 #include "plain_sqlite.h"
-#include "tavd/tavfm.h"
 #include "tavd/tavdsrv.h"
+#include "tavd/tavfm.h"
 
 namespace bench {
 
@@ -330,22 +330,22 @@ double memory_at_work(const std::string& path) {
   return peak;
 }
 
-void print_memory(const std::vector<std::string>& paths) {
+void print_memory(const std::vector<std::string>& paths, const std::vector<double>& megabytes) {
   std::printf(
-      "\nPeak of the resident memory of a process that opens a database, walks all of it and finds 20 000 "
-      "records all over it. The cache holds 8 MB of the file at most.\n\n"
-      "| File, MB | Memory, MB |\n|---:|---:|\n");
-  double middle = 0;
-  for (const std::string& path : paths) {
-    const double memory = memory_at_work(path);
-    std::printf("| %.1f | %.1f |\n", static_cast<double>(std::filesystem::file_size(path)) / (1 << 20),
-                memory);
-    constexpr double kNoise = 2;  // MB
-    if (middle > 0 && memory > middle + kNoise) {
-      std::printf("\n**missed**: memory grows with the file\n");
-      ++missed;
-    }
-    if (path == paths[1]) middle = memory;
+      "\nPeak of the resident memory of a process that opens a database, walks all of it and finds\n20 000 "
+      "records "
+      "all over it. It keeps 8 MB of a file at most.\n\n| File, MB | Memory, MB | Wanted "
+      "|\n|---:|---:|---|\n");
+  constexpr double kNoise = 2;  // MB
+  for (std::size_t i = 0; i < paths.size(); ++i) {
+    const bool last = i + 1 == paths.size();
+    const bool grows = last && megabytes[i] > megabytes[i - 1] + kNoise;
+    std::printf("| %.1f | %.1f |%s|\n", static_cast<double>(std::filesystem::file_size(paths[i])) / (1 << 20),
+                megabytes[i],
+                grows  ? " no more than the middle one **missed** "
+                : last ? " no more than the middle one "
+                       : " ");
+    if (grows) ++missed;
   }
 }
 
@@ -360,6 +360,10 @@ int main(int argc, char** argv) {
     return 2;
   }
   const std::string small = argv[1], middle = argv[2], large = argv[3];
+  // First of all: the processes that are measured begin with the memory of this one.
+  const std::vector<std::string> all = {small, middle, large};
+  std::vector<double> memory;
+  for (const std::string& path : all) memory.push_back(memory_at_work(path));
   std::printf(
       "\n## The service\n\nDatabases of `tavd db synth`. Each task beside SQLite called directly with "
       "prepared\nstatements that fetch, or insert, the same packed rows; medians of runs in turn.\n\n"
@@ -373,7 +377,7 @@ int main(int argc, char** argv) {
       "| Task | | Largest, us | Smallest, us | Times as long | Wanted |\n|---|---|---:|---:|---:|---|\n");
   compare_opening(small, large);
   compare_families(small, large);
-  print_memory({small, middle, large});
+  print_memory(all, memory);
   if (missed != 0) std::fprintf(stderr, "%d figures of the service miss what they want\n", missed);
   return missed == 0 ? 0 : 1;
 }

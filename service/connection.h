@@ -25,6 +25,9 @@ class Connection {
   const std::string& path() const { return path_; }  // UTF-8, absolute
   void run(const char* sql) const;
 
+  // Lets calls wait for other processes, for five seconds at most.
+  void wait_for_others() const;
+
   // SQLite's own file object. Throws Failure if there is none. Opening and closing the file a second time
   // instead would drop the locks that this process may hold on it.
   sqlite3_file* file() const;

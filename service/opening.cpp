@@ -17,7 +17,6 @@ namespace fs = std::filesystem;
 
 constexpr std::uint32_t kApplicationId = 0x54415644;  // "TAVD"
 constexpr std::uint32_t kLayout = 1;
-constexpr int kBusyTimeout = 5000;  // ms that a call waits for another process
 
 // The decisions behind these statements stand in docs/decisions/001-storage.md.
 constexpr const char* kCreate =
@@ -64,7 +63,7 @@ Connection open_product_database(const fs::path& path, bool create) {
 
   Connection connection(file, Connection::Mode::kExisting);
   check_header(connection);
-  sqlite3_busy_timeout(connection.get(), kBusyTimeout);
+  connection.wait_for_others();
   for (const int hazard : {SQLITE_DBCONFIG_ENABLE_TRIGGER, SQLITE_DBCONFIG_ENABLE_VIEW}) {
     sqlite3_db_config(connection.get(), hazard, 0, nullptr);
   }
