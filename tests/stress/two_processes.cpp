@@ -21,8 +21,9 @@ constexpr const char* kClass = "ASD";
 constexpr int kRecords = 40;
 constexpr std::size_t kBytes = 1500;
 constexpr int kReaders = 2;
-constexpr std::int16_t kAtOrAfter = 1;          // mode of tavbfindrec
-constexpr useconds_t kLongerThanTrusted = 200;  // us: a walk has looked at the file again
+constexpr std::int16_t kAtOrAfter = 1;           // mode of tavbfindrec
+constexpr useconds_t kLongerThanASave = 20'000;  // us
+constexpr useconds_t kLongerThanTrusted = 200;   // us: a walk has looked at the file again
 
 // What the processes tell one another.
 struct Shared {
@@ -101,6 +102,7 @@ void walk(Shared& shared, std::int16_t db, std::mt19937& random) {
     expect(rec != nullptr, "a walk ends early");
     expect_between(generation_of(rec), oldest[static_cast<std::size_t>(i)], shared, i);
     if (waits && i % 10 == 9) {
+      usleep(kLongerThanASave);
       note();
       usleep(kLongerThanTrusted);
     }
