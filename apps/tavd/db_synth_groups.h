@@ -15,7 +15,7 @@ namespace tavdhost {
 //
 // A group is a family by the "*" in its id (2 to 40 sizes), a family by a list of ids, a product set (main
 // record, sub records and exact records) or a single product. Where there is room the first group of each
-// class is a family of 40 sizes with the main record "Q0000000-*".
+// class is a family of 40 sizes with the main record "Q0000000-*"; the last one ends where the class is full.
 void synthesize(const TextCodec& codec, std::size_t records, std::uint64_t seed,
                 const std::function<void(const Entry&)>& take);
 
