@@ -363,6 +363,7 @@ int main(int argc, char** argv) {
   // First of all: the processes that are measured begin with the memory of this one.
   const std::vector<std::string> all = {small, middle, large};
   std::vector<double> memory;
+  memory.reserve(all.size());
   for (const std::string& path : all) memory.push_back(memory_at_work(path));
   std::printf(
       "\n## The service\n\nDatabases of `tavd db synth`. Each task beside SQLite called directly with "

@@ -17,7 +17,7 @@ std::string utf8(const std::filesystem::path& path) {
 }
 
 // SQLite's own way of waiting sleeps up to 100 ms at a time: beside a process that saves without a pause a
-// reader waited more than two seconds, and hardly ever woke while the file was free. This way it is 0.2 s.
+// reader hardly ever wakes while the file is free, and waits for seconds.
 constexpr std::chrono::microseconds kShortestSleep{100};
 constexpr std::chrono::microseconds kLongestSleep{500};
 constexpr int kMostSleeps = 9'000;  // five seconds and what the scheduler adds

@@ -8,7 +8,7 @@ namespace {
 
 // What is read ahead at most.
 constexpr std::size_t kMostRecords = 128;
-constexpr std::size_t kMostBytes = 256 * 1024;
+constexpr std::size_t kMostBytes = 256 * std::size_t{1024};
 
 constexpr std::size_t kPartOfWalk = 4;
 

@@ -35,7 +35,7 @@ constexpr std::size_t kIdBytes = 30;
 const std::vector<std::string> kProductClasses = {"AEX", "ASD", "CCB", "DMP", "FAN"};
 
 std::string made(const Folder& folder, const std::string& records, const std::string& seed = "1") {
-  const std::string path = folder.file("s" + seed + "-" + records + ".tavdb");
+  std::string path = folder.file("s" + seed + "-" + records + ".tavdb");
   const Outcome outcome = run_program({"db", "synth", path, "--records", records, "--seed", seed});
   EXPECT_EQ(outcome.exit_code, 0) << outcome.err;
   EXPECT_EQ(outcome.err, "");
@@ -266,7 +266,7 @@ TEST_F(Synth, EveryProductWithFlowDataCanBeCalculated) {
       const float qv = 0.5F * (qmin + qmax);
       const float dp = 0.5F * (tavca_dptotmin(&flow, qv) + tavca_dptotmax(&flow, qv));
       float lw[8] = {};
-      EXPECT_EQ(tavca_lw(&flow, qv, dp, lw, 0), 0) << calculated;
+      EXPECT_EQ(tavca_lw(&flow, qv, dp, lw, nullptr), 0) << calculated;
       EXPECT_GT(lw[0], 0) << calculated;
       EXPECT_LT(lw[0], 120) << calculated;
       ++calculated;

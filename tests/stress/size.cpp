@@ -98,7 +98,7 @@ Figures measure(const std::filesystem::path& path) {
 }
 
 std::filesystem::path make(const Scale& scale, long records) {
-  const std::filesystem::path path = scale.folder / (std::to_string(records) + ".tavdb");
+  std::filesystem::path path = scale.folder / (std::to_string(records) + ".tavdb");
   const int code = run_tavd(scale, {"db", "synth", path.string(), "--records", std::to_string(records)});
   expect(code == 0, "tavd db synth ended with " + std::to_string(code));
   return path;
