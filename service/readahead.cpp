@@ -1,13 +1,10 @@
 #include "readahead.h"
 
-#include <algorithm>
-
 namespace tavdsrv {
 
 namespace {
 
-// What is read ahead at most.
-constexpr std::size_t kMostRecords = 128;
+// Of all that is read ahead.
 constexpr std::size_t kMostBytes = 256 * std::size_t{1024};
 
 constexpr std::size_t kPartOfWalk = 4;
@@ -28,7 +25,7 @@ std::size_t ReadAhead::step(const Key& from, const Key& to) {
   forget();
   last_ = to;
   met_ = met + 1;
-  return std::min(met_ / kPartOfWalk, kMostRecords);
+  return met_ / kPartOfWalk;
 }
 
 bool ReadAhead::keep(const Key& key, Bytes body, const Connection& connection) {

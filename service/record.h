@@ -36,9 +36,13 @@ class Record {
   void insert(std::int16_t number, Bytes value);
 
  private:
-  using Place = std::uint32_t;
+  // An attribute, and where in body_ it begins.
+  struct Place {
+    std::int16_t number;
+    std::uint32_t begin;
+  };
 
-  // Where in body_ the attributes begin, and where the last one ends.
+  // By rising number; behind them one that stands for the end.
   const std::vector<Place>& places() const;
   Attribute attribute_at(Place place) const;
   Place first_from(std::int16_t number) const;
