@@ -35,7 +35,8 @@ enum { TAVDIDSET_CLASS_CHARS = 3, TAVDIDSET_ID_CHARS = 31, TAVDIDSET_SIGN_CHARS 
 
 /* What the functions answer besides 0 and 1. */
 enum {
-  TAVDIDSET_NO_PRODUCT = -1,  /* no main record; from the setters: refused */
+  TAVDIDSET_NO_PRODUCT = -1,  /* no main record, or nothing that could be read */
+  TAVDIDSET_REFUSED = -1,     /* from the setters */
   TAVDIDSET_NOT_ADJUSTED = -3 /* the id does not fit the main record's, or the
                                  set is not adjusted to any */
 };
