@@ -62,27 +62,21 @@ TEST_F(IdSetOrder, SeparatorThatIsAWildcardCountsForItself) {
   EXPECT_THAT(order(), ElementsAre("AB-+", "AB-*")) << "behind two separators, its own and the minus";
 }
 
-// All 3^4 patterns of four fields that are plain, wild or another, in the order that the rule gives: an
-// independent sort by wildcards, then the sum of the separators before them, then the earlier plain field.
+// All patterns of four fields that are plain or wild, among some that do not fit, against an independent
+// sort: by wildcards, then by the sum of the separators before them, then by the earlier plain field.
 TEST_F(IdSetOrder, AllPatternsOfFourFieldsAreSorted) {
   save("A-#-#-#-#", kMain);
   std::vector<std::string> patterns;
-  for (int n = 0; n < 81; ++n) {
+  for (unsigned wild = 0; wild < 16; ++wild) {
     std::string pattern = "A";
-    for (int place = 0, rest = n; place < 4; ++place, rest /= 3) {
-      pattern += '-';
-      pattern += "1*2"[rest % 3];
-    }
+    for (unsigned field = 0; field < 4; ++field) pattern += (wild >> field & 1U) != 0 ? "-*" : "-1";
     save(pattern.c_str(), kSub);
     patterns.push_back(pattern);
   }
+  for (const char* other : {"A-*-*-*-2", "A-1-2-1-1", "A-*", "A-2-*-*-*"}) save(other, kSub);
   ASSERT_EQ(tavdidset_set_wildchars(&set_, "*#"), 0);
   ASSERT_EQ(read("A-1-1-1-1"), 0);
-  ASSERT_EQ(set_.subs.count, 81);
   ASSERT_EQ(adjust("A-1-1-1-1"), 0);
-
-  std::erase_if(patterns, [](const std::string& pattern) { return pattern.find('2') != std::string::npos; });
-  ASSERT_EQ(patterns.size(), 16U);
   const auto rank = [](const std::string& pattern) {
     int wildcards = 0;
     int sum = 0;
@@ -98,7 +92,8 @@ TEST_F(IdSetOrder, AllPatternsOfFourFieldsAreSorted) {
   std::sort(patterns.begin(), patterns.end(),
             [&](const std::string& a, const std::string& b) { return rank(a) < rank(b); });
   std::vector<std::string> sorted = order();
-  ASSERT_EQ(sorted[16], "|");
+  ASSERT_EQ(sorted.size(), 16U + 1 + 4);
+  EXPECT_EQ(sorted[16], "|");
   sorted.resize(16);
   EXPECT_EQ(sorted, patterns);
 }
