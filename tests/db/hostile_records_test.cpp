@@ -163,7 +163,7 @@ TEST(HostileRecord, NamesThatAreNoIdsFindNothing) {
   const Database database;
   const int16_t db = database.handle();
   Record("ASD", "A").save(db);
-  std::string names(30 * 40, '\0');
+  std::string names(std::size_t{30} * 40, '\0');
   for (std::size_t i = 0; i < names.size(); ++i) names[i] = static_cast<char>(i * 37 + i / 30);
   Record("ASD", "MAIN").words(1150, {2}).text(1604, names + std::string(30, '\0')).save(db);
   const Balance balance;

@@ -81,7 +81,7 @@ TEST_F(IdSetOrder, AllPatternsOfFourFieldsAreSorted) {
     int wildcards = 0;
     int sum = 0;
     for (int field = 1; field <= 4; ++field) {
-      if (pattern[static_cast<std::size_t>(2 * field)] != '*') continue;
+      if (pattern.at(2 * static_cast<std::size_t>(field)) != '*') continue;
       ++wildcards;
       sum += field;
     }
