@@ -17,7 +17,7 @@ constexpr DisplayUnit kFlowUnitsByMetre[] = {{"qv [m3/h/m]", 3.6F}, {"qv [l/s/m]
 constexpr int kFlowUnitsByMetreCount =
     static_cast<int>(sizeof kFlowUnitsByMetre / sizeof kFlowUnitsByMetre[0]);
 
-constexpr char kThrowTitle[] = "L02 [m]";  // to where the air is down to 0.2 m/s
+constexpr char kThrowTitle[] = "L02 [m]";
 constexpr float kThrowStep = 1.0F;         // m, of a linear axis
 constexpr float kLowestThrow = 0.5F;       // m, of the axis: a logarithmic one has no place for 0
 
