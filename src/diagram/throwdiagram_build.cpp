@@ -18,8 +18,8 @@ constexpr int kFlowUnitsByMetreCount =
     static_cast<int>(sizeof kFlowUnitsByMetre / sizeof kFlowUnitsByMetre[0]);
 
 constexpr char kThrowTitle[] = "L02 [m]";
-constexpr float kThrowStep = 1.0F;         // m, of a linear axis
-constexpr float kLowestThrow = 0.5F;       // m, of the axis: a logarithmic one has no place for 0
+constexpr float kThrowStep = 1.0F;    // m, of a linear axis
+constexpr float kLowestThrow = 0.5F;  // m, of the axis: a logarithmic one has no place for 0
 
 struct ThrowRange {
   float min, max;  // m

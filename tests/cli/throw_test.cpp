@@ -89,7 +89,7 @@ struct Throw : testing::Test {
   // Refused, with nothing left in the folder.
   std::string fail(const char* id, const std::vector<std::string>& options,
                    const std::string& name = "x.png") const {
-    const std::string error = expect_user_error(command(id, folder.file(name), options));
+    std::string error = expect_user_error(command(id, folder.file(name), options));
     EXPECT_THAT(folder.names(), IsEmpty());
     return error;
   }

@@ -16,6 +16,10 @@ using tavdtest::Text;
 using tavdtest::throw_row;
 using Strings = std::vector<std::string>;
 
+constexpr char kLabelFont[] =
+    "select font height=-400 weight=400 escapement=0 charset=1 italic=0 underline=0 strikeout=0 "
+    "face=\"Arial\"";
+
 class ThrowLine : public tavdtest::ThrowDiagram {
  protected:
   // The texts behind the chart: the label of the line.
@@ -48,8 +52,7 @@ TEST_F(ThrowLine, IsDrawnOperationByOperation) {
   const std::string end = std::to_string(y2);
   EXPECT_EQ((Strings{
                 "select stock ltgray-brush",
-                "select font height=-400 weight=400 escapement=0 charset=1 italic=0 underline=0 strikeout=0 "
-                "face=\"Arial\"",
+                kLabelFont,
                 "select pen solid width=10 colour=#000000",
                 "select pen solid width=20 colour=#FF0000",
                 "move 1553 " + y1,
@@ -180,7 +183,7 @@ TEST_F(ThrowLine, RowWithoutFlowFitsNoLineAndTheThrowGivenIsMarked) {
   EXPECT_EQ("select pen solid width=10 colour=#0000FF", curves().front());
   // The throw axis is its smallest, from 0.5 m to 1 m.
   const Segment circle = draw().figures("ellipse").at(0);
-  EXPECT_NEAR(8045 - 6483 * std::log10(1.4) / std::log10(2), (circle[1] + circle[3]) / 2, 1);
+  EXPECT_NEAR(8045 - 6483 * std::log10(1.4) / std::log10(2), (circle[1] + circle[3]) / 2.0, 1);
 }
 
 TEST_F(ThrowLine, ThrowGivenDoesNotCountOnceALineIsDrawn) {
