@@ -186,6 +186,19 @@ TEST_F(ThrowLine, RowWithoutFlowFitsNoLineAndTheThrowGivenIsMarked) {
   EXPECT_NEAR(8045 - 6483 * std::log10(1.4) / std::log10(2), (circle[1] + circle[3]) / 2.0, 1);
 }
 
+TEST_F(ThrowLine, MarkCountsBothEndsOfTheThrow) {
+  limits(product_).rows<QvL2Point>(1659, {{1e-8F, 5}});  // no line; a chart from 0.5 m to 1 m
+  const struct {
+    float L2;
+    std::size_t circles;
+  } cases[] = {{0.5F, 3}, {1, 3}, {std::nextafter(0.5F, 0.0F), 0}, {std::nextafter(1.0F, 2.0F), 0}};
+  for (const auto& c : cases) {
+    ASSERT_EQ(0, init(db(), product_.rec(), 300, c.L2));
+    EXPECT_EQ(c.circles, curves("ellipse").size()) << c.L2;
+    EXPECT_EQ(c.circles == 0 ? 1U : 0U, curves("line").size()) << c.L2;
+  }
+}
+
 TEST_F(ThrowLine, ThrowGivenDoesNotCountOnceALineIsDrawn) {
   ASSERT_EQ(0, init(db(), terminal(product_).rec(), 300));
   const Strings without = figures();
