@@ -27,6 +27,9 @@ bool tavca_strip_quotes(char* s);
 
 // Fits L2 = kL2*qv^nL2 through the first two points (one point: exponent 1): 0 or -1.
 int tavca_fit_power(const QvL2Point* points, int n, float* nL2, float* kL2);
+// The measured points of the record's throw line for a parameter value; their number, below 1 if there are
+// none. A table by parameter value goes first, also when the value has no place in it.
+int throw_points(const FlowData& fd, const char* value, QvL2Point (&points)[TAVD_QVL2_ROWS]);
 // The throw points (qv, L2 pairs) for a parameter value: their number 1 or 2, or negative.
 int tavca_param_l2_points(const ParL2Point* table, int n, float out[4], const char* value);
 
