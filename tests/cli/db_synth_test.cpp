@@ -12,6 +12,7 @@
 #include "db_records.h"
 #include "program.h"
 #include "tavd/tavca.h"
+#include "tavd/tavdidset.h"
 #include "tavd/tavfm.h"
 
 namespace {
@@ -220,6 +221,40 @@ TEST_F(Synth, SetsHaveOneMainRecordAndSubAndExactRecordsUnderItsPrefix) {
     EXPECT_EQ(set.mains, 1) << key;
   }
   EXPECT_GT(exact, 5);
+}
+
+TEST_F(Synth, SetsAnswerForAConcreteIdFromTheLayerThatFits) {
+  constexpr std::int16_t kHeader = 1650, kSound = 1653, kMaker = 1503, kDescription = 9552;
+  const Open open(path);
+  IdSet set;
+  tavdidset_init(&set);
+  int sets = 0;
+  for (const StoredRecord& record : records) {
+    if (word_of(record, kSizingMode, 0) != 10) continue;
+    const std::string prefix = id_of(record).substr(0, id_of(record).find('*'));
+    if (!std::any_of(records.begin(), records.end(), [&](const StoredRecord& other) {
+          return class_of(other) == class_of(record) && id_of(other) == prefix + "0100-*";
+        })) {
+      continue;  // cut off by the end of its class
+    }
+    ++sets;
+    ASSERT_EQ(tavdidset_read(&set, open.db, class_of(record).c_str(), prefix.c_str()), 0) << prefix;
+    ASSERT_EQ(tavdidset_adjust(&set, open.db, (prefix + "0100-20").c_str()), 0) << prefix;
+    std::int16_t count = 0;
+    std::int16_t header[11] = {};
+    EXPECT_EQ(tavdidset_findatt(&set, open.db, kHeader, &count, header, sizeof header), 1);
+    EXPECT_EQ(header[1], 100) << "the sub record of the size, before the main record of another size";
+    char text[80] = {};
+    EXPECT_EQ(tavdidset_findatt(&set, open.db, kDescription, &count, text, sizeof text - 1), 1);
+    EXPECT_THAT(text, ::testing::EndsWith(prefix + "*-20")) << "the sub record of the year";
+    EXPECT_EQ(tavdidset_findatt(&set, open.db, kMaker, &count, text, sizeof text - 1), 1)
+        << "the main record";
+    char sound[960] = {};
+    EXPECT_EQ(tavdidset_findatt(&set, open.db, kSound, &count, sound, sizeof sound), 1);
+    EXPECT_GT(count, 0);
+  }
+  tavdidset_release(&set);
+  EXPECT_GT(sets, 5);
 }
 
 TEST_F(Synth, ModelsHaveBlocksAndProductsNameModelsThatAreThere) {
