@@ -11,6 +11,9 @@ namespace {
 
 std::vector<std::string> noted;
 std::multiset<void*> out;
+std::size_t taken = 0;
+tavb_rec last_record = nullptr;
+bool inside_service = false;  // a service may call its own functions by their names: those calls are not ours
 
 template <typename Function>
 Function* service(Function* /*spy*/, const char* name) {
@@ -18,6 +21,7 @@ Function* service(Function* /*spy*/, const char* name) {
 }
 
 void note(std::string line, std::initializer_list<long> numbers = {}) {
+  if (inside_service) return;
   for (const long number : numbers) {
     line += ' ';
     line += std::to_string(number);
@@ -26,8 +30,15 @@ void note(std::string line, std::initializer_list<long> numbers = {}) {
 }
 
 void* hand_out(void* handle) {
-  if (handle != nullptr) out.insert(handle);
+  if (handle == nullptr || inside_service) return handle;
+  out.insert(handle);
+  ++taken;
   return handle;
+}
+
+tavb_rec hand_out_record(tavb_rec rec) {
+  if (rec != nullptr && !inside_service) last_record = rec;
+  return hand_out(rec);
 }
 
 void take_back(void* handle) {
@@ -49,6 +60,16 @@ void clear_calls() {
 
 std::size_t handles_out() {
   return out.size();
+}
+
+std::size_t handles_taken() {
+  return taken;
+}
+
+bool release_last_record() {
+  if (!out.contains(last_record)) return false;
+  tavbreleaserec(last_record);
+  return true;
 }
 
 Balance::Balance() : before_(out.size()) {}
@@ -75,12 +96,12 @@ int16_t tavbopendatabasew(const tavd_wchar* vlkFile, const tavd_wchar* dbPath, i
 
 tavb_rec tavbfindrec(int16_t db, const char* classId, const char* objId, int16_t mode) {
   note("find " + std::string(classId, 3), {mode});
-  return hand_out(service(&tavbfindrec, "tavbfindrec")(db, classId, objId, mode));
+  return hand_out_record(service(&tavbfindrec, "tavbfindrec")(db, classId, objId, mode));
 }
 
 tavb_rec tavbnextrec(int16_t db, tavb_rec rec) {
   note("next");
-  return hand_out(service(&tavbnextrec, "tavbnextrec")(db, rec));
+  return hand_out_record(service(&tavbnextrec, "tavbnextrec")(db, rec));
 }
 
 void tavbreleaserec(tavb_rec rec) {
@@ -109,6 +130,15 @@ void* tavbcopywsz(int16_t db, tavb_rec rec, int16_t attId, tavd_wchar* buffer, i
   return service(&tavbcopywsz, "tavbcopywsz")(db, rec, attId, buffer, capacity, charset);
 }
 
+void* tavbfindatt(int16_t db, const char* classId, const char* objId, int16_t attId, int16_t* count,
+                  void* buffer, int16_t capacity) {
+  note("findatt " + std::string(classId, 3) + ' ' + objId, {attId, capacity});
+  inside_service = true;
+  void* block = service(&tavbfindatt, "tavbfindatt")(db, classId, objId, attId, count, buffer, capacity);
+  inside_service = false;
+  return buffer != nullptr ? block : hand_out(block);
+}
+
 void tavbreleaseatt(void* block) {
   note("releaseatt");
   take_back(block);
@@ -120,7 +150,7 @@ void tavbinsertatt(int16_t db, tavb_rec* recp, int16_t attId, const void* data, 
   const bool was_out = out.contains(*recp);
   if (was_out) take_back(*recp);
   service(&tavbinsertatt, "tavbinsertatt")(db, recp, attId, data, length);
-  if (was_out) hand_out(*recp);
+  if (was_out) out.insert(*recp);
 }
 
 void tavbsaverec(int16_t db, tavb_rec rec) {
