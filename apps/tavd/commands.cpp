@@ -20,6 +20,8 @@ void add_commands(CLI::App& app) {
   add_diagram_command(app);
   add_show_command(app);
   add_family_command(app);
+  add_code_command(app);
+  add_find_attribute_command(app);
   add_copy_command(app);
   add_delete_command(app);
 }

@@ -1,4 +1,4 @@
-// `tavd db build` and `tavd db dump`.
+// `tavd db build`, `tavd db dump` and `tavd db check`.
 #pragma once
 
 #include <CLI/App.hpp>
