@@ -43,7 +43,8 @@ void check_text(TextCodec& codec, std::int16_t number, const Attribute& layout, 
                 Findings& findings) {
   const int charset = tavdf_charsetId(number);
   const auto text = codec.decode(charset, bytes);
-  if (!text) {
+  // What is no character is decoded as a stand-in, which does not give the same bytes again.
+  if (!text || codec.encode(charset, *text) != bytes) {
     findings.add(number, 0, std::string("a text in ") + charset_name(charset) + " without NUL",
                  counted(bytes.size(), "byte") + " that are none: " + to_hex(bytes.substr(0, 8)) +
                      (bytes.size() > 8 ? "..." : ""));
