@@ -18,6 +18,7 @@ void add_list_command(CLI::App& app);
 void add_calc_command(CLI::App& app);
 void add_sweep_command(CLI::App& app);
 void add_diagram_command(CLI::App& app);
+void add_throw_command(CLI::App& app);
 void add_show_command(CLI::App& app);
 void add_family_command(CLI::App& app);
 void add_code_command(CLI::App& app);

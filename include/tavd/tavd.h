@@ -7,6 +7,7 @@
 #ifndef TAVD_TAVD_H
 #define TAVD_TAVD_H
 
+#include "tavd/L2dg.h"
 #include "tavd/codes.h"
 #include "tavd/ewads.h"
 #include "tavd/flowdata.h"

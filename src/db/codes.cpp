@@ -90,7 +90,7 @@ void build_id(std::int16_t db, char* dest, std::int32_t limit, const IdForm& for
         build_code(sID, form.id_bytes, szStruct, ds1, ds2) == TAVD_CODE_OK;
     if (!built) tavbgetID(db, rec, nullptr, sID);  // 30 characters; what stands behind them stays
   }
-  gwstrtrimcpy(dest, sID, std::min<std::int32_t>(limit, kTextRoom));
+  gwstrtrimcpy(dest, sID, limit);
 }
 
 // Hands out a product id of at most `limit` bytes as wide text, empty if the database's encoding is unknown.
@@ -136,7 +136,6 @@ int16_t tavd_build_code_dsw(tavd_wchar* dest, const tavd_wchar* codeTemplate, co
 int tavd_build_productId_ds2(int16_t db, char* dest, int32_t destLen, tavb_rec rec, const DuctSize* ds1,
                              const DuctSize* ds2) {
   if (dest == nullptr || destLen <= 0) return 0;
-  std::memset(dest, 0, static_cast<std::size_t>(destLen));
   tavd::build_id(db, dest, destLen - 1, tavd::kSizedIdForm, rec, ds1, ds2);
   return 0;
 }

@@ -172,6 +172,17 @@ TEST(ProductId, CodeOfTwoHundredFiftySixBytesIsWholeWhereThereIsRoom) {
   EXPECT_EQ(sized_id(record.rec(), 256, &kRound, nullptr), std::string(255, 'x'));
 }
 
+TEST(ProductId, TemplateThatFillsItsRoomEndsThere) {
+  std::string fields;
+  for (int i = 0; i < 36; ++i) fields += "{D2:0mm}";  // these print nothing
+  fields.resize(fields.find('{', 240));
+  fields.resize(256, 'x');
+  const std::string expected(256 - fields.find('x'), 'x');
+  Record record("ASD", "ABC-*");
+  record.text(1511, fields + "behind");
+  EXPECT_EQ(sized_id(record.rec(), 256, &kRound, nullptr), expected);
+}
+
 TEST(ProductId, TemplateIsReadToItsForm) {
   const Record record("ASD", "A");
   tavdtest::clear_calls();

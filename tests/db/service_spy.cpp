@@ -3,7 +3,9 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <set>
+#include <utility>
 
 #include "tavd/tavb.h"
 
@@ -13,6 +15,8 @@ std::vector<std::string> noted;
 std::multiset<void*> out;
 std::size_t taken = 0;
 tavb_rec last_record = nullptr;
+std::string action_line;
+std::function<void()> action;
 bool inside_service = false;  // a service may call its own functions by their names: those calls are not ours
 
 template <typename Function>
@@ -26,7 +30,8 @@ void note(std::string line, std::initializer_list<long> numbers = {}) {
     line += ' ';
     line += std::to_string(number);
   }
-  noted.push_back(std::move(line));
+  noted.push_back(line);
+  if (action && line == action_line) std::exchange(action, nullptr)();
 }
 
 void* hand_out(void* handle) {
@@ -70,6 +75,11 @@ bool release_last_record() {
   if (!out.contains(last_record)) return false;
   tavbreleaserec(last_record);
   return true;
+}
+
+void at_call(std::string line, std::function<void()> what) {
+  action_line = std::move(line);
+  action = std::move(what);
 }
 
 Balance::Balance() : before_(out.size()) {}
@@ -116,12 +126,10 @@ void tavbgetID(int16_t db, tavb_rec rec, char* classIdx, char* objIdx) {
 }
 
 void* tavbcopyatt(int16_t db, tavb_rec rec, int16_t attId, int16_t* count, void* buffer, int16_t capacity) {
-  note("att", {attId, capacity});
-  if (count != nullptr) noted.back() += " counted";
+  note("att " + std::to_string(attId) + ' ' + std::to_string(capacity) +
+       (count != nullptr ? " counted" : "") + (buffer == nullptr ? " block" : ""));
   void* block = service(&tavbcopyatt, "tavbcopyatt")(db, rec, attId, count, buffer, capacity);
-  if (buffer != nullptr) return block;
-  noted.back() += " block";
-  return hand_out(block);
+  return buffer != nullptr ? block : hand_out(block);
 }
 
 void* tavbcopywsz(int16_t db, tavb_rec rec, int16_t attId, tavd_wchar* buffer, int32_t capacity,

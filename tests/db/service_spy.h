@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,9 @@ namespace tavdtest {
 // (capacity, charset), "insert 1503 5", "save 2" (database), "saveahm 2 7", "delete ASD", "open 1" (mode).
 std::vector<std::string>& calls();
 void clear_calls();
+
+// Does something once, at the next call that is noted as `line`, before the service sees it.
+void at_call(std::string line, std::function<void()> what);
 
 // Record handles, attribute blocks and ahm blocks that were handed out and not given back, and how many were
 // handed out in all.
