@@ -127,7 +127,7 @@ std::vector<std::string> headings_of(const Held& held, const std::string& flow_u
 }
 
 std::string hex_line(const std::string& bytes) {
-  const std::string count = std::to_string(bytes.size()) + (bytes.size() == 1 ? " byte" : " bytes");
+  std::string count = std::to_string(bytes.size()) + (bytes.size() == 1 ? " byte" : " bytes");
   if (bytes.empty()) return count;
   return count + ": " + to_hex(std::string_view(bytes).substr(0, kShownBytes)) +
          (bytes.size() > kShownBytes ? "..." : "");

@@ -160,7 +160,7 @@ std::string model_id(const Database& database, const Record& record) {
   for (const std::int16_t number : kModelIds) {
     char id[kIdChars + 2] = {};
     tavbcopyatt(database.handle(), record.get(), number, nullptr, id, kIdChars);
-    const std::string text = id_text({id, kIdChars});
+    std::string text = id_text({id, kIdChars});
     if (!text.empty()) return text;
   }
   return {};
