@@ -1,6 +1,7 @@
 #include "attributes.h"
 
 #include <algorithm>
+#include <charconv>
 
 #include "tavd/flowdata.h"
 
@@ -156,6 +157,41 @@ const TextGroup* find_text_group(std::string_view name) {
   const auto* found =
       std::ranges::find(kGroups, name, [](const TextGroup& g) { return std::string_view(g.name); });
   return found == std::end(kGroups) ? nullptr : found;
+}
+
+std::optional<std::int16_t> attribute_number(std::string_view name) {
+  if (const Attribute* attribute = find_attribute(name)) return attribute->number;
+  const std::size_t point = name.find('.');
+  if (point != std::string_view::npos) {
+    const TextGroup* group = find_text_group(name.substr(0, point));
+    if (group == nullptr) return std::nullopt;
+    const auto text = std::ranges::find(group->texts, name.substr(point + 1),
+                                        [](const GroupText& t) { return std::string_view(t.key); });
+    if (text == group->texts.end()) return std::nullopt;
+    return text->number;
+  }
+  std::int16_t number = 0;
+  const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), number);
+  if (error != std::errc() || end != name.data() + name.size()) return std::nullopt;
+  return number;
+}
+
+std::string attribute_name(std::int16_t number) {
+  if (const Attribute* attribute = find_attribute(number)) return attribute->name;
+  for (const TextGroup& group : kGroups) {
+    const auto text = std::ranges::find(group.texts, number, &GroupText::number);
+    if (text != group.texts.end()) return std::string(group.name) + '.' + text->key;
+  }
+  return std::to_string(number);
+}
+
+const Attribute* attribute_layout(std::int16_t number) {
+  if (const Attribute* attribute = find_attribute(number)) return attribute;
+  for (const TextGroup& group : kGroups) {
+    const auto text = std::ranges::find(group.texts, number, &GroupText::number);
+    if (text != group.texts.end()) return &kGroupText;
+  }
+  return nullptr;
 }
 
 const Attribute& group_text_layout() {

@@ -3,7 +3,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace tavdhost {
@@ -70,6 +72,16 @@ struct TextGroup {
 
 std::span<const TextGroup> text_groups();
 const TextGroup* find_text_group(std::string_view name);
+
+// The number of an attribute that a user names: by its name ("damperpoints"), as a member of a group
+// ("code.FIN", "description.English"), or by the number itself. Nothing if it is none of these.
+std::optional<std::int16_t> attribute_number(std::string_view name);
+
+// "damperpoints", "code.FIN", or the number where there is no name.
+std::string attribute_name(std::int16_t number);
+
+// How the attribute is written in the text; null for a number without a name.
+const Attribute* attribute_layout(std::int16_t number);
 
 // Layout of all the texts in the groups.
 const Attribute& group_text_layout();

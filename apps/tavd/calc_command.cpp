@@ -8,6 +8,7 @@
 #include "numbers.h"
 #include "operating_point.h"
 #include "product.h"
+#include "sheet.h"
 #include "text.h"
 
 namespace tavdhost {
@@ -28,44 +29,6 @@ constexpr int kLengthDecimals = 2;    // m
 
 // ---- As text ---------------------------------------------------------------
 
-// Lines of a name, a value with its unit, and a remark.
-class Sheet {
- public:
-  void text(const std::string& name, const std::string& value) {
-    lines_.push_back({name, value, "", "", false});
-  }
-  void number(const std::string& name, const std::string& value, const std::string& unit,
-              const std::string& remark = "") {
-    lines_.push_back({name, value, unit, remark, true});
-  }
-  void print(std::ostream& out) const;
-
- private:
-  struct Line {
-    std::string name, value, unit, remark;
-    bool is_number;
-  };
-  std::vector<Line> lines_;
-};
-
-void Sheet::print(std::ostream& out) const {
-  std::size_t name_width = 0;
-  std::size_t number_width = 0;
-  std::size_t unit_width = 0;
-  for (const Line& line : lines_) {
-    name_width = std::max(name_width, display_width(line.name));
-    unit_width = std::max(unit_width, display_width(line.unit));
-    if (line.is_number) number_width = std::max(number_width, display_width(line.value));
-  }
-  for (const Line& line : lines_) {
-    std::string text = "  " + pad_right(line.name, name_width) + "  ";
-    text += line.is_number ? pad_left(line.value, number_width) + " " + pad_right(line.unit, unit_width)
-                           : line.value;
-    if (!line.remark.empty()) text += "  " + line.remark;
-    out << trim_end(text) << '\n';
-  }
-}
-
 void print_product(const Product& product) {
   const FlowData& flow = product.flow;
   std::cout << printable(product.key.class_id) << ' ' << printable(product.key.object_id) << '\n';
@@ -75,8 +38,8 @@ void print_product(const Product& product) {
   if (product.size.b != 0) sheet.text("Size", size_text(product.size) + " mm");
   sheet.text("Kind", kind_text(flow));
   if (flow.nhdd != 0) {
-    sheet.text("Flow limits", brief(flow.qvmin) + " - " + brief(flow.qvmax) + " " + flow_unit(flow));
-    sheet.text("Pressure limits", brief(flow.dpmin) + " - " + brief(flow.dpmax) + " Pa, total");
+    sheet.text("Flow limits", flow_limits_text(flow));
+    sheet.text("Pressure limits", pressure_limits_text(flow));
   }
   for (const auto& [name, value] : chosen_parameters(flow))
     sheet.text("Parameter " + printable(name), printable(value));

@@ -13,6 +13,7 @@
 #include "catalogue_text.h"
 #include "catalogue_values.h"
 #include "errors.h"
+#include "families.h"
 #include "progress.h"
 #include "tavd/tavdsrv.h"
 #include "text.h"
@@ -21,11 +22,8 @@ namespace tavdhost {
 
 namespace {
 
-constexpr std::int16_t kAtOrAfter = 1;  // mode of tavbfindrec
 constexpr std::size_t kClassBytes = 3;
 constexpr std::size_t kIdBytes = 30;
-constexpr const char* kFileHeaderClass = "000";
-constexpr const char* kFileHeaderId = "FILEHEADER";
 constexpr const char* kUsesUtf8 = "usesUTF8";
 
 // A source and the products in it.
@@ -125,12 +123,12 @@ void refuse(const Faults& faults, const std::string& target) {
 
 void store_all(const Database& database, const std::vector<Entry>& entries) {
   Progress progress("Storing", entries.size());
-  if (tavdsrv_begin(database.handle()) != 0) check_service();
+  Transaction transaction(database);
   for (const Entry& entry : entries) {
     store(database, entry);
     progress.step();
   }
-  if (tavdsrv_commit(database.handle()) != 0) check_service();
+  transaction.commit();
 }
 
 // Lets the service finish what a crash left of the file that is to be replaced: a journal that stayed beside
@@ -152,30 +150,6 @@ void refuse_target_among(const std::vector<std::string>& sources, const std::str
       throw UserError(target + " is one of the sources, expected another name for the database");
     }
   }
-}
-
-Entry read_record(const Database& database, const Record& record) {
-  char class_id[8] = {};
-  char object_id[32] = {};
-  tavbgetID(database.handle(), record.get(), class_id, object_id);
-  Entry entry;
-  entry.class_id.assign(class_id, kClassBytes);
-  entry.object_id.assign(object_id, kIdBytes);
-  entry.object_id.resize(entry.object_id.find_last_not_of(' ') + 1);
-  const std::int32_t count = tavdsrv_attributecount(record.get());
-  for (std::int32_t i = 0; i < count; ++i) {
-    std::int16_t number = 0;
-    const void* data = nullptr;
-    std::int32_t length = 0;
-    tavdsrv_attributeat(record.get(), i, &number, &data, &length);
-    entry.attributes[number].assign(static_cast<const char*>(data), static_cast<std::size_t>(length));
-  }
-  std::int32_t length = 0;
-  void* block = tavbgetahm(database.handle(), record.get(), &length);
-  check_service();
-  if (block != nullptr) entry.ahm.emplace(static_cast<const char*>(block), static_cast<std::size_t>(length));
-  tavbreleaseahm(block);
-  return entry;
 }
 
 }  // namespace
@@ -237,13 +211,12 @@ std::size_t build_database(const std::vector<std::string>& sources, const std::s
 std::size_t dump_database(const Database& database, std::ostream& out) {
   Progress progress("Writing", 0);
   TextCodec codec(database.handle());
-  const std::string lowest(kIdBytes, '\x01');  // no key can be given that sorts before it
   std::size_t records = 0;
-  Record record(tavbfindrec(database.handle(), lowest.c_str(), lowest.c_str(), kAtOrAfter));
+  Record record = database.first();
   check_service();
   out << '[';
   while (record) {
-    out << (records == 0 ? "\n" : ",\n") << entry_text(codec, read_record(database, record));
+    out << (records == 0 ? "\n" : ",\n") << entry_text(codec, stored_entry(database, record));
     ++records;
     progress.step();
     record = database.next(record);

@@ -4,6 +4,7 @@
 
 #include "attributes.h"
 #include "catalogue_values.h"
+#include "tavd/tavdsrv.h"
 #include "text.h"
 
 namespace tavdhost {
@@ -162,6 +163,30 @@ std::optional<Entry> read_entry(const TextCodec& codec, const Source& source, co
   if (!class_id || !object_id) return std::nullopt;
   entry.class_id = *class_id;
   entry.object_id = *object_id;
+  return entry;
+}
+
+Entry stored_entry(const Database& database, const Record& record) {
+  char class_id[8] = {};
+  char object_id[32] = {};
+  tavbgetID(database.handle(), record.get(), class_id, object_id);
+  Entry entry;
+  entry.class_id.assign(class_id, kClassCharacters);
+  entry.object_id.assign(object_id, kIdCharacters);
+  entry.object_id.resize(entry.object_id.find_last_not_of(' ') + 1);
+  const std::int32_t count = tavdsrv_attributecount(record.get());
+  for (std::int32_t i = 0; i < count; ++i) {
+    std::int16_t number = 0;
+    const void* data = nullptr;
+    std::int32_t length = 0;
+    tavdsrv_attributeat(record.get(), i, &number, &data, &length);
+    entry.attributes[number].assign(static_cast<const char*>(data), static_cast<std::size_t>(length));
+  }
+  std::int32_t length = 0;
+  void* block = tavbgetahm(database.handle(), record.get(), &length);
+  check_service();
+  if (block != nullptr) entry.ahm.emplace(static_cast<const char*>(block), static_cast<std::size_t>(length));
+  tavbreleaseahm(block);
   return entry;
 }
 

@@ -27,6 +27,9 @@ struct Entry {
 std::optional<Entry> read_entry(const TextCodec& codec, const Source& source, const Json::Value& value,
                                 Faults& faults);
 
+// The record with all that the database holds of it.
+Entry stored_entry(const Database& database, const Record& record);
+
 // The product's text, indented by two blanks, without a line end behind it.
 std::string entry_text(TextCodec& codec, const Entry& entry);
 

@@ -19,6 +19,7 @@ namespace {
 
 constexpr std::size_t kLinesShown = 20;
 constexpr std::size_t kExcerptCharacters = 40;
+constexpr std::size_t kBlockBytes = 1024;  // of text, by which characters are counted beforehand
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 bool continues_character(char c) {
@@ -47,9 +48,13 @@ void add_reader_errors(const Source& source, const std::string& errors, Faults& 
 Source::Source(std::string name, std::string text) : name_(std::move(name)), text_(std::move(text)) {
   if (text_.starts_with(kByteOrderMark)) text_.erase(0, kByteOrderMark.size());
   line_starts_.push_back(0);
+  std::size_t characters = 0;
   for (std::size_t i = 0; i < text_.size(); ++i) {
+    if (i % kBlockBytes == 0) block_characters_.push_back(characters);
+    if (!continues_character(text_[i])) ++characters;
     if (text_[i] == '\n') line_starts_.push_back(i + 1);
   }
+  block_characters_.push_back(characters);  // for a place at the very end
 }
 
 Source Source::read(const std::string& path) {
@@ -65,9 +70,17 @@ Source::Place Source::place(std::ptrdiff_t offset) const {
       std::min(static_cast<std::size_t>(std::max<std::ptrdiff_t>(offset, 0)), text_.size());
   const auto after = std::ranges::upper_bound(line_starts_, at);
   const std::size_t start = *std::prev(after);
-  const std::string_view before = std::string_view(text_).substr(start, at - start);
-  const auto characters = std::ranges::count_if(before, [](char c) { return !continues_character(c); });
-  return {static_cast<std::size_t>(after - line_starts_.begin()), static_cast<std::size_t>(characters) + 1};
+  const std::size_t characters = characters_before(at) - characters_before(start);
+  return {static_cast<std::size_t>(after - line_starts_.begin()), characters + 1};
+}
+
+// Counts within a block only: a place far down a long line costs no more than one at its start.
+std::size_t Source::characters_before(std::size_t at) const {
+  const std::size_t block = at / kBlockBytes;
+  const std::string_view within =
+      std::string_view(text_).substr(block * kBlockBytes, at - block * kBlockBytes);
+  const auto characters = std::ranges::count_if(within, [](char c) { return !continues_character(c); });
+  return block_characters_[block] + static_cast<std::size_t>(characters);
 }
 
 std::string_view Source::literal(const Json::Value& value) const {
@@ -80,6 +93,7 @@ std::string_view Source::literal(const Json::Value& value) const {
 std::string Source::excerpt(const Json::Value& value) const {
   std::string text;
   for (char c : literal(value)) {
+    if (text.size() > kExcerptCharacters) break;  // the rest is not shown
     const bool blank = c == ' ' || c == '\n' || c == '\r' || c == '\t';
     if (!blank) {
       text += c;

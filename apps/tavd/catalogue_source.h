@@ -32,9 +32,12 @@ class Source {
   std::string excerpt(const Json::Value& value) const;
 
  private:
+  std::size_t characters_before(std::size_t at) const;
+
   std::string name_;
   std::string text_;
   std::vector<std::size_t> line_starts_;
+  std::vector<std::size_t> block_characters_;  // characters in front of each block of the text
 };
 
 // Everything that is wrong in the sources of one run.

@@ -19,6 +19,12 @@ void add_commands(CLI::App& app) {
   add_sweep_command(app);
   add_diagram_command(app);
   add_throw_command(app);
+  add_show_command(app);
+  add_family_command(app);
+  add_code_command(app);
+  add_find_attribute_command(app);
+  add_copy_command(app);
+  add_delete_command(app);
 }
 
 void add_text_options(CLI::App& command, TextChoice& texts) {

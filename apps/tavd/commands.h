@@ -19,6 +19,12 @@ void add_calc_command(CLI::App& app);
 void add_sweep_command(CLI::App& app);
 void add_diagram_command(CLI::App& app);
 void add_throw_command(CLI::App& app);
+void add_show_command(CLI::App& app);
+void add_family_command(CLI::App& app);
+void add_code_command(CLI::App& app);
+void add_find_attribute_command(CLI::App& app);
+void add_copy_command(CLI::App& app);
+void add_delete_command(CLI::App& app);
 
 // Adds --market and --language, which fill `texts`.
 void add_text_options(CLI::App& command, TextChoice& texts);

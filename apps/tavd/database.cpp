@@ -24,6 +24,7 @@ constexpr std::int16_t kExactly = 0;            // modes of tavbfindrec
 constexpr std::int16_t kAtOrAfter = 1;
 constexpr std::size_t kNearIds = 5;  // shown at most
 const std::string kPastAllIds(kIdChars, '\xFF');
+const std::string kLowestKey(kIdChars, '\x01');  // as class or id: none can be given that sorts before it
 
 std::string class_key(std::string_view class_id) {
   std::string key(class_id.substr(0, kClassChars));
@@ -89,6 +90,25 @@ std::string joined(const std::vector<std::string>& names) {
 
 }  // namespace
 
+Transaction::Transaction(const Database& database) : handle_(database.handle()) {
+  if (tavdsrv_begin(handle_) != 0) check_service();
+  open_ = true;
+}
+
+Transaction::~Transaction() {
+  if (open_) tavdsrv_rollback(handle_);
+}
+
+void Transaction::commit() {
+  open_ = false;  // a commit that fails has dropped everything
+  if (tavdsrv_commit(handle_) != 0) check_service();
+}
+
+void check_service() {
+  const std::string reason = tavdsrv_lasterror();
+  if (!reason.empty()) throw UserError(printable(reason));
+}
+
 bool is_product_class(std::string_view class_id) {
   return class_id != "000" && class_id != "TVM";
 }
@@ -109,7 +129,7 @@ Record Database::find(std::string_view class_id, std::string_view object_id) con
 }
 
 Record Database::first() const {
-  return Record(tavbfindrec(handle_, class_key("").c_str(), "", kAtOrAfter));
+  return Record(tavbfindrec(handle_, kLowestKey.c_str(), kLowestKey.c_str(), kAtOrAfter));
 }
 
 Record Database::next(const Record& record) const {

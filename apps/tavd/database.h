@@ -87,6 +87,26 @@ class Database {
   std::int16_t handle_;
 };
 
+// Changes of a database that are stored together, by commit(), or not at all.
+class Transaction {
+ public:
+  // Throws UserError if the database cannot be written.
+  explicit Transaction(const Database& database);
+  ~Transaction();
+  Transaction(const Transaction&) = delete;
+  Transaction& operator=(const Transaction&) = delete;
+
+  // Throws UserError with the reason if anything could not be stored; then nothing is.
+  void commit();
+
+ private:
+  std::int16_t handle_;
+  bool open_ = false;
+};
+
+// Throws UserError with the reason if the last call of the service failed.
+void check_service();
+
 // Whether records of this class are products: all are but the file header and the model records.
 bool is_product_class(std::string_view class_id);
 

@@ -7,10 +7,14 @@
 #include <string>
 #include <vector>
 
+#include "attributes.h"
 #include "catalogue_database.h"
 #include "catalogue_files.h"
+#include "check.h"
 #include "db_synth.h"
 #include "errors.h"
+#include "json_text.h"
+#include "text.h"
 
 namespace tavdhost {
 
@@ -24,6 +28,19 @@ constexpr const char* kDumpHelp =
     "Writes a database as the text that `tavd db build` makes the same records of again. What has no "
     "readable "
     "form is written in hex.";
+
+constexpr const char* kCheckHelp =
+    "Looks for what nothing refuses but what spoils answers: values of the wrong layout, tables out of "
+    "order, "
+    "texts that do not fit, records that name others that are not there. Ends with exit code 3 if it finds "
+    "anything.";
+
+constexpr int kFoundSomething = 3;  // exit code
+
+struct CheckOptions {
+  std::string database;
+  bool json = false;
+};
 
 struct BuildOptions {
   std::vector<std::string> sources;
@@ -59,6 +76,60 @@ void run_dump(const DumpOptions& options) {
   std::cout << options.target << ": " << records << (records == 1 ? " record" : " records") << '\n';
 }
 
+// "DMP QZDA-160: damperpoints (1652) row 3: expected ..., found ...".
+std::string line_of(const Finding& finding) {
+  std::string line = printable(finding.record.class_id) + ' ' + printable(finding.record.object_id) + ": ";
+  if (finding.attribute) {
+    const std::string name = attribute_name(*finding.attribute);
+    const std::string number = std::to_string(*finding.attribute);
+    line += name == number ? number : name + " (" + number + ')';
+    if (finding.row != 0) line += " row " + std::to_string(finding.row);
+    line += ": ";
+  }
+  return line + "expected " + finding.expected + ", found " + finding.found;
+}
+
+Json::Value finding_json(const Finding& finding) {
+  Json::Value json;
+  json["class"] = printable(finding.record.class_id);
+  json["id"] = printable(finding.record.object_id);
+  if (finding.attribute) {
+    json["attribute"] = int{*finding.attribute};
+    json["name"] = attribute_name(*finding.attribute);
+  }
+  if (finding.row != 0) json["row"] = Json::UInt64{finding.row};
+  json["expected"] = finding.expected;
+  json["found"] = finding.found;
+  return json;
+}
+
+void run_check(const CheckOptions& options) {
+  const Database database(options.database);
+  std::size_t records = 0;
+  const std::vector<Finding> findings = check_database(database, records);
+  if (options.json) {
+    Json::Value json;
+    json["records"] = Json::UInt64{records};
+    json["findings"] = Json::Value(Json::arrayValue);
+    for (const Finding& finding : findings) json["findings"].append(finding_json(finding));
+    write_json(std::cout, json);
+  } else {
+    for (const Finding& finding : findings) std::cout << line_of(finding) << '\n';
+    std::cout << (findings.empty() ? "no" : std::to_string(findings.size()))
+              << (findings.size() == 1 ? " finding in " : " findings in ") << records
+              << (records == 1 ? " record" : " records") << '\n';
+  }
+  if (!findings.empty()) throw EndWith{kFoundSomething};
+}
+
+void add_check_command(CLI::App& db) {
+  CLI::App* command = db.add_subcommand("check", kCheckHelp);
+  const auto options = std::make_shared<CheckOptions>();
+  command->add_option("DATABASE", options->database, "The database to check")->required();
+  command->add_flag("--json", options->json, "As JSON");
+  command->callback([options] { run_check(*options); });
+}
+
 void add_build_command(CLI::App& db) {
   CLI::App* command = db.add_subcommand("build", kBuildHelp);
   const auto options = std::make_shared<BuildOptions>();
@@ -82,11 +153,13 @@ void add_dump_command(CLI::App& db) {
 }  // namespace
 
 void add_db_commands(CLI::App& app) {
-  CLI::App* db = app.add_subcommand("db", "Makes product databases from text, and text from databases.");
+  CLI::App* db = app.add_subcommand(
+      "db", "Makes product databases from text, and text from databases, and checks them.");
   db->require_subcommand(1);
   add_build_command(*db);
   add_dump_command(*db);
   add_synth_command(*db);
+  add_check_command(*db);
 }
 
 }  // namespace tavdhost

@@ -1,4 +1,4 @@
-// `tavd db build`, `tavd db dump` and `tavd db synth`.
+// `tavd db build`, `tavd db dump`, `tavd db synth` and `tavd db check`.
 #pragma once
 
 #include <CLI/App.hpp>

@@ -13,4 +13,9 @@ struct UserError : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// The command has done its work and printed all of it, and the program is to end with this exit code.
+struct EndWith {
+  int exit_code;
+};
+
 }  // namespace tavdhost

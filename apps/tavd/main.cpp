@@ -46,9 +46,13 @@ int run(int argc, char** argv) {
   tavdhost::add_db_commands(app);
   app.footer(
       "Every command has its own help: tavd calc --help\n"
-      "Exit codes: 0 done, 2 what was asked for cannot be done, 1 the program failed.");
+      "Exit codes: 0 done, 2 what was asked for cannot be done, 3 tavd db check has found something, 1 the\n"
+      "program failed.");
+  int exit_code = 0;
   try {
     app.parse(argc, argv);
+  } catch (const tavdhost::EndWith& end) {
+    exit_code = end.exit_code;
   } catch (const CLI::Success& done) {  // --help, --version
     app.exit(done);
   } catch (const CLI::ParseError& error) {
@@ -56,7 +60,7 @@ int run(int argc, char** argv) {
   }
   std::cout.flush();
   if (!std::cout) return report("cannot write to standard output", kFailed);
-  return 0;
+  return exit_code;
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 
 #include "errors.h"
 #include "json_text.h"
+#include "numbers.h"
 #include "tavd/tavca.h"
 #include "tavd/tavdf.h"
 #include "text.h"
@@ -98,6 +99,10 @@ Product load_product(const Database& database, const Record& record) {
   return product;
 }
 
+std::string web_link(const Database& database, const Record& record) {
+  return product_text(database, record, tavdf_copyweblinkw);
+}
+
 std::string kind_text(const FlowData& flow) {
   if (flow.nhdd == 0) return "no flow data";
   const std::int16_t number = flow.kind;
@@ -128,6 +133,25 @@ bool is_fan(const FlowData& flow) {
   return flow.kind == 40;
 }
 
+std::string flow_limits_text(const FlowData& flow) {
+  return brief(flow.qvmin) + " - " + brief(flow.qvmax) + " " + flow_unit(flow);
+}
+
+std::string pressure_limits_text(const FlowData& flow) {
+  return brief(flow.dpmin) + " - " + brief(flow.dpmax) + " Pa, total";
+}
+
+Json::Value size_json(const DuctSize& size) {
+  Json::Value json;
+  if (size.b != 0 && size.shape == 0) {
+    json["diameter_mm"] = int{size.b};
+  } else if (size.b != 0) {
+    json["width_mm"] = int{size.b};
+    json["height_mm"] = int{size.h};
+  }
+  return json;
+}
+
 Json::Value product_json(const Product& product) {
   const FlowData& flow = product.flow;
   Json::Value json;
@@ -137,13 +161,7 @@ Json::Value product_json(const Product& product) {
   json["description"] = product.description;
   json["kind"] = flow.nhdd == 0 ? Json::Value() : Json::Value(int{flow.kind});
   json["kind_text"] = kind_text(flow);
-  json["size"] = Json::nullValue;
-  if (product.size.b != 0 && product.size.shape == 0) {
-    json["size"]["diameter_mm"] = int{product.size.b};
-  } else if (product.size.b != 0) {
-    json["size"]["width_mm"] = int{product.size.b};
-    json["size"]["height_mm"] = int{product.size.h};
-  }
+  json["size"] = size_json(product.size);
   json["limits"] = Json::nullValue;
   if (flow.nhdd != 0) {
     json["limits"][flow_key(flow, "_min")] = json_number(flow.qvmin);

@@ -22,6 +22,9 @@ struct Product {
 
 Product load_product(const Database& database, const Record& record);
 
+// The web link of the chosen market, UTF-8; empty if the product has none.
+std::string web_link(const Database& database, const Record& record);
+
 // The kind of product in words, such as "adjustable damper"; "no flow data" for a record without any.
 std::string kind_text(const FlowData& flow);
 
@@ -34,6 +37,13 @@ std::string flow_key(const FlowData& flow, const std::string& which = "");
 
 bool is_damper(const FlowData& flow);
 bool is_fan(const FlowData& flow);
+
+// "16 - 160 l/s" and "5 - 300 Pa, total".
+std::string flow_limits_text(const FlowData& flow);
+std::string pressure_limits_text(const FlowData& flow);
+
+// The size as JSON: diameter_mm, or width_mm and height_mm; null if it is not known.
+Json::Value size_json(const DuctSize& size);
 
 // The product as JSON: class, id, code, description, kind, size and limits.
 Json::Value product_json(const Product& product);

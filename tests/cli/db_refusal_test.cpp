@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 
 #include "program.h"
@@ -212,6 +213,26 @@ TEST_F(Build, CommentsAndAByteOrderMarkAreAllowed) {
 TEST_F(Build, ColumnsCountCharactersAndLinesEndInAnyWay) {
   EXPECT_THAT(faults_of("{\"class\": \"TST\", \"id\": \"X\",\r\n /* \u0416\u0416 */ \"dlw\": 1}"),
               ElementsAre("2:18: TST X: dlw: expected an array of 8 bands, 63 Hz to 8 kHz, found 1"));
+}
+
+// Characters are counted in blocks: the places lie in several, some of them behind characters of two bytes
+// that stand across the end of a block.
+TEST_F(Build, ColumnsOfALongLineAreRight) {
+  std::string text = "[";
+  std::vector<std::string> expected;
+  for (int i = 0; i < 9; ++i) {
+    std::string filler;
+    for (int j = 0; j < 97 + 211 * i; ++j) filler += "\u00C4";
+    text += "{\"class\": \"TST\", \"id\": \"X" + std::to_string(i) + "\", /* " + filler + " */ \"d\": ";
+    const auto column =
+        std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }) + 1;
+    expected.push_back("1:" + std::to_string(column) + ": TST X" + std::to_string(i) + ": d: ");
+    text += "1},";
+  }
+  text.back() = ']';
+  const std::vector<std::string> faults = faults_of(text);
+  ASSERT_THAT(faults, SizeIs(expected.size()));
+  for (std::size_t i = 0; i < faults.size(); ++i) EXPECT_THAT(faults[i], testing::StartsWith(expected[i]));
 }
 
 TEST_F(Build, AllFaultsAreToldUpToTwenty) {

@@ -1,0 +1,169 @@
+#include "families.h"
+
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+#include <string_view>
+
+#include "catalogue_text.h"
+#include "tavd/tavdcore.h"
+#include "tavd/tavfm.h"
+#include "text.h"
+
+namespace tavdhost {
+
+namespace {
+
+constexpr std::int16_t kSizingMode = 1150;
+constexpr std::int16_t kMemberIds = 1604;
+constexpr std::int16_t kModelIds[] = {1525, 1669};  // the second where the first is absent or empty
+constexpr std::size_t kIdChars = 30;
+constexpr std::int16_t kAtOrAfter = 1;  // mode of tavbfindrec
+
+struct ModeText {
+  int mode;
+  const char* text;
+};
+
+constexpr ModeText kModeTexts[] = {
+    {kSingleProduct, "single product"},
+    {kFamilyByPattern, "main record of a family, by the * in its id"},
+    {kFamilyByList, "main record of a family, by its list of members"},
+    {kLayeredMain, "main record of a layered product"},
+    {kLayeredSub, "sub record of a layered product"},
+};
+
+// The library's own list, released at the end.
+class List {
+ public:
+  List(const Database& database, const RecordKey& key) {
+    tavfm_initw(&list_);
+    count_ = tavfm_readw(&list_, database.handle(), key.class_id.c_str(), key.object_id.c_str());
+  }
+  ~List() { tavfm_releasew(&list_); }
+  List(const List&) = delete;
+  List& operator=(const List&) = delete;
+
+  std::int32_t count() const { return count_; }
+  FamilyMemberW member(std::int32_t index) const {
+    FamilyMemberW member;
+    tavfm_getw(&list_, index, &member);
+    return member;
+  }
+
+ private:
+  FamilyListW list_;
+  std::int32_t count_;
+};
+
+std::string id_text(std::string_view raw) {
+  const std::size_t end = std::min(raw.find('\0'), raw.size());
+  return std::string(trim_end(raw.substr(0, end)));
+}
+
+// Installation texts are in the database's narrow encoding.
+std::string installation_text(TextCodec& codec, const char (&bytes)[TAVFM_INSTALLATION_CHARS]) {
+  const std::string_view text(bytes, strnlen(bytes, sizeof bytes));
+  return printable(codec.decode(0, text).value_or(std::string(text)));
+}
+
+FamilySize size_of(TextCodec& codec, const std::string& class_id, const FamilyMemberW& member) {
+  FamilySize size;
+  size.key = {class_id, id_text({member.objId, sizeof member.objId})};
+  size.code = printable(to_utf8(member.pcode, TAVFM_PCODE_CHARS));
+  size.description = printable(to_utf8(member.descr, TAVFM_DESCR_CHARS));
+  size.installation = installation_text(codec, member.installationdef);
+  size.size = member.ds;
+  size.shape.assign(member.shapedata, member.shapedata + member.nsh);
+  return size;
+}
+
+// The ids that a main record names, without trailing blanks.
+std::vector<std::string> named_members(const Database& database, const Record& record) {
+  std::int16_t count = 0;
+  void* block = tavbcopyatt(database.handle(), record.get(), kMemberIds, &count, nullptr, 0);
+  std::vector<std::string> ids;
+  if (block == nullptr) return ids;
+  const auto* bytes = static_cast<const char*>(block);
+  for (std::size_t i = 0; i < static_cast<std::size_t>(std::max<int>(count, 0)); ++i) {
+    ids.push_back(id_text({bytes + i * kIdChars, kIdChars}));
+  }
+  tavbreleaseatt(block);
+  return ids;
+}
+
+// Whether the id is one of the family whose main record has the id `pattern`.
+bool fits_pattern(const std::string& pattern, const std::string& id) {
+  FamilyListW list = {};
+  pattern.copy(list.objId, sizeof list.objId);
+  list.idLen = static_cast<std::int16_t>(pattern.size());
+  list.wildPos = static_cast<std::int16_t>(std::min(pattern.find('*'), pattern.size()));
+  return tavfm_is_memberw(&list, id.c_str()) == 0;
+}
+
+bool has_member(const Database& database, const Record& main, const RecordKey& main_key,
+                const RecordKey& key) {
+  switch (sizing_mode(database, main)) {
+    case kFamilyByPattern:
+      return fits_pattern(main_key.object_id, key.object_id);
+    case kFamilyByList: {
+      const std::vector<std::string> ids = named_members(database, main);
+      return std::ranges::find(ids, key.object_id) != ids.end();
+    }
+    default:
+      return false;
+  }
+}
+
+}  // namespace
+
+int sizing_mode(const Database& database, const Record& record) {
+  std::int16_t mode = 0;
+  tavbcopyatt(database.handle(), record.get(), kSizingMode, nullptr, &mode, sizeof mode);
+  return mode;
+}
+
+std::string sizing_text(int mode) {
+  const auto* found = std::ranges::find(kModeTexts, mode, &ModeText::mode);
+  if (found != std::end(kModeTexts)) return found->text;
+  return (mode < 0 ? "no product of its own, sizing mode " : "single product, sizing mode ") +
+         std::to_string(mode);
+}
+
+Family read_family(const Database& database, const Record& record) {
+  Family family{sizing_mode(database, record), {}, {}};
+  const RecordKey key = database.key(record);
+  TextCodec codec(database.handle());
+  const List list(database, key);
+  for (std::int32_t i = 0; i < list.count(); ++i) {
+    family.sizes.push_back(size_of(codec, key.class_id, list.member(i)));
+  }
+  if (family.mode != kFamilyByList) return family;
+  for (const std::string& id : named_members(database, record)) {
+    if (!database.find(key.class_id, id)) family.missing.push_back(id);
+  }
+  return family;
+}
+
+std::vector<std::string> families_of(const Database& database, const RecordKey& key) {
+  std::vector<std::string> ids;
+  Record record(tavbfindrec(database.handle(), key.class_id.c_str(), "", kAtOrAfter));
+  for (; record; record = database.next(record)) {
+    const RecordKey candidate = database.key(record);
+    if (candidate.class_id != key.class_id) break;
+    if (has_member(database, record, candidate, key)) ids.push_back(candidate.object_id);
+  }
+  return ids;
+}
+
+std::string model_id(const Database& database, const Record& record) {
+  for (const std::int16_t number : kModelIds) {
+    char id[kIdChars + 2] = {};
+    tavbcopyatt(database.handle(), record.get(), number, nullptr, id, kIdChars);
+    std::string text = id_text({id, kIdChars});
+    if (!text.empty()) return text;
+  }
+  return {};
+}
+
+}  // namespace tavdhost

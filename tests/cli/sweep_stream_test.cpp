@@ -1,0 +1,128 @@
+// The forms of `tavd sweep` as a stream: JSON, memory, and an output that ends early.
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <json/reader.h>
+#include <json/value.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "sweep_fixture.h"
+
+namespace {
+
+using clitest::Outcome;
+using clitest::run_program;
+using clitest::Sweep;
+
+Json::Value parse_json(const std::string& text) {
+  Json::Value json;
+  std::istringstream stream(text);
+  std::string errors;
+  EXPECT_TRUE(Json::parseFromStream(Json::CharReaderBuilder(), stream, &json, &errors)) << errors;
+  return json;
+}
+
+// Takes out what a sweep does not repeat at every point. "20" and "20.0" are the same number.
+void normalise(Json::Value& json) {
+  if (json.isNumeric()) json = json.asDouble();
+  if (json.isArray()) {
+    for (Json::Value& item : json) normalise(item);
+  }
+  if (!json.isObject()) return;
+  json.removeMember("product");
+  json.removeMember("text");
+  json.removeMember("bands_Hz");
+  for (const std::string& name : json.getMemberNames()) normalise(json[name]);
+}
+
+TEST_F(Sweep, JsonObjectsAreThoseOfCalcWithoutProductAndTexts) {
+  const std::vector<std::vector<std::string>> products = {
+      {"ASD", "DAMPER-200"}, {"ASD", "FIXED-100"}, {"FAN", "FAN-315"}, {"AEX", "GRILLE-400x200"}};
+  for (const std::vector<std::string>& product : products) {
+    Json::Value points =
+        parse_json(run({product[0], product[1], "--qv", "30:330:100", "--dp", "60:560:250"}, "--json"));
+    ASSERT_TRUE(points.isArray());
+    ASSERT_EQ(points.size(), 12u) << product[1];
+    for (const Json::ArrayIndex i : {0u, 4u, 11u}) {
+      const std::string qv = std::to_string(30 + i / 3 * 100);
+      const std::string dp = std::to_string(60 + i % 3 * 250);
+      const Outcome calc =
+          run_program({"calc", database.path(), product[0], product[1], "--qv", qv, "--dp", dp, "--json"});
+      ASSERT_EQ(calc.exit_code, 0) << calc.err;
+      Json::Value expected = parse_json(calc.out);
+      normalise(expected);
+      normalise(points[i]);
+      EXPECT_EQ(points[i].toStyledString(), expected.toStyledString())
+          << product[1] << " at " << qv << ", " << dp;
+    }
+  }
+}
+
+TEST_F(Sweep, JsonOfOnePointIsAnArray) {
+  const Json::Value points = parse_json(run({"ASD", "FIXED-100", "--qv", "100"}, "--json"));
+  ASSERT_TRUE(points.isArray());
+  ASSERT_EQ(points.size(), 1u);
+  EXPECT_EQ(points[0]["pressure_range"]["dp_min_Pa"].asFloat(), 100.0F);
+}
+
+struct Usage {
+  int exit_code;
+  long peak_kb;  // resident memory
+};
+
+// Runs the program with standard output going to a file, and tells what it took.
+Usage measure(const std::string& out_path, const std::vector<std::string>& arguments) {
+  std::vector<char*> argv{const_cast<char*>(TAVD_PROGRAM)};
+  for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
+  argv.push_back(nullptr);
+  const pid_t process = fork();
+  if (process == 0) {
+    const int file = open(out_path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    if (file < 0 || dup2(file, STDOUT_FILENO) < 0) _exit(127);
+    setenv("LSAN_OPTIONS", "print_suppressions=0:suppressions=" TAVD_SOURCE_DIR "/tests/support/leaks.supp",
+           1);
+    execv(TAVD_PROGRAM, argv.data());
+    _exit(127);
+  }
+  int status = 0;
+  rusage usage{};
+  if (wait4(process, &status, 0, &usage) != process || !WIFEXITED(status)) return {-1, 0};
+  return {WEXITSTATUS(status), usage.ru_maxrss};
+}
+
+// Collected in memory the larger sweep would take more than 20 MB as text alone.
+TEST_F(Sweep, LongStreamsTakeNoMoreMemoryThanShortOnes) {
+  constexpr long kAllowedGrowthKb = 8 * 1024;
+  const clitest::Folder folder;
+  for (const char* form : {"--csv", "--json"}) {
+    const Usage small = measure(folder.file("small"),
+                                command({"ASD", "DAMPER-200", "--qv", "20:119:1", "--dp", "10:19:1"}, form));
+    const Usage large =
+        measure(folder.file("large"),
+                command({"ASD", "DAMPER-200", "--qv", "20:119.8:0.2", "--dp", "10:409:1"}, form));
+    ASSERT_EQ(small.exit_code, 0);
+    ASSERT_EQ(large.exit_code, 0);
+    EXPECT_LT(large.peak_kb, small.peak_kb + kAllowedGrowthKb) << form;
+    const std::string text = clitest::read_file(folder.file("large"));
+    EXPECT_GT(text.size(), 20'000'000u) << form;
+    const auto lines = std::count(text.begin(), text.end(), '\n');
+    EXPECT_EQ(lines, 200'000 + (std::string(form) == "--csv" ? 1 : 2));
+  }
+}
+
+TEST_F(Sweep, EndsAsSoonAsItsOutputCannotBeWritten) {
+  const Outcome outcome = clitest::run_program_into(
+      "/dev/full", command({"ASD", "DAMPER-200", "--qv", "1:100000:1", "--dp", "1:10000:1"}, "--csv"));
+  EXPECT_EQ(outcome.exit_code, 1);
+  EXPECT_EQ(outcome.err, "tavd: cannot write to standard output\n");
+}
+
+}  // namespace
