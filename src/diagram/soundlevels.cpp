@@ -59,28 +59,32 @@ bool bracket(const LevelTable& table, float L, int g, int* below) {
   return true;
 }
 
-// Widens a search that begins at `from.val` to lower values until the level at `*a` is under L.
+// Moves the end `*a` down until the level there is under L, with `*b` following. False once it is so low that
+// there is no such level, or does not move any more.
 bool widen_down(const LevelProbe& level, float L, float* a, float* b) {
   for (;;) {
-    *a = narrow(wide(*a) * kStepDown);
+    const float from = *a;
+    *a = narrow(wide(from) * kStepDown);
     if (level.at(*a) < L) {
       return true;
     }
     *b = *a;
-    if (!(*a >= kLowestVal) || std::isinf(*a)) {
+    if (!(*a >= kLowestVal) || *a == from) {
       return false;
     }
   }
 }
 
+// The same upward with the end `*b`, until the level is above L.
 bool widen_up(const LevelProbe& level, float L, float* a, float* b) {
   for (;;) {
-    *b *= kStepUp;
+    const float from = *b;
+    *b = from * kStepUp;
     if (level.at(*b) > L) {
       return true;
     }
     *a = *b;
-    if (!(*b <= kHighestVal)) {
+    if (!(*b <= kHighestVal) || *b == from) {
       return false;
     }
   }
