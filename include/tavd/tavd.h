@@ -7,12 +7,15 @@
 #ifndef TAVD_TAVD_H
 #define TAVD_TAVD_H
 
+#include "tavd/L2dg.h"
+#include "tavd/codes.h"
 #include "tavd/ewads.h"
 #include "tavd/flowdata.h"
 #include "tavd/tavca.h"
 #include "tavd/tavdcore.h"
 #include "tavd/tavdf.h"
 #include "tavd/tavdg.h"
+#include "tavd/tavdidset.h"
 #include "tavd/tavfm.h"
 #include "tavd/types.h"
 

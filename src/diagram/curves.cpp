@@ -75,12 +75,6 @@ const KindDrawing& drawing_of(std::int16_t kind) {
 
 }  // namespace
 
-DiagramRanges dg_ranges() {
-  DiagramRanges r{};
-  chart_get_ranges(dg.chart, &r.xmin, &r.ymin, &r.xmax, &r.ymax);
-  return {r.xmin / dg.xfactor, r.ymin / dg.yfactor, r.xmax / dg.xfactor, r.ymax / dg.yfactor};
-}
-
 // The dynamic pressure comes off for supply air and on top for extract air; other classes show the total
 // pressure under either title.
 void dg_static_dp(float qv, float* dp) {

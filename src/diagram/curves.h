@@ -28,7 +28,4 @@ void draw_flow_limits(tavd_hdc hdc);
 // smooth on logarithmic axes.
 bool draw_smoothed(tavd_hdc hdc, int n, const CurvePoint* points, bool log);
 
-// A circle whose corners stay within the integers wherever its centre lies.
-void draw_circle(tavd_hdc hdc, int x, int y, int radius);
-
 }  // namespace tavd

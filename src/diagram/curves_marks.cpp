@@ -7,16 +7,6 @@
 
 namespace tavd {
 
-void draw_circle(tavd_hdc hdc, int x, int y, int radius) {
-  gwellipse(hdc, moved(x, -radius), moved(y, -radius), moved(x, radius), moved(y, radius));
-}
-
-void draw_point_mark(tavd_hdc hdc, int x, int y, int radius) {
-  draw_circle(hdc, x, y, radius);
-  draw_circle(hdc, x, y, radius / 2);
-  draw_circle(hdc, x, y, radius / 2 / 2);
-}
-
 // Circles around the point, or a line at its flow if the pressure is off the chart.
 void draw_operating_point(tavd_hdc hdc) {
   const DiagramRanges r = dg_ranges();

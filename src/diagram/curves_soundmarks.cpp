@@ -26,7 +26,7 @@ void draw_mark(tavd_hdc hdc, float qv, float dp, float L, LevelTexts* texts) {
   const int x = dg_x_pixel(qv);
   const int y = dg_y_pixel(dp);
   const int radius = dg.width / 100;
-  draw_circle(hdc, x, y, radius);
+  gwellipse(hdc, moved(x, -radius), moved(y, -radius), moved(x, radius), moved(y, radius));
   texts->draw(hdc, moved(x, radius), y, L);
 }
 

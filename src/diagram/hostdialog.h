@@ -1,19 +1,17 @@
 // The list box of a product's family and the combo box of a parameter's values, in a dialog of the host's.
 #pragma once
 
-#include <cstdint>
-
+#include "diagram/productdiagram.h"
 #include "tavd/flowdata.h"
-#include "tavd/tavfm.h"
 #include "tavd/types.h"
 
 namespace tavd {
 
-// Reads the family of `rec` into `list` and lists its members' product codes; the first one is selected.
-void fill_size_list(tavd_hwnd dialog, int item, FamilyList* list, std::int16_t db, tavb_rec rec);
+// Reads the family of the diagram's product and lists its members' product codes; the first one is selected.
+void fill_size_list(tavd_hwnd dialog, ProductDiagram* diagram);
 
-// The member of the selected row; false if there is none.
-bool selected_member(tavd_hwnd dialog, int item, const FamilyList* list, FamilyMember* member);
+// Builds the diagram of the selected row's member; without one the diagram stays as it was.
+void build_selected_size(tavd_hwnd dialog, ProductDiagram* diagram, int (*build)(tavb_rec rec));
 
 // Lists the values of the first parameter that has a name, without quotes. Returns the number of rows.
 int fill_parameter_values(tavd_hwnd dialog, int item, const FlowData& fd);
