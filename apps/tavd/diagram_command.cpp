@@ -1,4 +1,7 @@
+#include <algorithm>
+#include <cstdint>
 #include <memory>
+#include <string_view>
 
 #include "commands.h"
 #include "diagram_options.h"
@@ -12,6 +15,25 @@ namespace {
 constexpr const char* kWindowClass = "TAVDDGR";
 constexpr const char* kPositionLabel = "pos";  // in front of the first damper position
 constexpr const char* kLevelLabel = "dB(A)";   // behind the first sound level
+
+// Sizes in the 10000 by 10000 units of the plane that a window stretches over the picture.
+constexpr int kPlane = 10000;
+constexpr int kCharacter = 190;    // width of one at the right of the plot
+constexpr int kRightMargin = 600;  // that the chart leaves there
+constexpr int kMostRoom = 4000;
+constexpr std::int16_t kRangeKind = 30;
+
+// What more is needed to the right of the plot for the texts that stand there: the levels of a device for a
+// pressure range, the first of them with its label, or the host's own texts at the lines of a damper.
+int room_at_right(const FlowData& flow, const DiagramSettings& settings) {
+  std::size_t characters = 0;
+  if (flow.kind == kRangeKind && flow.nlw != 0)
+    characters = std::string_view("40 ").size() + std::string_view(kLevelLabel).size();
+  if (is_damper(flow)) {
+    for (const PositionLabel& label : settings.a_labels) characters = std::max(characters, label.text.size());
+  }
+  return std::clamp(static_cast<int>(characters) * kCharacter - kRightMargin, 0, kMostRoom);
+}
 
 // The flow diagram of the process, released at the end.
 class Diagram {
@@ -47,6 +69,8 @@ void run_diagram(const DiagramOptions& options) {
   Diagram diagram(database);
   diagram.set_up(settings, product.flow, options.static_pressure);
   if (tavdg_initdiagramdata(record.get()) != 0) throw undrawable(product);
+  const int room = room_at_right(product.flow, settings);
+  if (room != 0) tavdg_resize(0, 0, kPlane - room, kPlane);
   Picture picture(options.output, settings.size);
   paint_window(kWindowClass, picture);
   picture.finish();

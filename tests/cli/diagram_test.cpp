@@ -258,6 +258,21 @@ TEST_F(Diagram, ALabelIsDrawnAsItIsWritten) {
   EXPECT_THAT(record(damper, {"--a-label", "2=%d%s%n%%"}), HasSubstr("\"%d%s%n%%\""));
 }
 
+// The frame's lower edge ends where the plot does.
+TEST_F(Diagram, LongTextsAtTheRightGetRoom) {
+  const auto plot_right = [](const std::string& recording) {
+    int right = 0;
+    std::sscanf(recording.c_str() + recording.find("\nline "), "\nline %*d %*d %d", &right);
+    return right;
+  };
+  const int unasked = plot_right(record(damper));
+  EXPECT_GT(unasked, 9000);
+  EXPECT_EQ(plot_right(record(damper, {"--a-label", "3=x"})), unasked);
+  // Twelve characters of 190 units, less 600 that are there in any case.
+  EXPECT_EQ(plot_right(record(damper, {"--a-label", "3=twelve chars"})), unasked - (12 * 190 - 600));
+  EXPECT_EQ(plot_right(record(damper, {"--a-label", "3=" + std::string(149, 'x')})), unasked - 4000);
+}
+
 TEST_F(Diagram, BadALabelsAreRefused) {
   for (const char* label : {"half", "=half", "a=half", "1 =half", "nan=half"}) {
     EXPECT_THAT(fail(damper, {"--a-label", label}), HasSubstr("--a-label is ")) << label;
