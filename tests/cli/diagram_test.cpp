@@ -13,7 +13,6 @@ namespace {
 
 using clitest::expect_user_error;
 using clitest::Folder;
-using clitest::lines_of;
 using clitest::Outcome;
 using clitest::read_file;
 using clitest::run_program;
@@ -68,7 +67,7 @@ struct Diagram : testing::Test {
   // Refused, with nothing left in the folder.
   std::string fail(const std::vector<std::string>& product, const std::vector<std::string>& options,
                    const std::string& name = "x.png") const {
-    const std::string error = expect_user_error(command(product, folder.file(name), options));
+    std::string error = expect_user_error(command(product, folder.file(name), options));
     EXPECT_THAT(folder.names(), IsEmpty());
     return error;
   }

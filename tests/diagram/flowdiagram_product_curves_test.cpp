@@ -258,6 +258,7 @@ TEST_F(FanCurve, OnePointHasLimitsWithoutACurve) {
 
 TEST_F(FanCurve, TwentyPointsAreTheMost) {
   std::vector<FanPoint> many;
+  many.reserve(25);
   for (int i = 0; i < 25; ++i) {
     many.push_back({static_cast<float>(40 * (i + 1)), static_cast<float>(9000 - 300 * i), 0});
   }

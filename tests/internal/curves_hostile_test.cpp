@@ -246,9 +246,10 @@ TEST_F(HostileCurves, DegenerateSoundTablesEnd) {
        [](int i) { return 10.0F + static_cast<float>(i); }, [](int) { return 0; }},
       {"sixty groups", 60, [](int i) { return 10.0F * static_cast<float>(i + 1); },
        [](int i) { return 1.0F + static_cast<float>((i * 7) % 60) * 100; }, [](int i) { return i; }},
-      {"falling levels", 60, [](int i) { return 20.0F + static_cast<float>(i / 10) * 30; },
+      {"falling levels", 60, [](int i) { return 20.0F + 30 * std::floor(static_cast<float>(i) / 10); },
        [](int i) { return 10.0F * static_cast<float>(i % 10 + 1); }, [](int i) { return 90 - i; }},
-      {"pressures a float apart", 60, [](int i) { return 20.0F + static_cast<float>(i / 2) * 30; },
+      {"pressures a float apart", 60,
+       [](int i) { return 20.0F + 30 * std::floor(static_cast<float>(i) / 2); },
        [](int i) { return i % 2 == 0 ? 100.0F : std::nextafter(100.0F, 101.0F); },
        [](int i) { return i % 2 == 0 ? 20 : 90; }},
   };
