@@ -196,6 +196,13 @@ TEST_F(SmoothBetween, InflectionLiesOnTheChord) {
   EXPECT_NEAR(kTwoPi - 0.1, level(0.2F, 0.3F)->tangent, 1e-5);
 }
 
+TEST_F(SmoothBetween, InflectionBeforeTheMiddleLeansAgainstTheNearTangent) {
+  EXPECT_NEAR(2 * 0.45, level(0.225F, 0.275F)->at.x, 1e-5);
+  EXPECT_NEAR(kTwoPi - 0.1125, level(0.225F, 0.275F)->tangent, 1e-5);
+  EXPECT_NEAR(2 * 0.55, level(0.275F, 0.225F)->at.x, 1e-5);
+  EXPECT_NEAR(kTwoPi - 0.1125, level(0.275F, 0.225F)->tangent, 1e-5);
+}
+
 TEST_F(SmoothBetween, InflectionStaysBetweenOneAndThreeQuarters) {
   EXPECT_EQ(0.5F, level(0.01F, 1.0F)->at.x);
   EXPECT_EQ(1.5F, level(1.0F, 0.01F)->at.x);
