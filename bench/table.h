@@ -11,6 +11,7 @@ namespace bench {
 struct Wanted {
   double ratio = 0;   // at least so many times as fast as the yardstick
   double beyond = 0;  // at most so many ns more than the yardstick
+  bool may_allocate = false;
 };
 
 struct Job {
@@ -22,6 +23,9 @@ struct Job {
   Wanted wanted = {};
   std::string group = {};  // the table that the line stands in
 };
+
+// The jobs of a program, which each program has of its own.
+void add_jobs(std::vector<Job>& jobs);
 
 void add_calculations(std::vector<Job>& jobs);
 void add_loads(std::vector<Job>& jobs);

@@ -26,16 +26,16 @@ std::int16_t unit_number(const char* const (&units)[N], std::string_view option,
 
 }  // namespace
 
-std::int16_t flow_unit_number(std::string_view name) {
-  return unit_number(kFlowUnits, "--xunit", name);
+std::int16_t flow_unit_number(std::string_view name, std::string_view option) {
+  return unit_number(kFlowUnits, option, name);
 }
 
 std::int16_t throw_flow_unit_number(std::string_view name) {
   return unit_number(kThrowUnits, "--unit", name);
 }
 
-std::int16_t pressure_unit_number(std::string_view name) {
-  return unit_number(kPressureUnits, "--yunit", name);
+std::int16_t pressure_unit_number(std::string_view name, std::string_view option) {
+  return unit_number(kPressureUnits, option, name);
 }
 
 }  // namespace tavdhost

@@ -13,7 +13,6 @@ namespace {
 
 using clitest::expect_user_error;
 using clitest::Folder;
-using clitest::lines_of;
 using clitest::Outcome;
 using clitest::read_file;
 using clitest::run_program;
@@ -68,7 +67,7 @@ struct Diagram : testing::Test {
   // Refused, with nothing left in the folder.
   std::string fail(const std::vector<std::string>& product, const std::vector<std::string>& options,
                    const std::string& name = "x.png") const {
-    const std::string error = expect_user_error(command(product, folder.file(name), options));
+    std::string error = expect_user_error(command(product, folder.file(name), options));
     EXPECT_THAT(folder.names(), IsEmpty());
     return error;
   }
@@ -133,7 +132,8 @@ TEST_F(Diagram, StretchesTheDrawingPlaneOverThePicture) {
 
 TEST_F(Diagram, HasTitlesUnitsAndLabels) {
   const std::string recording = record(damper);
-  for (const char* text : {"\"Damper 200\"", "\"qv [l/s]\"", "\"dpt [Pa]\"", "\"pos 1\"", "\"2\"", "\"3\""}) {
+  for (const char* text :
+       {"\"Damper 200\"", "\"qv [l/s]\"", "\"dpt [Pa]\"", "\"pos 1\"", "\"2\"", "\"3\"", " dB(A)\""}) {
     EXPECT_THAT(recording, HasSubstr(text));
   }
 }
@@ -204,6 +204,99 @@ TEST_F(Diagram, ParametersMoveTheCurves) {
   const std::vector<std::string> fixed{"ASD", "FIXED-100"};
   EXPECT_EQ(record(fixed), record(fixed, {"--param", "colour=A"}));
   EXPECT_NE(record(fixed), record(fixed, {"--param", "colour=B"}));
+}
+
+TEST_F(Diagram, SeveralParametersAreChosenAtOnce) {
+  const std::vector<std::string> fixed{"ASD", "FIXED-100"};
+  EXPECT_EQ(record(fixed, {"--param", "colour=B"}), record(fixed, {"--params", "colour=B"}));
+}
+
+TEST_F(Diagram, BadParameterListsAreRefused) {
+  const std::vector<std::string> fixed{"ASD", "FIXED-100"};
+  EXPECT_THAT(fail(fixed, {"--params", "colour=B,blade=200"}), HasSubstr("no parameter \"blade\""));
+  EXPECT_THAT(fail(fixed, {"--params", "colour=B,"}), HasSubstr("expected NAME=VALUE"));
+}
+
+TEST_F(Diagram, UnitsOfBothAxesCanBeGivenAtOnce) {
+  EXPECT_EQ(record(damper, {"--xunit", "m3/h", "--yunit", "kPa"}), record(damper, {"--units", "m3/h,kPa"}));
+}
+
+TEST_F(Diagram, BadUnitsOfBothAxesAreRefused) {
+  EXPECT_THAT(fail(damper, {"--units", "m3/h"}),
+              HasSubstr("--units is \"m3/h\", expected a flow and a pressure"));
+  EXPECT_THAT(fail(damper, {"--units", "gal,Pa"}), HasSubstr("--units is \"gal\", expected one of l/s"));
+  EXPECT_THAT(fail(damper, {"--units", "l/s,bar"}), HasSubstr("--units is \"bar\", expected one of Pa"));
+  EXPECT_THAT(fail(damper, {"--units", "l/s,Pa", "--xunit", "l/s"}), HasSubstr("--xunit"));
+}
+
+TEST_F(Diagram, SoundLevelLinesAreThoseAskedFor) {
+  const std::string recording = record(damper, {"--lp", "41,47,3"});
+  const std::size_t red = recording.rfind("text-colour #FF0000\n");
+  ASSERT_NE(red, std::string::npos);
+  const std::string lines = recording.substr(red);
+  EXPECT_EQ(count_of(lines, "\ntext "), 3u);
+  for (const char* text : {"\"41 dB(A)\"", "\"44\"", "\"47\""}) EXPECT_THAT(lines, HasSubstr(text));
+}
+
+TEST_F(Diagram, BadSoundLevelsAreRefused) {
+  for (const char* lp : {"25", "25,60", "25,60,5,1", "a,b,c", "0,60,5", "25,60,0", "25,60,-5"}) {
+    EXPECT_THAT(fail(damper, {"--lp", lp}), HasSubstr("--lp is ")) << lp;
+  }
+  EXPECT_THAT(fail(damper, {"--lp", "60,25,5"}), HasSubstr("not below the lowest"));
+}
+
+TEST_F(Diagram, ALabelsTakeThePlaceOfPositions) {
+  const std::string recording = record(damper, {"--a-label", "1=shut", "--a-label", "3=100% \xC3\xB6ppen"});
+  EXPECT_THAT(recording, HasSubstr("\"shut\""));
+  EXPECT_THAT(recording, HasSubstr("\"2\""));
+  EXPECT_THAT(recording, HasSubstr("\"100% \xC3\xB6ppen\""));
+  EXPECT_THAT(recording, Not(HasSubstr("\"pos 1\"")));
+}
+
+TEST_F(Diagram, ALabelIsDrawnAsItIsWritten) {
+  EXPECT_THAT(record(damper, {"--a-label", "2=%d%s%n%%"}), HasSubstr("\"%d%s%n%%\""));
+}
+
+// The frame's lower edge ends where the plot does.
+TEST_F(Diagram, LongTextsAtTheRightGetRoom) {
+  const auto plot_right = [](const std::string& recording) {
+    int right = 0;
+    std::sscanf(recording.c_str() + recording.find("\nline "), "\nline %*d %*d %d", &right);
+    return right;
+  };
+  const int unasked = plot_right(record(damper));
+  EXPECT_GT(unasked, 9000);
+  EXPECT_EQ(plot_right(record(damper, {"--a-label", "3=x"})), unasked);
+  // Twelve characters of 190 units, less 600 that are there in any case.
+  EXPECT_EQ(plot_right(record(damper, {"--a-label", "3=twelve chars"})), unasked - (12 * 190 - 600));
+  EXPECT_EQ(plot_right(record(damper, {"--a-label", "3=" + std::string(149, 'x')})), unasked - 4000);
+}
+
+TEST_F(Diagram, BadALabelsAreRefused) {
+  for (const char* label : {"half", "=half", "a=half", "1 =half", "nan=half"}) {
+    EXPECT_THAT(fail(damper, {"--a-label", label}), HasSubstr("--a-label is ")) << label;
+  }
+  EXPECT_THAT(fail(damper, {"--a-label", "2=\xE9\xA2\xA8"}), HasSubstr("characters of Latin-1"));
+  EXPECT_THAT(fail(damper, {"--a-label", "2=" + std::string(150, 'x')}), HasSubstr("150 characters long"));
+}
+
+TEST_F(Diagram, ALabelOf149CharactersIsDrawn) {
+  const std::string label(149, 'x');
+  EXPECT_THAT(record(damper, {"--a-label", "2=" + label}), HasSubstr("\"" + label + "\""));
+}
+
+TEST_F(Diagram, MoreALabelsThanTheDiagramKeepsAreRefused) {
+  std::vector<std::string> options;
+  for (int i = 0; i < 201; ++i) options.insert(options.end(), {"--a-label", std::to_string(i) + "=x"});
+  EXPECT_THAT(fail(damper, options), HasSubstr("--a-label is given 201 times"));
+}
+
+// The curve and its two limits: at least one segment per half span of two spans, and twenty per limit.
+TEST_F(Diagram, FansHaveTheirCurveAndItsLimits) {
+  const std::string recording = record({"FAN", "FAN-315"});
+  const std::size_t chart_end = recording.find("select stock black-pen");
+  ASSERT_NE(chart_end, std::string::npos);
+  EXPECT_GT(count_of(recording.substr(chart_end), "\nline "), 20u);
 }
 
 TEST_F(Diagram, FansAreDrawnOnLinearAxes) {

@@ -1,0 +1,178 @@
+// The level search beside its plain transcription, and whole paints of the flow diagram on a recording.
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <memory>
+
+#include "diagram/flowdiagram.h"
+#include "diagram/soundlevels.h"
+#include "reference/level_search.h"
+#include "reference/records.h"
+#include "table.h"
+#include "tavd/tavca.h"
+#include "tavd/tavdg.h"
+#include "tavdgui/tavdgui.h"
+
+namespace bench {
+
+namespace {
+
+namespace ref = transcription;
+using reference::Random;
+
+constexpr double kSearchRatio = 3.0;  // wanted of the level search
+constexpr float kRoomdamp = 4.0F;     // dB, what the library starts with
+constexpr std::uint64_t kSeed = 1;
+
+// A sound table and the levels that a diagram seeks in it.
+struct LevelScene {
+  tavd::LevelTable table;
+  std::vector<ref::LevelSearchRow> rows;
+  std::vector<float> levels;
+  int groups = 0;
+};
+
+// Measured rows: whole dB, rising with the pressure by 12 dB an octave or so.
+std::shared_ptr<LevelScene> level_scene(int groups, int rows_of_group, std::vector<float> levels) {
+  Random random(kSeed);
+  auto scene = std::make_shared<LevelScene>();
+  scene->groups = groups;
+  scene->levels = std::move(levels);
+  for (int g = 0; g < groups; ++g) {
+    float val = random.uniform(10, 40);
+    float level = random.uniform(20, 35);
+    for (int i = 0; i < rows_of_group; ++i) {
+      tavd::LevelRow row{};
+      row.group = static_cast<std::int16_t>(g);
+      row.val = val;
+      for (float& band : row.lw) band = std::floor(level + random.uniform(-12, 12));
+      scene->table.add(row);
+      ref::LevelSearchRow copy{row.group, row.val, {}};
+      std::copy(row.lw, row.lw + TAVD_BANDS, copy.lw);
+      scene->rows.push_back(copy);
+      val *= random.uniform(1.6F, 2.5F);
+      level += random.uniform(8, 14);
+    }
+  }
+  return scene;
+}
+
+void add_search(std::vector<Job>& jobs, const char* detail, const std::shared_ptr<LevelScene>& scene) {
+  const auto each = [scene](auto find) {
+    return [scene, find] {
+      for (const float L : scene->levels) {
+        for (int g = 0; g < scene->groups; ++g) benchmark::DoNotOptimize(find(*scene, L, g));
+      }
+    };
+  };
+  jobs.push_back(
+      {"lp_find", detail, static_cast<int>(scene->levels.size()) * scene->groups,
+       each([](const LevelScene& s, float L, int g) { return tavd::lp_find(s.table, L, g); }),
+       each([](const LevelScene& s, float L, int g) {
+         return ref::lp_find(static_cast<int>(s.rows.size()), s.rows.data(), L, g, kRoomdamp);
+       }),
+       Wanted{kSearchRatio, 0},
+       "\n## Level search\n\nThe flow or pressure at which a product is as loud as wanted, beside the "
+       "plain\ntranscription of the search that the tests compare it with.\n\n"
+       "| Function | Product | Library, ns | Yardstick, ns | Times as fast | Allocations | Wanted |\n"
+       "|---|---|---:|---:|---:|---:|---|\n"});
+}
+
+// A product of the kind with believable tables; every job puts its own into the one diagram of the process.
+FlowData product(std::int16_t kind) {
+  FlowData fd{};
+  std::memcpy(fd.szclass, "TVX", 4);
+  fd.kind = kind;
+  fd.nhdd = 1;
+  fd.qvmin = kind == tavd::kFanKind ? 0.0F : 20.0F;
+  fd.qvmax = 500;
+  fd.dpmin = kind == tavd::kFanKind ? 0.0F : 5.0F;
+  fd.dpmax = 1000;
+  fd.nref = 1;
+  fd.qvref = 100;
+  fd.dpref = 50;
+  for (int i = 0; i < 10; ++i) {
+    const float n = static_cast<float>(i);
+    const float k = 0.08F / std::exp2(n);
+    const float qv = 30 + 50 * n;
+    fd.damper[fd.ndamper++] = {n + 1, 100, k * 1e4F};
+    fd.qvdppoints[fd.nqvdp++] = {qv, 0.005F * qv * qv};
+    fd.fancurve[fd.nfan++] = {qv, 950 - 90 * n, 0};
+    for (int j = 0; j < 3; ++j) {
+      const float dp = 15 * std::exp2(2 * static_cast<float>(j));
+      LwPoint& row = fd.lwpoints[fd.nlw++];
+      row.qv = kind == 30 ? qv : std::sqrt(dp / k);
+      row.dp = dp;
+      for (std::uint8_t& band : row.lw) band = static_cast<std::uint8_t>(22 + 2 * i + 12 * j);
+    }
+  }
+  return fd;
+}
+
+class Paint {
+ public:
+  explicit Paint(std::int16_t kind) : product_(product(kind)), surface_(tgui_recording_create(1000, 1000)) {}
+  ~Paint() { tgui_surface_destroy(surface_); }
+  Paint(const Paint&) = delete;
+  Paint& operator=(const Paint&) = delete;
+
+  void whole() {
+    start();
+    tavdg_create_drawing_tools();
+    tavdg_draw_diagram(surface_);
+    tavdg_destroy_drawing_tools();
+  }
+  void chart_alone() {
+    start();
+    tavd::chart_draw(tavd::dg.chart, surface_, true, true);
+  }
+
+ private:
+  // Takes the diagram over from the job before, which had another product.
+  void start() {
+    if (tavd::dg.flowdata.kind != product_.kind) {
+      tavdg_init_empty(tgui_main_module(), 0);
+      const FlowData& fd = product_;
+      const bool log = fd.kind != tavd::kFanKind;
+      tavd::dg.flowdata = fd;
+      tavd::dg.chart = tavd::chart_create(log, log, fd.qvmin, fd.dpmin, fd.qvmax, fd.dpmax, 50, 100, 3, 0, 3,
+                                          0, "qv [l/s]", "dpt [Pa]", "BENCH");
+      tavd::dg.ready = true;
+      tavdg_set_operation_point(100, 100);
+      tavdg_set_qvlimits(50, 300);
+    }
+    tgui_recording_clear(surface_);
+  }
+
+  FlowData product_;
+  tgui_surface* surface_;
+};
+
+void add_paints(std::vector<Job>& jobs) {
+  for (const std::int16_t kind : {std::int16_t{10}, std::int16_t{11}, std::int16_t{12}, std::int16_t{13},
+                                  std::int16_t{20}, std::int16_t{22}, std::int16_t{30}, tavd::kFanKind}) {
+    const auto paint = std::make_shared<Paint>(kind);
+    jobs.push_back(
+        {"tavdg_draw_diagram", "kind " + std::to_string(kind), 1, [paint] { paint->whole(); },
+         [paint] { paint->chart_alone(); }, Wanted{0, 0, true},
+         "\n## Painting\n\nOne paint of the flow diagram on a recording surface, its pens and fonts "
+         "included.\nThe yardstick is the chart without curves. What is allocated are the operations "
+         "written\ndown, pens and fonts, and one block for each smoothed curve.\n\n"
+         "| Function | Product | Library, ns | Chart alone, ns | Times as fast | Allocations | Wanted |\n"
+         "|---|---|---:|---:|---:|---:|---|\n"});
+  }
+}
+
+}  // namespace
+
+void add_jobs(std::vector<Job>& jobs) {
+  add_search(jobs, "marks: 1 group of 8 rows, 5 levels", level_scene(1, 8, {20, 25, 30, 35, 40}));
+  add_search(jobs, "lines: 10 groups of 6 rows, 5 levels", level_scene(10, 6, {20, 30, 40, 50, 60}));
+  add_search(jobs, "lines: 20 groups of 3 rows, 10 levels",
+             level_scene(20, 3, {21, 25, 29, 33, 37, 41, 45, 49, 53, 57}));
+  add_paints(jobs);
+}
+
+}  // namespace bench
