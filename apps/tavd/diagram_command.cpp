@@ -8,11 +8,11 @@
 #include "numbers.h"
 #include "picture.h"
 #include "product.h"
-#include "tavd/tavdcore.h"
 #include "tavd/tavdf.h"
 #include "tavd/tavdg.h"
 #include "tavdgui/tavdgui.h"
 #include "text.h"
+#include "title.h"
 #include "units.h"
 
 namespace tavdhost {
@@ -44,8 +44,6 @@ struct DiagramSettings {
 constexpr const char* kWindowClass = "TAVDDGR";
 constexpr const char* kPositionLabel = "pos";   // in front of the first damper position
 constexpr const char* kLevelLabel = "dB(A)";    // behind the first sound level
-constexpr std::int16_t kCodeOfNoMarket = 1562;  // product code for all markets, UTF-8
-constexpr std::size_t kTitleUnits = 79;         // a longer title would not be drawn at all
 
 DiagramSettings parse_settings(const DiagramOptions& options) {
   DiagramSettings settings{};
@@ -54,10 +52,7 @@ DiagramSettings parse_settings(const DiagramOptions& options) {
   settings.yunit = pressure_unit_number(options.yunit);
   if (!options.qv.empty()) settings.qv = positive_number("--qv", options.qv);
   if (!options.dp.empty()) settings.dp = positive_number("--dp", options.dp);
-  if (utf16_length(options.title) > kTitleUnits) {
-    throw UserError("--title is " + std::to_string(utf16_length(options.title)) +
-                    " characters long, expected at most " + std::to_string(kTitleUnits));
-  }
+  check_title(options.title);
   if (!options.limits.empty()) {
     const std::size_t comma = options.limits.find(',');
     if (comma == std::string::npos) {
@@ -67,15 +62,6 @@ DiagramSettings parse_settings(const DiagramOptions& options) {
     settings.qvlimit2 = positive_number("--limits", options.limits.substr(comma + 1));
   }
   return settings;
-}
-
-// A chart in the wide form always shows the product code, whatever title was set. So the title takes the
-// code's place in the record at hand, which is never saved.
-void put_title(const Database& database, Record& record, const std::string& asked) {
-  const std::string title = printable(asked);
-  tavdcore_set_market_area(nullptr);
-  tavbinsertatt(database.handle(), record.address(), kCodeOfNoMarket, title.data(),
-                static_cast<std::int16_t>(title.size()));
 }
 
 // The flow diagram of the process, released at the end.
@@ -128,7 +114,7 @@ void run_diagram(const DiagramOptions& options) {
   Record record = database.product(options.class_id, options.object_id);
   Product product = load_product(database, record);
   set_parameters(product.flow, options.parameters);
-  if (!options.title.empty()) put_title(database, record, options.title);
+  put_title(database, record, options.title);
   Diagram diagram(database);
   diagram.set_up(settings, product.flow, options.static_pressure);
   diagram.build(product, record);

@@ -5,6 +5,7 @@
 #include "base/gwlist.h"
 #include "base/gwsys.h"
 #include "base/gwtext.h"
+#include "db/sizelist.h"
 #include "diagram/held.h"
 #include "diagram/hostdialog.h"
 #include "tavd/tavb.h"

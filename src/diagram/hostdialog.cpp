@@ -4,7 +4,6 @@
 #include "base/gwtext.h"
 #include "calc/numeric.h"
 #include "calc/parameter.h"
-#include "tavd/tavb.h"
 #include "tavd/tavca.h"
 
 namespace tavd {
@@ -21,33 +20,6 @@ int named_parameter(const FlowData& fd) {
 }
 
 }  // namespace
-
-void fill_size_list(tavd_hwnd dialog, int item, FamilyList* list, std::int16_t db, tavb_rec rec) {
-  if (rec == nullptr) {
-    return;
-  }
-  char class_id[8] = {};
-  char object_id[32] = {};
-  tavbgetID(db, rec, class_id, object_id);
-  const std::int32_t members = tavfm_read(list, db, class_id, object_id);
-  gwlb_clear(dialog, item);
-  for (std::int32_t i = 0; i < members; ++i) {
-    FamilyMember member;
-    tavfm_get(list, i, &member);
-    gwlb_add(dialog, item, member.pcode);
-  }
-  if (members > 0) {
-    gwlb_select(dialog, item, 0);
-  }
-}
-
-bool selected_member(tavd_hwnd dialog, int item, const FamilyList* list, FamilyMember* member) {
-  if (dialog == nullptr) {  // a missing control answers 0, the first row
-    return false;
-  }
-  const int row = gwlb_gettext(dialog, item, -1, nullptr, 0);
-  return row >= 0 && tavfm_get(list, row, member) == 0;
-}
 
 int fill_parameter_values(tavd_hwnd dialog, int item, const FlowData& fd) {
   const int parameter = named_parameter(fd);

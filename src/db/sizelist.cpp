@@ -1,0 +1,36 @@
+#include "db/sizelist.h"
+
+#include "base/gwlist.h"
+#include "db/attributes.h"
+#include "tavd/tavb.h"
+
+namespace tavd {
+
+void fill_size_list(tavd_hwnd dialog, int item, FamilyList* list, std::int16_t db, tavb_rec rec) {
+  if (rec == nullptr) {
+    return;
+  }
+  char class_id[kClassRoom] = {};
+  char object_id[kIdRoom] = {};
+  tavbgetID(db, rec, class_id, object_id);
+  const std::int32_t members = tavfm_read(list, db, class_id, object_id);
+  gwlb_clear(dialog, item);
+  for (std::int32_t i = 0; i < members; ++i) {
+    FamilyMember member;
+    tavfm_get(list, i, &member);
+    gwlb_add(dialog, item, member.pcode);
+  }
+  if (members > 0) {
+    gwlb_select(dialog, item, 0);
+  }
+}
+
+bool selected_member(tavd_hwnd dialog, int item, const FamilyList* list, FamilyMember* member) {
+  if (dialog == nullptr) {  // a missing control answers 0, the first row
+    return false;
+  }
+  const int row = gwlb_gettext(dialog, item, -1, nullptr, 0);
+  return row >= 0 && tavfm_get(list, row, member) == 0;
+}
+
+}  // namespace tavd
