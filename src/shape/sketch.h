@@ -61,7 +61,7 @@ struct Figure {
 };
 
 // A line through the points, open unless the last is the first.
-consteval Figure stroke(std::initializer_list<Point> points) {
+constexpr Figure stroke(std::initializer_list<Point> points) {
   Figure figure{.kind = Figure::Kind::kStroke};
   for (const Point& point : points) {
     figure.points[figure.count++] = point;
@@ -70,25 +70,25 @@ consteval Figure stroke(std::initializer_list<Point> points) {
 }
 
 // A closed outline that is part of a larger one; it starts in the middle of the upper edge.
-consteval Figure box(Point corner, Point opposite) {
+constexpr Figure box(Point corner, Point opposite) {
   const Point start = {static_cast<std::int16_t>((corner.x + opposite.x) / 2), corner.y};
   return stroke({start, {opposite.x, corner.y}, opposite, {corner.x, opposite.y}, corner, start});
 }
 
-consteval Figure line(Point from, Point to) {
+constexpr Figure line(Point from, Point to) {
   return stroke({from, to});
 }
 
-consteval Figure circle(Point centre, std::int16_t radius) {
+constexpr Figure circle(Point centre, std::int16_t radius) {
   return {.kind = Figure::Kind::kCircle, .count = 1, .radius = radius, .points = {centre}};
 }
 
 // Counter-clockwise from the ray through `from` to the ray through `to`, on the ellipse in the rectangle.
-consteval Figure arc(Point corner, Point opposite, Point from, Point to) {
+constexpr Figure arc(Point corner, Point opposite, Point from, Point to) {
   return {.kind = Figure::Kind::kArc, .count = 4, .points = {corner, opposite, from, to}};
 }
 
-consteval Figure rect(Point corner, Point opposite) {
+constexpr Figure rect(Point corner, Point opposite) {
   return {.kind = Figure::Kind::kRectangle, .count = 2, .points = {corner, opposite}};
 }
 
