@@ -18,7 +18,7 @@ constexpr Figure unit_outline[] = {
     box({130, 570}, {370, 580}),
 };
 constexpr Figure unit_centre_lines[] = {
-    line({95, 180}, {395, 180}),
+    line({103, 180}, {395, 180}),
     line({250, 120}, {250, 250}),
     line({140, 520}, {360, 520}),
     line({250, 460}, {250, 590}),
@@ -44,21 +44,21 @@ constexpr Figure rectangular_outline[] = {
     box({190, 490}, {310, 550}),
 };
 constexpr Dimension rectangular_dimensions[] = {across(5, {190, 490}, {310, 490}, 430)};
-constexpr Dimension rectangular_height[] = {down(14, {110, 150}, {110, 210}, 8)};
+constexpr Dimension rectangular_height[] = {down(14, {110, 150}, {110, 210}, 10)};
 
 constexpr Figure round_outline[] = {
-    stroke({{130, 140}, {110, 140}, {110, 220}, {130, 220}}),
-    circle({250, 520}, 40),
+    stroke({{130, 137}, {110, 137}, {110, 223}, {130, 223}}),
+    circle({250, 520}, 43),
 };
-constexpr Dimension round_dimensions[] = {across(5, {210, 520}, {290, 520}, 430)};
-constexpr Dimension round_axis[] = {down(15, {130, 130}, {110, 180}, 8)};
+constexpr Dimension round_dimensions[] = {across(5, {207, 520}, {293, 520}, 430)};
+constexpr Dimension round_axis[] = {down(15, {130, 130}, {110, 180}, 10)};
 
 constexpr Figure side_outline[] = {
-    circle({250, 180}, 40),
-    stroke({{150, 480}, {128, 480}, {128, 560}, {150, 560}}),
+    circle({250, 180}, 43),
+    stroke({{150, 477}, {128, 477}, {128, 563}, {150, 563}}),
 };
-constexpr Dimension side_dimensions[] = {across(5, {210, 180}, {290, 180}, 85)};
-constexpr Dimension side_axis[] = {down(16, {130, 130}, {130, 180}, 8)};
+constexpr Dimension side_dimensions[] = {across(5, {207, 180}, {293, 180}, 85)};
+constexpr Dimension side_axis[] = {down(16, {130, 130}, {130, 180}, 10)};
 
 constexpr Sketch connections[] = {
     {.outline = rectangular_outline, .dimensions = rectangular_dimensions},

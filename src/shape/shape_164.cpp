@@ -13,13 +13,13 @@ constexpr Figure face_outline[] = {
     circle({210, 600}, 40),
 };
 constexpr Figure face_centre_lines[] = {
-    line({90, 160}, {410, 160}),
+    line({102, 160}, {410, 160}),
     line({100, 600}, {320, 600}),
     line({210, 490}, {210, 710}),
 };
 constexpr Dimension face_dimensions[] = {
     across(1, {110, 700}, {310, 700}, 760),
-    down(2, {100, 60}, {100, 260}, 6),
+    down(2, {100, 60}, {100, 260}, 10),
 };
 constexpr Sketch face = {.outline = face_outline, .hidden = face_centre_lines, .dimensions = face_dimensions};
 

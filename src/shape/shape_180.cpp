@@ -39,12 +39,12 @@ constexpr Sketch round_stubs = {.outline = round_stubs_outline};
 constexpr Dimension length_dimension[] = {across(1, {50, 600}, {350, 600}, 720)};
 constexpr Sketch length = {.dimensions = length_dimension};
 
-constexpr Dimension width_dimensions[] = {down(2, {350, 90}, {350, 230}, 412),
-                                          down(3, {350, 300}, {350, 600}, 412)};
-constexpr Dimension diameter_dimensions[] = {down(2, {350, 100}, {350, 300}, 412),
-                                             down(2, {350, 400}, {350, 600}, 412)};
-constexpr Dimension rectangular_margin[] = {down(2, {350, 90}, {375, 125}, 412)};
-constexpr Dimension round_margin[] = {down(2, {350, 100}, {375, 140}, 412)};
+constexpr Dimension width_dimensions[] = {down(2, {350, 90}, {350, 230}, 411),
+                                          down(3, {350, 300}, {350, 600}, 411)};
+constexpr Dimension diameter_dimensions[] = {down(2, {350, 100}, {350, 300}, 411),
+                                             down(2, {350, 400}, {350, 600}, 411)};
+constexpr Dimension rectangular_margin[] = {down(2, {350, 90}, {375, 125}, 411)};
+constexpr Dimension round_margin[] = {down(2, {350, 100}, {375, 140}, 411)};
 constexpr Sketch sizes_180 = {.dimensions = width_dimensions};
 constexpr Sketch sizes_181 = {.dimensions = rectangular_margin};
 constexpr Sketch sizes_182 = {.dimensions = diameter_dimensions};
