@@ -20,6 +20,7 @@ void add_commands(CLI::App& app) {
   add_diagram_command(app);
   add_picture_command(app);
   add_gallery_command(app);
+  add_throw_command(app);
 }
 
 void add_text_options(CLI::App& command, TextChoice& texts) {

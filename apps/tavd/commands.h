@@ -20,6 +20,7 @@ void add_sweep_command(CLI::App& app);
 void add_diagram_command(CLI::App& app);
 void add_picture_command(CLI::App& app);
 void add_gallery_command(CLI::App& app);
+void add_throw_command(CLI::App& app);
 
 // Adds --market and --language, which fill `texts`.
 void add_text_options(CLI::App& command, TextChoice& texts);

@@ -11,6 +11,7 @@ namespace {
 
 // The place in a list is the unit's number.
 constexpr const char* kFlowUnits[] = {"l/s", "l/h", "m3/s", "m3/h", "cfm"};
+constexpr const char* kThrowUnits[] = {"l/s", "l/h", "m3/s", "m3/h", "cfm", "m3/h/m", "l/s/m"};
 constexpr const char* kPressureUnits[] = {"Pa", "kPa", "inWC", "inwg"};
 
 template <std::size_t N>
@@ -27,6 +28,10 @@ std::int16_t unit_number(const char* const (&units)[N], std::string_view option,
 
 std::int16_t flow_unit_number(std::string_view name) {
   return unit_number(kFlowUnits, "--xunit", name);
+}
+
+std::int16_t throw_flow_unit_number(std::string_view name) {
+  return unit_number(kThrowUnits, "--unit", name);
 }
 
 std::int16_t pressure_unit_number(std::string_view name) {

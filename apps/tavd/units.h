@@ -11,4 +11,7 @@ namespace tavdhost {
 std::int16_t flow_unit_number(std::string_view name);
 std::int16_t pressure_unit_number(std::string_view name);
 
+// The same for the flow of a throw length diagram, which has two units by the metre more (m3/h/m, l/s/m).
+std::int16_t throw_flow_unit_number(std::string_view name);
+
 }  // namespace tavdhost

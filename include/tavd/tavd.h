@@ -7,6 +7,8 @@
 #ifndef TAVD_TAVD_H
 #define TAVD_TAVD_H
 
+#include "tavd/L2dg.h"
+#include "tavd/codes.h"
 #include "tavd/ewads.h"
 #include "tavd/flowdata.h"
 #include "tavd/tavca.h"
@@ -14,6 +16,7 @@
 #include "tavd/tavdf.h"
 #include "tavd/tavdg.h"
 #include "tavd/tavdshapepic.h"
+#include "tavd/tavdidset.h"
 #include "tavd/tavfm.h"
 #include "tavd/types.h"
 

@@ -1,9 +1,9 @@
 #include "tavd/ewads.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
 #include <cstring>
 #include <limits>
 #include <utility>
@@ -67,12 +67,13 @@ float vms(const DuctSize& ds, double qv) {
 template <typename Char>
 Char* print(const DuctSize& ds, Char* buffer) {
   char text[kTextSize];
+  char* const capacity = text + sizeof text;
+  char* end = std::to_chars(text, capacity, ds.b).ptr;
   if (ds.shape == kRectangular) {
-    std::snprintf(text, sizeof text, "%hdx%hd", ds.b, ds.h);
-  } else {
-    std::snprintf(text, sizeof text, "%hd", ds.b);
+    *end++ = 'x';
+    end = std::to_chars(end, capacity, ds.h).ptr;
   }
-  std::copy_n(text, std::strlen(text) + 1, buffer);
+  *std::copy(text, end, buffer) = 0;
   return buffer;
 }
 

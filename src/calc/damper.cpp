@@ -96,7 +96,8 @@ float position_between(const DamperPoint& upper, const DamperPoint& lower, float
   const float dpa = pressure_of(upper, qv);
   const float dpb = pressure_of(lower, qv);
   if (std::fabs(wide(dpa - dpb)) < kSamePressure) return lower.pos;
-  const double t = (lg(dp) - lg(dpb)) / (lg(dpa) - lg(dpb));
+  const double lgb = lg(dpb);
+  const double t = (lg(dp) - lgb) / (lg(dpa) - lgb);
   return narrow(wide(lower.pos) + t * (wide(upper.pos) - wide(lower.pos)));
 }
 

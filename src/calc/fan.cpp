@@ -21,18 +21,21 @@ int curve_points(const FlowData& fd) {
   return row_count(fd.nfan, TAVD_FAN_ROWS);
 }
 
-// The curve's pressure at `qv` in its first bracket that holds this flow; a flow on a point takes the bracket
-// below it. False if no bracket holds it.
-bool curve_dp(const FlowData& fd, float qv, const tavd::PressureTerm& term, float* dp) {
+// Upper point of the curve's first bracket that holds the flow; 0 if none holds it. A flow on a point takes
+// the bracket below it.
+int find_bracket(const FlowData& fd, float qv) {
   const int n = curve_points(fd);
   for (int i = 1; i < n; ++i) {
-    const FanPoint& below = fd.fancurve[i - 1];
-    const FanPoint& above = fd.fancurve[i];
-    if (!(below.qv <= qv && above.qv >= qv)) continue;
-    *dp = term.added_to(tavd::tavca_lin_interp(below.qv, above.qv, qv, below.dp, above.dp));
-    return true;
+    if (fd.fancurve[i].qv >= qv && fd.fancurve[i - 1].qv <= qv) return i;
   }
-  return false;
+  return 0;
+}
+
+// The curve's pressure between point `upper` and the one before it, without parameters.
+float curve_dp(const FlowData& fd, float qv, int upper) {
+  const FanPoint& below = fd.fancurve[upper - 1];
+  const FanPoint& above = fd.fancurve[upper];
+  return tavd::tavca_lin_interp(below.qv, above.qv, qv, below.dp, above.dp);
 }
 
 // The coefficient of the system line through a point of the curve. The parameter term belongs to the
@@ -50,26 +53,21 @@ struct FanPressure {
 
 FanPressure fan_pressure(const FlowData& fd, float qv) {
   const int n = curve_points(fd);
+  const bool below = n > 0 && fd.fancurve[0].qv > qv;
+  if (!below && (n == 0 || qv > fd.fancurve[n - 1].qv)) return {kAboveCurve};
   const tavd::PressureTerm term(fd, qv);
-  FanPressure result;
-  result.dynamic = tavca_pdyn(qv, fd.ductarea, 0);
   float dpref = 0.0F;
-  if (n > 0 && fd.fancurve[0].qv > qv) {
+  if (below) {
     dpref = system_line(fd.fancurve[0], term) * qv * qv;
-    result.code = kBelowCurve;
-  } else if (n == 0 || qv > fd.fancurve[n - 1].qv) {
-    result.dynamic = 0.0F;
-    result.code = kAboveCurve;
-  } else {
-    curve_dp(fd, qv, term, &dpref);
+  } else if (const int upper = find_bracket(fd, qv); upper != 0) {
+    dpref = term.added_to(curve_dp(fd, qv, upper));
   }
-  if (fd.kind100 < kTotalPressure) {
-    result.fan_static = dpref;
-    result.total = dpref + result.dynamic;
-  } else {
-    result.total = dpref;
-    result.fan_static = dpref - result.dynamic;
-  }
+  FanPressure result;
+  result.code = below ? kBelowCurve : 0;
+  result.dynamic = tavca_pdyn(qv, fd.ductarea, 0);
+  const bool is_static = fd.kind100 < kTotalPressure;
+  result.fan_static = is_static ? dpref : dpref - result.dynamic;
+  result.total = is_static ? dpref + result.dynamic : dpref;
   return result;
 }
 
@@ -94,8 +92,9 @@ int tavca_fan_op_check(const FlowData* fd, float qv, float dp) {
   const float k2 = system_line(fd->fancurve[n - 1], term);
   if (dp > k1 * qv * qv) return kBelowCurve;
   if (k2 * qv * qv > dp) return kAboveCurve;
-  float dpref;
-  if (!curve_dp(*fd, qv, term, &dpref)) return 0;
+  const int upper = find_bracket(*fd, qv);
+  if (upper == 0) return 0;
+  float dpref = term.added_to(curve_dp(*fd, qv, upper));
   if (fd->kind100 < kTotalPressure) dpref += tavca_pdyn(qv, fd->ductarea, 0);
   return dp > dpref ? kOverCurve : 0;
 }

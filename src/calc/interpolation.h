@@ -3,14 +3,26 @@
 
 #include <cmath>
 
+#include "calc/numeric.h"
+
 namespace tavd {
 
+// Whether the abscissae are too close to divide by their distance. Relative to x1 and its sign: an x1 of 0 or
+// below never counts as equal to anything.
+inline bool same_abscissa(float x1, float x2) {
+  constexpr double kResolution = 99999999.9;
+  return wide(x1) / kResolution > std::fabs(wide(x1) - wide(x2));
+}
+
 // y at `x` on the line through (x1, y1) and (x2, y2), beyond them too, all in float.
-float tavca_lin_interp(float x1, float x2, float x, float y1, float y2);
+inline float tavca_lin_interp(float x1, float x2, float x, float y1, float y2) {
+  if (same_abscissa(x1, x2)) return y1;
+  return y1 + ((y2 - y1) / (x2 - x1)) * (x - x1);
+}
 
 // A number on a logarithmic axis. Made by name, so that no plain number is taken for its logarithm.
 struct LogValue {
-  explicit LogValue(float x) : lg(std::log10(static_cast<double>(x))) {}
+  explicit LogValue(float x) : lg(tavd::lg(x)) {}
   double lg;
 };
 
@@ -19,13 +31,18 @@ struct LogValue {
 // measured points share one place.
 class LogPlace {
  public:
-  LogPlace(float x1, float x2, LogValue x);
+  LogPlace(float x1, float x2, LogValue x) : same_(same_abscissa(x1, x2)) {
+    if (same_) return;
+    const double lg1 = lg(x1);
+    span_ = lg(x2) - lg1;
+    way_ = x.lg - lg1;
+  }
 
   // y on the line through (x1, y1) and (x2, y2).
   float between(float y1, float y2) const {
     if (same_) return y1;
-    const double slope = static_cast<double>(y2 - y1) / span_;
-    return static_cast<float>(static_cast<double>(y1) + slope * way_);
+    const double slope = wide(y2 - y1) / span_;
+    return narrow(wide(y1) + slope * way_);
   }
 
  private:

@@ -10,6 +10,11 @@
 
 namespace {
 
+using tavd::blend;
+using tavd::lower_row;
+using tavd::sum_of_terms;
+using tavd::term_of;
+using tavd::upper_row;
 using tavd::wide;
 
 constexpr double kSmallestPressure = 1e-5;      // Pa; what a demanded pressure is left with at least
@@ -27,10 +32,6 @@ class ValueText {
   char text_[kChars + 1];
 };
 
-bool is_chosen(const ParTable& par) {
-  return par.value[0] != '\0';
-}
-
 bool is_numeric(const char* value) {
   float number;
   return tavca_param_valuetoreal(value, &number) == 0;
@@ -40,29 +41,6 @@ float number_of(const char* value) {
   float number;
   tavca_param_valuetoreal(value, &number);
   return number;
-}
-
-const ParEntry& lower_row(const ParTable& par) {
-  return par.table[std::clamp<int>(par.idx1, 0, TAVD_PARAMETER_ROWS - 1)];
-}
-
-const ParEntry& upper_row(const ParTable& par) {
-  return par.table[std::clamp<int>(par.idx2, 0, TAVD_PARAMETER_ROWS - 1)];
-}
-
-// The value of a field at the chosen place between two rows.
-float blend(const ParTable& par, float lower, float upper) {
-  const float frac = par.frac;
-  return lower + frac * (upper - lower);
-}
-
-float blend(const ParTable& par, std::int16_t lower, std::int16_t upper) {
-  const float frac = par.frac;
-  return static_cast<float>(lower) + frac * static_cast<float>(upper - lower);
-}
-
-float dk_term(const ParTable& par) {
-  return blend(par, lower_row(par).dk, upper_row(par).dk);
 }
 
 float dlw_term(const ParTable& par) {
@@ -76,20 +54,6 @@ float ddlw_term(const ParTable& par) {
 float factor_term(const ParTable& par) {
   const float factor = blend(par, lower_row(par).factor, upper_row(par).factor);
   return std::fabs(wide(factor)) < kNoFactor ? 1.0F : factor;
-}
-
-using Term = float (*)(const ParTable&);
-
-// The term of one parameter of the record; `neutral` if it is not usable or nothing is chosen.
-template <Term term>
-float term_of(const FlowData& fd, int index, float neutral) {
-  if (fd.npar <= index || !is_chosen(fd.par[index])) return neutral;
-  return term(fd.par[index]);
-}
-
-template <Term term>
-float sum_of_terms(const FlowData& fd) {
-  return term_of<term>(fd, 0, 0.0F) + term_of<term>(fd, 1, 0.0F);
 }
 
 void add_to_bands(float* bands, float d) {
@@ -212,10 +176,6 @@ int tavca_param_locate(const char* value, const ParEntry* table, int n, std::int
   for (int row = 0; row < n && numeric; ++row) numeric = is_numeric(table[row].value);
   return numeric ? locate_number(number_of(value), table, n, idx1, idx2, frac)
                  : locate_text(value, table, n, idx1, idx2);
-}
-
-PressureTerm::PressureTerm(const FlowData& fd, float qv) : any_(fd.npar >= 1) {
-  if (any_) term_ = sum_of_terms<dk_term>(fd) * qv * qv;
 }
 
 void tavca_param_add_dp(const FlowData* fd, float qv, float* dp) {

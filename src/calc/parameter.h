@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "calc/terms.h"
 #include "tavd/flowdata.h"
 
 namespace tavd {
@@ -10,18 +11,6 @@ namespace tavd {
 // The place of `value` between the rows of a table: 0, or -1 with zero outputs if it has none.
 int tavca_param_locate(const char* value, const ParEntry* table, int n, std::int16_t* idx1,
                        std::int16_t* idx2, float* frac);
-
-// The pressure term of the chosen values at flow `qv`, for a record that is asked more than once at one flow.
-class PressureTerm {
- public:
-  PressureTerm(const FlowData& fd, float qv);
-  // `dp` with the term, Pa. Without parameters nothing is added, not even 0.
-  float added_to(float dp) const { return any_ ? dp + term_ : dp; }
-
- private:
-  bool any_;
-  float term_ = 0.0F;  // Pa
-};
 
 // Adds the pressure term of the chosen values at flow `qv`, Pa.
 void tavca_param_add_dp(const FlowData* fd, float qv, float* dp);
@@ -38,6 +27,9 @@ bool tavca_strip_quotes(char* s);
 
 // Fits L2 = kL2*qv^nL2 through the first two points (one point: exponent 1): 0 or -1.
 int tavca_fit_power(const QvL2Point* points, int n, float* nL2, float* kL2);
+// The measured points of the record's throw line for a parameter value; their number, below 1 if there are
+// none. A table by parameter value goes first, also when the value has no place in it.
+int throw_points(const FlowData& fd, const char* value, QvL2Point (&points)[TAVD_QVL2_ROWS]);
 // The throw points (qv, L2 pairs) for a parameter value: their number 1 or 2, or negative.
 int tavca_param_l2_points(const ParL2Point* table, int n, float out[4], const char* value);
 

@@ -5,19 +5,13 @@
 #include "calc/parameter.h"
 #include "tavd/tavca.h"
 
-namespace {
+namespace tavd {
 
-using tavd::narrow;
-using tavd::row_count;
-using tavd::wide;
-
-// The measured points of the record for a parameter value; their number, below 1 if there are none. A table
-// by parameter value goes first, also when the value has no place in it.
 int throw_points(const FlowData& fd, const char* value, QvL2Point (&points)[TAVD_QVL2_ROWS]) {
   const int by_value = row_count(fd.nparL2, TAVD_PARL2_ROWS);
   if (by_value > 0) {
     float pairs[4];
-    const int n = tavd::tavca_param_l2_points(fd.parL2, by_value, pairs, value);
+    const int n = tavca_param_l2_points(fd.parL2, by_value, pairs, value);
     points[0] = {pairs[0], pairs[1]};
     points[1] = {pairs[2], pairs[3]};
     return n;
@@ -27,12 +21,15 @@ int throw_points(const FlowData& fd, const char* value, QvL2Point (&points)[TAVD
   return n;
 }
 
-}  // namespace
+}  // namespace tavd
+
+using tavd::narrow;
+using tavd::wide;
 
 float tavca_L2_isothermal(const FlowData* fd, float qv, const char* value) {
   if (fd == nullptr) return 0.0F;
   QvL2Point points[TAVD_QVL2_ROWS];
-  const int n = throw_points(*fd, value, points);
+  const int n = tavd::throw_points(*fd, value, points);
   if (n < 1) return 0.0F;
   float nL2;
   float kL2;

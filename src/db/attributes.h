@@ -6,12 +6,14 @@
 
 namespace tavd {
 
+inline constexpr std::int16_t kAttUsesUtf8 = 1049;          // int16, of the file header alone
 inline constexpr std::int16_t kAttDiameters = 1102;         // int16 items, mm
 inline constexpr std::int16_t kAttShapeData = 1110;         // int16 words
 inline constexpr std::int16_t kAttSizingMode = 1150;        // int16
 inline constexpr std::int16_t kAttCodeAlternative2 = 1501;  // text
 inline constexpr std::int16_t kAttMaker = 1503;             // text
 inline constexpr std::int16_t kAttCodeAlternative1 = 1505;  // text
+inline constexpr std::int16_t kAttCodeTemplate = 1511;      // text
 inline constexpr std::int16_t kAttInstallation = 1513;      // text
 inline constexpr std::int16_t kAttModelId = 1525;           // text, object id of class "TVM"
 inline constexpr std::int16_t kAttDefaultCode = 1562;       // text

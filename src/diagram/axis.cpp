@@ -28,6 +28,12 @@ void axis_format(float lo, float /*hi*/, std::int16_t* len, std::int16_t* des) {
   *len = static_cast<std::int16_t>(width);
 }
 
+AxisSetup axis_over(float min, float max) {
+  AxisSetup axis{min, max, 0.0F, 0, 0};
+  axis_format(min, max, &axis.len, &axis.des);
+  return axis;
+}
+
 int axis_step(float lo, float hi, float* step) {
   *step = kFallbackStep;
   if (!(lo < hi)) {

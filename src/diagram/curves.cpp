@@ -7,12 +7,12 @@
 #include <iterator>
 
 #include "base/gwgdi.h"
+#include "base/held.h"
+#include "base/selected.h"
 #include "calc/classes.h"
 #include "calc/numeric.h"
 #include "calc/parameter.h"
 #include "diagram/flowdiagram.h"
-#include "diagram/held.h"
-#include "diagram/selected.h"
 #include "tavd/tavdg.h"
 
 namespace tavd {
@@ -63,12 +63,6 @@ void draw_flow_limits(tavd_hdc hdc);
 
 }  // namespace
 
-DiagramRanges dg_ranges() {
-  DiagramRanges r{};
-  chart_get_ranges(dg.chart, &r.xmin, &r.ymin, &r.xmax, &r.ymax);
-  return {r.xmin / dg.xfactor, r.ymin / dg.yfactor, r.xmax / dg.xfactor, r.ymax / dg.yfactor};
-}
-
 // The dynamic pressure comes off for supply air and on top for extract air; other classes show the total
 // pressure under either title.
 void dg_static_dp(float qv, float* dp) {
@@ -88,12 +82,6 @@ void dg_static_dp(float qv, float* dp) {
     v = (qv / 1000.0F) / area;
   }
   *dp += static_cast<float>(sign) * kHalfAirDensity * v * v;
-}
-
-void draw_point_mark(tavd_hdc hdc, int x, int y, int radius) {
-  gwcircle(hdc, x, y, radius);
-  gwcircle(hdc, x, y, radius / 2);
-  gwcircle(hdc, x, y, radius / 2 / 2);
 }
 
 // The square law is a straight line on logarithmic axes: one segment from end to end.

@@ -5,8 +5,8 @@
 #include "base/gwlist.h"
 #include "base/gwsys.h"
 #include "base/gwtext.h"
+#include "base/held.h"
 #include "db/sizelist.h"
-#include "diagram/held.h"
 #include "diagram/hostdialog.h"
 #include "tavd/tavb.h"
 #include "tavd/tavdg.h"
@@ -18,8 +18,6 @@ SavedParameters dg_savedpar;
 
 namespace {
 
-constexpr int kDefaultResolution = 2;
-
 // Starts a new life of the diagram. What a former one still holds goes first, since its only address is in
 // the state.
 void start(tavd_hmodule module, std::int16_t db) {
@@ -27,13 +25,7 @@ void start(tavd_hmodule module, std::int16_t db) {
   tavdg_destroy_drawing_tools();
   std::memset(&dg, 0, sizeof dg);
   dg_register_class(module != nullptr ? module : gwmodule());
-  tavfm_init(&dg.familylist);
-  dg.db = db;
-  dg.xfactor = dg_xunit_factor(0);
-  dg.yfactor = dg_yunit_factor(0);
-  dg.width = kDefaultExtent;
-  dg.height = kDefaultExtent;
-  dg.resolution = kDefaultResolution;
+  set_up(dg, db);
 }
 
 void replace_if_positive(float* field, float value) {
@@ -66,9 +58,7 @@ int tavdg_init_empty(tavd_hmodule hmodule, int16_t db) {
 }
 
 void tavdg_release(void) {
-  tavfm_release(&dg.familylist);
-  chart_destroy(dg.chart);
-  dg.chart = nullptr;
+  release(dg);
 }
 
 void tavdg_set_tavb(int16_t db) {
@@ -128,17 +118,7 @@ void tavdg_fillsizeLB(tavd_hwnd hdlg) {
 }
 
 void tavdg_update_from_list(tavd_hwnd hdlg) {
-  FamilyMember member;
-  if (!selected_member(hdlg, dg.listid, &dg.familylist, &member)) {
-    return;
-  }
-  gwstrcpyfield(dg.title, member.pcode, sizeof dg.title);
-  const tavb_rec record = tavbfindrec(dg.db, dg.classID, member.objId, 0);
-  if (record != nullptr) {
-    dg.error = 0;
-    tavdg_initdiagramdata(record);
-    tavbreleaserec(record);
-  }
+  build_selected_size(hdlg, &dg, tavdg_initdiagramdata);
 }
 
 int tavdg_fill_parameter_combo(tavd_hwnd hdlg, int id) {
@@ -152,17 +132,9 @@ void tavdg_update_parameter_combo(tavd_hwnd hdlg, int id) {
 }
 
 void tavdg_resize(int left, int top, int right, int bottom) {
-  if (dg.chart != nullptr) {
-    chart_resize(dg.chart, left, top, right, bottom);
-    dg.width = held<int>(std::int64_t{right} - left);
-    dg.height = held<int>(std::int64_t{bottom} - top);
-  }
+  resize(dg, left, top, right, bottom);
 }
 
 void tavdg_resize_default(void) {
-  if (dg.chart != nullptr) {
-    chart_resize_default(dg.chart);
-    dg.width = kDefaultExtent;
-    dg.height = kDefaultExtent;
-  }
+  resize_default(dg);
 }

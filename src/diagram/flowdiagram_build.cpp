@@ -50,16 +50,9 @@ AxisTitles choose_units() {
   return titles;
 }
 
-// One axis of the chart to be made.
-struct AxisSetup {
-  float min, max, step;
-  std::int16_t len, des;
-};
-
 // A fan's axes are linear and may start at zero; all others are logarithmic.
 AxisSetup set_up_axis(float factor, float lo, float hi, bool linear) {
-  AxisSetup axis{factor * lo, factor * hi, 0.0F, 0, 0};
-  axis_format(axis.min, axis.max, &axis.len, &axis.des);
+  AxisSetup axis = axis_over(factor * lo, factor * hi);
   if (linear) {
     if (lo < kAxisFromZero) {
       axis.len = static_cast<std::int16_t>(axis.len - axis.des);
@@ -68,14 +61,6 @@ AxisSetup set_up_axis(float factor, float lo, float hi, bool linear) {
     axis_step(axis.min, axis.max, &axis.step);
   }
   return axis;
-}
-
-// Whether a chart can be drawn over the product's limits: both rise, and start above zero, or at it for a
-// fan.
-bool has_limits(const FlowData& fd) {
-  const bool start =
-      fd.kind == kFanKind ? fd.qvmin >= 0.0F && fd.dpmin >= 0.0F : fd.qvmin > 0.0F && fd.dpmin > 0.0F;
-  return fd.nhdd >= 1 && start && fd.qvmax > fd.qvmin && fd.dpmax > fd.dpmin;
 }
 
 std::int16_t uses_utf8(std::int16_t db) {
@@ -94,11 +79,7 @@ void choose_title(tavb_rec rec, std::int16_t utf8) {
       tavdf_copyproductcodew(dg.db, rec, dg.titlew, kChartTitleSize);
     }
   } else if (utf8 == 0 || utf8 == 2) {
-    if (dg.usertitle[0] != 0) {
-      gwstrcpyfield(dg.title, dg.usertitle, kChartTitleSize);
-    } else {
-      tavdf_copyproductcode(dg.db, rec, dg.title, kChartTitleSize);
-    }
+    choose_narrow_title(dg, rec);
   }
 }
 
@@ -180,7 +161,7 @@ int tavdg_initdiagramdata(tavb_rec rec) {
   const std::int16_t utf8 = uses_utf8(dg.db);
   choose_title(rec, utf8);
   load_product(rec);
-  if (has_limits(dg.flowdata)) {
+  if (has_limits(dg.flowdata, dg.flowdata.kind == kFanKind)) {
     dg.chart = make_chart(utf8 == 1);
   }
   if (dg.chart == nullptr) {

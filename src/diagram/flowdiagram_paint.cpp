@@ -3,7 +3,6 @@
 #include "base/gwgdi.h"
 #include "base/gwwindow.h"
 #include "diagram/flowdiagram.h"
-#include "diagram/held.h"
 #include "tavd/tavdg.h"
 
 namespace tavd {
@@ -18,22 +17,6 @@ struct {
   tavd_hmodule modules[kMostModules];
   int count;
 } regmodules;
-
-// Draws with the logical plane stretched over the client area, whatever its shape.
-void paint(tavd_hwnd hwnd) {
-  gwpaint painting(hwnd);
-  const tavd_hdc hdc = painting.hdc();
-  const gwrect client = gwclientrect(hwnd);
-  gwmapmode(hdc, kAnisotropic);
-  gwwindoworg(hdc, 0, 0);
-  gwwindowext(hdc, kDefaultExtent, kDefaultExtent);
-  gwviewportext(hdc, client.right - client.left, client.bottom - client.top);
-  gwbkmode(hdc, kTransparent);
-  tavdg_create_drawing_tools();
-  tavdg_draw_diagram(hdc);
-  painting.end();
-  tavdg_destroy_drawing_tools();
-}
 
 }  // namespace
 
@@ -54,15 +37,13 @@ using namespace tavd;  // the border below stands outside
 
 void tavdg_create_drawing_tools(void) {
   tavdg_destroy_drawing_tools();
-  const int wide = std::max(dg.height / 500, 1);
-  const int narrow = wide > 1 ? wide / 2 : wide;
-  const int label = std::max(dg.height / 25, 5);
+  const auto [wide, narrow, label] = tool_sizes(dg);
   dg.pen_sound = gwcreatepen(kPenSolid, wide, kRed);
   dg.pen_limit = gwcreatepen(kPenSolid, 2 * wide, kRed);
   dg.pen_curve = gwcreatepen(kPenSolid, narrow, kBlack);
   dg.pen_minor = gwcreatepen(kPenSolid, narrow, kGrey);
   dg.pen_point = gwcreatepen(kPenSolid, narrow, kBlue);
-  dg.font_label = gwcreatefont(held<std::int16_t>(std::int64_t{label}), kWeightNormal, 0, 0, kChartFace);
+  dg.font_label = gwcreatefont(label, kWeightNormal, 0, 0, kChartFace);
 }
 
 void tavdg_destroy_drawing_tools(void) {
@@ -74,9 +55,7 @@ void tavdg_destroy_drawing_tools(void) {
 }
 
 intptr_t tavdg_diagram_proc(tavd_hwnd hwnd, unsigned int msg, uintptr_t wparam, intptr_t lparam) {
-  if (msg != kWmPaint || dg.chart == nullptr || dg.error != 0) {
-    return gwdefproc(hwnd, msg, wparam, lparam);
-  }
-  paint(hwnd);
-  return 0;
+  static constexpr Painter kPainter{tavdg_create_drawing_tools, tavdg_draw_diagram,
+                                    tavdg_destroy_drawing_tools};
+  return diagram_proc(dg, kPainter, hwnd, msg, wparam, lparam);
 }

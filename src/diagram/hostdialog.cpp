@@ -4,6 +4,8 @@
 #include "base/gwtext.h"
 #include "calc/numeric.h"
 #include "calc/parameter.h"
+#include "db/sizelist.h"
+#include "tavd/tavb.h"
 #include "tavd/tavca.h"
 
 namespace tavd {
@@ -20,6 +22,16 @@ int named_parameter(const FlowData& fd) {
 }
 
 }  // namespace
+
+void build_selected_size(tavd_hwnd dialog, ProductDiagram* diagram, int (*build)(tavb_rec rec)) {
+  const tavb_rec record = selected_record(dialog, diagram->listid, &diagram->familylist, diagram->db,
+                                          diagram->classID, diagram->title, kChartTitleSize);
+  if (record != nullptr) {
+    diagram->error = 0;
+    build(record);
+    tavbreleaserec(record);
+  }
+}
 
 int fill_parameter_values(tavd_hwnd dialog, int item, const FlowData& fd) {
   const int parameter = named_parameter(fd);

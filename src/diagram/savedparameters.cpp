@@ -7,7 +7,7 @@
 
 namespace tavd {
 
-void SavedParameters::set(const char* name, const char* value) {
+const SavedParameter& SavedParameters::set(const char* name, const char* value) {
   SavedParameter choice{};
   if (name != nullptr) {
     gwstrtrimcpy(choice.name, name, TAVD_PARAMETER_CHARS);
@@ -18,7 +18,9 @@ void SavedParameters::set(const char* name, const char* value) {
   const bool first = gwstricmp(choice.name, slots[0].name) == 0;
   const bool second = !first && gwstricmp(choice.name, slots[1].name) == 0;
   const bool free = slots[0].name[0] == 0;
-  slots[first || (!second && free) ? 0 : 1] = choice;
+  SavedParameter& slot = slots[first || (!second && free) ? 0 : 1];
+  slot = choice;
+  return slot;
 }
 
 void SavedParameters::reset() {

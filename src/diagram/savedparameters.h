@@ -14,8 +14,8 @@ struct SavedParameters {
   SavedParameter slots[TAVD_PARAMETERS];
 
   // Remembers a choice: in the slot of that name, else in the first one if it is free, else in the second
-  // one.
-  void set(const char* name, const char* value);
+  // one. Returns the slot.
+  const SavedParameter& set(const char* name, const char* value);
   void reset();
   void apply(FlowData* fd) const;  // first slot first
 };

@@ -86,12 +86,8 @@ void tavdshapepic_fillsizeLB(tavd_hwnd hdlg) {
 }
 
 void tavdshapepic_update_from_list(tavd_hwnd hdlg) {
-  FamilyMember member;
-  if (!selected_member(hdlg, shp.listid, &shp.familylist, &member)) {
-    return;
-  }
-  gwstrcpyfield(shp.title, member.pcode, kShapeTitleSize);
-  const tavb_rec record = tavbfindrec(shp.db, shp.classID, member.objId, 0);
+  const tavb_rec record =
+      selected_record(hdlg, shp.listid, &shp.familylist, shp.db, shp.classID, shp.title, kShapeTitleSize);
   if (record != nullptr) {
     tavdshapepic_initdata(record);
     tavbreleaserec(record);

@@ -19,12 +19,12 @@ TEST(Help, ListsTheCommands) {
   const Outcome outcome = run_program({"--help"});
   EXPECT_EQ(outcome.exit_code, 0);
   EXPECT_EQ(outcome.err, "");
-  for (const char* command : {"list", "calc", "sweep", "diagram", "db"})
+  for (const char* command : {"list", "calc", "sweep", "diagram", "throw", "db"})
     EXPECT_THAT(outcome.out, HasSubstr(command));
 }
 
 TEST(Help, EveryCommandHasAnExample) {
-  for (const char* command : {"list", "calc", "sweep", "diagram"}) {
+  for (const char* command : {"list", "calc", "sweep", "diagram", "throw"}) {
     const Outcome outcome = run_program({command, "--help"});
     EXPECT_EQ(outcome.exit_code, 0);
     EXPECT_THAT(outcome.out, HasSubstr("Example: tavd " + std::string(command) + " ")) << command;
@@ -48,16 +48,18 @@ TEST(Help, ExamplesWorkWithTheSampleCatalogue) {
   const std::string database = folder.file("catalogue.tavdb");
   const Outcome built = run_program({"db", "build", TAVD_SOURCE_DIR "/catalogue", "-o", database});
   ASSERT_EQ(built.exit_code, 0) << built.err;
-  for (const char* command : {"list", "calc", "sweep", "diagram"}) {
+  for (const char* command : {"list", "calc", "sweep", "diagram", "throw"}) {
     std::vector<std::string> example = example_of(command);
     ASSERT_GT(example.size(), 2u) << command;
     std::replace(example.begin(), example.end(), std::string("catalogue.tavdb"), database);
-    std::replace(example.begin(), example.end(), std::string("damper.svg"), folder.file("damper.svg"));
+    for (const char* picture : {"damper.svg", "throw.svg"}) {
+      std::replace(example.begin(), example.end(), std::string(picture), folder.file(picture));
+    }
     const Outcome outcome = run_program(example);
     EXPECT_EQ(outcome.exit_code, 0) << outcome.err;
     EXPECT_EQ(outcome.err, "");
   }
-  EXPECT_THAT(folder.names(), testing::ElementsAre("catalogue.tavdb", "damper.svg"));
+  EXPECT_THAT(folder.names(), testing::ElementsAre("catalogue.tavdb", "damper.svg", "throw.svg"));
 }
 
 TEST(Version, IsTold) {
@@ -72,7 +74,7 @@ TEST(Arguments, NoCommandIsAnError) {
 
 TEST(Arguments, UnknownCommandIsNamed) {
   EXPECT_THAT(expect_user_error({"paint"}),
-              HasSubstr("no command \"paint\"; there are list, calc, sweep, diagram, db "));
+              HasSubstr("no command \"paint\"; there are list, calc, sweep, diagram, throw, db "));
 }
 
 TEST(Arguments, UnknownOptionIsNamed) {

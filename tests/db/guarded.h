@@ -1,8 +1,12 @@
-// A buffer with canaries on both sides, and records that their functions must give back whole.
+// Buffers that tell what is written or read outside of them.
 #pragma once
+
+#include <sys/mman.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstddef>
+#include <new>
 #include <vector>
 
 namespace tavdtest {
@@ -30,6 +34,40 @@ class Guarded {
   static constexpr std::ptrdiff_t kRow = 64;
   T nonsense_;
   std::vector<T> items_;
+};
+
+// A copy of `items`, or `size` items of nonsense, directly in front of a page that may be neither read nor
+// written: one byte too far ends the program.
+template <typename T>
+class AtPageEnd {
+ public:
+  explicit AtPageEnd(const std::vector<T>& items) : AtPageEnd(items.size()) {
+    std::copy(items.begin(), items.end(), data_);
+  }
+  explicit AtPageEnd(std::size_t size, T nonsense = T(0x5A)) : size_(size) {
+    const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    const std::size_t bytes = (size * sizeof(T) + page - 1) / page * page;
+    length_ = bytes + page;
+    block_ = mmap(nullptr, length_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (block_ == MAP_FAILED) throw std::bad_alloc();
+    auto* end = static_cast<unsigned char*>(block_) + bytes;
+    if (mprotect(end, page, PROT_NONE) != 0) throw std::bad_alloc();
+    data_ = reinterpret_cast<T*>(end - size * sizeof(T));
+    std::fill_n(data_, size, nonsense);
+  }
+  ~AtPageEnd() { munmap(block_, length_); }
+  AtPageEnd(const AtPageEnd&) = delete;
+  AtPageEnd& operator=(const AtPageEnd&) = delete;
+
+  T* data() { return data_; }
+  T& operator[](std::size_t i) { return data_[i]; }
+  std::size_t size() const { return size_; }
+
+ private:
+  std::size_t size_;
+  std::size_t length_;
+  void* block_;
+  T* data_;
 };
 
 }  // namespace tavdtest

@@ -3,7 +3,9 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <set>
+#include <utility>
 
 #include "tavd/tavb.h"
 
@@ -11,6 +13,11 @@ namespace {
 
 std::vector<std::string> noted;
 std::multiset<void*> out;
+std::size_t taken = 0;
+tavb_rec last_record = nullptr;
+std::string action_line;
+std::function<void()> action;
+bool inside_service = false;  // a service may call its own functions by their names: those calls are not ours
 
 template <typename Function>
 Function* service(Function* /*spy*/, const char* name) {
@@ -18,16 +25,25 @@ Function* service(Function* /*spy*/, const char* name) {
 }
 
 void note(std::string line, std::initializer_list<long> numbers = {}) {
+  if (inside_service) return;
   for (const long number : numbers) {
     line += ' ';
     line += std::to_string(number);
   }
-  noted.push_back(std::move(line));
+  noted.push_back(line);
+  if (action && line == action_line) std::exchange(action, nullptr)();
 }
 
 void* hand_out(void* handle) {
-  if (handle != nullptr) out.insert(handle);
+  if (handle == nullptr || inside_service) return handle;
+  out.insert(handle);
+  ++taken;
   return handle;
+}
+
+tavb_rec hand_out_record(tavb_rec rec) {
+  if (rec != nullptr && !inside_service) last_record = rec;
+  return hand_out(rec);
 }
 
 void take_back(void* handle) {
@@ -49,6 +65,21 @@ void clear_calls() {
 
 std::size_t handles_out() {
   return out.size();
+}
+
+std::size_t handles_taken() {
+  return taken;
+}
+
+bool release_last_record() {
+  if (!out.contains(last_record)) return false;
+  tavbreleaserec(last_record);
+  return true;
+}
+
+void at_call(std::string line, std::function<void()> what) {
+  action_line = std::move(line);
+  action = std::move(what);
 }
 
 Balance::Balance() : before_(out.size()) {}
@@ -75,12 +106,12 @@ int16_t tavbopendatabasew(const tavd_wchar* vlkFile, const tavd_wchar* dbPath, i
 
 tavb_rec tavbfindrec(int16_t db, const char* classId, const char* objId, int16_t mode) {
   note("find " + std::string(classId, 3), {mode});
-  return hand_out(service(&tavbfindrec, "tavbfindrec")(db, classId, objId, mode));
+  return hand_out_record(service(&tavbfindrec, "tavbfindrec")(db, classId, objId, mode));
 }
 
 tavb_rec tavbnextrec(int16_t db, tavb_rec rec) {
   note("next");
-  return hand_out(service(&tavbnextrec, "tavbnextrec")(db, rec));
+  return hand_out_record(service(&tavbnextrec, "tavbnextrec")(db, rec));
 }
 
 void tavbreleaserec(tavb_rec rec) {
@@ -95,18 +126,25 @@ void tavbgetID(int16_t db, tavb_rec rec, char* classIdx, char* objIdx) {
 }
 
 void* tavbcopyatt(int16_t db, tavb_rec rec, int16_t attId, int16_t* count, void* buffer, int16_t capacity) {
-  note("att", {attId, capacity});
-  if (count != nullptr) noted.back() += " counted";
+  note("att " + std::to_string(attId) + ' ' + std::to_string(capacity) +
+       (count != nullptr ? " counted" : "") + (buffer == nullptr ? " block" : ""));
   void* block = service(&tavbcopyatt, "tavbcopyatt")(db, rec, attId, count, buffer, capacity);
-  if (buffer != nullptr) return block;
-  noted.back() += " block";
-  return hand_out(block);
+  return buffer != nullptr ? block : hand_out(block);
 }
 
 void* tavbcopywsz(int16_t db, tavb_rec rec, int16_t attId, tavd_wchar* buffer, int32_t capacity,
                   int32_t charset) {
   note("wsz", {attId, capacity, charset});
   return service(&tavbcopywsz, "tavbcopywsz")(db, rec, attId, buffer, capacity, charset);
+}
+
+void* tavbfindatt(int16_t db, const char* classId, const char* objId, int16_t attId, int16_t* count,
+                  void* buffer, int16_t capacity) {
+  note("findatt " + std::string(classId, 3) + ' ' + objId, {attId, capacity});
+  inside_service = true;
+  void* block = service(&tavbfindatt, "tavbfindatt")(db, classId, objId, attId, count, buffer, capacity);
+  inside_service = false;
+  return buffer != nullptr ? block : hand_out(block);
 }
 
 void tavbreleaseatt(void* block) {
@@ -120,7 +158,7 @@ void tavbinsertatt(int16_t db, tavb_rec* recp, int16_t attId, const void* data, 
   const bool was_out = out.contains(*recp);
   if (was_out) take_back(*recp);
   service(&tavbinsertatt, "tavbinsertatt")(db, recp, attId, data, length);
-  if (was_out) hand_out(*recp);
+  if (was_out) out.insert(*recp);
 }
 
 void tavbsaverec(int16_t db, tavb_rec rec) {

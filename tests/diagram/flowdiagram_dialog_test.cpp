@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "diagram/dialog.h"
 #include "diagram/flowdiagram_fixture.h"
 
 namespace {
@@ -12,38 +13,24 @@ using tavdtest::Record;
 using tavdtest::Text;
 using Strings = std::vector<std::string>;
 
-constexpr int kList = 101;
-constexpr int kCombo = 102;
+using tavdtest::kCombo;
+using tavdtest::kList;
 
 class FlowDiagramDialog : public tavdtest::FlowDiagram {
  protected:
   void SetUp() override {
     FlowDiagram::SetUp();
-    dialog_ = tgui_create_dialog("test");
-    tgui_create_list_box(dialog_, kList);
-    tgui_create_combo_box(dialog_, kCombo);
+    dialog_ = host_.window();
   }
   void TearDown() override {
     FlowDiagram::TearDown();
     tavbreleaserec(main_);
-    tgui_destroy_window(dialog_);
   }
 
   intptr_t send(int id, unsigned message, uintptr_t wparam = 0, intptr_t lparam = 0) {
-    return tgui_send_item_message(dialog_, id, message, wparam, lparam);
+    return host_.send(id, message, wparam, lparam);
   }
-  Strings rows(int id) {
-    const bool list = id == kList;
-    Strings all;
-    const intptr_t count = send(id, list ? TGUI_LB_GETCOUNT : TGUI_CB_GETCOUNT);
-    for (intptr_t i = 0; i < count; ++i) {
-      char text[256] = "";
-      send(id, list ? TGUI_LB_GETTEXT : TGUI_CB_GETLBTEXT, static_cast<uintptr_t>(i),
-           reinterpret_cast<intptr_t>(text));
-      all.emplace_back(text);
-    }
-    return all;
-  }
+  Strings rows(int id) { return host_.rows(id); }
 
   void add_size(const char* id, const char* code) {
     Record size("TST", id);
@@ -77,6 +64,7 @@ class FlowDiagramDialog : public tavdtest::FlowDiagram {
     ASSERT_EQ(0, tavdg_initdiagramdata(product.rec()));
   }
 
+  tavdtest::Dialog host_;
   tgui_window* dialog_ = nullptr;
   tavb_rec main_ = nullptr;
 };

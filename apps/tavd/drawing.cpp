@@ -1,0 +1,54 @@
+#include "drawing.h"
+
+#include <cstdint>
+#include <stdexcept>
+
+#include "numbers.h"
+#include "tavdgui/tavdgui.h"
+#include "text.h"
+
+namespace tavdhost {
+void add_drawing_arguments(CLI::App& command, DrawingOptions& options) {
+  command.add_option("DB", options.path, "Product database")->required();
+  command.add_option("CLASS", options.class_id, "Class of the product, 3 characters")->required();
+  command.add_option("ID", options.object_id, "Object id of the product")->required();
+  command
+      .add_option("-o,--output", options.output,
+                  "File to write: .png, .svg, .pdf, or .txt for the list of drawing operations")
+      ->required()
+      ->type_name("FILE");
+}
+
+void add_drawing_options(CLI::App& command, DrawingOptions& options) {
+  command.add_option("--param", options.parameters, "Value of a parameter, once for each parameter")
+      ->type_name("NAME=VALUE")
+      ->expected(1)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  command.add_option("--size", options.size, "Size in pixels")
+      ->type_name("WIDTHxHEIGHT")
+      ->capture_default_str();
+  command.add_option("--title", options.title, "Title in place of the product code, up to 79 characters")
+      ->type_name("TEXT");
+  add_text_options(command, options.texts);
+}
+
+UserError undrawable(const Product& product) {
+  const FlowData& flow = product.flow;
+  const std::string name = printable(product.key.class_id) + " " + printable(product.key.object_id);
+  if (flow.nhdd == 0) return UserError(name + " has no flow data to draw");
+  return UserError(name + " has limits that make no diagram: " + brief(flow.qvmin) + " - " +
+                   brief(flow.qvmax) + " " + flow_unit(flow) + ", " + brief(flow.dpmin) + " - " +
+                   brief(flow.dpmax) + " Pa; expected rising limits above 0");
+}
+
+void paint_window(const char* window_class, const Picture& picture) {
+  const auto [width, height] = picture.size();
+  tgui_window* window =
+      tgui_create_window(window_class, "", 0, 0, 0, width, height, nullptr, 0, tgui_main_module());
+  if (window == nullptr) throw std::runtime_error("no window for the diagram could be made");
+  tgui_set_surface(window, picture.surface());
+  tgui_send_message(window, TGUI_WM_PAINT, 0, 0);
+  tgui_destroy_window(window);
+}
+
+}  // namespace tavdhost

@@ -1,0 +1,37 @@
+// What the commands that draw a product have in common.
+#pragma once
+
+#include <CLI/App.hpp>
+
+#include <string>
+#include <vector>
+
+#include "commands.h"
+#include "database.h"
+#include "errors.h"
+#include "picture.h"
+#include "product.h"
+
+namespace tavdhost {
+
+struct DrawingOptions {
+  std::string path, class_id, object_id;
+  std::string output;
+  std::string size = "1200x900";
+  std::string title;                    // empty: the product code
+  std::vector<std::string> parameters;  // NAME=VALUE
+  TextChoice texts;
+};
+
+// Adds DB, CLASS, ID and -o; and behind the command's own options --param, --size, --title and those of
+// texts.
+void add_drawing_arguments(CLI::App& command, DrawingOptions& options);
+void add_drawing_options(CLI::App& command, DrawingOptions& options);
+
+// Why a product with the data for a diagram makes none.
+UserError undrawable(const Product& product);
+
+// Has a window of a class that the library registered paint itself onto the whole picture.
+void paint_window(const char* window_class, const Picture& picture);
+
+}  // namespace tavdhost

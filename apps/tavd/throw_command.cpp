@@ -1,0 +1,149 @@
+#include <algorithm>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "commands.h"
+#include "drawing.h"
+#include "errors.h"
+#include "numbers.h"
+#include "tavd/L2dg.h"
+#include "tavd/tavca.h"
+#include "tavdgui/tavdgui.h"
+#include "text.h"
+#include "title.h"
+#include "units.h"
+
+namespace tavdhost {
+namespace {
+
+struct ThrowOptions : DrawingOptions {
+  std::string qv;
+  std::string value;
+  std::string unit = "l/s";
+};
+
+// The options as numbers: nothing is opened before all of them are good.
+struct ThrowSettings {
+  PictureSize size;
+  std::int16_t unit;
+  float qv;  // l/s
+};
+
+constexpr const char* kWindowClass = "TAVDDGRL02";
+constexpr const char* kThrowParameter = "G";  // selects a line of the throw table
+
+ThrowSettings parse_settings(const ThrowOptions& options) {
+  check_title(options.title);
+  if (options.value.size() > TAVD_PARAMETER_CHARS) {
+    throw UserError("--value is " + in_quotes(options.value) + ", expected at most " +
+                    std::to_string(TAVD_PARAMETER_CHARS) + " characters");
+  }
+  return {picture_size(options.size), throw_flow_unit_number(options.unit),
+          positive_number("--qv", options.qv)};
+}
+
+std::string name_of(const Product& product) {
+  return printable(product.key.class_id) + " " + printable(product.key.object_id);
+}
+
+// The values of the throw table, each run of rows once.
+std::string throw_values(const FlowData& flow) {
+  std::string all;
+  std::string_view former;
+  for (int i = 0; i < flow.nparL2; ++i) {
+    const char* text = flow.parL2[i].value;
+    const auto* end = std::find(text, text + TAVD_PARAMETER_CHARS, '\0');
+    const std::string_view value = trim_end({text, static_cast<std::size_t>(end - text)});
+    if (i > 0 && same_letters(value, former)) continue;
+    all += (i == 0 ? "" : ", ") + printable(value);
+    former = value;
+  }
+  return all;
+}
+
+// Throws UserError if the product has no throw line, or none for the value.
+void check_throw_data(const Product& product, const std::string& value, float qv) {
+  const FlowData& flow = product.flow;
+  if (flow.nparL2 == 0 && flow.nqvL2 == 0) {
+    throw flow.nhdd == 0 ? undrawable(product) : UserError(name_of(product) + " has no throw data to draw");
+  }
+  if (value.empty()) return;
+  if (flow.nparL2 == 0) {
+    throw UserError("--value is " + in_quotes(value) + ", but " + name_of(product) +
+                    " has one throw line for all values");
+  }
+  if (tavca_L2_isothermal(&flow, qv, value.c_str()) == 0) {
+    throw UserError("--value is " + in_quotes(value) + ", but the throw lines of " + name_of(product) +
+                    " are for " + throw_values(flow));
+  }
+}
+
+// The throw length diagram of the process, released at the end.
+class ThrowDiagram {
+ public:
+  ThrowDiagram(const Database& database, const ThrowSettings& settings) {
+    L2dg_reset_parameters();
+    L2dg_init(tgui_main_module(), database.handle(), nullptr, 0, settings.qv, 0, settings.unit);
+  }
+  ~ThrowDiagram() { L2dg_release(); }
+  ThrowDiagram(const ThrowDiagram&) = delete;
+  ThrowDiagram& operator=(const ThrowDiagram&) = delete;
+
+  // The diagram remembers two parameters. Where the product has two others, the selection of the line takes
+  // the place of one of them until that is given a second time; the selection itself stays.
+  static void choose(const FlowData& flow, const std::string& value) {
+    choose_parameters(flow);
+    if (!value.empty()) {
+      L2dg_set_parameter(kThrowParameter, value.c_str());
+      choose_parameters(flow);
+    }
+  }
+
+ private:
+  static void choose_parameters(const FlowData& flow) {
+    for (const auto& [name, value] : chosen_parameters(flow)) L2dg_set_parameter(name.c_str(), value.c_str());
+  }
+};
+
+void run_throw(const ThrowOptions& options) {
+  const ThrowSettings settings = parse_settings(options);
+  const Database database(options.path, Database::Open::kExisting, options.texts);
+  Record record = database.product(options.class_id, options.object_id);
+  Product product = load_product(database, record);
+  check_throw_data(product, options.value, settings.qv);
+  set_parameters(product.flow, options.parameters);
+  if (!options.value.empty()) {
+    tavca_param_setvalue(&product.flow, kThrowParameter, options.value.c_str());
+  }
+  if (!options.title.empty()) put_title(database, record, options.title);
+  const ThrowDiagram diagram(database, settings);
+  ThrowDiagram::choose(product.flow, options.value);
+  if (L2dg_initdiagramdata(record.get()) != 0) throw undrawable(product);
+  Picture picture(options.output, settings.size);
+  paint_window(kWindowClass, picture);
+  picture.finish();
+}
+
+}  // namespace
+
+void add_throw_command(CLI::App& app) {
+  auto options = std::make_shared<ThrowOptions>();
+  CLI::App* command =
+      app.add_subcommand("throw", "Draws the throw length diagram of a product into a picture file");
+  add_drawing_arguments(*command, *options);
+  command->add_option("--qv", options->qv, "Flow to mark, in l/s")->required()->type_name("NUMBER");
+  command
+      ->add_option("--value", options->value,
+                   "Value that selects the throw line, for products that have one for each value; without it "
+                   "the line of the first value, unlabelled")
+      ->type_name("VALUE");
+  command->add_option("--unit", options->unit, "Flow axis: l/s, l/h, m3/s, m3/h, cfm, m3/h/m or l/s/m")
+      ->type_name("UNIT");
+  add_drawing_options(*command, *options);
+  command->footer("Example: tavd throw catalogue.tavdb ASD QZSA-160 -o throw.svg --qv 60 --value 45");
+  command->callback([options] { run_throw(*options); });
+}
+
+}  // namespace tavdhost

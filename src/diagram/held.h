@@ -1,4 +1,0 @@
-// Moved to base, where shape pictures use it too.
-#pragma once
-
-#include "base/held.h"  // IWYU pragma: export

@@ -1,0 +1,141 @@
+#include "diagram/throwdiagram.h"
+
+#include <cstring>
+
+#include "base/gwlist.h"
+#include "base/gwsys.h"
+#include "base/gwtext.h"
+#include "base/held.h"
+#include "calc/numeric.h"
+#include "calc/parameter.h"
+#include "db/sizelist.h"
+#include "diagram/hostdialog.h"
+#include "tavd/L2dg.h"
+#include "tavd/tavb.h"
+
+namespace tavd {
+
+L2dgState L2dg;
+L2dgChoices L2dg_choices;
+
+namespace {
+
+constexpr char kThrowParameter[] = "G";  // the parameter that selects a throw line
+
+// Ends the former life of the diagram. What it still holds goes first, since its only address is in the
+// state.
+void clear() {
+  L2dg_release();
+  L2dg_destroy_drawing_tools();
+  std::memset(&L2dg, 0, sizeof L2dg);
+}
+
+// Lists each value of the throw table once, as its rows follow each other; returns the number of rows added.
+int fill_throw_values(tavd_hwnd dialog, int item, const FlowData& fd) {
+  const int rows = row_count(fd.nparL2, TAVD_PARL2_ROWS);
+  int added = 0;
+  char former[TAVD_PARAMETER_CHARS + 1] = "";
+  for (int i = 0; i < rows; ++i) {
+    char value[TAVD_PARAMETER_CHARS + 1];
+    gwstrtrimcpy(value, fd.parL2[i].value, TAVD_PARAMETER_CHARS);
+    tavca_strip_quotes(value);
+    if (gwstricmp(value, former) != 0) {
+      gwcb_add(dialog, item, value);
+      gwstrcpyfield(former, value, sizeof former);
+      ++added;
+    }
+  }
+  return added;
+}
+
+void choose_throw_value(tavd_hwnd dialog, int item) {
+  char value[sizeof L2dg_choices.parL2value];
+  if (gwcb_gettext(dialog, item, -1, value, sizeof value) >= 0) {
+    gwstrcpyfield(L2dg_choices.parL2value, value, sizeof L2dg_choices.parL2value);
+  }
+}
+
+}  // namespace
+}  // namespace tavd
+
+using namespace tavd;  // the border below stands outside
+
+int L2dg_init(tavd_hmodule hmodule, int16_t db, tavb_rec rec, int listid, float qv, float L2, int16_t xunit) {
+  clear();
+  if (L2dg_register_class(hmodule) != 0) {
+    return -1;
+  }
+  set_up(L2dg, db);
+  L2dg.rec = rec;
+  L2dg.listid = held<std::int16_t>(std::int64_t{listid});
+  L2dg.qv = qv;
+  L2dg.L2 = L2;
+  L2dg.xunit = xunit;
+  L2dg.xfactor = throw_flow_unit(xunit).factor;
+  tavbgetID(db, rec, L2dg.classID, nullptr);
+  return listid == 0 && rec != nullptr ? L2dg_initdiagramdata(rec) : 0;
+}
+
+void L2dg_init_empty(tavd_hmodule hmodule, int16_t db) {
+  clear();
+  L2dg_register_class(hmodule != nullptr ? hmodule : gwmodule());
+  set_up(L2dg, db);
+}
+
+void L2dg_release(void) {
+  release(L2dg);
+}
+
+void L2dg_set_title(const char* text) {
+  gwstrcpyfield(L2dg.usertitle, text, sizeof L2dg.usertitle);
+}
+
+void L2dg_set_damperpos_label(const char* text) {
+  gwstrcpyfield(L2dg.damperpos_label, text, sizeof L2dg.damperpos_label);
+}
+
+void L2dg_setcurveresolution(int n) {
+  L2dg.resolution = (n / 2) * 2;
+}
+
+void L2dg_set_parameter(const char* name, const char* value) {
+  const SavedParameter& choice = L2dg_choices.savedpar.set(name, value);
+  if (gwstricmp(choice.name, kThrowParameter) == 0) {
+    gwstrcpyfield(L2dg_choices.parL2value, choice.value, sizeof L2dg_choices.parL2value);
+  }
+}
+
+void L2dg_reset_parameters(void) {
+  L2dg_choices = {};
+}
+
+void L2dg_fillsizeLB(tavd_hwnd hdlg) {
+  fill_size_list(hdlg, L2dg.listid, &L2dg.familylist, L2dg.db, L2dg.rec);
+}
+
+void L2dg_update_from_list(tavd_hwnd hdlg) {
+  build_selected_size(hdlg, &L2dg, L2dg_initdiagramdata);
+}
+
+int L2dg_fill_parameter_combo(tavd_hwnd hdlg, int id, int /*spare*/) {
+  gwcb_clear(hdlg, id);
+  L2dg_reset_parameters();
+  return has_throw_by_value(L2dg.flowdata) ? fill_throw_values(hdlg, id, L2dg.flowdata)
+                                           : fill_parameter_values(hdlg, id, L2dg.flowdata);
+}
+
+void L2dg_update_parameter_combo(tavd_hwnd hdlg, int id) {
+  if (has_throw_by_value(L2dg.flowdata)) {
+    choose_throw_value(hdlg, id);
+  } else {
+    choose_parameter_value(hdlg, id, &L2dg.flowdata);
+  }
+}
+
+void L2dg_resize(int left, int top, int right, int bottom) {
+  resize(L2dg, left, top, right, bottom);
+}
+
+void L2dg_resize_default(void) {
+  resize_default(L2dg);
+}

@@ -1,0 +1,110 @@
+#include <algorithm>
+#include <cstdint>
+
+#include "base/held.h"
+#include "calc/numeric.h"
+#include "calc/parameter.h"
+#include "diagram/axis.h"
+#include "diagram/throwdiagram.h"
+#include "tavd/L2dg.h"
+#include "tavd/tavca.h"
+
+namespace tavd {
+namespace {
+
+// Flows for each metre of a terminal's length go on where the units of all diagrams end.
+constexpr DisplayUnit kFlowUnitsByMetre[] = {{"qv [m3/h/m]", 3.6F}, {"qv [l/s/m]", 1.0F}};
+constexpr int kFlowUnitsByMetreCount =
+    static_cast<int>(sizeof kFlowUnitsByMetre / sizeof kFlowUnitsByMetre[0]);
+
+constexpr char kThrowTitle[] = "L02 [m]";
+constexpr float kThrowStep = 1.0F;    // m, of a linear axis
+constexpr float kLowestThrow = 0.5F;  // m, of the axis: a logarithmic one has no place for 0
+
+struct ThrowRange {
+  float min, max;  // m
+};
+
+// Throw at flow `qv` by one measured point alone, which makes it proportional to the flow.
+float estimate(QvL2Point point, float qv) {
+  ThrowLine line;
+  tavca_fit_power(&point, 1, &line.nL2, &line.kL2);
+  return line.at(qv);
+}
+
+QvL2Point point_of(const ParL2Point& row) {
+  return {row.qv, row.L2};
+}
+
+// A rough range of the throws over the product's flows: from the last value's throw to the first one's, or
+// along the first measured point. False if the product has no throw data.
+bool estimate_range(const FlowData& fd, ThrowRange* range) {
+  if (const int rows = row_count(fd.nparL2, TAVD_PARL2_ROWS); rows > 0) {
+    range->max = estimate(point_of(fd.parL2[0]), fd.qvmax);
+    range->min = estimate(point_of(fd.parL2[rows - 1]), fd.qvmin);
+  } else if (row_count(fd.nqvL2, TAVD_QVL2_ROWS) > 0) {
+    range->min = estimate(fd.qvL2[0], fd.qvmin);
+    range->max = estimate(fd.qvL2[0], fd.qvmax);
+  } else {
+    return false;
+  }
+  tavca_param_apply_factor(&fd, &range->min);
+  tavca_param_apply_factor(&fd, &range->max);
+  return true;
+}
+
+// Outward to whole metres, at least one of them apart from the lowest.
+ThrowRange rounded_outward(ThrowRange range) {
+  const std::int64_t min = std::max(held<std::int32_t>(wide(range.min)), 0);
+  const std::int64_t max = std::max(held<std::int32_t>(wide(range.max)) + std::int64_t{1}, min + 1);
+  return {std::max(static_cast<float>(min), kLowestThrow), static_cast<float>(max)};
+}
+
+void load_product(tavb_rec rec) {
+  tavca_load_flowdata(L2dg.db, rec, &L2dg.flowdata);
+  L2dg_choices.savedpar.apply(&L2dg.flowdata);
+}
+
+Chart* make_chart(const ThrowRange& range) {
+  const FlowData& fd = L2dg.flowdata;
+  const AxisSetup x = axis_over(L2dg.xfactor * fd.qvmin, L2dg.xfactor * fd.qvmax);
+  const AxisSetup y = axis_over(L2dg.yfactor * range.min, L2dg.yfactor * range.max);
+  return chart_create(true, true, x.min, y.min, x.max, y.max, x.step, kThrowStep, x.len, x.des, y.len, y.des,
+                      throw_flow_unit(L2dg.xunit).title, kThrowTitle, L2dg.title);
+}
+
+}  // namespace
+
+const DisplayUnit& throw_flow_unit(int unit) {
+  const int by_metre = unit - kFlowUnitCount;
+  if (by_metre >= 0 && by_metre < kFlowUnitsByMetreCount) {
+    return kFlowUnitsByMetre[by_metre];
+  }
+  return kFlowUnits[unit >= 0 && unit < kFlowUnitCount ? unit : 0];
+}
+
+}  // namespace tavd
+
+using namespace tavd;  // the border below stands outside
+
+int L2dg_initdiagramdata(tavb_rec rec) {
+  chart_destroy(L2dg.chart);
+  L2dg.chart = nullptr;
+  if (rec == nullptr) {
+    return -1;
+  }
+  choose_narrow_title(L2dg, rec);
+  load_product(rec);
+  ThrowRange range;
+  if (!estimate_range(L2dg.flowdata, &range)) {
+    return -1;
+  }
+  if (has_limits(L2dg.flowdata, false)) {
+    L2dg.chart = make_chart(rounded_outward(range));
+  }
+  if (L2dg.chart == nullptr) {
+    L2dg.error = -1;
+    return -1;
+  }
+  return 0;
+}
