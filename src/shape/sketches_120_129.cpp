@@ -106,26 +106,26 @@ constexpr Sketch sketch = {.outline = outline,
 // the side, 4 diameter of the duct, 5 height of its collar; 6 height of the plinth.
 namespace s121 {
 constexpr Figure outline[] = {
-    box({110, 55}, {310, 365}),
-    line({160, 55}, {160, 365}),
-    stroke({{140, 55}, {140, 18}, {230, 18}, {230, 55}}),
-    stroke({{110, 470}, {310, 470}, {310, 520}, {160, 670}, {110, 670}, {110, 470}}),
-    circle({185, 545}, 45),
+    box({110, 62}, {310, 370}),
+    line({170, 62}, {170, 370}),
+    stroke({{145, 62}, {145, 10}, {235, 10}, {235, 62}}),
+    stroke({{110, 470}, {310, 470}, {310, 530}, {170, 670}, {110, 670}, {110, 470}}),
+    circle({190, 550}, 45),
 };
-constexpr Figure added[] = {line({110, 330}, {310, 330})};
-constexpr auto hidden = joined(std::array{line({185, 8}, {185, 375}), line({185, 448}, {185, 655}),
-                                          line({90, 545}, {325, 545}), line({298, 514}, {154, 658})},
-                               repeated<19>(line({176, 84}, {294, 84}), 0, 12));
-constexpr auto fine = joined(std::array{line({140, 28}, {230, 28}), box({168, 70}, {302, 315}),
+constexpr Figure added[] = {line({110, 335}, {310, 335})};
+constexpr auto hidden = joined(std::array{line({190, 2}, {190, 380}), line({190, 448}, {190, 662}),
+                                          line({88, 550}, {312, 550}), line({300, 522}, {162, 660})},
+                               repeated<19>(line({186, 90}, {294, 90}), 0, 12));
+constexpr auto fine = joined(std::array{line({145, 20}, {235, 20}), box({178, 77}, {302, 321}),
                                         stroke({{104, 690}, {104, 464}, {330, 464}})},
                              repeated<12>(line({122, 464}, {132, 452}), 17, 0),
                              repeated<12>(line({104, 482}, {92, 492}), 0, 17));
 constexpr Dimension dimensions[] = {
-    across(1, {110, 670}, {310, 520}, 735), down(total(7, 2, 6), {310, 55}, {310, 365}, 411),
-    down(3, {310, 470}, {310, 520}, 411),   across(4, {140, 545}, {230, 545}, 430),
-    down(5, {230, 18}, {310, 55}, 411),
+    across(1, {110, 670}, {310, 530}, 735), down(total(7, 2, 6), {310, 62}, {310, 370}, 411),
+    down(3, {310, 470}, {310, 530}, 411),   across(4, {145, 550}, {235, 550}, 430),
+    down(5, {235, 10}, {310, 62}, 411),
 };
-constexpr Point centres[] = {{185, 210}, {185, 545}};
+constexpr Point centres[] = {{190, 216}, {190, 550}};
 constexpr Sketch sketch = {.outline = outline,
                            .added = added,
                            .added_from = 7,
@@ -139,24 +139,24 @@ constexpr Sketch sketch = {.outline = outline,
 // collar; 6 height of the plinth.
 namespace s122 {
 constexpr Figure outline[] = {
-    box({80, 55}, {340, 365}),   stroke({{165, 55}, {165, 18}, {255, 18}, {255, 55}}),
+    box({80, 62}, {340, 370}),   stroke({{168, 62}, {168, 10}, {252, 10}, {252, 62}}),
     line({80, 500}, {340, 500}), arc({80, 370}, {340, 630}, {80, 500}, {340, 500}),
     circle({210, 552}, 42),
 };
-constexpr Figure added[] = {line({80, 330}, {340, 330})};
-constexpr auto hidden = joined(std::array{line({210, 8}, {210, 375}), line({210, 478}, {210, 640}),
+constexpr Figure added[] = {line({80, 335}, {340, 335})};
+constexpr auto hidden = joined(std::array{line({210, 2}, {210, 380}), line({210, 478}, {210, 640}),
                                           line({70, 552}, {350, 552}), bend({210, 500}, 114, 0, 12)},
-                               repeated<19>(line({84, 84}, {338, 84}), 0, 12));
+                               repeated<19>(line({84, 90}, {338, 90}), 0, 12));
 constexpr auto fine =
-    joined(std::array{line({165, 28}, {255, 28}), line({80, 70}, {340, 70}), line({80, 315}, {340, 315}),
+    joined(std::array{line({168, 20}, {252, 20}), line({80, 77}, {340, 77}), line({80, 321}, {340, 321}),
                       line({50, 494}, {370, 494})},
-           round_joints({210, 70}, 130, 315), repeated<18>(line({54, 494}, {64, 482}), 18, 0));
+           round_joints({210, 77}, 130, 321), repeated<18>(line({54, 494}, {64, 482}), 18, 0));
 constexpr Dimension dimensions[] = {
-    across(1, {80, 500}, {340, 500}, 700), down(total(7, 2, 6), {340, 55}, {340, 365}, 411),
+    across(1, {80, 500}, {340, 500}, 700), down(total(7, 2, 6), {340, 62}, {340, 370}, 411),
     down(3, {340, 500}, {210, 630}, 411),  across(4, {168, 552}, {252, 552}, 430),
-    down(5, {255, 18}, {340, 55}, 411),
+    down(5, {252, 10}, {340, 62}, 411),
 };
-constexpr Point centres[] = {{210, 210}, {210, 552}};
+constexpr Point centres[] = {{210, 216}, {210, 552}};
 constexpr Sketch sketch = {.outline = outline,
                            .added = added,
                            .added_from = 7,
@@ -214,7 +214,7 @@ constexpr auto hidden = joined(std::array{line({180, 10}, {180, 375}), line({180
                                repeated<19>(line({114, 88}, {308, 88}), 0, 12));
 constexpr auto fine = joined(
     std::array{line({135, 30}, {225, 30}), line({110, 75}, {310, 75}), line({110, 315}, {310, 315}),
-               line({187, 75}, {187, 315}), line({251, 75}, {251, 315}), line({295, 75}, {295, 315}),
+               line({210, 75}, {210, 315}), line({283, 75}, {283, 315}),
                stroke({{104, 690}, {104, 464}, {330, 464}}), stroke({{212, 508}, {335, 430}, {425, 430}}),
                stroke({{252, 612}, {278, 642}, {366, 642}})},
     repeated<12>(line({122, 464}, {132, 452}), 17, 0), repeated<12>(line({104, 482}, {92, 492}), 0, 17));
@@ -319,20 +319,20 @@ constexpr Sketch sketch = {.outline = outline,
 namespace s127 {
 constexpr Figure outline[] = {
     box({110, 55}, {350, 365}),
-    stroke({{235, 55}, {235, 18}, {315, 18}, {315, 55}}),
+    stroke({{234, 55}, {234, 18}, {306, 18}, {306, 55}}),
     stroke({{110, 590}, {230, 590}, {230, 470}}),
     arc({110, 470}, {350, 710}, {110, 590}, {230, 470}),
-    circle({275, 635}, 40),
+    circle({270, 630}, 36),
 };
 constexpr Figure added[] = {line({110, 330}, {350, 330})};
 constexpr auto hidden = joined(
-    std::array{line({230, 45}, {230, 375}), line({275, 8}, {275, 70}), line({230, 600}, {230, 720}),
-               line({240, 590}, {360, 590}), line({275, 585}, {275, 685}), line({225, 635}, {325, 635}),
+    std::array{line({230, 45}, {230, 375}), line({270, 8}, {270, 66}), line({230, 600}, {230, 720}),
+               line({240, 590}, {360, 590}), line({270, 582}, {270, 676}), line({222, 630}, {318, 630}),
                bend({230, 590}, 106, -6, 3), bend({230, 590}, 106, 3, 12)},
     repeated<19>(line({114, 84}, {348, 84}), 0, 12));
 constexpr auto fine = joined(
-    std::array{line({235, 28}, {315, 28}), line({110, 70}, {350, 70}), line({110, 315}, {350, 315}),
-               stroke({{80, 584}, {224, 584}, {224, 440}}), stroke({{303, 607}, {388, 470}, {478, 470}}),
+    std::array{line({234, 28}, {306, 28}), line({110, 70}, {350, 70}), line({110, 315}, {350, 315}),
+               stroke({{80, 584}, {224, 584}, {224, 440}}), stroke({{295, 604}, {388, 470}, {478, 470}}),
                stroke({{138, 190}, {95, 150}, {8, 150}})},
     round_joints({230, 70}, 120, 315), repeated<8>(line({84, 584}, {94, 572}), 17, 0),
     repeated<7>(line({224, 446}, {212, 456}), 0, 17));
@@ -341,7 +341,7 @@ constexpr Dimension dimensions[] = {
     down(total(6, 2, 5), {350, 55}, {350, 365}, 411),
 };
 constexpr FreeText texts[] = {{3, {391, 468}}, {4, {10, 148}}};
-constexpr Point centres[] = {{230, 210}, {275, 635}};
+constexpr Point centres[] = {{230, 210}, {270, 630}};
 constexpr Sketch sketch = {.outline = outline,
                            .added = added,
                            .added_from = 6,
@@ -358,30 +358,30 @@ constexpr Sketch sketch = {.outline = outline,
 namespace s128 {
 constexpr Figure outline[] = {
     stroke({{195, 90}, {270, 90}, {310, 130}, {310, 270}, {195, 270}, {195, 90}}),
-    stroke({{195, 130}, {140, 130}, {140, 210}, {195, 210}}),
+    stroke({{195, 136}, {140, 136}, {140, 216}, {195, 216}}),
     box({50, 470}, {450, 650}),
     line({50, 510}, {450, 510}),
 };
 constexpr Figure added[] = {line({195, 238}, {310, 238}), line({50, 618}, {450, 618})};
 constexpr auto hidden = std::array{
-    line({118, 170}, {320, 170}),
+    line({118, 176}, {320, 176}),
     line({250, 80}, {250, 280}),
     line({250, 460}, {250, 660}),
-    box({185, 510}, {315, 590}),
+    box({200, 516}, {300, 596}),
 };
 constexpr auto fine =
-    joined(std::array{line({150, 130}, {150, 210}), box({70, 522}, {430, 606}), line({190, 522}, {190, 606}),
-                      line({310, 522}, {310, 606}), stroke({{395, 490}, {408, 425}, {494, 425}})},
+    joined(std::array{line({150, 136}, {150, 216}), box({70, 522}, {430, 606}), line({160, 522}, {160, 606}),
+                      line({340, 522}, {340, 606}), stroke({{395, 490}, {408, 425}, {494, 425}})},
            repeated<6>(line({292, 150}, {309, 142}), 0, 14), repeated<5>(line({70, 536}, {430, 536}), 0, 14));
 constexpr Dimension dimensions[] = {
     across(1, {50, 650}, {450, 650}, 715),
     across(2, {195, 270}, {310, 270}, 330),
     down(total(10, 3, 9), {270, 90}, {310, 270}, 400),
-    across(4, {185, 510}, {315, 510}, 430),
-    down(5, {140, 130}, {140, 210}, 20),
+    across(4, {200, 516}, {300, 516}, 430),
+    down(5, {140, 136}, {140, 216}, 20),
 };
 constexpr FreeText texts[] = {{6, {409, 423}}};
-constexpr Point centres[] = {{250, 170}, {250, 550}};
+constexpr Point centres[] = {{250, 176}, {250, 556}};
 constexpr Sketch sketch = {.outline = outline,
                            .added = added,
                            .added_from = 10,
