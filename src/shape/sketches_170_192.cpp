@@ -1,104 +1,115 @@
-// Other terminals.
+// A flow controller, and what stands on a roof.
 #include "shape/catalogue.h"
 
 namespace tavd {
 namespace {
 
-// A fan in a round duct: side view and view along the duct. 1 length, 2 length of the casing, 3 its diameter,
-// 4 height with terminal box and foot, 5 axis above the foot, 6 width of the foot.
+// A volume flow controller: a damper in a round inlet before a lined box with a rectangular outlet; side view
+// and view onto the inlet. 1 length of the box, 2 length, 3 height, 4 width, 5 width with the drive, 6 axis
+// of the inlet below the top.
 namespace s170 {
 constexpr Figure outline[] = {
-    // Side view: casing between two spigots, terminal box on top.
-    stroke({{103, 120},
-            {135, 120},
-            {155, 85},
-            {285, 85},
-            {305, 120},
-            {337, 120},
-            {337, 220},
-            {305, 220},
-            {285, 255},
-            {155, 255},
-            {135, 220},
-            {103, 220},
-            {103, 120}}),
-    box({195, 60}, {245, 85}),
-    stroke({{185, 255}, {180, 270}, {260, 270}, {255, 255}}),
-    // View along the duct.
-    circle({220, 560}, 85),
-    box({195, 450}, {245, 475}),
-    stroke({{165, 625}, {155, 665}, {130, 665}, {130, 675}, {310, 675}, {310, 665}, {285, 665}, {275, 625}}),
+    // Side view: inlet, box, outlet.
+    stroke({{170, 105}, {103, 105}, {103, 195}, {170, 195}}),
+    box({170, 80}, {340, 220}),
+    stroke({{340, 95}, {357, 95}, {357, 205}, {340, 205}}),
+    // View onto the inlet, with the drive at the right.
+    box({155, 460}, {355, 600}),
+    circle({255, 530}, 45),
+    box({355, 495}, {393, 565}),
+    stroke({{165, 460}, {165, 448}, {185, 448}, {185, 460}}),
+    stroke({{325, 460}, {325, 448}, {345, 448}, {345, 460}}),
 };
 constexpr Figure hidden[] = {
-    line({90, 170}, {350, 170}),  box({185, 97}, {225, 243}),  // impeller
-    box({225, 140}, {262, 200}),                               // motor
-    line({128, 560}, {320, 560}), line({220, 440}, {220, 690}),
+    line({90, 150}, {370, 150}),  line({127, 192}, {157, 108}),  // the leaf
+    line({180, 92}, {340, 92}),                                  // the lining
+    line({180, 208}, {340, 208}), line({180, 92}, {180, 208}),
+    line({255, 445}, {255, 612}), line({145, 530}, {372, 530}),
 };
 constexpr Figure fine[] = {
-    line({135, 120}, {135, 220}),
-    line({155, 85}, {155, 255}),
-    line({285, 85}, {285, 255}),
-    line({305, 120}, {305, 220}),
-    line({112, 120}, {112, 220}),
-    line({328, 120}, {328, 220}),
-    // Blades.
-    stroke({{220, 542}, {206, 520}, {208, 490}}),
-    stroke({{233, 547}, {238, 522}, {261, 502}}),
-    stroke({{238, 560}, {260, 546}, {290, 548}}),
-    stroke({{233, 573}, {258, 578}, {278, 601}}),
-    stroke({{220, 578}, {234, 600}, {232, 630}}),
-    stroke({{207, 573}, {202, 598}, {179, 618}}),
-    stroke({{202, 560}, {180, 574}, {150, 572}}),
-    stroke({{207, 547}, {182, 542}, {162, 519}}),
+    line({111, 105}, {111, 195}),
+    line({118, 105}, {118, 195}),
+    // The drive, with its scale.
+    box({188, 118}, {236, 182}),
+    box({196, 126}, {228, 140}),
+    line({212, 140}, {204, 156}),
+    box({363, 505}, {385, 555}),
+    // The measuring cross in the inlet.
+    line({226, 496}, {289, 559}),
+    line({221, 501}, {284, 564}),
+    line({284, 496}, {221, 559}),
+    line({289, 501}, {226, 564}),
 };
 constexpr Dimension dimensions[] = {
-    across(1, {103, 220}, {337, 220}, 365),      across(2, {155, 255}, {285, 255}, 320),
-    down(3, {285, 85}, {285, 255}, 411),         down(4, {245, 450}, {310, 675}, 411),
-    down(5, {135, 560}, {130, 675}, 10),         across(6, {130, 675}, {310, 675}, 735),
-    down(kDiameter, {103, 120}, {103, 220}, 10),
+    across(1, {170, 220}, {340, 220}, 280),      across(2, {103, 195}, {357, 205}, 330),
+    down(3, {340, 80}, {340, 220}, 411),         across(4, {155, 600}, {355, 600}, 665),
+    across(5, {155, 600}, {393, 565}, 710),      down(6, {155, 460}, {155, 530}, 40),
+    down(kDiameter, {103, 105}, {103, 195}, 10),
 };
-constexpr Point centres[] = {{220, 170}, {220, 560}};
+constexpr Point centres[] = {{255, 150}, {255, 530}};
 constexpr Sketch sketch = {
     .outline = outline, .hidden = hidden, .fine = fine, .dimensions = dimensions, .centres = centres};
 }  // namespace s170
 
-// A jet nozzle: section along its axis and front view. 1 outlet, 2 flange; 3 is written beside it.
+// A gooseneck on a roof: side view and plan. 1 diameter, 2 height above the roof; 3 is written beside it.
 namespace s191 {
 constexpr Figure outline[] = {
-    // Section: collar, flange, mouth.
-    stroke({{140, 110}, {140, 70}, {300, 70}, {300, 110}}),
-    box({100, 110}, {340, 120}),
-    arc({106, 120}, {174, 360}, {174, 240}, {140, 120}),
-    arc({266, 120}, {334, 360}, {300, 120}, {266, 240}),
-    stroke({{174, 240}, {174, 262}, {266, 262}, {266, 240}}),
-    // Front view: flange and outlet, whole rounds.
-    arc({100, 450}, {340, 690}, {340, 570}, {340, 570}),
-    arc({174, 524}, {266, 616}, {266, 570}, {266, 570}),
+    // Side view: half a turn about (220, 200), roof plate, end of the duct, mouth.
+    arc({90, 70}, {350, 330}, {350, 200}, {90, 200}),
+    arc({190, 170}, {250, 230}, {250, 200}, {190, 200}),
+    line({90, 200}, {90, 290}),
+    line({190, 200}, {190, 290}),
+    box({50, 290}, {230, 300}),
+    stroke({{90, 300}, {90, 330}, {190, 330}, {190, 300}}),
+    stroke({{250, 200}, {250, 240}, {350, 240}, {350, 200}}),
+    // Plan.
+    arc({90, 510}, {190, 610}, {140, 510}, {140, 610}),
+    arc({250, 510}, {350, 610}, {300, 610}, {300, 510}),
+    line({140, 510}, {300, 510}),
+    line({140, 610}, {300, 610}),
+    stroke({{230, 510}, {230, 470}, {50, 470}, {50, 650}, {230, 650}, {230, 610}}),
 };
 constexpr Figure hidden[] = {
-    line({220, 58}, {220, 275}),
-    line({88, 570}, {352, 570}),
-    line({220, 438}, {220, 702}),
+    line({140, 190}, {140, 345}), line({300, 190}, {300, 255}), line({230, 510}, {230, 610}),
+    line({40, 560}, {365, 560}),  line({140, 460}, {140, 660}), line({300, 500}, {300, 620}),
 };
 constexpr Figure fine[] = {
-    line({140, 82}, {300, 82}),
-    line({174, 250}, {266, 250}),
-    // Screws in the flange.
-    line({139, 496}, {153, 482}),
-    line({139, 482}, {153, 496}),
-    line({287, 496}, {301, 482}),
-    line({287, 482}, {301, 496}),
-    line({139, 658}, {153, 644}),
-    line({139, 644}, {153, 658}),
-    line({287, 658}, {301, 644}),
-    line({287, 644}, {301, 658}),
+    // Seams.
+    line({90, 200}, {190, 200}),
+    line({199, 179}, {128, 108}),
+    line({220, 170}, {220, 70}),
+    line({241, 179}, {312, 108}),
+    line({250, 200}, {350, 200}),
+    line({220, 510}, {220, 610}),
+    // Screen in the mouth.
+    line({250, 230}, {350, 230}),
+    stroke({{250, 240},
+            {260, 230},
+            {270, 240},
+            {280, 230},
+            {290, 240},
+            {300, 230},
+            {310, 240},
+            {320, 230},
+            {330, 240},
+            {340, 230},
+            {350, 240}}),
+    // Screws in the roof plate.
+    line({58, 478}, {70, 490}),
+    line({70, 478}, {58, 490}),
+    line({210, 478}, {222, 490}),
+    line({222, 478}, {210, 490}),
+    line({58, 630}, {70, 642}),
+    line({70, 630}, {58, 642}),
+    line({210, 630}, {222, 642}),
+    line({222, 630}, {210, 642}),
 };
 constexpr Dimension dimensions[] = {
-    across(1, {174, 262}, {266, 262}, 320),
-    across(2, {100, 120}, {340, 120}, 365),
+    across(1, {90, 330}, {190, 330}, 395),
+    down(2, {220, 70}, {230, 290}, 405),
 };
-constexpr FreeText texts[] = {{3, {390, 588}}};
-constexpr Point centres[] = {{220, 570}};
+constexpr FreeText texts[] = {{3, {385, 578}}};
+constexpr Point centres[] = {{140, 560}};
 constexpr Sketch sketch = {.outline = outline,
                            .hidden = hidden,
                            .fine = fine,
