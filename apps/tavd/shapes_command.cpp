@@ -29,7 +29,8 @@ constexpr int kPlaneWidth = 500;
 constexpr int kPlaneHeight = 840;
 constexpr int kPictureWidth = 375;  // pixels
 constexpr int kPictureHeight = 630;
-constexpr int kMargin = 15;  // about each picture
+constexpr int kMargin = 15;                                                // about each picture
+constexpr tgui_rect kFrame = {-8, -8, kPlaneWidth + 8, kPlaneHeight + 8};  // in the plane's units
 constexpr int kCellWidth = kPictureWidth + 2 * kMargin;
 constexpr int kCellHeight = kPictureHeight + 2 * kMargin;
 constexpr int kColumns = 8;
@@ -120,7 +121,7 @@ const Sizes& sizes_of(int number) {
       {160, 200, 200, {595, 450, 305, 1, 595, 275}},
       {163, 125, 125, {1500, 225, 180, 60, 270, 45, 115}},
       {164, 100, 100, {220, 220, 185, 0, 0, 220, 40, 110}},
-      {165, 100, 100, {165, 330, 390, 0, 75}},
+      {165, 160, 160, {165, 330, 390, 0, 90}},
       {170, 160, 160, {305, 455, 250, 360, 430, 125}},
       {180, 315, 315, {1000, 450, 1000}},
       {181, 315, 315, {1000, 110, 110}},
@@ -184,11 +185,11 @@ void draw_frame(tgui_surface* sheet) {
   constexpr std::uint32_t kPaleGrey = 0xD0D0D0;
   tgui_object* const pen = tgui_create_pen(TGUI_PEN_SOLID, 1, kPaleGrey);
   tgui_object* const former = tgui_select(sheet, pen);
-  tgui_move_to(sheet, 0, 0);
-  tgui_line_to(sheet, kPlaneWidth, 0);
-  tgui_line_to(sheet, kPlaneWidth, kPlaneHeight);
-  tgui_line_to(sheet, 0, kPlaneHeight);
-  tgui_line_to(sheet, 0, 0);
+  tgui_move_to(sheet, kFrame.left, kFrame.top);
+  tgui_line_to(sheet, kFrame.right, kFrame.top);
+  tgui_line_to(sheet, kFrame.right, kFrame.bottom);
+  tgui_line_to(sheet, kFrame.left, kFrame.bottom);
+  tgui_line_to(sheet, kFrame.left, kFrame.top);
   tgui_select(sheet, former);
   tgui_delete_object(pen);
 }
@@ -201,7 +202,7 @@ void draw_cell(tgui_surface* sheet, int cell) {
   tgui_set_viewport_org(sheet, cell % kColumns * kCellWidth + kMargin,
                         cell / kColumns * kCellHeight + kMargin);
   tgui_set_viewport_ext(sheet, kPictureWidth, kPictureHeight);
-  tgui_surface* const picture = cut_surface(sheet, {0, 0, kPlaneWidth, kPlaneHeight});
+  tgui_surface* const picture = cut_surface(sheet, kFrame);
   draw(picture);
   tgui_surface_destroy(picture);
   draw_frame(sheet);
