@@ -13,7 +13,7 @@ constexpr Figure face_outline[] = {
     circle({210, 600}, 40),
 };
 constexpr Figure face_centre_lines[] = {
-    line({88, 160}, {398, 160}),
+    line({102, 160}, {398, 160}),
     line({100, 600}, {320, 600}),
     line({210, 490}, {210, 710}),
 };
