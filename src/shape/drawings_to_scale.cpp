@@ -40,6 +40,7 @@ Point right(int width, int y) {
 void shape_163(tavd_hdc hdc) {
   constexpr int kTop = 150;
   constexpr int kFaceLength = 800;
+  constexpr int kLip = 8;
   const int face = scaled(shp.values[2]);
   const int body = scaled(shp.values[3]);
   const int slot = scaled(shp.values[4]);
@@ -61,6 +62,15 @@ void shape_163(tavd_hdc hdc) {
       line(left(kFaceLength, second_middle + slot / 2), right(kFaceLength, second_middle + slot / 2)),
   };
   const Figure duct_end[] = {circle(at(kMiddle, axis), place(duct / 2))};
+  const Figure fine[] = {
+      // Edges of the face, end view; the two vanes of the slot.
+      line(left(face, face_y), left(face, face_y - kLip)),
+      line(right(face, face_y), right(face, face_y - kLip)),
+      line(left(slot / 3, bottom), left(slot / 3, face_y)),
+      line(right(slot / 3, bottom), right(slot / 3, face_y)),
+      line(left(kFaceLength, second_middle - slot / 6), right(kFaceLength, second_middle - slot / 6)),
+      line(left(kFaceLength, second_middle + slot / 6), right(kFaceLength, second_middle + slot / 6)),
+  };
   const Figure hidden[] = {
       line(at(kMiddle, kTop - 10), at(kMiddle, face_y + 10)),
       line(at(kMiddle, second - 10), at(kMiddle, second + face + 10)),
@@ -73,7 +83,7 @@ void shape_163(tavd_hdc hdc) {
       down(5, right(body, kTop), right(body, bottom), place(beside)),
       across(kDiameter, left(duct, axis), right(duct, axis), kTop - 90),
   };
-  const Sketch diffuser = {.outline = outline, .hidden = hidden, .dimensions = dimensions};
+  const Sketch diffuser = {.outline = outline, .hidden = hidden, .fine = fine, .dimensions = dimensions};
   const Sketch end = {.outline = duct_end};
   const Sketch nothing = {};
   draw_sketches(hdc, {&diffuser, shp.values[7] > 0 ? &end : &nothing});
@@ -85,6 +95,8 @@ void shape_165(tavd_hdc hdc) {
   constexpr int kTop = 200;
   constexpr int kUsualAxis = 60;  // mm below the top
   constexpr int kWall = 12;       // between the outer and the inner shell
+  constexpr int kProfile = 24;
+  constexpr int kPlinth = 30;
   const int width = scaled(shp.values[2]);
   const int bottom = kTop + scaled(shp.values[3]);
   const int axis = kTop + scaled(shp.values[5] != 0 ? shp.values[5] : kUsualAxis);
@@ -101,6 +113,14 @@ void shape_165(tavd_hdc hdc) {
           right(inner, back)),
   };
   const Figure duct_end[] = {circle(at(kMiddle, axis), place(radius))};
+  // Profiles at the sides and the plinth of the front view.
+  const int front = std::max(width - 2 * kProfile, 0);
+  const int plinth = std::max(bottom - kPlinth, kTop);
+  const Figure fine[] = {
+      line(left(front, kTop), left(front, plinth)),
+      line(right(front, kTop), right(front, plinth)),
+      line(left(width, plinth), right(width, plinth)),
+  };
   const Figure hidden[] = {
       line(at(kMiddle, kTop - 10), at(kMiddle, bottom + 10)),
       line(at(kMiddle, back - 10), at(kMiddle, back + width / 2 + 10)),
@@ -112,7 +132,7 @@ void shape_165(tavd_hdc hdc) {
       down(3, right(width, kTop), right(width, bottom), beside),
       across(kDiameter, at(kMiddle - radius, axis), at(kMiddle + radius, axis), kTop - 50),
   };
-  const Sketch diffuser = {.outline = outline, .hidden = hidden, .dimensions = dimensions};
+  const Sketch diffuser = {.outline = outline, .hidden = hidden, .fine = fine, .dimensions = dimensions};
   const Sketch end = {.outline = duct_end};
   const Sketch nothing = {};
   draw_sketches(hdc, {&diffuser, shp.header.b > 0 ? &end : &nothing});

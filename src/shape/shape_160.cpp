@@ -18,6 +18,29 @@ constexpr Figure box_centre_lines[] = {
     line({90, 560}, {370, 560}),
     line({230, 420}, {230, 700}),
 };
+constexpr Figure box_fine[] = {
+    // Vanes below the plate.
+    line({145, 242}, {137, 250}),
+    line({165, 242}, {157, 250}),
+    line({185, 242}, {177, 250}),
+    line({205, 242}, {197, 250}),
+    line({255, 242}, {263, 250}),
+    line({275, 242}, {283, 250}),
+    line({295, 242}, {303, 250}),
+    line({315, 242}, {323, 250}),
+    // Screws in its corners.
+    line({110, 440}, {120, 450}),
+    line({120, 440}, {110, 450}),
+    line({340, 440}, {350, 450}),
+    line({350, 440}, {340, 450}),
+    line({110, 670}, {120, 680}),
+    line({120, 670}, {110, 680}),
+    line({340, 670}, {350, 680}),
+    line({350, 670}, {340, 680}),
+    // Lugs to hang the box up.
+    box({122, 110}, {130, 118}),
+    box({330, 110}, {338, 118}),
+};
 constexpr Dimension box_dimensions[] = {
     across(1, {100, 242}, {360, 242}, 345),    across(2, {130, 242}, {330, 242}, 298),
     down(3, {330, 110}, {360, 242}, 410),      down(2, {330, 460}, {330, 660}, 410),
@@ -25,8 +48,11 @@ constexpr Dimension box_dimensions[] = {
     down(half(2), {130, 460}, {130, 560}, 10),
 };
 constexpr Point box_centres[] = {{230, 170}, {230, 560}};
-constexpr Sketch box_on_plate = {
-    .outline = box_outline, .hidden = box_centre_lines, .dimensions = box_dimensions, .centres = box_centres};
+constexpr Sketch box_on_plate = {.outline = box_outline,
+                                 .hidden = box_centre_lines,
+                                 .fine = box_fine,
+                                 .dimensions = box_dimensions,
+                                 .centres = box_centres};
 
 constexpr Figure behind_outline[] = {stroke({{190, 430}, {190, 408}, {270, 408}, {270, 430}})};
 constexpr Dimension behind_size[] = {across(kDiameter, {190, 408}, {270, 408}, 392)};

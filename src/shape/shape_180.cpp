@@ -10,31 +10,56 @@ namespace {
 // Rectangular: the plan view above is not as high as the side view.
 constexpr Figure rectangular_outline[] = {rect({50, 90}, {350, 230}), rect({50, 300}, {350, 600})};
 constexpr Figure rectangular_axes[] = {line({20, 160}, {380, 160}), line({20, 450}, {380, 450})};
+constexpr Figure rectangular_ends_fine[] = {
+    line({62, 90}, {62, 230}),
+    line({338, 90}, {338, 230}),
+    line({62, 300}, {62, 600}),
+    line({338, 300}, {338, 600}),
+};
 constexpr Point rectangular_centres[] = {{50, 160}, {350, 160}, {50, 450}, {350, 450}};
-constexpr Sketch rectangular = {.outline = rectangular_outline, .hidden = rectangular_axes};
+constexpr Sketch rectangular = {
+    .outline = rectangular_outline, .hidden = rectangular_axes, .fine = rectangular_ends_fine};
 constexpr Sketch rectangular_ends = {.centres = rectangular_centres};
 
 constexpr Figure round_outline[] = {rect({50, 100}, {350, 300}), rect({50, 400}, {350, 600})};
 constexpr Figure round_axes[] = {line({20, 200}, {380, 200}), line({20, 500}, {380, 500})};
+constexpr Figure round_ends_fine[] = {
+    line({62, 100}, {62, 300}),
+    line({338, 100}, {338, 300}),
+    line({62, 400}, {62, 600}),
+    line({338, 400}, {338, 600}),
+};
 constexpr Point round_centres[] = {{50, 200}, {350, 200}, {50, 500}, {350, 500}};
-constexpr Sketch round = {.outline = round_outline, .hidden = round_axes};
+constexpr Sketch round = {.outline = round_outline, .hidden = round_axes, .fine = round_ends_fine};
 constexpr Sketch round_ends = {.centres = round_centres};
 
-// Ends of the duct, left and right of both views.
+// Ends of the duct, left and right of both views, and the duct between them.
 constexpr Figure rectangular_stubs_outline[] = {
     stroke({{50, 125}, {25, 125}, {25, 195}, {50, 195}}),
     stroke({{350, 125}, {375, 125}, {375, 195}, {350, 195}}),
     stroke({{50, 390}, {25, 390}, {25, 510}, {50, 510}}),
     stroke({{350, 390}, {375, 390}, {375, 510}, {350, 510}}),
 };
-constexpr Sketch rectangular_stubs = {.outline = rectangular_stubs_outline};
+constexpr Figure rectangular_duct[] = {
+    line({50, 125}, {350, 125}),
+    line({50, 195}, {350, 195}),
+    line({50, 390}, {350, 390}),
+    line({50, 510}, {350, 510}),
+};
+constexpr Sketch rectangular_stubs = {.outline = rectangular_stubs_outline, .hidden = rectangular_duct};
 constexpr Figure round_stubs_outline[] = {
     stroke({{50, 140}, {25, 140}, {25, 260}, {50, 260}}),
     stroke({{350, 140}, {375, 140}, {375, 260}, {350, 260}}),
     stroke({{50, 440}, {25, 440}, {25, 560}, {50, 560}}),
     stroke({{350, 440}, {375, 440}, {375, 560}, {350, 560}}),
 };
-constexpr Sketch round_stubs = {.outline = round_stubs_outline};
+constexpr Figure round_duct[] = {
+    line({50, 140}, {350, 140}),
+    line({50, 260}, {350, 260}),
+    line({50, 440}, {350, 440}),
+    line({50, 560}, {350, 560}),
+};
+constexpr Sketch round_stubs = {.outline = round_stubs_outline, .hidden = round_duct};
 
 constexpr Dimension length_dimension[] = {across(1, {50, 600}, {350, 600}, 720)};
 constexpr Sketch length = {.dimensions = length_dimension};
