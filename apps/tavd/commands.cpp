@@ -18,6 +18,8 @@ void add_commands(CLI::App& app) {
   add_calc_command(app);
   add_sweep_command(app);
   add_diagram_command(app);
+  add_picture_command(app);
+  add_gallery_command(app);
   add_throw_command(app);
   add_show_command(app);
   add_family_command(app);

@@ -18,6 +18,8 @@ void add_list_command(CLI::App& app);
 void add_calc_command(CLI::App& app);
 void add_sweep_command(CLI::App& app);
 void add_diagram_command(CLI::App& app);
+void add_picture_command(CLI::App& app);
+void add_gallery_command(CLI::App& app);
 void add_throw_command(CLI::App& app);
 void add_show_command(CLI::App& app);
 void add_family_command(CLI::App& app);

@@ -8,6 +8,7 @@
 #include "drawing.h"
 #include "tavd/tavdg.h"
 #include "tavdgui/tavdgui.h"
+#include "title.h"
 
 namespace tavdhost {
 namespace {
@@ -65,7 +66,7 @@ void run_diagram(const DiagramOptions& options) {
   Record record = database.product(options.class_id, options.object_id);
   Product product = load_product(database, record);
   set_parameters(product.flow, settings.parameters);
-  if (!options.title.empty()) put_title(database, record, options.title);
+  put_title(database, record, options.title);
   Diagram diagram(database);
   diagram.set_up(settings, product.flow, options.static_pressure);
   if (tavdg_initdiagramdata(record.get()) != 0) throw undrawable(product);

@@ -9,6 +9,7 @@
 #include "errors.h"
 #include "numbers.h"
 #include "text.h"
+#include "title.h"
 #include "units.h"
 
 namespace tavdhost {

@@ -4,18 +4,10 @@
 #include <stdexcept>
 
 #include "numbers.h"
-#include "tavd/tavdcore.h"
 #include "tavdgui/tavdgui.h"
 #include "text.h"
 
 namespace tavdhost {
-namespace {
-
-constexpr std::int16_t kCodeOfNoMarket = 1562;  // product code for all markets, UTF-8
-constexpr std::size_t kTitleUnits = 79;         // a longer title would not be drawn at all
-
-}  // namespace
-
 void add_drawing_arguments(CLI::App& command, DrawingOptions& options) {
   command.add_option("DB", options.path, "Product database")->required();
   command.add_option("CLASS", options.class_id, "Class of the product, 3 characters")->required();
@@ -38,20 +30,6 @@ void add_drawing_options(CLI::App& command, DrawingOptions& options) {
   command.add_option("--title", options.title, "Title in place of the product code, up to 79 characters")
       ->type_name("TEXT");
   add_text_options(command, options.texts);
-}
-
-void check_title(const std::string& title) {
-  if (utf16_length(title) > kTitleUnits) {
-    throw UserError("--title is " + std::to_string(utf16_length(title)) +
-                    " characters long, expected at most " + std::to_string(kTitleUnits));
-  }
-}
-
-void put_title(const Database& database, Record& record, const std::string& title) {
-  const std::string text = printable(title);
-  tavdcore_set_market_area(nullptr);
-  tavbinsertatt(database.handle(), record.address(), kCodeOfNoMarket, text.data(),
-                static_cast<std::int16_t>(text.size()));
 }
 
 UserError undrawable(const Product& product) {

@@ -28,13 +28,6 @@ struct DrawingOptions {
 void add_drawing_arguments(CLI::App& command, DrawingOptions& options);
 void add_drawing_options(CLI::App& command, DrawingOptions& options);
 
-// Throws UserError for a title that a chart would not show.
-void check_title(const std::string& title);
-
-// Gives the record at hand, which is never saved, the title in place of its product code: that is the one
-// text that every chart shows, in any charset.
-void put_title(const Database& database, Record& record, const std::string& title);
-
 // Why a product with the data for a diagram makes none.
 UserError undrawable(const Product& product);
 

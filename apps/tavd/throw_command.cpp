@@ -12,6 +12,7 @@
 #include "tavd/tavca.h"
 #include "tavdgui/tavdgui.h"
 #include "text.h"
+#include "title.h"
 #include "units.h"
 
 namespace tavdhost {

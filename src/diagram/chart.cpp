@@ -9,7 +9,7 @@
 
 #include "base/gwgdi.h"
 #include "base/gwmem.h"
-#include "diagram/held.h"
+#include "base/held.h"
 
 namespace tavd {
 namespace {

@@ -3,9 +3,9 @@
 #include <cstring>
 
 #include "base/gwgdi.h"
+#include "base/held.h"
+#include "base/selected.h"
 #include "diagram/chart.h"
-#include "diagram/held.h"
-#include "diagram/selected.h"
 
 namespace tavd {
 namespace {

@@ -5,11 +5,11 @@
 #include <cstring>
 
 #include "base/gwgdi.h"
+#include "base/held.h"
+#include "base/selected.h"
 #include "calc/numeric.h"
 #include "calc/parameter.h"
 #include "diagram/flowdiagram.h"
-#include "diagram/held.h"
-#include "diagram/selected.h"
 
 namespace tavd {
 namespace {

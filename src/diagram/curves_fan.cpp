@@ -1,10 +1,10 @@
 // The curve of a fan and the field of operating points that it can serve.
 #include "base/gwgdi.h"
+#include "base/selected.h"
 #include "calc/numeric.h"
 #include "calc/parameter.h"
 #include "diagram/curves.h"
 #include "diagram/flowdiagram.h"
-#include "diagram/selected.h"
 
 namespace tavd {
 namespace {

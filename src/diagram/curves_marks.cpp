@@ -1,9 +1,9 @@
 // What the host marks in the diagram: the operating point and two flow limits.
 #include "base/gwgdi.h"
+#include "base/held.h"
+#include "base/selected.h"
 #include "diagram/curves.h"
 #include "diagram/flowdiagram.h"
-#include "diagram/held.h"
-#include "diagram/selected.h"
 
 namespace tavd {
 

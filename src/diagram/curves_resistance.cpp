@@ -1,10 +1,10 @@
 // Curves of fixed resistances: one reference point, or a table of measured points.
 #include "base/gwgdi.h"
+#include "base/selected.h"
 #include "calc/numeric.h"
 #include "calc/parameter.h"
 #include "diagram/curves.h"
 #include "diagram/flowdiagram.h"
-#include "diagram/selected.h"
 
 namespace tavd {
 namespace {

@@ -2,12 +2,12 @@
 #include <cmath>
 
 #include "base/gwgdi.h"
+#include "base/held.h"
+#include "base/selected.h"
 #include "calc/numeric.h"
 #include "diagram/curves.h"
 #include "diagram/curves_sound.h"
 #include "diagram/flowdiagram.h"
-#include "diagram/held.h"
-#include "diagram/selected.h"
 #include "diagram/soundlevels.h"
 #include "tavd/tavca.h"
 

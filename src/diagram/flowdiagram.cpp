@@ -5,7 +5,8 @@
 #include "base/gwlist.h"
 #include "base/gwsys.h"
 #include "base/gwtext.h"
-#include "diagram/held.h"
+#include "base/held.h"
+#include "db/sizelist.h"
 #include "diagram/hostdialog.h"
 #include "tavd/tavb.h"
 #include "tavd/tavdg.h"
@@ -113,7 +114,7 @@ void tavdg_reset_parameters(void) {
 }
 
 void tavdg_fillsizeLB(tavd_hwnd hdlg) {
-  fill_size_list(hdlg, &dg);
+  fill_size_list(hdlg, dg.listid, &dg.familylist, dg.db, dg.rec);
 }
 
 void tavdg_update_from_list(tavd_hwnd hdlg) {

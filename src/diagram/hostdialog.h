@@ -1,4 +1,4 @@
-// The list box of a product's family and the combo box of a parameter's values, in a dialog of the host's.
+// The selected size and the combo box of a parameter's values, in a dialog of the host's.
 #pragma once
 
 #include "diagram/productdiagram.h"
@@ -6,9 +6,6 @@
 #include "tavd/types.h"
 
 namespace tavd {
-
-// Reads the family of the diagram's product and lists its members' product codes; the first one is selected.
-void fill_size_list(tavd_hwnd dialog, ProductDiagram* diagram);
 
 // Builds the diagram of the selected row's member; without one the diagram stays as it was.
 void build_selected_size(tavd_hwnd dialog, ProductDiagram* diagram, int (*build)(tavb_rec rec));

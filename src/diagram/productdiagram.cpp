@@ -4,7 +4,7 @@
 
 #include "base/gwtext.h"
 #include "base/gwwindow.h"
-#include "diagram/held.h"
+#include "base/held.h"
 #include "tavd/tavdf.h"
 
 namespace tavd {

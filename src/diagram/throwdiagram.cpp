@@ -5,9 +5,10 @@
 #include "base/gwlist.h"
 #include "base/gwsys.h"
 #include "base/gwtext.h"
+#include "base/held.h"
 #include "calc/numeric.h"
 #include "calc/parameter.h"
-#include "diagram/held.h"
+#include "db/sizelist.h"
 #include "diagram/hostdialog.h"
 #include "tavd/L2dg.h"
 #include "tavd/tavb.h"
@@ -109,7 +110,7 @@ void L2dg_reset_parameters(void) {
 }
 
 void L2dg_fillsizeLB(tavd_hwnd hdlg) {
-  fill_size_list(hdlg, &L2dg);
+  fill_size_list(hdlg, L2dg.listid, &L2dg.familylist, L2dg.db, L2dg.rec);
 }
 
 void L2dg_update_from_list(tavd_hwnd hdlg) {

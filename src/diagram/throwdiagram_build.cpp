@@ -1,10 +1,10 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "base/held.h"
 #include "calc/numeric.h"
 #include "calc/parameter.h"
 #include "diagram/axis.h"
-#include "diagram/held.h"
 #include "diagram/throwdiagram.h"
 #include "tavd/L2dg.h"
 #include "tavd/tavca.h"

@@ -1,9 +1,9 @@
 #include "base/gwgdi.h"
 #include "base/gwtext.h"
 #include "base/gwwindow.h"
+#include "base/held.h"
+#include "base/selected.h"
 #include "calc/parameter.h"
-#include "diagram/held.h"
-#include "diagram/selected.h"
 #include "diagram/throwdiagram.h"
 #include "tavd/L2dg.h"
 

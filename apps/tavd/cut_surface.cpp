@@ -1,0 +1,104 @@
+#include "cut_surface.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tavdhost {
+namespace {
+
+struct Cut {
+  tgui_surface* target;
+  tgui_rect window;
+};
+
+const Cut& cut(void* context) {
+  return *static_cast<const Cut*>(context);
+}
+
+// The part of a line that lies in the window, from 0 at its start to 1 at its end.
+struct Part {
+  double from = 0;
+  double to = 1;
+  bool is_empty() const { return from > to; }
+};
+
+// Keeps what lies between `low` and `high` on one axis of a line from `start`, `delta` long.
+void keep(Part& part, double start, double delta, double low, double high) {
+  if (delta == 0) {
+    if (start < low || start > high) part.to = -1;
+    return;
+  }
+  const double a = (low - start) / delta;
+  const double b = (high - start) / delta;
+  part.from = std::max(part.from, std::min(a, b));
+  part.to = std::min(part.to, std::max(a, b));
+}
+
+int32_t along(int32_t start, int32_t delta, double part) {
+  return start + static_cast<int32_t>(std::lround(delta * part));
+}
+
+void line_to(void* context, tgui_surface* /*surface*/, int32_t x1, int32_t y1, int32_t x2, int32_t y2) {
+  const auto& [target, window] = cut(context);
+  const int32_t dx = x2 - x1;
+  const int32_t dy = y2 - y1;
+  Part part;
+  keep(part, x1, dx, window.left, window.right);
+  keep(part, y1, dy, window.top, window.bottom);
+  if (part.is_empty()) return;
+  tgui_move_to(target, along(x1, dx, part.from), along(y1, dy, part.from));
+  tgui_line_to(target, along(x1, dx, part.to), along(y1, dy, part.to));
+}
+
+// Only selecting takes an object that may be changed, and it does not change it.
+void select(void* context, tgui_surface* /*surface*/, const tgui_object* object) {
+  tgui_select(cut(context).target, const_cast<tgui_object*>(object));
+}
+
+void text_align(void* context, tgui_surface* /*surface*/, uint32_t align) {
+  tgui_set_text_align(cut(context).target, align);
+}
+
+void background_mode(void* context, tgui_surface* /*surface*/, int32_t mode) {
+  tgui_set_background_mode(cut(context).target, mode);
+}
+
+void ellipse(void* context, tgui_surface* /*surface*/, int32_t left, int32_t top, int32_t right,
+             int32_t bottom) {
+  tgui_ellipse(cut(context).target, left, top, right, bottom);
+}
+
+void arc(void* context, tgui_surface* /*surface*/, int32_t left, int32_t top, int32_t right, int32_t bottom,
+         int32_t xs, int32_t ys, int32_t xe, int32_t ye) {
+  tgui_arc(cut(context).target, left, top, right, bottom, xs, ys, xe, ye);
+}
+
+void text(void* context, tgui_surface* /*surface*/, int32_t x, int32_t y, const char* text, int32_t length) {
+  tgui_text(cut(context).target, x, y, text, length);
+}
+
+void release(void* context) {
+  delete static_cast<Cut*>(context);
+}
+
+}  // namespace
+
+tgui_surface* cut_surface(tgui_surface* target, tgui_rect window) {
+  tgui_operations operations = {};
+  operations.size = sizeof operations;
+  operations.select = select;
+  operations.text_align = text_align;
+  operations.background_mode = background_mode;
+  operations.line_to = line_to;
+  operations.ellipse = ellipse;
+  operations.arc = arc;
+  operations.text = text;
+  operations.release = release;
+  auto* const context = new Cut{target, window};
+  tgui_surface* const surface =
+      tgui_surface_create(&operations, context, window.right - window.left, window.bottom - window.top);
+  if (surface == nullptr) delete context;
+  return surface;
+}
+
+}  // namespace tavdhost

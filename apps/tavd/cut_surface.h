@@ -1,0 +1,12 @@
+// A surface that draws on a part of another one.
+#pragma once
+
+#include "tavdgui/tavdgui.h"
+
+namespace tavdhost {
+
+// Draws on `target` in its coordinates, but of lines only what lies in `window`, logical units; figures and
+// texts are drawn whole. Null if memory ran out. The caller destroys it, before the target.
+tgui_surface* cut_surface(tgui_surface* target, tgui_rect window);
+
+}  // namespace tavdhost

@@ -1,0 +1,254 @@
+#include <algorithm>
+#include <cstdint>
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "commands.h"
+#include "cut_surface.h"
+#include "errors.h"
+#include "picture.h"
+#include "tavd/tavdshapepic.h"
+#include "tavd/tavdsrv.h"
+#include "tavdgui/tavdgui.h"
+#include "text.h"
+
+namespace tavdhost {
+namespace {
+
+struct GalleryOptions {
+  std::string folder;
+  bool shapes = false;
+};
+
+// The plane of a picture, and its cell on the contact sheet.
+constexpr int kPlaneWidth = 500;
+constexpr int kPlaneHeight = 840;
+constexpr int kPictureWidth = 375;  // pixels
+constexpr int kPictureHeight = 630;
+constexpr int kMargin = 15;                                                // about each picture
+constexpr tgui_rect kFrame = {-8, -8, kPlaneWidth + 8, kPlaneHeight + 8};  // in the plane's units
+constexpr int kCellWidth = kPictureWidth + 2 * kMargin;
+constexpr int kCellHeight = kPictureHeight + 2 * kMargin;
+constexpr int kColumns = 8;
+
+constexpr int kFirstNumber = 101;
+constexpr int kLastNumber = 192;
+constexpr std::int16_t kShapeData = 1110;
+constexpr std::int16_t kCode = 1562;
+constexpr std::int16_t kFlowHeader = 1650;
+
+// One picture of the sheet: a shape number with the values that choose among its drawings.
+struct Variant {
+  int number;
+  std::string remark;  // behind the number
+  std::vector<std::pair<int, std::int16_t>> values;
+  int count = 30;  // words of the shape
+};
+
+// The variants of a shape; most have one.
+std::vector<Variant> variants_of(int number) {
+  switch (number) {
+    case 107:
+      return {{number, " 1", {{1, 1}}, 6},
+              {number, " 2", {{1, 2}}, 6},
+              {number, " 3", {{1, 3}}, 6},
+              {number, " full 1", {{1, 1}, {12, 0}}},
+              {number, " full 2", {{1, 2}, {12, 1}}},
+              {number, " full 3", {{1, 3}, {12, 2}}}};
+    case 160:
+      return {{number, " 1", {{4, 1}}}, {number, " 2", {{4, 2}}}, {number, " 3", {{4, 3}}}};
+    case 164:
+      return {{number, " narrow", {{3, 180}}}, {number, " wide", {{3, 260}}}};
+    case 180:
+      return {{number, " 0", {{4, 0}}}, {number, " 1", {{4, 1}}}, {number, " 2", {{4, 2}}},
+              {number, " 3", {{4, 3}}}, {number, " 4", {{4, 4}}}, {number, " 5", {{4, 5}}},
+              {number, " 6", {{4, 6}}}};
+    default:
+      return {{number, "", {}}};
+  }
+}
+
+// Sizes of a product as it might be sold.
+struct Sizes {
+  int number;
+  std::int16_t b, h;                 // connection, mm
+  std::vector<std::int16_t> values;  // from value 1 on, mm
+};
+
+// Values behind the last one that a shape tells are 0.
+const Sizes& sizes_of(int number) {
+  static const std::vector<Sizes> kSizes = {
+      {101, 160, 160, {160, 425, 290, 65}},
+      {102, 125, 125, {345, 215, 375, 205, 95, 95, 375}},
+      {103, 250, 250, {248, 595, 190, 90, 600}},
+      {104, 125, 125, {300, 220, 250, 345, 65, 250}},
+      {105, 125, 125, {1000, 205, 190, 235, 265}},
+      {106, 160, 160, {525, 325, 475, 250, 285}},
+      {107, 200, 200, {1, 600, 250, 500, 200, 600, 0, 150, 460, 375, 275, 0, 675, 150, 125, 125}},
+      {109, 400, 200, {180, 510}},
+      {110, 160, 160, {270, 390, 300, 190, 180, 210, 160}},
+      {111, 200, 200, {200, 535, 360, 80}},
+      {112, 125, 125, {125, 165, 60}},
+      {113, 200, 200, {320, 125, 190, 200}},
+      {114, 160, 160, {160, 270, 110, 12}},
+      {115, 125, 125, {1800, 595, 210, 240, 80, 60, 1500}},
+      {116, 160, 160, {250, 395, 200, 395, 270, 295, 50, 16}},
+      {117, 160, 160, {545, 570, 285, 570, 300, 595, 50, 24}},
+      {118, 160, 160, {345, 395, 200, 395, 270, 395, 50, 350}},
+      {119, 125, 125, {60, 1000, 500, 160, 260, 110, 40, 1040, 2}},
+      {120, 200, 200, {600, 900, 300, 200, 100}},
+      {121, 200, 200, {700, 1000, 200, 200, 60, 100}},
+      {122, 200, 200, {600, 1000, 300, 200, 60, 100}},
+      {123, 250, 250, {450, 250, 1200, 100}},
+      {124, 160, 160, {500, 1200, 160, 785, 0, 100}},
+      {125, 400, 400, {900, 400, 1500, 500, 200, 2255, 100}},
+      {126, 200, 200, {600, 250, 200, 1000, 180, 60, 575, 0, 0, 100}},
+      {127, 200, 200, {800, 1200, 200, 1885, 100}},
+      {128, 400, 400, {1200, 300, 800, 400, 150, 1150, 0, 0, 100}},
+      {129, 200, 200, {800, 1000, 0, 200, 830, 100}},
+      {130, 200, 200, {0, 200, 345}},
+      {131, 400, 400, {1000, 600, 900}},
+      {132, 160, 160, {0, 160, 90}},
+      {133, 400, 400, {0, 450, 550, 250, 300}},
+      {140, 250, 250, {250}},
+      {141, 400, 400, {400, 400, 600}},
+      {150, 250, 250, {250}},
+      {151, 400, 400, {400, 400, 600}},
+      {160, 200, 200, {595, 450, 305, 1, 595, 275}},
+      {163, 125, 125, {1500, 225, 180, 60, 270, 45, 115}},
+      {164, 100, 100, {220, 220, 185, 0, 0, 220, 40, 110}},
+      {165, 160, 160, {165, 330, 390, 0, 90}},
+      {170, 160, 160, {305, 455, 250, 360, 430, 125}},
+      {180, 315, 315, {1000, 450, 1000}},
+      {181, 315, 315, {1000, 110, 110}},
+      {182, 315, 315, {1000, 650}},
+      {183, 315, 315, {1000, 130}},
+      {191, 160, 160, {160, 350, 180}},
+      {192, 200, 200, {440, 355, 480, 200, 315, 0, 75}},
+  };
+  static const Sizes kOther = {0, 160, 160, {400, 300, 250, 200, 150, 100}};
+  const auto found = std::ranges::find(kSizes, number, &Sizes::number);
+  return found != kSizes.end() ? *found : kOther;
+}
+
+// A product of that shape.
+Record make_product(const Variant& variant) {
+  Record record(tavdsrv_newrec("TST", "SHAPE"));
+  const Sizes& sizes = sizes_of(variant.number);
+  std::vector<std::int16_t> words = {static_cast<std::int16_t>(variant.number)};
+  words.insert(words.end(), sizes.values.begin(), sizes.values.end());
+  words.resize(static_cast<std::size_t>(variant.count));
+  for (const auto& [index, value] : variant.values) words[static_cast<std::size_t>(index)] = value;
+  const std::string title = std::to_string(variant.number) + variant.remark;
+  const std::int16_t header[11] = {100, sizes.b, sizes.h};
+  const auto insert = [&record](std::int16_t attribute, const void* data, std::size_t bytes) {
+    tavbinsertatt(0, record.address(), attribute, data, static_cast<std::int16_t>(bytes));
+  };
+  insert(kShapeData, words.data(), words.size() * sizeof words[0]);
+  insert(kFlowHeader, header, sizeof header);
+  insert(kCode, title.data(), title.size());
+  return record;
+}
+
+void draw(tgui_surface* surface) {
+  tgui_set_background_mode(surface, TGUI_TRANSPARENT);
+  tavdshapepic_create_drawing_tools();
+  tavdshapepic_draw(surface);
+  tavdshapepic_destroy_drawing_tools();
+}
+
+// Whether more than the title is drawn.
+bool is_drawn(int number) {
+  const Record record = make_product({number, "", {{1, 1}}});
+  tavdshapepic_initdata(record.get());
+  tgui_surface* recording = tgui_recording_create(kPlaneWidth, kPlaneHeight);
+  draw(recording);
+  const bool drawn = std::string(tgui_recording_text(recording)).find("\nline ") != std::string::npos;
+  tgui_surface_destroy(recording);
+  return drawn;
+}
+
+std::vector<Variant> all_variants() {
+  std::vector<Variant> all;
+  for (int number = kFirstNumber; number <= kLastNumber; ++number) {
+    if (!is_drawn(number)) continue;
+    for (Variant& variant : variants_of(number)) all.push_back(std::move(variant));
+  }
+  return all;
+}
+
+void draw_frame(tgui_surface* sheet) {
+  constexpr std::uint32_t kPaleGrey = 0xD0D0D0;
+  tgui_object* const pen = tgui_create_pen(TGUI_PEN_SOLID, 1, kPaleGrey);
+  tgui_object* const former = tgui_select(sheet, pen);
+  tgui_move_to(sheet, kFrame.left, kFrame.top);
+  tgui_line_to(sheet, kFrame.right, kFrame.top);
+  tgui_line_to(sheet, kFrame.right, kFrame.bottom);
+  tgui_line_to(sheet, kFrame.left, kFrame.bottom);
+  tgui_line_to(sheet, kFrame.left, kFrame.top);
+  tgui_select(sheet, former);
+  tgui_delete_object(pen);
+}
+
+// A picture with a frame in pale grey about it, and nothing of it outside.
+void draw_cell(tgui_surface* sheet, int cell) {
+  const int saved = tgui_save(sheet);
+  tgui_set_map_mode(sheet, TGUI_MM_ANISOTROPIC);
+  tgui_set_window_ext(sheet, kPlaneWidth, kPlaneHeight);
+  tgui_set_viewport_org(sheet, cell % kColumns * kCellWidth + kMargin,
+                        cell / kColumns * kCellHeight + kMargin);
+  tgui_set_viewport_ext(sheet, kPictureWidth, kPictureHeight);
+  tgui_surface* const picture = cut_surface(sheet, kFrame);
+  draw(picture);
+  tgui_surface_destroy(picture);
+  draw_frame(sheet);
+  tgui_restore(sheet, saved);
+}
+
+void draw_sheet(const std::string& path, const std::vector<Variant>& variants) {
+  const int rows = (static_cast<int>(variants.size()) + kColumns - 1) / kColumns;
+  Picture sheet(path, {kColumns * kCellWidth, rows * kCellHeight});
+  int cell = 0;
+  for (const Variant& variant : variants) {
+    const Record record = make_product(variant);
+    tavdshapepic_initdata(record.get());
+    draw_cell(sheet.surface(), cell++);
+  }
+  sheet.finish();
+}
+
+void run_gallery(const GalleryOptions& options) {
+  if (!options.shapes) throw UserError("nothing to draw, expected --shapes");
+  std::error_code problem;
+  std::filesystem::create_directories(options.folder, problem);
+  if (problem) throw UserError("cannot make " + in_quotes(options.folder) + ": " + problem.message());
+  tavdshapepic_init(tgui_main_module(), 0, nullptr, 0);
+  const std::vector<Variant> variants = all_variants();
+  for (const char* name : {"shapes.png", "shapes.svg"}) {
+    const std::string path = (std::filesystem::path(options.folder) / name).string();
+    draw_sheet(path, variants);
+    std::cout << path << ": " << variants.size() << " drawings\n";
+  }
+  tavdshapepic_release();
+}
+
+}  // namespace
+
+void add_gallery_command(CLI::App& app) {
+  auto options = std::make_shared<GalleryOptions>();
+  CLI::App* command = app.add_subcommand("gallery", "Draws contact sheets into a folder");
+  command
+      ->add_flag("--shapes", options->shapes,
+                 "Draw every shape with its number, as products of plausible sizes")
+      ->required();
+  command->add_option("-o,--output", options->folder, "Folder to write into, made if it is missing")
+      ->required()
+      ->type_name("DIR");
+  command->callback([options] { run_gallery(*options); });
+}
+
+}  // namespace tavdhost

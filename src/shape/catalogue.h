@@ -1,0 +1,28 @@
+// The drawers of all shapes. Most are sketches in tables, by range of their numbers; the others decide by the
+// product's values what to draw.
+#pragma once
+
+#include <span>
+
+#include "shape/sketch.h"
+#include "tavd/types.h"
+
+namespace tavd {
+
+// Sketches that are the same for every product of the shape.
+std::span<const NumberedSketch> sketches_102_106();
+std::span<const NumberedSketch> sketches_109_119();
+std::span<const NumberedSketch> sketches_120_129();
+std::span<const NumberedSketch> sketches_130_151();
+std::span<const NumberedSketch> sketches_170_192();
+
+// Drawers that decide. Each draws in the order that all sketches share.
+void shape_101(tavd_hdc hdc);
+void shape_107(tavd_hdc hdc);
+void shape_160(tavd_hdc hdc);
+void shape_163(tavd_hdc hdc);
+void shape_164(tavd_hdc hdc);
+void shape_165(tavd_hdc hdc);
+void shape_180(tavd_hdc hdc);  // 180 to 183
+
+}  // namespace tavd
