@@ -210,7 +210,12 @@ void draw_cell(tgui_surface* sheet, int cell, PictureSize size) {
   tgui_restore(sheet, saved);
 }
 
-PictureSize sheet_size(std::size_t pictures, const GalleryOptions& options) {
+// Of one picture, and of all on a sheet, pixels.
+struct SheetSize {
+  PictureSize picture, sheet;
+};
+
+SheetSize sheet_size(std::size_t pictures, const GalleryOptions& options) {
   const PictureSize size = picture_size(options.size);
   const int rows = (static_cast<int>(pictures) + kColumns - 1) / kColumns;
   const PictureSize sheet = {kColumns * with_margins(size.width), rows * with_margins(size.height)};
@@ -219,32 +224,31 @@ PictureSize sheet_size(std::size_t pictures, const GalleryOptions& options) {
                     std::to_string(sheet.width) + "x" + std::to_string(sheet.height) +
                     ", expected no side above " + std::to_string(kLargestSide));
   }
-  return sheet;
+  return {size, sheet};
 }
 
-void draw_sheet(const std::string& path, const std::vector<Variant>& variants,
-                const GalleryOptions& options) {
-  Picture sheet(path, sheet_size(variants.size(), options));
+void draw_sheet(const std::string& path, const std::vector<Variant>& variants, const SheetSize& size) {
+  Picture sheet(path, size.sheet);
   int cell = 0;
   for (const Variant& variant : variants) {
     const Record record = make_product(variant);
     tavdshapepic_initdata(record.get());
-    draw_cell(sheet.surface(), cell++, picture_size(options.size));
+    draw_cell(sheet.surface(), cell++, size.picture);
   }
   sheet.finish();
 }
 
 void run_gallery(const GalleryOptions& options) {
   if (!options.shapes) throw UserError("nothing to draw, expected --shapes");
-  picture_size(options.size);  // before anything is made
+  tavdshapepic_init(tgui_main_module(), 0, nullptr, 0);
+  const std::vector<Variant> variants = all_variants();
+  const SheetSize size = sheet_size(variants.size(), options);
   std::error_code problem;
   std::filesystem::create_directories(options.folder, problem);
   if (problem) throw UserError("cannot make " + in_quotes(options.folder) + ": " + problem.message());
-  tavdshapepic_init(tgui_main_module(), 0, nullptr, 0);
-  const std::vector<Variant> variants = all_variants();
   for (const char* name : {"shapes.png", "shapes.svg"}) {
     const std::string path = (std::filesystem::path(options.folder) / name).string();
-    draw_sheet(path, variants, options);
+    draw_sheet(path, variants, size);
     std::cout << path << ": " << variants.size() << " drawings\n";
   }
   tavdshapepic_release();
