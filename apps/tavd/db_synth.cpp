@@ -11,7 +11,6 @@
 #include "db_synth_groups.h"
 #include "numbers.h"
 #include "progress.h"
-#include "tavd/tavdsrv.h"
 
 namespace tavdhost {
 
