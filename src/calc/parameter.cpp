@@ -12,8 +12,6 @@ namespace {
 
 using tavd::blend;
 using tavd::lower_row;
-using tavd::sum_of_terms;
-using tavd::term_of;
 using tavd::upper_row;
 using tavd::wide;
 
