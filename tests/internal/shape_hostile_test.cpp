@@ -54,9 +54,10 @@ TEST_F(HostileShape, FewerValuesThanNoneAreNone) {
     for (int number = kFirstNumber; number <= kLastNumber; ++number) {
       std::memset(shp.values, 0, sizeof shp.values);
       shp.values[0] = static_cast<std::int16_t>(number);
+      // What 160 and 164 work out of values, they work out of zeros.
+      const bool works_out = number == 160 || number == 164;
       for (const std::string& text : draw()) {
-        // 164 writes sums, which have no sign for values that are missing.
-        EXPECT_EQ(number == 164 && text == "0" ? "0" : "##", text.substr(0, 2)) << number;
+        EXPECT_TRUE(text == "##" || (works_out && text == "0")) << number << ' ' << text;
       }
     }
   }
