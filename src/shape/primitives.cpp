@@ -128,7 +128,7 @@ void pic_value_text(DimensionText& text, int i) {
   if (i >= 0 && i < shp.nvalues && i < kShapeWords) {
     std::snprintf(text, sizeof text, "%hd", shp.values[i]);
   } else {
-    std::strcpy(text, "##");
+    std::snprintf(text, sizeof text, "##");
   }
 }
 
