@@ -8,7 +8,8 @@
 #include "text.h"
 
 namespace tavdhost {
-void add_drawing_arguments(CLI::App& command, DrawingOptions& options) {
+
+void add_drawing_arguments(CLI::App& command, PictureOptions& options) {
   command.add_option("DB", options.path, "Product database")->required();
   command.add_option("CLASS", options.class_id, "Class of the product, 3 characters")->required();
   command.add_option("ID", options.object_id, "Object id of the product")->required();
@@ -24,6 +25,10 @@ void add_drawing_options(CLI::App& command, DrawingOptions& options) {
       ->type_name("NAME=VALUE")
       ->expected(1)
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  add_picture_options(command, options);
+}
+
+void add_picture_options(CLI::App& command, PictureOptions& options) {
   command.add_option("--size", options.size, "Size in pixels")
       ->type_name("WIDTHxHEIGHT")
       ->capture_default_str();
@@ -45,7 +50,7 @@ void paint_window(const char* window_class, const Picture& picture) {
   const auto [width, height] = picture.size();
   tgui_window* window =
       tgui_create_window(window_class, "", 0, 0, 0, width, height, nullptr, 0, tgui_main_module());
-  if (window == nullptr) throw std::runtime_error("no window for the diagram could be made");
+  if (window == nullptr) throw std::runtime_error("no window for the picture could be made");
   tgui_set_surface(window, picture.surface());
   tgui_send_message(window, TGUI_WM_PAINT, 0, 0);
   tgui_destroy_window(window);

@@ -14,18 +14,23 @@
 
 namespace tavdhost {
 
-struct DrawingOptions {
+// What is drawn, and into which file.
+struct PictureOptions {
   std::string path, class_id, object_id;
   std::string output;
   std::string size = "1200x900";
-  std::string title;                    // empty: the product code
-  std::vector<std::string> parameters;  // NAME=VALUE
+  std::string title;  // empty: the product code
   TextChoice texts;
 };
 
-// Adds DB, CLASS, ID and -o; and behind the command's own options --param, --size, --title and those of
-// texts.
-void add_drawing_arguments(CLI::App& command, DrawingOptions& options);
+struct DrawingOptions : PictureOptions {
+  std::vector<std::string> parameters;  // NAME=VALUE
+};
+
+// Adds DB, CLASS, ID and -o; and behind the command's own options --size, --title and those of texts, for
+// diagrams with --param before them.
+void add_drawing_arguments(CLI::App& command, PictureOptions& options);
+void add_picture_options(CLI::App& command, PictureOptions& options);
 void add_drawing_options(CLI::App& command, DrawingOptions& options);
 
 // Why a product with the data for a diagram makes none.

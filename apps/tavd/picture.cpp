@@ -15,9 +15,8 @@
 namespace tavdhost {
 namespace {
 
-constexpr int kSmallestSide = 64;    // pixels
-constexpr int kLargestSide = 16384;  // pixels, the most that a PNG surface takes
-constexpr double kPageWidth = 297;   // A4 across, mm
+constexpr int kSmallestSide = 64;   // pixels
+constexpr double kPageWidth = 297;  // A4 across, mm
 constexpr double kPageHeight = 210;
 
 tgui_surface* pdf_page(const char* path, PictureSize size) {

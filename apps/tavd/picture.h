@@ -9,6 +9,8 @@
 
 namespace tavdhost {
 
+inline constexpr int kLargestSide = 16384;  // pixels, the most that a PNG surface takes
+
 struct PictureSize {
   std::int32_t width, height;  // pixels
 };

@@ -21,18 +21,15 @@ namespace {
 
 struct GalleryOptions {
   std::string folder;
+  std::string size = "375x630";  // of each picture
   bool shapes = false;
 };
 
-// The plane of a picture, and its cell on the contact sheet.
+// The plane of a picture, and what stands about it on the contact sheet.
 constexpr int kPlaneWidth = 500;
 constexpr int kPlaneHeight = 840;
-constexpr int kPictureWidth = 375;  // pixels
-constexpr int kPictureHeight = 630;
-constexpr int kMargin = 15;                                                // about each picture
+constexpr int kMargin = 15;                                                // about each picture, pixels
 constexpr tgui_rect kFrame = {-8, -8, kPlaneWidth + 8, kPlaneHeight + 8};  // in the plane's units
-constexpr int kCellWidth = kPictureWidth + 2 * kMargin;
-constexpr int kCellHeight = kPictureHeight + 2 * kMargin;
 constexpr int kColumns = 8;
 
 constexpr int kFirstNumber = 101;
@@ -194,14 +191,18 @@ void draw_frame(tgui_surface* sheet) {
   tgui_delete_object(pen);
 }
 
+int with_margins(int pixels) {
+  return pixels + 2 * kMargin;
+}
+
 // A picture with a frame in pale grey about it, and nothing of it outside.
-void draw_cell(tgui_surface* sheet, int cell) {
+void draw_cell(tgui_surface* sheet, int cell, PictureSize size) {
   const int saved = tgui_save(sheet);
   tgui_set_map_mode(sheet, TGUI_MM_ANISOTROPIC);
   tgui_set_window_ext(sheet, kPlaneWidth, kPlaneHeight);
-  tgui_set_viewport_org(sheet, cell % kColumns * kCellWidth + kMargin,
-                        cell / kColumns * kCellHeight + kMargin);
-  tgui_set_viewport_ext(sheet, kPictureWidth, kPictureHeight);
+  tgui_set_viewport_org(sheet, cell % kColumns * with_margins(size.width) + kMargin,
+                        cell / kColumns * with_margins(size.height) + kMargin);
+  tgui_set_viewport_ext(sheet, size.width, size.height);
   tgui_surface* const picture = cut_surface(sheet, kFrame);
   draw(picture);
   tgui_surface_destroy(picture);
@@ -209,28 +210,45 @@ void draw_cell(tgui_surface* sheet, int cell) {
   tgui_restore(sheet, saved);
 }
 
-void draw_sheet(const std::string& path, const std::vector<Variant>& variants) {
-  const int rows = (static_cast<int>(variants.size()) + kColumns - 1) / kColumns;
-  Picture sheet(path, {kColumns * kCellWidth, rows * kCellHeight});
+// Of one picture, and of all on a sheet, pixels.
+struct SheetSize {
+  PictureSize picture, sheet;
+};
+
+SheetSize sheet_size(std::size_t pictures, const GalleryOptions& options) {
+  const PictureSize size = picture_size(options.size);
+  const int rows = (static_cast<int>(pictures) + kColumns - 1) / kColumns;
+  const PictureSize sheet = {kColumns * with_margins(size.width), rows * with_margins(size.height)};
+  if (std::max(sheet.width, sheet.height) > kLargestSide) {
+    throw UserError("--size is " + in_quotes(options.size) + ", which makes a sheet of " +
+                    std::to_string(sheet.width) + "x" + std::to_string(sheet.height) +
+                    ", expected no side above " + std::to_string(kLargestSide));
+  }
+  return {size, sheet};
+}
+
+void draw_sheet(const std::string& path, const std::vector<Variant>& variants, const SheetSize& size) {
+  Picture sheet(path, size.sheet);
   int cell = 0;
   for (const Variant& variant : variants) {
     const Record record = make_product(variant);
     tavdshapepic_initdata(record.get());
-    draw_cell(sheet.surface(), cell++);
+    draw_cell(sheet.surface(), cell++, size.picture);
   }
   sheet.finish();
 }
 
 void run_gallery(const GalleryOptions& options) {
   if (!options.shapes) throw UserError("nothing to draw, expected --shapes");
+  tavdshapepic_init(tgui_main_module(), 0, nullptr, 0);
+  const std::vector<Variant> variants = all_variants();
+  const SheetSize size = sheet_size(variants.size(), options);
   std::error_code problem;
   std::filesystem::create_directories(options.folder, problem);
   if (problem) throw UserError("cannot make " + in_quotes(options.folder) + ": " + problem.message());
-  tavdshapepic_init(tgui_main_module(), 0, nullptr, 0);
-  const std::vector<Variant> variants = all_variants();
   for (const char* name : {"shapes.png", "shapes.svg"}) {
     const std::string path = (std::filesystem::path(options.folder) / name).string();
-    draw_sheet(path, variants);
+    draw_sheet(path, variants, size);
     std::cout << path << ": " << variants.size() << " drawings\n";
   }
   tavdshapepic_release();
@@ -248,6 +266,10 @@ void add_gallery_command(CLI::App& app) {
   command->add_option("-o,--output", options->folder, "Folder to write into, made if it is missing")
       ->required()
       ->type_name("DIR");
+  command->add_option("--size", options->size, "Size of each picture in pixels")
+      ->type_name("WIDTHxHEIGHT")
+      ->capture_default_str();
+  command->footer("Example: tavd gallery --shapes -o sheets");
   command->callback([options] { run_gallery(*options); });
 }
 

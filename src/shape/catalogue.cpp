@@ -18,7 +18,8 @@ constexpr NumberedDrawer kDrawers[] = {
 
 const Sketch* find_sketch(int number) {
   for (const std::span<const NumberedSketch> range :
-       {sketches_102_106(), sketches_109_119(), sketches_120_129(), sketches_130_151(), sketches_170_192()}) {
+       {sketches_102_106(), sketches_109_114(), sketches_115_119(), sketches_120_124(), sketches_125_129(),
+        sketches_130_151(), sketches_170_192()}) {
     for (const NumberedSketch& each : range) {
       if (each.number == number) {
         return each.sketch;

@@ -11,8 +11,10 @@ namespace tavd {
 
 // Sketches that are the same for every product of the shape.
 std::span<const NumberedSketch> sketches_102_106();
-std::span<const NumberedSketch> sketches_109_119();
-std::span<const NumberedSketch> sketches_120_129();
+std::span<const NumberedSketch> sketches_109_114();
+std::span<const NumberedSketch> sketches_115_119();
+std::span<const NumberedSketch> sketches_120_124();
+std::span<const NumberedSketch> sketches_125_129();
 std::span<const NumberedSketch> sketches_130_151();
 std::span<const NumberedSketch> sketches_170_192();
 

@@ -66,4 +66,35 @@ TEST_F(Gallery, TellsNoSizeOfFiveFiguresAndNoMissingOne) {
   EXPECT_FALSE(std::regex_search(svg_, kFiveFigures));
 }
 
+// Eight columns, with a margin of 15 pixels about each picture.
+TEST(GallerySize, IsThatOfEachPicture) {
+  const clitest::Folder folder;
+  const clitest::Outcome outcome =
+      clitest::run_program({"gallery", "--shapes", "-o", folder.file("sheet"), "--size", "100x168"});
+  ASSERT_EQ(0, outcome.exit_code) << outcome.err;
+  const std::string svg = clitest::read_file(folder.file("sheet/shapes.svg"));
+  EXPECT_NE(std::string::npos, svg.find(" width=\"1040\" ")) << svg.substr(0, 300);
+}
+
+TEST(GallerySize, OfASheetTooLargeIsRefusedAndNothingIsLeft) {
+  const clitest::Folder folder;
+  const std::string error =
+      clitest::expect_user_error({"gallery", "--shapes", "-o", folder.file("sheet"), "--size", "2019x168"});
+  EXPECT_NE(std::string::npos, error.find("makes a sheet of 16392x")) << error;
+  clitest::expect_user_error({"gallery", "--shapes", "-o", folder.file("other"), "--size", "63x168"});
+  EXPECT_EQ(std::vector<std::string>{}, folder.names());
+}
+
+TEST(GalleryFolder, ThatCannotBeMadeIsRefused) {
+  const std::string error = clitest::expect_user_error({"gallery", "--shapes", "-o", "/dev/null/sheet"});
+  EXPECT_NE(std::string::npos, error.find("cannot make \"/dev/null/sheet\": ")) << error;
+}
+
+TEST(GalleryFolder, IsRequired) {
+  EXPECT_NE(std::string::npos, clitest::expect_user_error({"gallery", "--shapes"}).find("--output"));
+  const clitest::Folder folder;
+  EXPECT_NE(std::string::npos,
+            clitest::expect_user_error({"gallery", "-o", folder.file("x")}).find("--shapes"));
+}
+
 }  // namespace
