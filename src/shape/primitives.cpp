@@ -125,7 +125,7 @@ void pic_dim_number(tavd_hdc hdc, int x1, int y1, int x2, int y2, int n) {
 }
 
 void pic_value_text(DimensionText& text, int i) {
-  if (i >= 0 && i < shp.nvalues) {
+  if (i >= 0 && i < shp.nvalues && i < kShapeWords) {
     std::snprintf(text, sizeof text, "%hd", shp.values[i]);
   } else {
     std::strcpy(text, "##");
