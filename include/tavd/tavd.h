@@ -15,8 +15,8 @@
 #include "tavd/tavdcore.h"
 #include "tavd/tavdf.h"
 #include "tavd/tavdg.h"
-#include "tavd/tavdshapepic.h"
 #include "tavd/tavdidset.h"
+#include "tavd/tavdshapepic.h"
 #include "tavd/tavfm.h"
 #include "tavd/types.h"
 
