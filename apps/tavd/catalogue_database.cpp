@@ -182,11 +182,6 @@ void store(const Database& database, const Entry& entry) {
   check_service();
 }
 
-void check_service() {
-  const std::string reason = tavdsrv_lasterror();
-  if (!reason.empty()) throw UserError(printable(reason));
-}
-
 std::size_t build_database(const std::vector<std::string>& sources, const std::string& target) {
   const std::vector<std::string> files = source_files(sources);
   refuse_target_among(files, target);

@@ -19,9 +19,6 @@ void make_database(const std::string& target, const std::function<void(const Dat
 // Stores a record. Throws UserError with the service's words.
 void store(const Database& database, const Entry& entry);
 
-// The words of the service's last call as UserError; nothing if it succeeded.
-void check_service();
-
 // Compiles the sources into a database at `target`, which is replaced as a whole, or left as it is: then
 // UserError tells file, line and reason of everything that is wrong. Returns the number of records.
 std::size_t build_database(const std::vector<std::string>& sources, const std::string& target);
