@@ -1,13 +1,11 @@
 #include <memory>
-#include <stdexcept>
 #include <string>
 
 #include "commands.h"
+#include "drawing_text.h"
+#include "drawings.h"
 #include "errors.h"
 #include "picture.h"
-#include "tavd/tavdf.h"
-#include "tavd/tavdshapepic.h"
-#include "tavdgui/tavdgui.h"
 #include "text.h"
 #include "title.h"
 
@@ -22,35 +20,8 @@ struct PictureOptions {
   TextChoice texts;
 };
 
-constexpr const char* kWindowClass = "TAVDSHAPE";
-
-// The shape picture of the process, released at the end.
-class ShapePicture {
- public:
-  ShapePicture(const Database& database, const Record& record) {
-    tavdshapepic_init(tgui_main_module(), database.handle(), record.get(), 0);
-  }
-  ~ShapePicture() { tavdshapepic_release(); }
-  ShapePicture(const ShapePicture&) = delete;
-  ShapePicture& operator=(const ShapePicture&) = delete;
-
-  void paint(const Picture& picture);
-};
-
-void ShapePicture::paint(const Picture& picture) {
-  const auto [width, height] = picture.size();
-  tgui_window* window =
-      tgui_create_window(kWindowClass, "", 0, 0, 0, width, height, nullptr, 0, tgui_main_module());
-  if (window == nullptr) throw std::runtime_error("no window for the picture could be made");
-  tgui_set_surface(window, picture.surface());
-  tgui_send_message(window, TGUI_WM_PAINT, 0, 0);
-  tgui_destroy_window(window);
-}
-
 void require_shape(const Database& database, const Record& record) {
-  std::int16_t shape[TAVDF_SHAPE_MIN_WORDS] = {};
-  if (tavdf_load_shapedata(database.handle(), record.get(), nullptr, shape, TAVDF_SHAPE_MIN_WORDS) > 0)
-    return;
+  if (has_shape(database, record)) return;
   const RecordKey key = database.key(record);
   throw UserError(printable(key.class_id) + " " + printable(key.object_id) +
                   " has no shape to draw, expected attribute shapedata");
@@ -62,10 +33,12 @@ void run_picture(const PictureOptions& options) {
   const Database database(options.path, Database::Open::kExisting, options.texts);
   Record record = database.product(options.class_id, options.object_id);
   require_shape(database, record);
+  const Product product = load_product(database, record);
   put_title(database, record, options.title);
-  ShapePicture shape(database, record);
+  const ShapePicture shape(database, record);
   Picture picture(options.output, size);
-  shape.paint(picture);
+  picture.describe(shape_picture_text(product, options.title));
+  shape.paint(picture.surface(), picture.size());
   picture.finish();
 }
 
