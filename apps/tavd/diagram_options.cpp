@@ -132,6 +132,12 @@ void add_diagram_options(CLI::App& command, DiagramOptions& options) {
       ->type_name("NAME=VALUE,...");
 }
 
+DiagramSettings default_diagram_settings(PictureSize size) {
+  DiagramSettings settings = diagram_settings({});
+  settings.size = size;
+  return settings;
+}
+
 DiagramSettings diagram_settings(const DiagramOptions& options) {
   DiagramSettings settings{};
   settings.size = picture_size(options.size);

@@ -2,14 +2,13 @@
 #include <cstdint>
 #include <filesystem>
 #include <iostream>
-#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "commands.h"
 #include "cut_surface.h"
 #include "errors.h"
+#include "gallery.h"
 #include "picture.h"
 #include "tavd/tavdshapepic.h"
 #include "tavd/tavdsrv.h"
@@ -18,11 +17,6 @@
 
 namespace tavdhost {
 namespace {
-
-struct GalleryOptions {
-  std::string folder;
-  bool shapes = false;
-};
 
 // The plane of a picture, and its cell on the contact sheet.
 constexpr int kPlaneWidth = 500;
@@ -221,34 +215,20 @@ void draw_sheet(const std::string& path, const std::vector<Variant>& variants) {
   sheet.finish();
 }
 
-void run_gallery(const GalleryOptions& options) {
-  if (!options.shapes) throw UserError("nothing to draw, expected --shapes");
+}  // namespace
+
+void draw_shapes(const std::filesystem::path& folder) {
   std::error_code problem;
-  std::filesystem::create_directories(options.folder, problem);
-  if (problem) throw UserError("cannot make " + in_quotes(options.folder) + ": " + problem.message());
+  std::filesystem::create_directories(folder, problem);
+  if (problem) throw UserError("cannot make " + in_quotes(folder.string()) + ": " + problem.message());
   tavdshapepic_init(tgui_main_module(), 0, nullptr, 0);
   const std::vector<Variant> variants = all_variants();
   for (const char* name : {"shapes.png", "shapes.svg"}) {
-    const std::string path = (std::filesystem::path(options.folder) / name).string();
+    const std::string path = (folder / name).string();
     draw_sheet(path, variants);
     std::cout << path << ": " << variants.size() << " drawings\n";
   }
   tavdshapepic_release();
-}
-
-}  // namespace
-
-void add_gallery_command(CLI::App& app) {
-  auto options = std::make_shared<GalleryOptions>();
-  CLI::App* command = app.add_subcommand("gallery", "Draws contact sheets into a folder");
-  command
-      ->add_flag("--shapes", options->shapes,
-                 "Draw every shape with its number, as products of plausible sizes")
-      ->required();
-  command->add_option("-o,--output", options->folder, "Folder to write into, made if it is missing")
-      ->required()
-      ->type_name("DIR");
-  command->callback([options] { run_gallery(*options); });
 }
 
 }  // namespace tavdhost
