@@ -82,6 +82,15 @@ void paint_window(const char* window_class, tgui_surface* surface, PictureSize s
   tgui_destroy_window(window);
 }
 
+// A window paints a whole surface: on a part of one the library draws without.
+void stretch_plane(tgui_surface* surface, tgui_rect cell) {
+  tgui_set_map_mode(surface, TGUI_MM_ANISOTROPIC);
+  tgui_set_window_ext(surface, kPlane, kPlane);
+  tgui_set_viewport_org(surface, cell.left, cell.top);
+  tgui_set_viewport_ext(surface, cell.right - cell.left, cell.bottom - cell.top);
+  tgui_set_background_mode(surface, TGUI_TRANSPARENT);
+}
+
 }  // namespace
 
 FlowDiagram::FlowDiagram(const Database& database, const Record& record, const Product& product,
@@ -111,6 +120,15 @@ FlowDiagram::~FlowDiagram() {
 void FlowDiagram::paint(tgui_surface* surface, PictureSize size) const {
   name_pens(surface, kFlowPens);
   paint_window(kFlowClass, surface, size);
+}
+
+void FlowDiagram::paint_cell(tgui_surface* surface, tgui_rect cell) const {
+  const int saved = tgui_save(surface);
+  stretch_plane(surface, cell);
+  tavdg_create_drawing_tools();
+  tavdg_draw_diagram(surface);
+  tgui_restore(surface, saved);
+  tavdg_destroy_drawing_tools();
 }
 
 namespace {
@@ -145,6 +163,15 @@ ThrowDiagram::~ThrowDiagram() {
 void ThrowDiagram::paint(tgui_surface* surface, PictureSize size) const {
   name_pens(surface, kThrowPens);
   paint_window(kThrowClass, surface, size);
+}
+
+void ThrowDiagram::paint_cell(tgui_surface* surface, tgui_rect cell) const {
+  const int saved = tgui_save(surface);
+  stretch_plane(surface, cell);
+  L2dg_create_drawing_tools();
+  L2dg_draw_diagram(surface);
+  tgui_restore(surface, saved);
+  L2dg_destroy_drawing_tools();
 }
 
 ShapePicture::ShapePicture(const Database& database, const Record& record) {

@@ -24,8 +24,10 @@ class FlowDiagram {
 
   // Whether the product's limits make a diagram.
   bool is_drawable() const { return drawable_; }
-  // From the surface's viewport origin on; of an SVG the curves stand in groups with their names.
+  // Over the whole surface; of an SVG the curves stand in groups with their names.
   void paint(tgui_surface* surface, PictureSize size) const;
+  // Small, on a part of a surface in device units.
+  void paint_cell(tgui_surface* surface, tgui_rect cell) const;
 
  private:
   bool drawable_;
@@ -44,6 +46,7 @@ class ThrowDiagram {
 
   bool is_drawable() const { return drawable_; }
   void paint(tgui_surface* surface, PictureSize size) const;
+  void paint_cell(tgui_surface* surface, tgui_rect cell) const;
 
  private:
   bool drawable_;

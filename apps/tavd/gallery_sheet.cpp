@@ -9,7 +9,6 @@
 #include "errors.h"
 #include "gallery.h"
 #include "picture.h"
-#include "text.h"
 #include "units.h"
 
 namespace tavdhost {
@@ -57,9 +56,12 @@ std::vector<Cell> choose_cells(const Database& database) {
 }
 
 // False if the limits of the product make no diagram.
-bool draw_cell(const Database& database, const Cell& cell, tgui_surface* surface) {
-  const auto paint = [surface](const auto& diagram) {
-    if (diagram.is_drawable()) diagram.paint(surface, kCell);
+bool draw_cell(const Database& database, const Cell& cell, tgui_surface* surface, int number) {
+  const int left = number % kColumns * kCell.width;
+  const int top = number / kColumns * kCell.height;
+  const tgui_rect place = {left, top, left + kCell.width, top + kCell.height};
+  const auto paint = [&](const auto& diagram) {
+    if (diagram.is_drawable()) diagram.paint_cell(surface, place);
     return diagram.is_drawable();
   };
   if (cell.is_throw) {
@@ -79,13 +81,10 @@ void draw_diagram_sheet(const Database& database, const std::string& path) {
   std::string names;
   int drawn = 0;
   for (const Cell& cell : cells) {
-    const int saved = tgui_save(sheet.surface());
-    tgui_set_viewport_org(sheet.surface(), drawn % kColumns * kCell.width, drawn / kColumns * kCell.height);
-    if (draw_cell(database, cell, sheet.surface())) {
+    if (draw_cell(database, cell, sheet.surface(), drawn)) {
       names += (drawn++ == 0 ? "" : ", ") + name_of(cell.product) + " (" +
                (cell.is_throw ? "throw length" : kind_text(cell.product.flow)) + ")";
     }
-    tgui_restore(sheet.surface(), saved);
   }
   sheet.describe({"Diagrams of every kind", "From left to right and row by row: " + names + "."});
   sheet.finish();
