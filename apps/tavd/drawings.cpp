@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "cut_surface.h"
 #include "tavd/L2dg.h"
 #include "tavd/tavdf.h"
 #include "tavd/tavdg.h"
@@ -82,13 +83,19 @@ void paint_window(const char* window_class, tgui_surface* surface, PictureSize s
   tgui_destroy_window(window);
 }
 
-// A window paints a whole surface: on a part of one the library draws without.
-void stretch_plane(tgui_surface* surface, tgui_rect cell) {
+// A window paints a whole surface: on a part of one the library draws without, and what a diagram puts
+// outside of its plane, such as labels of lines that leave it, would stand in another cell.
+void draw_cell(tgui_surface* surface, tgui_rect cell, void (*draw)(tavd_hdc)) {
+  const int saved = tgui_save(surface);
   tgui_set_map_mode(surface, TGUI_MM_ANISOTROPIC);
   tgui_set_window_ext(surface, kPlane, kPlane);
   tgui_set_viewport_org(surface, cell.left, cell.top);
   tgui_set_viewport_ext(surface, cell.right - cell.left, cell.bottom - cell.top);
   tgui_set_background_mode(surface, TGUI_TRANSPARENT);
+  tgui_surface* const plane = cut_surface(surface, {0, 0, kPlane, kPlane});
+  draw(plane);
+  tgui_surface_destroy(plane);
+  tgui_restore(surface, saved);
 }
 
 }  // namespace
@@ -123,11 +130,8 @@ void FlowDiagram::paint(tgui_surface* surface, PictureSize size) const {
 }
 
 void FlowDiagram::paint_cell(tgui_surface* surface, tgui_rect cell) const {
-  const int saved = tgui_save(surface);
-  stretch_plane(surface, cell);
   tavdg_create_drawing_tools();
-  tavdg_draw_diagram(surface);
-  tgui_restore(surface, saved);
+  draw_cell(surface, cell, tavdg_draw_diagram);
   tavdg_destroy_drawing_tools();
 }
 
@@ -166,11 +170,8 @@ void ThrowDiagram::paint(tgui_surface* surface, PictureSize size) const {
 }
 
 void ThrowDiagram::paint_cell(tgui_surface* surface, tgui_rect cell) const {
-  const int saved = tgui_save(surface);
-  stretch_plane(surface, cell);
   L2dg_create_drawing_tools();
-  L2dg_draw_diagram(surface);
-  tgui_restore(surface, saved);
+  draw_cell(surface, cell, L2dg_draw_diagram);
   L2dg_destroy_drawing_tools();
 }
 
