@@ -11,7 +11,6 @@
 #include "db_synth_groups.h"
 #include "numbers.h"
 #include "progress.h"
-#include "tavd/tavdsrv.h"
 
 namespace tavdhost {
 
@@ -33,13 +32,13 @@ void run(const Options& options) {
   const int seed = whole_number("--seed", options.seed, 0, INT32_MAX);
   make_database(options.target, [&](const Database& database) {
     Progress progress("Making records", static_cast<std::size_t>(records));
-    if (tavdsrv_begin(database.handle()) != 0) check_service();
+    Transaction transaction(database);
     synthesize(TextCodec(database.handle()), static_cast<std::size_t>(records),
                static_cast<std::uint64_t>(seed), [&](const Entry& entry) {
                  store(database, entry);
                  progress.step();
                });
-    if (tavdsrv_commit(database.handle()) != 0) check_service();
+    transaction.commit();
   });
   std::cout << options.target << ": " << records << (records == 1 ? " record" : " records") << '\n';
 }

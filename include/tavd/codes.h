@@ -101,8 +101,10 @@ TAVD_API int tavd_build_productId_ds2(int16_t db, char* dest, int32_t destLen, t
 
 /* The same as wide text, made from the narrow id of at most 30 (dsw) or 255
  * bytes (dsw2). Attribute 1049 of the database's record "000", "FILEHEADER"
- * tells its encoding: 0, 2 or absent the system's default code page, 1 UTF-8;
- * any other value gives an empty text.
+ * tells its encoding: 0, 2 or absent the system's default code page, 1 UTF-8.
+ * With any other value nothing is converted: dsw2 gives an empty text, dsw
+ * leaves what stands in `dest`, without its trailing blanks and cut to the
+ * room, so clear `dest` before the call.
  *   dest  room for `destLen` characters with the terminator, or for
  *         TAVD_PRODUCTID_WIDE_CHARS
  * Returns 0. */

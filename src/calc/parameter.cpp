@@ -12,8 +12,6 @@ namespace {
 
 using tavd::blend;
 using tavd::lower_row;
-using tavd::sum_of_terms;
-using tavd::term_of;
 using tavd::upper_row;
 using tavd::wide;
 
@@ -139,7 +137,8 @@ int tavca_param_setvalue(FlowData* fd, const char* name, const char* value) {
   if (par == nullptr) return -1;
   // The caller's text may lie in the record itself, so it is read before anything is written.
   ValueText chosen(value);
-  tavd::gwstrcpyfield(par->value, chosen.data(), sizeof par->value);
+  // Cleared first: nothing of a longer value stays behind a shorter one.
+  tavd::gwstrtrimcpy(par->value, chosen.data(), TAVD_PARAMETER_CHARS);
   std::int16_t idx1;
   std::int16_t idx2;
   float frac;

@@ -261,7 +261,10 @@ int32_t tavdidset_adjust(IdSet* set, int16_t db, const char* id) {
   set->adjusted = 0;
   if (set->mainId[0] == '\0') return TAVDIDSET_NO_PRODUCT;
   tavd::release_and_forget(&set->curRec);
-  tavd::gwstrtrimcpy(set->curId, id, tavd::kIdChars);
+  // The id as the host gives it, copied: the text may lie in an item, and the items will move.
+  char key[tavd::kIdRoom] = {};
+  tavd::gwstrcpyfield(key, id, tavd::kIdChars + 1);
+  tavd::gwstrtrimcpy(set->curId, key, tavd::kIdChars);
   if (tavd::tavdidset_match(set, set->curId, set->mainId) == 0) {
     std::memset(set->curId, 0, sizeof set->curId);
     return TAVDIDSET_NOT_ADJUSTED;
@@ -271,8 +274,7 @@ int32_t tavdidset_adjust(IdSet* set, int16_t db, const char* id) {
     item.matches = static_cast<char>(tavd::tavdidset_match(set, set->curId, item.id));
   }
   tavd::sort_items(set);
-  // Not by `id`: the host's text may lie in an item, and the items have moved.
-  set->curRec = tavbfindrec(db, set->classId, set->curId, 0);
+  set->curRec = tavbfindrec(db, set->classId, key, 0);
   set->adjusted = 1;
   return 0;
 }

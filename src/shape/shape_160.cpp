@@ -73,8 +73,10 @@ constexpr Sketch duct_behind = {.outline = behind_outline, .dimensions = behind_
 constexpr Sketch duct_in_the_middle = {.outline = middle_outline, .dimensions = middle_size};
 constexpr Sketch duct_beside = {.outline = beside_outline, .dimensions = beside_size};
 
+constexpr int kWithDuctPlace = 5;  // values; of a product with fewer the fourth is no whole one
+
 const Sketch* duct() {
-  switch (shp.values[4]) {  // 0 where the product has fewer values
+  switch (shp.nvalues >= kWithDuctPlace ? shp.values[4] : 0) {
     case 2:
       return &duct_in_the_middle;
     case 3:

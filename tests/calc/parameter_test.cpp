@@ -2,6 +2,7 @@
 
 #include <clocale>
 #include <cstring>
+#include <string>
 
 #include "calc/products.h"
 
@@ -189,6 +190,22 @@ TEST(ParameterChoice, IsCutAtSixCharacters) {
   add_parameter(fd, "P", {entry("ABCDEF", 0.01F)});
   EXPECT_EQ(tavca_param_setvalue(&fd, "P", "ABCDEFGHIJKLMNOPQ"), 0);
   EXPECT_STREQ(fd.par[0].value, "ABCDEF");
+}
+
+TEST(ParameterChoice, LeavesNothingOfALongerOneInTheRecord) {
+  FlowData once = three_values();
+  FlowData twice = three_values();
+  std::memset(once.par[0].value, 0x5A, sizeof once.par[0].value);
+  std::memset(twice.par[0].value, 0x5A, sizeof twice.par[0].value);
+  tavca_param_setvalue(&twice, "SPEED", "ABCDEF");
+  for (const char* value : {"20", "2", ""}) {
+    EXPECT_EQ(tavca_param_setvalue(&once, "SPEED", value), 0);
+    EXPECT_EQ(tavca_param_setvalue(&twice, "SPEED", value), 0);
+    EXPECT_EQ(std::memcmp(&once, &twice, sizeof once), 0) << value;
+    const char* stored = twice.par[0].value;
+    EXPECT_EQ(std::string(stored, 7), std::string(value) + std::string(7 - std::strlen(value), '\0'));
+    EXPECT_EQ(std::string(stored + 7, 3), "ZZZ") << "nothing is written behind the seventh byte";
+  }
 }
 
 TEST(ParameterChoice, IsTakenBackByAnEmptyValue) {

@@ -252,13 +252,33 @@ TEST(WideProductId, EncodingIsTheDatabases) {
   EXPECT_EQ(id.sized(256), u"\u00C4-125");
 }
 
-TEST(WideProductId, UnknownEncodingGivesAnEmptyText) {
+TEST(WideProductId, UnknownEncodingGivesAnEmptyTextInTheSizedForm) {
   WideId id("ABC-*");
   for (const int16_t encoding : std::initializer_list<int16_t>{3, -1, 256, 32767}) {
     id.encoding(encoding);
     EXPECT_EQ(id.sized(256), u"") << encoding;
-    EXPECT_EQ(id.fixed(), u"") << encoding;
   }
+}
+
+TEST(WideProductId, UnknownEncodingLeavesTheTextOfTheFixedFormWithoutItsTrailingBlanks) {
+  WideId id("ABC-*");
+  for (const int16_t encoding : std::initializer_list<int16_t>{3, -1, 256, 32767}) {
+    id.encoding(encoding);
+    Guarded<tavd_wchar> dest(256, kNonsense);
+    std::u16string(u"the host's  ").copy(dest.data(), 12);
+    dest[12] = 0;
+    EXPECT_EQ(tavd_build_productId_dsw(id.database.handle(), dest.data(), id.record.rec(), &kRound, nullptr),
+              0);
+    EXPECT_EQ(std::u16string(dest.data()), u"the host's") << encoding;
+    EXPECT_EQ(dest[11], u' ') << "one terminator is written and nothing behind it";
+    EXPECT_TRUE(dest.untouched_from(13)) << encoding;
+  }
+}
+
+TEST(WideProductId, UnknownEncodingTerminatesTheTextOfTheFixedFormInsideItsRoom) {
+  WideId id("ABC-*");
+  id.encoding(3);
+  EXPECT_EQ(id.fixed(), std::u16string(255, kNonsense));
 }
 
 TEST(WideProductId, EncodingIsAskedOfTheFileHeader) {

@@ -242,6 +242,16 @@ TEST_F(IdSets, IdThatDoesNotFitTheMainRecordAdjustsToNothing) {
   EXPECT_EQ(layer(), "ABC-100-20");
 }
 
+TEST_F(IdSets, ExactRecordIsFoundByTheIdAsItWasGiven) {
+  save_product();
+  save_exact("ABC-100-20");
+  ASSERT_EQ(read("ABC-1"), 0);
+  ASSERT_EQ(adjust("ABC-100-20   "), 0);
+  EXPECT_EQ(tavdtest::last_key(), "ABC-100-20   ");
+  EXPECT_STREQ(set_.curId, "ABC-100-20");
+  EXPECT_EQ(layer(), "ABC-100-20");
+}
+
 TEST_F(IdSets, ExactRecordGoesBeforeAllLayers) {
   save_product();
   save_exact("ABC-100-20");

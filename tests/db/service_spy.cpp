@@ -3,6 +3,7 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <functional>
 #include <set>
 #include <utility>
@@ -15,6 +16,7 @@ std::vector<std::string> noted;
 std::multiset<void*> out;
 std::size_t taken = 0;
 tavb_rec last_record = nullptr;
+std::string last_key_asked;
 std::string action_line;
 std::function<void()> action;
 bool inside_service = false;  // a service may call its own functions by their names: those calls are not ours
@@ -63,6 +65,10 @@ void clear_calls() {
   noted.clear();
 }
 
+std::string last_key() {
+  return last_key_asked;
+}
+
 std::size_t handles_out() {
   return out.size();
 }
@@ -106,6 +112,7 @@ int16_t tavbopendatabasew(const tavd_wchar* vlkFile, const tavd_wchar* dbPath, i
 
 tavb_rec tavbfindrec(int16_t db, const char* classId, const char* objId, int16_t mode) {
   note("find " + std::string(classId, 3), {mode});
+  if (!inside_service) last_key_asked.assign(objId, strnlen(objId, 30));
   return hand_out_record(service(&tavbfindrec, "tavbfindrec")(db, classId, objId, mode));
 }
 

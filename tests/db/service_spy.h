@@ -15,6 +15,9 @@ namespace tavdtest {
 std::vector<std::string>& calls();
 void clear_calls();
 
+// The object id that the last find was asked for, as it was handed in: at most 30 characters.
+std::string last_key();
+
 // Does something once, at the next call that is noted as `line`, before the service sees it.
 void at_call(std::string line, std::function<void()> what);
 

@@ -201,6 +201,18 @@ TEST_F(ShapeVariant, Shape160GoesByItsFourthValue) {
   EXPECT_NE(drawing_of(160, 7, {{4, 2}}).circles[0].left, drawing_of(160, 7, {{4, 3}}).circles[0].left);
 }
 
+// A stored shape that ends inside its fifth word: four values, and a byte that counts as none.
+TEST_F(ShapeVariant, Shape160WithFourValuesAndAHalfHasItsDuctBehind) {
+  const std::int16_t words[] = {160, 501, 502, 503, 2};
+  tavdtest::Record product("TST", "PRODUCT");
+  product.bytes(1110, words, sizeof words - 1).text(1501, "CODE");
+  tavdshapepic_initdata(product.rec());
+  const Drawing halved = drawing();
+  EXPECT_EQ((Strings{"501", "502", "503", "502", "##", "##", "251"}), halved.said());
+  EXPECT_TRUE(halved.circles.empty());
+  EXPECT_EQ(drawing_of(160, 4).strokes.size(), halved.strokes.size());
+}
+
 // ---- 163 and 165: to scale ----
 
 // Sizes that give whole drawing units.
