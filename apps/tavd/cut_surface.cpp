@@ -73,8 +73,23 @@ void arc(void* context, tgui_surface* /*surface*/, int32_t left, int32_t top, in
   tgui_arc(cut(context).target, left, top, right, bottom, xs, ys, xe, ye);
 }
 
+void text_colour(void* context, tgui_surface* /*surface*/, uint32_t colour) {
+  tgui_set_text_colour(cut(context).target, colour);
+}
+
+bool holds(const tgui_rect& window, int32_t x, int32_t y) {
+  return x >= window.left && x <= window.right && y >= window.top && y <= window.bottom;
+}
+
 void text(void* context, tgui_surface* /*surface*/, int32_t x, int32_t y, const char* text, int32_t length) {
-  tgui_text(cut(context).target, x, y, text, length);
+  const auto& [target, window] = cut(context);
+  if (holds(window, x, y)) tgui_text(target, x, y, text, length);
+}
+
+void textw(void* context, tgui_surface* /*surface*/, int32_t x, int32_t y, const tavd_wchar* text,
+           int32_t length) {
+  const auto& [target, window] = cut(context);
+  if (holds(window, x, y)) tgui_textw(target, x, y, text, length);
 }
 
 void release(void* context) {
@@ -92,7 +107,9 @@ tgui_surface* cut_surface(tgui_surface* target, tgui_rect window) {
   operations.line_to = line_to;
   operations.ellipse = ellipse;
   operations.arc = arc;
+  operations.text_colour = text_colour;
   operations.text = text;
+  operations.textw = textw;
   operations.release = release;
   auto* const context = new Cut{target, window};
   tgui_surface* const surface =

@@ -5,8 +5,9 @@
 
 namespace tavdhost {
 
-// Draws on `target` in its coordinates, but of lines only what lies in `window`, logical units; figures and
-// texts are drawn whole. Null if memory ran out. The caller destroys it, before the target.
+// Draws on `target` in its coordinates, but of lines only what lies in `window`, logical units, and of texts
+// those whose reference point does; figures are drawn whole. Null if memory ran out. The caller destroys it,
+// before the target.
 tgui_surface* cut_surface(tgui_surface* target, tgui_rect window);
 
 }  // namespace tavdhost

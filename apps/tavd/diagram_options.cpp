@@ -132,6 +132,13 @@ void add_diagram_options(CLI::App& command, DiagramOptions& options) {
       ->type_name("NAME=VALUE,...");
 }
 
+DiagramSettings default_diagram_settings(PictureSize size) {
+  const DiagramOptions defaults;
+  DiagramSettings settings = diagram_settings(defaults);
+  settings.size = size;
+  return settings;
+}
+
 DiagramSettings diagram_settings(const DiagramOptions& options) {
   DiagramSettings settings{};
   settings.size = picture_size(options.size);

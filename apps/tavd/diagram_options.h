@@ -44,6 +44,9 @@ struct DiagramSettings {
 
 void add_diagram_options(CLI::App& command, DiagramOptions& options);
 
+// Settings where nothing was asked for: l/s, Pa, and nothing marked.
+DiagramSettings default_diagram_settings(PictureSize size);
+
 // Throws UserError for the first option that is not as it should be.
 DiagramSettings diagram_settings(const DiagramOptions& options);
 

@@ -1,10 +1,6 @@
 #include "drawing.h"
 
-#include <cstdint>
-#include <stdexcept>
-
 #include "numbers.h"
-#include "tavdgui/tavdgui.h"
 #include "text.h"
 
 namespace tavdhost {
@@ -44,16 +40,6 @@ UserError undrawable(const Product& product) {
   return UserError(name + " has limits that make no diagram: " + brief(flow.qvmin) + " - " +
                    brief(flow.qvmax) + " " + flow_unit(flow) + ", " + brief(flow.dpmin) + " - " +
                    brief(flow.dpmax) + " Pa; expected rising limits above 0");
-}
-
-void paint_window(const char* window_class, const Picture& picture) {
-  const auto [width, height] = picture.size();
-  tgui_window* window =
-      tgui_create_window(window_class, "", 0, 0, 0, width, height, nullptr, 0, tgui_main_module());
-  if (window == nullptr) throw std::runtime_error("no window for the picture could be made");
-  tgui_set_surface(window, picture.surface());
-  tgui_send_message(window, TGUI_WM_PAINT, 0, 0);
-  tgui_destroy_window(window);
 }
 
 }  // namespace tavdhost

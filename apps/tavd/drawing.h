@@ -36,7 +36,4 @@ void add_drawing_options(CLI::App& command, DrawingOptions& options);
 // Why a product with the data for a diagram makes none.
 UserError undrawable(const Product& product);
 
-// Has a window of a class that the library registered paint itself onto the whole picture.
-void paint_window(const char* window_class, const Picture& picture);
-
 }  // namespace tavdhost

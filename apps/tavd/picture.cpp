@@ -7,6 +7,7 @@
 #include <fstream>
 #include <system_error>
 
+#include "drawing_text.h"
 #include "errors.h"
 #include "numbers.h"
 #include "tavdgui/tavdcairo.h"
@@ -63,6 +64,10 @@ Picture::Picture(const std::string& path, PictureSize size) : path_(path), size_
 
 Picture::~Picture() {
   tgui_surface_destroy(surface_);
+}
+
+void Picture::describe(const DrawingText& text) {
+  tgui_cairo_describe(surface_, text.title.c_str(), text.description.c_str());
 }
 
 void Picture::finish() {

@@ -11,6 +11,8 @@ namespace tavdhost {
 
 inline constexpr int kLargestSide = 16384;  // pixels, the most that a PNG surface takes
 
+struct DrawingText;
+
 struct PictureSize {
   std::int32_t width, height;  // pixels
 };
@@ -30,6 +32,9 @@ class Picture {
 
   tgui_surface* surface() const { return surface_; }
   PictureSize size() const { return size_; }
+
+  // What it shows, for screen readers; only an SVG has a place for it.
+  void describe(const DrawingText& text);
 
   // Writes the file. Throws UserError with the reason if it cannot be written.
   void finish();

@@ -4,33 +4,18 @@
 
 #include "commands.h"
 #include "drawing.h"
+#include "drawing_text.h"
+#include "drawings.h"
 #include "errors.h"
-#include "tavd/tavdf.h"
-#include "tavd/tavdshapepic.h"
-#include "tavdgui/tavdgui.h"
+#include "picture.h"
 #include "text.h"
 #include "title.h"
 
 namespace tavdhost {
 namespace {
 
-constexpr const char* kWindowClass = "TAVDSHAPE";
-
-// The shape picture of the process, released at the end.
-class ShapePicture {
- public:
-  ShapePicture(const Database& database, const Record& record) {
-    tavdshapepic_init(tgui_main_module(), database.handle(), record.get(), 0);
-  }
-  ~ShapePicture() { tavdshapepic_release(); }
-  ShapePicture(const ShapePicture&) = delete;
-  ShapePicture& operator=(const ShapePicture&) = delete;
-};
-
 void require_shape(const Database& database, const Record& record) {
-  std::int16_t shape[TAVDF_SHAPE_MIN_WORDS] = {};
-  if (tavdf_load_shapedata(database.handle(), record.get(), nullptr, shape, TAVDF_SHAPE_MIN_WORDS) > 0)
-    return;
+  if (has_shape(database, record)) return;
   const RecordKey key = database.key(record);
   throw UserError(printable(key.class_id) + " " + printable(key.object_id) +
                   " has no shape to draw, expected attribute shapedata");
@@ -42,10 +27,12 @@ void run_picture(const PictureOptions& options) {
   const Database database(options.path, Database::Open::kExisting, options.texts);
   Record record = database.product(options.class_id, options.object_id);
   require_shape(database, record);
+  const Product product = load_product(database, record);
   put_title(database, record, options.title);
   const ShapePicture shape(database, record);
   Picture picture(options.output, size);
-  paint_window(kWindowClass, picture);
+  picture.describe(shape_picture_text(product, options.title));
+  shape.paint(picture.surface(), picture.size());
   picture.finish();
 }
 

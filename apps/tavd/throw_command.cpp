@@ -6,11 +6,11 @@
 
 #include "commands.h"
 #include "drawing.h"
+#include "drawing_text.h"
+#include "drawings.h"
 #include "errors.h"
 #include "numbers.h"
-#include "tavd/L2dg.h"
 #include "tavd/tavca.h"
-#include "tavdgui/tavdgui.h"
 #include "text.h"
 #include "title.h"
 #include "units.h"
@@ -31,9 +31,6 @@ struct ThrowSettings {
   float qv;  // l/s
 };
 
-constexpr const char* kWindowClass = "TAVDDGRL02";
-constexpr const char* kThrowParameter = "G";  // selects a line of the throw table
-
 ThrowSettings parse_settings(const ThrowOptions& options) {
   check_title(options.title);
   if (options.value.size() > TAVD_PARAMETER_CHARS) {
@@ -44,7 +41,7 @@ ThrowSettings parse_settings(const ThrowOptions& options) {
           positive_number("--qv", options.qv)};
 }
 
-std::string name_of(const Product& product) {
+std::string key_of(const Product& product) {
   return printable(product.key.class_id) + " " + printable(product.key.object_id);
 }
 
@@ -66,46 +63,19 @@ std::string throw_values(const FlowData& flow) {
 // Throws UserError if the product has no throw line, or none for the value.
 void check_throw_data(const Product& product, const std::string& value, float qv) {
   const FlowData& flow = product.flow;
-  if (flow.nparL2 == 0 && flow.nqvL2 == 0) {
-    throw flow.nhdd == 0 ? undrawable(product) : UserError(name_of(product) + " has no throw data to draw");
+  if (!has_throw_data(flow)) {
+    throw flow.nhdd == 0 ? undrawable(product) : UserError(key_of(product) + " has no throw data to draw");
   }
   if (value.empty()) return;
   if (flow.nparL2 == 0) {
-    throw UserError("--value is " + in_quotes(value) + ", but " + name_of(product) +
+    throw UserError("--value is " + in_quotes(value) + ", but " + key_of(product) +
                     " has one throw line for all values");
   }
   if (tavca_L2_isothermal(&flow, qv, value.c_str()) == 0) {
-    throw UserError("--value is " + in_quotes(value) + ", but the throw lines of " + name_of(product) +
+    throw UserError("--value is " + in_quotes(value) + ", but the throw lines of " + key_of(product) +
                     " are for " + throw_values(flow));
   }
 }
-
-// The throw length diagram of the process, released at the end.
-class ThrowDiagram {
- public:
-  ThrowDiagram(const Database& database, const ThrowSettings& settings) {
-    L2dg_reset_parameters();
-    L2dg_init(tgui_main_module(), database.handle(), nullptr, 0, settings.qv, 0, settings.unit);
-  }
-  ~ThrowDiagram() { L2dg_release(); }
-  ThrowDiagram(const ThrowDiagram&) = delete;
-  ThrowDiagram& operator=(const ThrowDiagram&) = delete;
-
-  // The diagram remembers two parameters. Where the product has two others, the selection of the line takes
-  // the place of one of them until that is given a second time; the selection itself stays.
-  static void choose(const FlowData& flow, const std::string& value) {
-    choose_parameters(flow);
-    if (!value.empty()) {
-      L2dg_set_parameter(kThrowParameter, value.c_str());
-      choose_parameters(flow);
-    }
-  }
-
- private:
-  static void choose_parameters(const FlowData& flow) {
-    for (const auto& [name, value] : chosen_parameters(flow)) L2dg_set_parameter(name.c_str(), value.c_str());
-  }
-};
 
 void run_throw(const ThrowOptions& options) {
   const ThrowSettings settings = parse_settings(options);
@@ -118,11 +88,11 @@ void run_throw(const ThrowOptions& options) {
     tavca_param_setvalue(&product.flow, kThrowParameter, options.value.c_str());
   }
   if (!options.title.empty()) put_title(database, record, options.title);
-  const ThrowDiagram diagram(database, settings);
-  ThrowDiagram::choose(product.flow, options.value);
-  if (L2dg_initdiagramdata(record.get()) != 0) throw undrawable(product);
+  const ThrowDiagram diagram(database, record, product, settings.qv, settings.unit, options.value);
+  if (!diagram.is_drawable()) throw undrawable(product);
   Picture picture(options.output, settings.size);
-  paint_window(kWindowClass, picture);
+  picture.describe(throw_diagram_text(product, options.title, options.value, MarkedPoint{settings.qv, {}}));
+  diagram.paint(picture.surface(), picture.size());
   picture.finish();
 }
 

@@ -63,6 +63,10 @@ class Canvas {
   virtual void text(const std::string& utf8, Point reference, const TextStyle& style) = 0;
   // Completes the picture; its bytes, or nothing and a reason. Canvases without a file answer no bytes.
   virtual bool finish(std::string& bytes, std::string& reason) = 0;
+  // What the picture shows, UTF-8; and a name for what is drawn from now on, empty for none. Canvases that
+  // have no place for them leave them out.
+  virtual void describe(const std::string& /*title*/, const std::string& /*description*/) {}
+  virtual void group(const std::string& /*name*/) {}
   // Whether straight lines along the axes should fall on whole pixels.
   virtual bool has_pixels() const = 0;
 };

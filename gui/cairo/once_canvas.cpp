@@ -70,6 +70,11 @@ class OnceCanvas : public Canvas {
     canvas_->arc(ellipse, from, to, stroke);
   }
 
+  void describe(const std::string& title, const std::string& description) override {
+    canvas_->describe(title, description);
+  }
+  void group(const std::string& name) override { canvas_->group(name); }
+
   bool finish(std::string& bytes, std::string& reason) override { return canvas_->finish(bytes, reason); }
   bool has_pixels() const override { return canvas_->has_pixels(); }
 

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numbers>
 #include <set>
+#include <string_view>
 
 #include "codepage/codepage.h"
 #include "gui/cairo/canvas.h"
@@ -22,12 +23,23 @@ constexpr double kFarOutside = 1e6;     // device units; cairo's own numbers end
 constexpr double kSmallestText = 0.01;  // em height, device units
 constexpr double kLargestText = 2000;   // what the font rasteriser takes
 
-// The picture behind a surface: its canvas, where it goes, and the line that is being drawn.
+// A pen that the host has named, known by its look until one of that look draws.
+struct NamedPen {
+  std::uint32_t colour;  // 0x00BBGGRR
+  int width;             // logical units
+  std::string name;
+  const tgui_object* pen = nullptr;  // the one that took the name
+};
+
+// The picture behind a surface: its canvas, where it goes, the line that is being drawn, and the group that
+// what is drawn stands in.
 struct Picture {
   std::unique_ptr<Canvas> canvas;
   std::string path;  // empty: no file
   std::vector<Point> line;
   Stroke line_stroke = {};
+  std::vector<NamedPen> named_pens;
+  std::string group;  // empty: none
 };
 
 // Pictures alive, so that a surface of another kind is not taken for one of ours.
@@ -40,6 +52,7 @@ tgui_surface* make_surface(std::unique_ptr<Canvas> canvas, const char* path, int
 const tgui_operations& operations();
 bool size_is_good(int width, int height);
 void flush(Picture& picture);
+std::string clean_utf8(const char* text);
 
 }  // namespace
 
@@ -89,6 +102,20 @@ tgui_surface* tgui_cairo_context(struct _cairo* context, int32_t width, int32_t 
   return context != nullptr && size_is_good(width, height)
              ? make_surface(make_context_canvas(context), "", width, height)
              : nullptr;
+}
+
+void tgui_cairo_describe(tgui_surface* surface, const char* title, const char* description) {
+  auto* picture = static_cast<Picture*>(tgui_surface_context(surface));
+  if (pictures().count(picture) != 0) {
+    picture->canvas->describe(clean_utf8(title), clean_utf8(description));
+  }
+}
+
+void tgui_cairo_name_pen(tgui_surface* surface, uint32_t colour, int32_t width, const char* name) {
+  auto* picture = static_cast<Picture*>(tgui_surface_context(surface));
+  if (pictures().count(picture) != 0 && name != nullptr && name[0] != '\0') {
+    picture->named_pens.push_back({colour, width, clean_utf8(name)});
+  }
 }
 
 int32_t tgui_cairo_finish(tgui_surface* surface, char* reason, size_t capacity) {
@@ -206,15 +233,50 @@ void flush(Picture& picture) {
   picture.canvas->polyline(line, picture.line_stroke);
 }
 
+// The name of the selected pen; empty if it has none.
+std::string group_of(Picture& picture, const tgui_state& state) {
+  tgui_object_info pen;
+  if (picture.named_pens.empty() || tgui_get_object(state.pen, &pen) != 0) {
+    return "";
+  }
+  std::vector<NamedPen>& named = picture.named_pens;
+  const auto looks_so = [&pen](const NamedPen& row) {
+    return row.colour == pen.colour && row.width == pen.width;
+  };
+  auto found = std::find_if(named.begin(), named.end(),
+                            [&](const NamedPen& row) { return row.pen == state.pen && looks_so(row); });
+  if (found == named.end()) {
+    found = std::find_if(named.begin(), named.end(),
+                         [&](const NamedPen& row) { return row.pen == nullptr && looks_so(row); });
+  }
+  if (found == named.end()) {
+    return "";
+  }
+  found->pen = state.pen;
+  return found->name;
+}
+
+// Has what is drawn next stand in the group of the selected pen.
+void enter_group(Picture& picture, const tgui_state& state) {
+  std::string group = group_of(picture, state);
+  if (group != picture.group) {
+    flush(picture);  // the line so far belongs to the former group
+    picture.canvas->group(group);
+    picture.group = std::move(group);
+  }
+}
+
 // Lines that go on where the last one ended, in the same pen and direction of an axis or not at all along
 // one, are drawn as one, so that joints are smooth and dashes run on.
 void line_to(void* context, tgui_surface* surface, int32_t x1, int32_t y1, int32_t x2, int32_t y2) {
   Picture& picture = picture_of(context);
-  const std::optional<Stroke> stroke = stroke_of(surface, state_of(surface), *picture.canvas);
+  const tgui_state state = state_of(surface);
+  const std::optional<Stroke> stroke = stroke_of(surface, state, *picture.canvas);
   if (!stroke) {
     flush(picture);
     return;
   }
+  enter_group(picture, state);
   const Point from = device(surface, x1, y1);
   const Point to = device(surface, x2, y2);
   const auto along_axis = [](Point a, Point b) { return a.x == b.x || a.y == b.y; };
@@ -240,6 +302,7 @@ void ellipse(void* context, tgui_surface* surface, int32_t left, int32_t top, in
   Picture& picture = picture_of(context);
   flush(picture);
   const tgui_state state = state_of(surface);
+  enter_group(picture, state);
   picture.canvas->ellipse(inscribed(surface, left, top, right, bottom),
                           {stroke_of(surface, state, *picture.canvas), fill_of(state)});
 }
@@ -248,11 +311,13 @@ void arc(void* context, tgui_surface* surface, int32_t left, int32_t top, int32_
          int32_t xs, int32_t ys, int32_t xe, int32_t ye) {
   Picture& picture = picture_of(context);
   flush(picture);
-  const std::optional<Stroke> stroke = stroke_of(surface, state_of(surface), *picture.canvas);
+  const tgui_state state = state_of(surface);
+  const std::optional<Stroke> stroke = stroke_of(surface, state, *picture.canvas);
   const Ellipse whole = inscribed(surface, left, top, right, bottom);
   if (!stroke || !(whole.rx > 0) || !(whole.ry > 0)) {
     return;
   }
+  enter_group(picture, state);
   const auto angle = [&](int32_t x, int32_t y) {
     const Point point = device(surface, x, y);
     return std::atan2((point.y - whole.centre.y) / whole.ry, (point.x - whole.centre.x) / whole.rx);
@@ -295,15 +360,29 @@ TextStyle style_of(const tgui_surface* surface, const tgui_state& state) {
   return style;
 }
 
+std::string to_utf8(const tavd_wchar* text, std::size_t length) {
+  std::string utf8(length * 3, '\0');
+  utf8.resize(codepage::narrow(codepage::kUtf8, text, length, utf8.data(), utf8.size()));
+  std::replace(utf8.begin(), utf8.end(), '\0', ' ');
+  return utf8;
+}
+
+// The host's text, null for none, with a replacement for what is no UTF-8: it would spoil the whole file.
+std::string clean_utf8(const char* text) {
+  const std::string_view bytes = text != nullptr ? text : "";
+  std::basic_string<tavd_wchar> wide(bytes.size(), u'\0');
+  wide.resize(codepage::widen(codepage::kUtf8, bytes.data(), bytes.size(), wide.data(), wide.size()));
+  return to_utf8(wide.data(), wide.size());
+}
+
 void textw(void* context, tgui_surface* surface, int32_t x, int32_t y, const tavd_wchar* text,
            int32_t length) {
   Picture& picture = picture_of(context);
   flush(picture);
-  std::string utf8(static_cast<std::size_t>(length) * 3, '\0');
-  utf8.resize(
-      codepage::narrow(codepage::kUtf8, text, static_cast<std::size_t>(length), utf8.data(), utf8.size()));
-  std::replace(utf8.begin(), utf8.end(), '\0', ' ');
-  picture.canvas->text(utf8, device(surface, x, y), style_of(surface, state_of(surface)));
+  const tgui_state state = state_of(surface);
+  enter_group(picture, state);
+  picture.canvas->text(to_utf8(text, static_cast<std::size_t>(length)), device(surface, x, y),
+                       style_of(surface, state));
 }
 
 void text(void* context, tgui_surface* surface, int32_t x, int32_t y, const char* bytes, int32_t length) {

@@ -4,6 +4,8 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <set>
+#include <utility>
 
 #include "gui/cairo/canvas.h"
 #include "gui/cairo/typeface.h"
@@ -21,16 +23,27 @@ class SvgCanvas : public Canvas {
   void ellipse(const Ellipse& ellipse, const Paint& paint) override;
   void arc(const Ellipse& ellipse, double from, double to, const Stroke& stroke) override;
   void text(const std::string& utf8, Point reference, const TextStyle& style) override;
+  void describe(const std::string& title, const std::string& description) override;
+  void group(const std::string& name) override;
   bool finish(std::string& bytes, std::string& reason) override;
   bool has_pixels() const override { return false; }
 
  private:
+  void close_group();
+  void enter_group();
+
+  std::string size_;  // attributes of the picture
+  std::string title_, description_;
   std::string body_;
+  std::string open_group_;                         // the one that body_ ends in; empty: none
+  std::string group_;                              // of the next figure: it is opened only if there is one
+  std::set<std::string> ids_ = {"title", "desc"};  // that are taken
 };
 
 std::string number(double value);
 std::string hex(std::uint32_t colour);
 std::string escaped(const std::string& utf8);
+std::string id_of(const std::string& name);
 std::string stroke_attributes(const Stroke& stroke);
 
 }  // namespace
@@ -44,13 +57,43 @@ namespace {
 SvgCanvas::SvgCanvas(int width, int height) {
   const std::string w = std::to_string(width);
   const std::string h = std::to_string(height);
-  body_ = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" +
-          w + "\" height=\"" + h + "\" viewBox=\"0 0 " + w + " " + h +
-          "\">\n<rect width=\"100%\" height=\"100%\" fill=\"#ffffff\"/>\n"
-          "<g fill=\"none\" stroke-linecap=\"round\" stroke-linejoin=\"round\">\n";
+  size_ = "width=\"" + w + "\" height=\"" + h + "\" viewBox=\"0 0 " + w + " " + h + "\"";
+}
+
+void SvgCanvas::describe(const std::string& title, const std::string& description) {
+  title_ = title;
+  description_ = description;
+}
+
+void SvgCanvas::group(const std::string& name) {
+  group_ = name;
+}
+
+void SvgCanvas::close_group() {
+  if (!open_group_.empty()) {
+    body_ += "</g>\n";
+    open_group_.clear();
+  }
+}
+
+void SvgCanvas::enter_group() {
+  if (open_group_ == group_) {
+    return;
+  }
+  close_group();
+  open_group_ = group_;
+  if (!group_.empty()) {
+    const std::string plain = id_of(group_);
+    std::string id = plain;
+    for (int count = 2; !ids_.insert(id).second; ++count) {
+      id = plain + "-" + std::to_string(count);
+    }
+    body_ += "<g id=\"" + id + "\"><title>" + escaped(group_) + "</title>\n";
+  }
 }
 
 void SvgCanvas::polyline(const std::vector<Point>& points, const Stroke& stroke) {
+  enter_group();
   body_ += "<path d=\"";
   char command = 'M';
   for (const Point& point : points) {
@@ -61,6 +104,7 @@ void SvgCanvas::polyline(const std::vector<Point>& points, const Stroke& stroke)
 }
 
 void SvgCanvas::ellipse(const Ellipse& ellipse, const Paint& paint) {
+  enter_group();
   body_ += "<ellipse cx=\"" + number(ellipse.centre.x) + "\" cy=\"" + number(ellipse.centre.y) + "\" rx=\"" +
            number(ellipse.rx) + "\" ry=\"" + number(ellipse.ry) + "\"";
   if (paint.fill) {
@@ -76,6 +120,7 @@ void SvgCanvas::arc(const Ellipse& ellipse, double from, double to, const Stroke
   // `to` lies behind `from` in the counter-clockwise sense: at a smaller angle, since y runs downward.
   constexpr double kHalfTurn = 3.14159265358979323846;
   const double sweep = from - to;
+  enter_group();
   body_ += "<path d=\"M" + number(ellipse.centre.x + ellipse.rx * std::cos(from)) + " " +
            number(ellipse.centre.y + ellipse.ry * std::sin(from));
   // An SVG arc cannot be a full turn: two halves.
@@ -93,6 +138,7 @@ void SvgCanvas::text(const std::string& utf8, Point reference, const TextStyle& 
   const LineMetrics metrics = measure(utf8, style);
   const Point baseline = baseline_offset(metrics, style);
   const std::string turn = style.angle == 0 ? "" : " rotate(" + number(-style.angle) + ")";
+  enter_group();
   body_ += "<g transform=\"translate(" + number(reference.x) + " " + number(reference.y) + ")" + turn + "\">";
   if (style.opaque) {
     body_ += "<rect x=\"" + number(baseline.x) + "\" y=\"" + number(baseline.y - metrics.ascent) +
@@ -118,7 +164,22 @@ void SvgCanvas::text(const std::string& utf8, Point reference, const TextStyle& 
 
 bool SvgCanvas::finish(std::string& bytes, std::string& reason) {
   reason.clear();
-  bytes = body_ + "</g>\n</svg>\n";
+  close_group();
+  std::string labels;
+  std::string head;
+  for (const auto& [tag, text] : {std::pair("title", &title_), std::pair("desc", &description_)}) {
+    if (!text->empty()) {
+      head += std::string("<") + tag + " id=\"" + tag + "\">" + escaped(*text) + "</" + tag + ">\n";
+      labels += (labels.empty() ? "" : " ") + std::string(tag);
+    }
+  }
+  // Without a role of its own a picture's title is not read by all screen readers.
+  const std::string role = labels.empty() ? "" : " role=\"img\" aria-labelledby=\"" + labels + "\"";
+  bytes = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" " + size_ +
+          role + ">\n" + head +
+          "<rect width=\"100%\" height=\"100%\" fill=\"#ffffff\"/>\n"
+          "<g fill=\"none\" stroke-linecap=\"round\" stroke-linejoin=\"round\">\n" +
+          body_ + "</g>\n</svg>\n";
   return true;
 }
 
@@ -163,6 +224,27 @@ std::string escaped(const std::string& utf8) {
     }
   }
   return result;
+}
+
+// The letters and digits of a name with "-" between words; "group" in front of a digit, with which no id
+// should begin, and in the place of nothing.
+std::string id_of(const std::string& name) {
+  std::string id;
+  for (const char c : name) {
+    const bool is_capital = c >= 'A' && c <= 'Z';
+    if (is_capital || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9')) {
+      id += is_capital ? static_cast<char>(c - 'A' + 'a') : c;
+    } else if (!id.empty() && id.back() != '-') {
+      id += '-';
+    }
+  }
+  if (!id.empty() && id.back() == '-') {
+    id.pop_back();
+  }
+  if (id.empty()) {
+    return "group";
+  }
+  return id[0] <= '9' ? "group-" + id : id;
 }
 
 std::string stroke_attributes(const Stroke& stroke) {

@@ -28,6 +28,21 @@ TAVD_API tgui_surface* tgui_cairo_pdf(const char* path, int32_t width, int32_t h
 /* Draws on a context of the host's, which must outlive the surface. */
 TAVD_API tgui_surface* tgui_cairo_context(struct _cairo* context, int32_t width, int32_t height);
 
+/* What the picture shows, in UTF-8, for those who cannot see it: an SVG has the title and the description
+ * as its <title> and <desc>, which screen readers read and viewers show. The texts are copied; null or ""
+ * leaves one out, and a later call replaces an earlier one. Other pictures have no place for them: nothing
+ * happens, nor with a surface that is not of this library. */
+TAVD_API void tgui_cairo_describe(tgui_surface* surface, const char* title, const char* description);
+
+/* Names a pen that is about to draw: in an SVG what is drawn while that pen is selected, figures and texts,
+ * stands in a group with this name as its <title>, and with an id made of it: its letters a to z and digits,
+ * with "-" between words, such as "sound-level"; and "-2", "-3" and so on behind it where the group is
+ * interrupted by others. `colour` is 0x00BBGGRR and `width` in logical units, as the pen was made. Two pens
+ * of one look are told apart by order: the first of them that draws takes the name that was given first. What
+ * other pens draw stands outside all groups. `name` is UTF-8 and copied; null or "" is no name, and then
+ * nothing happens, nor with other pictures or a surface that is not of this library. */
+TAVD_API void tgui_cairo_name_pen(tgui_surface* surface, uint32_t colour, int32_t width, const char* name);
+
 /* Completes the picture, writes the file and destroys the surface. A file that
  * cannot be written whole is not left behind. Returns 0, or -1 and a reason in
  * `reason` (terminated, at most `capacity` bytes; may be null). */

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstring>
@@ -12,6 +13,7 @@
 #include <functional>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "tavdgui/tavdcairo.h"
 
@@ -125,6 +127,10 @@ void text(tgui_surface* surface, int x, int y, const char* characters) {
 template <std::size_t N>
 void textw(tgui_surface* surface, int x, int y, const char16_t (&characters)[N]) {
   tgui_textw(surface, x, y, characters, N - 1);
+}
+
+void text_at_origin(tgui_surface* surface, const char* characters) {
+  text(surface, 0, 0, characters);
 }
 
 // A little of everything.
@@ -316,6 +322,134 @@ TEST_F(Picture, SvgKeepsTextAsText) {
   EXPECT_THAT(svg, HasSubstr("rotate(-90)"));
   EXPECT_THAT(svg, HasSubstr("<ellipse cx=\"50\" cy=\"50\" rx=\"30\" ry=\"30\" fill=\"#ffffff\""));
   EXPECT_THAT(svg, HasSubstr("<path d=\"M10 10L190 90\" stroke=\"#ff0000\" stroke-width=\"3\"/>"));
+}
+
+// An SVG drawn so.
+std::string svg(const fs::path& path, const std::function<void(tgui_surface*)>& draw) {
+  tgui_surface* surface = tgui_cairo_svg(path.c_str(), 200, 100);
+  draw(surface);
+  EXPECT_EQ(tgui_cairo_finish(surface, nullptr, 0), 0);
+  return contents(path);
+}
+
+TEST_F(Picture, SvgHasTitleAndDescriptionForScreenReaders) {
+  const std::string text = svg(path("a.svg"), [](tgui_surface* surface) {
+    tgui_cairo_describe(surface, "An earlier one", "");
+    tgui_cairo_describe(surface, "Äly <1>", "16 - 160 l/s & more\n");
+  });
+  EXPECT_THAT(text, HasSubstr(" role=\"img\" aria-labelledby=\"title desc\">\n"
+                              "<title id=\"title\">Äly &lt;1&gt;</title>\n"
+                              "<desc id=\"desc\">16 - 160 l/s &amp; more </desc>\n"));
+  EXPECT_THAT(text, Not(HasSubstr("earlier")));
+}
+
+TEST_F(Picture, SvgWithoutDescriptionHasNeitherTitleNorRole) {
+  const std::string text =
+      svg(path("a.svg"), [](tgui_surface* surface) { tgui_cairo_describe(surface, nullptr, ""); });
+  EXPECT_THAT(text, Not(HasSubstr("<title")));
+  EXPECT_THAT(text, Not(HasSubstr("<desc")));
+  EXPECT_THAT(text, Not(HasSubstr("role=")));
+}
+
+TEST_F(Picture, TitleAloneLabelsTheSvg) {
+  const std::string text =
+      svg(path("a.svg"), [](tgui_surface* surface) { tgui_cairo_describe(surface, "T", nullptr); });
+  EXPECT_THAT(text, HasSubstr("aria-labelledby=\"title\""));
+  EXPECT_THAT(text, Not(HasSubstr("<desc")));
+}
+
+TEST_F(Picture, DescriptionThatIsNoUtf8StaysReadable) {
+  const std::string text =
+      svg(path("a.svg"), [](tgui_surface* surface) { tgui_cairo_describe(surface, "a\xC4z", nullptr); });
+  EXPECT_THAT(text, HasSubstr(">a\uFFFDz</title>"));
+}
+
+TEST_F(Picture, PensOfOneLookTakeTheirNamesInTheOrderInWhichTheyDraw) {
+  tgui_object* const axes = tgui_create_pen(TGUI_PEN_SOLID, 1, 0);
+  tgui_object* const curve = tgui_create_pen(TGUI_PEN_SOLID, 1, 0);
+  tgui_object* const sound = tgui_create_pen(TGUI_PEN_SOLID, 2, kRed);
+  const std::string text = svg(path("a.svg"), [&](tgui_surface* surface) {
+    tgui_cairo_name_pen(surface, 0, 1, "Axes");
+    tgui_cairo_name_pen(surface, 0, 1, "Curves of a <product>");
+    tgui_cairo_name_pen(surface, kRed, 2, "Sound level");
+    tgui_cairo_name_pen(surface, kRed, 1, "Never drawn");
+    tgui_select(surface, axes);
+    line(surface, 0, 0, 9, 0);
+    tgui_select(surface, curve);
+    line(surface, 0, 1, 8, 5);
+    tgui_line_to(surface, 9, 7);
+    tgui_select(surface, sound);
+    tgui_ellipse(surface, 0, 0, 4, 4);
+    tgui_select(surface, axes);
+    select_font(surface, -10);
+    text_at_origin(surface, "label");
+  });
+  const std::string groups = text.substr(text.find("<g id="));
+  const auto place = [&](const char* piece) {
+    EXPECT_THAT(groups, HasSubstr(piece));
+    return groups.find(piece);
+  };
+  const std::vector<std::size_t> places = {
+      place("<g id=\"axes\"><title>Axes</title>\n<path d=\"M0 0L9 0\""),
+      place("</g>\n<g id=\"curves-of-a-product\"><title>Curves of a &lt;product&gt;</title>\n"
+            "<path d=\"M0 1L8 5L9 7\""),
+      place("</g>\n<g id=\"sound-level\"><title>Sound level</title>\n<ellipse "),
+      place("</g>\n<g id=\"axes-2\"><title>Axes</title>\n<g transform"),
+      place(">label</text></g>\n</g>\n</g>\n</svg>\n")};
+  EXPECT_TRUE(std::is_sorted(places.begin(), places.end()));
+  EXPECT_THAT(text, Not(HasSubstr("Never drawn")));
+  for (tgui_object* pen : {axes, curve, sound}) tgui_delete_object(pen);
+}
+
+TEST_F(Picture, LinesThatMeetStandEachInTheGroupOfItsPen) {
+  tgui_object* const first = tgui_create_pen(TGUI_PEN_SOLID, 1, 0);
+  tgui_object* const second = tgui_create_pen(TGUI_PEN_SOLID, 1, 0);
+  const std::string text = svg(path("a.svg"), [&](tgui_surface* surface) {
+    tgui_cairo_name_pen(surface, 0, 1, "1");
+    tgui_cairo_name_pen(surface, 0, 1, "Title");
+    tgui_select(surface, first);
+    line(surface, 0, 0, 3, 4);
+    tgui_select(surface, second);
+    tgui_line_to(surface, 9, 7);
+  });
+  EXPECT_THAT(text, HasSubstr("<g id=\"group-1\"><title>1</title>\n<path d=\"M0 0L3 4\""));
+  EXPECT_THAT(text, HasSubstr("<g id=\"title-2\"><title>Title</title>\n<path d=\"M3 4L9 7\""));
+  for (tgui_object* pen : {first, second}) tgui_delete_object(pen);
+}
+
+TEST_F(Picture, WhatPensWithoutANameDrawStandsOutsideTheGroups) {
+  tgui_object* const named = tgui_create_pen(TGUI_PEN_SOLID, 1, kRed);
+  const std::string text = svg(path("a.svg"), [&](tgui_surface* surface) {
+    tgui_cairo_name_pen(surface, kRed, 1, "Red");
+    tgui_cairo_name_pen(surface, 0, 1, "");
+    tgui_cairo_name_pen(surface, 0, 1, nullptr);
+    tgui_object* const former = tgui_select(surface, named);
+    line(surface, 0, 0, 9, 0);
+    tgui_select(surface, former);
+    line(surface, 0, 1, 9, 1);
+  });
+  EXPECT_THAT(text, HasSubstr("stroke-width=\"1\"/>\n</g>\n<path d=\"M0 1L9 1\""));
+  tgui_delete_object(named);
+}
+
+TEST_F(Picture, NamesAndDescriptionsLeaveOtherPicturesAsTheyAre) {
+  const auto described = [](tgui_surface* surface) {
+    tgui_cairo_describe(surface, "title", "description");
+    tgui_cairo_name_pen(surface, kRed, 3, "Red");
+    draw_all(surface);
+  };
+  const auto bytes = [this](const std::function<void(tgui_surface*)>& draw) {
+    png(draw);
+    return contents(path("picture.png"));
+  };
+  EXPECT_TRUE(bytes(draw_all) == bytes(described));
+  tgui_surface* recording = tgui_recording_create(10, 10);
+  tgui_cairo_describe(recording, "title", "description");
+  tgui_cairo_name_pen(recording, 0, 1, "name");
+  EXPECT_STREQ(tgui_recording_text(recording), "");
+  tgui_surface_destroy(recording);
+  tgui_cairo_describe(nullptr, "title", "description");
+  tgui_cairo_name_pen(nullptr, 0, 1, "name");
 }
 
 TEST_F(Picture, PdfKeepsTextAsTextAndTellsNoTime) {

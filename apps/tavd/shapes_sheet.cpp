@@ -2,14 +2,13 @@
 #include <cstdint>
 #include <filesystem>
 #include <iostream>
-#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "commands.h"
 #include "cut_surface.h"
 #include "errors.h"
+#include "gallery.h"
 #include "picture.h"
 #include "tavd/tavdshapepic.h"
 #include "tavd/tavdsrv.h"
@@ -18,12 +17,6 @@
 
 namespace tavdhost {
 namespace {
-
-struct GalleryOptions {
-  std::string folder;
-  std::string size = "375x630";  // of each picture
-  bool shapes = false;
-};
 
 // The plane of a picture, and what stands about it on the contact sheet.
 constexpr int kPlaneWidth = 500;
@@ -215,14 +208,14 @@ struct SheetSize {
   PictureSize picture, sheet;
 };
 
-SheetSize sheet_size(std::size_t pictures, const GalleryOptions& options) {
-  const PictureSize size = picture_size(options.size);
+SheetSize sheet_size(std::size_t pictures, PictureSize size) {
   const int rows = (static_cast<int>(pictures) + kColumns - 1) / kColumns;
   const PictureSize sheet = {kColumns * with_margins(size.width), rows * with_margins(size.height)};
   if (std::max(sheet.width, sheet.height) > kLargestSide) {
-    throw UserError("--size is " + in_quotes(options.size) + ", which makes a sheet of " +
-                    std::to_string(sheet.width) + "x" + std::to_string(sheet.height) +
-                    ", expected no side above " + std::to_string(kLargestSide));
+    throw UserError("--size is \"" + std::to_string(size.width) + "x" + std::to_string(size.height) +
+                    "\", which makes a sheet of " + std::to_string(sheet.width) + "x" +
+                    std::to_string(sheet.height) + ", expected no side above " +
+                    std::to_string(kLargestSide));
   }
   return {size, sheet};
 }
@@ -238,39 +231,21 @@ void draw_sheet(const std::string& path, const std::vector<Variant>& variants, c
   sheet.finish();
 }
 
-void run_gallery(const GalleryOptions& options) {
-  if (!options.shapes) throw UserError("nothing to draw, expected --shapes");
+}  // namespace
+
+void draw_shapes(const std::filesystem::path& folder, PictureSize each) {
   tavdshapepic_init(tgui_main_module(), 0, nullptr, 0);
   const std::vector<Variant> variants = all_variants();
-  const SheetSize size = sheet_size(variants.size(), options);
+  const SheetSize size = sheet_size(variants.size(), each);
   std::error_code problem;
-  std::filesystem::create_directories(options.folder, problem);
-  if (problem) throw UserError("cannot make " + in_quotes(options.folder) + ": " + problem.message());
+  std::filesystem::create_directories(folder, problem);
+  if (problem) throw UserError("cannot make " + in_quotes(folder.string()) + ": " + problem.message());
   for (const char* name : {"shapes.png", "shapes.svg"}) {
-    const std::string path = (std::filesystem::path(options.folder) / name).string();
+    const std::string path = (folder / name).string();
     draw_sheet(path, variants, size);
     std::cout << path << ": " << variants.size() << " drawings\n";
   }
   tavdshapepic_release();
-}
-
-}  // namespace
-
-void add_gallery_command(CLI::App& app) {
-  auto options = std::make_shared<GalleryOptions>();
-  CLI::App* command = app.add_subcommand("gallery", "Draws contact sheets into a folder");
-  command
-      ->add_flag("--shapes", options->shapes,
-                 "Draw every shape with its number, as products of plausible sizes")
-      ->required();
-  command->add_option("-o,--output", options->folder, "Folder to write into, made if it is missing")
-      ->required()
-      ->type_name("DIR");
-  command->add_option("--size", options->size, "Size of each picture in pixels")
-      ->type_name("WIDTHxHEIGHT")
-      ->capture_default_str();
-  command->footer("Example: tavd gallery --shapes -o sheets");
-  command->callback([options] { run_gallery(*options); });
 }
 
 }  // namespace tavdhost

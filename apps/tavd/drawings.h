@@ -1,0 +1,73 @@
+// The drawings of a product, ready to be painted onto a surface. The library has one of each kind at a time,
+// so no two of a kind may live side by side.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "database.h"
+#include "diagram_options.h"
+#include "picture.h"
+#include "product.h"
+#include "tavdgui/tavdgui.h"
+
+namespace tavdhost {
+
+// Pressure over flow, with the product's chosen parameters.
+class FlowDiagram {
+ public:
+  FlowDiagram(const Database& database, const Record& record, const Product& product,
+              const DiagramSettings& settings, bool static_pressure);
+  ~FlowDiagram();
+  FlowDiagram(const FlowDiagram&) = delete;
+  FlowDiagram& operator=(const FlowDiagram&) = delete;
+
+  // Whether the product's limits make a diagram.
+  bool is_drawable() const { return drawable_; }
+  // Over the whole surface; of an SVG the curves stand in groups with their names.
+  void paint(tgui_surface* surface, PictureSize size) const;
+  // Small, on a part of a surface in device units.
+  void paint_cell(tgui_surface* surface, tgui_rect cell) const;
+
+ private:
+  bool drawable_;
+};
+
+// Throw length over flow, for products with has_throw_data().
+class ThrowDiagram {
+ public:
+  // `qv` is the flow to mark, l/s, 0 for none; `unit` that of the axis, and `value` selects the throw line,
+  // empty for the first one, unlabelled.
+  ThrowDiagram(const Database& database, const Record& record, const Product& product, float qv,
+               std::int16_t unit, const std::string& value);
+  ~ThrowDiagram();
+  ThrowDiagram(const ThrowDiagram&) = delete;
+  ThrowDiagram& operator=(const ThrowDiagram&) = delete;
+
+  bool is_drawable() const { return drawable_; }
+  void paint(tgui_surface* surface, PictureSize size) const;
+  void paint_cell(tgui_surface* surface, tgui_rect cell) const;
+
+ private:
+  bool drawable_;
+};
+
+// The dimensioned sketch, for records with has_shape().
+class ShapePicture {
+ public:
+  ShapePicture(const Database& database, const Record& record);
+  ~ShapePicture();
+  ShapePicture(const ShapePicture&) = delete;
+  ShapePicture& operator=(const ShapePicture&) = delete;
+
+  void paint(tgui_surface* surface, PictureSize size) const;
+};
+
+inline constexpr const char* kThrowParameter = "G";  // the parameter that selects a throw line
+
+bool has_throw_data(const FlowData& flow);
+// The value of the first throw line; empty if one line is for all values.
+std::string first_throw_value(const FlowData& flow);
+bool has_shape(const Database& database, const Record& record);
+
+}  // namespace tavdhost
