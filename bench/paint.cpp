@@ -41,12 +41,24 @@ FlowData product(std::int16_t kind) {
   return fd;
 }
 
+// The diagram's drawing plane over the whole surface, as its window maps it.
+void map_plane(tgui_surface* surface) {
+  constexpr int kPlane = 10000;  // logical units
+  int32_t width, height;
+  tgui_surface_size(surface, &width, &height);
+  tgui_set_map_mode(surface, TGUI_MM_ANISOTROPIC);
+  tgui_set_window_ext(surface, kPlane, kPlane);
+  tgui_set_viewport_ext(surface, width, height);
+  tgui_set_background_mode(surface, TGUI_TRANSPARENT);
+}
+
 }  // namespace
 
 Paint::Paint(std::int16_t kind) : product_(product(kind)) {}
 
 void Paint::whole(tgui_surface* surface) {
   take_over();
+  map_plane(surface);
   tavdg_create_drawing_tools();
   tavdg_draw_diagram(surface);
   tavdg_destroy_drawing_tools();
@@ -54,6 +66,7 @@ void Paint::whole(tgui_surface* surface) {
 
 void Paint::chart_alone(tgui_surface* surface) {
   take_over();
+  map_plane(surface);
   tavd::chart_draw(tavd::dg.chart, surface, true, true);
 }
 
