@@ -377,7 +377,12 @@ TEST_F(PngPixels, LinesAndTextOfFewColoursComeBackExactlyFromAPalette) {
 TEST_F(PngPixels, EverythingInManyColoursComesBackExactlyFromTrueColour) {
   const Result result = compare(1300, 300, [](tgui_surface* surface) {
     draw_stripes(surface, 640);
-    draw_all(surface);
+    select_pen(surface, TGUI_PEN_DOT, 3, kRed);
+    line(surface, 10, 30, 1190, 270);
+    tgui_ellipse(surface, 20, 120, 80, 180);
+    tgui_arc(surface, 100, 120, 160, 180, 160, 150, 130, 120);
+    select_font(surface, -30);
+    textw(surface, 10, 240, u"Zażółć Привет 你好 مرحبا");
   });
   EXPECT_GT(result.colours, 600u);
   EXPECT_EQ(result.colour_type, kTrueColour);
