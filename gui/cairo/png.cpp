@@ -8,7 +8,6 @@
 #include <new>
 #include <optional>
 #include <string_view>
-#include <vector>
 
 namespace tavdcairo {
 
@@ -27,13 +26,18 @@ constexpr unsigned char kNoFilter = 0;
 
 // The picture as the file has it before compression: each row begins with its filter.
 struct Image {
-  std::vector<unsigned char> rows;
+  // Not set to zero first, which would touch memory that a picture of too many colours never fills.
+  explicit Image(std::size_t bytes)
+      : size(bytes), rows(std::make_unique_for_overwrite<unsigned char[]>(bytes)) {}
+
+  std::size_t size;
+  std::unique_ptr<unsigned char[]> rows;
   std::string palette;  // three bytes a colour; empty for true colour
 };
 
 std::optional<Image> with_palette(const PixelRows& pixels);
 Image with_true_colour(const PixelRows& pixels);
-bool append_compressed(std::string& bytes, const std::vector<unsigned char>& rows);
+bool append_compressed(std::string& bytes, const Image& image);
 
 void append_number(std::string& bytes, std::size_t value) {
   for (const int shift : {24, 16, 8, 0}) bytes += static_cast<char>(value >> shift & 0xFF);
@@ -82,7 +86,7 @@ bool write_png(const PixelRows& pixels, std::string& bytes) try {
     palette.end();
   }
   Chunk data(bytes, "IDAT");
-  if (!append_compressed(bytes, image->rows)) return false;
+  if (!append_compressed(bytes, *image)) return false;
   data.end();
   Chunk(bytes, "IEND").end();
   return true;
@@ -125,12 +129,11 @@ class Palette {
 // Nothing if there are too many colours.
 std::optional<Image> with_palette(const PixelRows& pixels) {
   const std::size_t row_size = 1 + static_cast<std::size_t>(pixels.width);
-  Image image;
-  image.rows.resize(row_size * static_cast<std::size_t>(pixels.height));
+  Image image(row_size * static_cast<std::size_t>(pixels.height));
   Palette palette;
   std::uint32_t last = pixels.row(0)[0] & kColourBits;
   unsigned char place = *palette.place(last);
-  unsigned char* out = image.rows.data();
+  unsigned char* out = image.rows.get();
   for (int y = 0; y < pixels.height; ++y) {
     *out++ = kNoFilter;
     const std::uint32_t* row = pixels.row(y);
@@ -151,9 +154,8 @@ std::optional<Image> with_palette(const PixelRows& pixels) {
 
 Image with_true_colour(const PixelRows& pixels) {
   const std::size_t row_size = 1 + 3 * static_cast<std::size_t>(pixels.width);
-  Image image;
-  image.rows.resize(row_size * static_cast<std::size_t>(pixels.height));
-  unsigned char* out = image.rows.data();
+  Image image(row_size * static_cast<std::size_t>(pixels.height));
+  unsigned char* out = image.rows.get();
   for (int y = 0; y < pixels.height; ++y) {
     *out++ = kNoFilter;
     const std::uint32_t* row = pixels.row(y);
@@ -167,14 +169,14 @@ Image with_true_colour(const PixelRows& pixels) {
   return image;
 }
 
-bool append_compressed(std::string& bytes, const std::vector<unsigned char>& rows) {
+bool append_compressed(std::string& bytes, const Image& image) {
   const std::unique_ptr<libdeflate_compressor, decltype(&libdeflate_free_compressor)> compressor(
       libdeflate_alloc_compressor(kLevel), libdeflate_free_compressor);
   if (!compressor) return false;
-  const std::size_t most = libdeflate_zlib_compress_bound(compressor.get(), rows.size());
-  const std::unique_ptr<char[]> compressed(new char[most]);
+  const std::size_t most = libdeflate_zlib_compress_bound(compressor.get(), image.size);
+  const auto compressed = std::make_unique_for_overwrite<char[]>(most);
   const std::size_t size =
-      libdeflate_zlib_compress(compressor.get(), rows.data(), rows.size(), compressed.get(), most);
+      libdeflate_zlib_compress(compressor.get(), image.rows.get(), image.size, compressed.get(), most);
   bytes.append(compressed.get(), size);
   return size > 0;
 }
