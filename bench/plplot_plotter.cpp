@@ -11,7 +11,7 @@ namespace bench {
 
 namespace {
 
-// The drivers of cairo; for SVG the library's own is used, which is the faster one and keeps text as text.
+// The drivers of cairo; for SVG the library's own, which keeps text as text.
 const char* device(Format format) {
   return format == Format::kPng ? "pngcairo" : format == Format::kPdf ? "pdfcairo" : "svg";
 }
