@@ -110,8 +110,8 @@ void add_pictures(std::vector<Job>& jobs) {
         job.group =
             "\n## Pictures\n\nThe flow diagram as a file of 700 by 700 pixels, beside the same lines, "
             "circles "
-            "and texts as\nPLplot draws them with its cairo drivers (SVG with its own driver, which is "
-            "faster) "
+            "and texts as\nPLplot draws them with its cairo drivers (SVG with its own driver, which keeps "
+            "texts as texts) "
             "and as a\nrunning gnuplot does that already has them. The library's time has the curves in it, "
             "the others' has not;\nnobody's start is counted.\n\n"
             "| File | Product | Beside | Library, us | Other, us | Times as fast | Allocations | Wanted |\n"
