@@ -3,16 +3,13 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <memory>
 
-#include "diagram/flowdiagram.h"
 #include "diagram/soundlevels.h"
+#include "paint.h"
 #include "reference/level_search.h"
 #include "reference/records.h"
 #include "table.h"
-#include "tavd/tavca.h"
-#include "tavd/tavdg.h"
 #include "tavdgui/tavdgui.h"
 
 namespace bench {
@@ -80,80 +77,31 @@ void add_search(std::vector<Job>& jobs, const char* detail, const std::shared_pt
        "|---|---|---:|---:|---:|---:|---|\n"});
 }
 
-// A product of the kind with believable tables; every job puts its own into the one diagram of the process.
-FlowData product(std::int16_t kind) {
-  FlowData fd{};
-  std::memcpy(fd.szclass, "TVX", 4);
-  fd.kind = kind;
-  fd.nhdd = 1;
-  fd.qvmin = kind == tavd::kFanKind ? 0.0F : 20.0F;
-  fd.qvmax = 500;
-  fd.dpmin = kind == tavd::kFanKind ? 0.0F : 5.0F;
-  fd.dpmax = 1000;
-  fd.nref = 1;
-  fd.qvref = 100;
-  fd.dpref = 50;
-  for (int i = 0; i < 10; ++i) {
-    const float n = static_cast<float>(i);
-    const float k = 0.08F / std::exp2(n);
-    const float qv = 30 + 50 * n;
-    fd.damper[fd.ndamper++] = {n + 1, 100, k * 1e4F};
-    fd.qvdppoints[fd.nqvdp++] = {qv, 0.005F * qv * qv};
-    fd.fancurve[fd.nfan++] = {qv, 950 - 90 * n, 0};
-    for (int j = 0; j < 3; ++j) {
-      const float dp = 15 * std::exp2(2 * static_cast<float>(j));
-      LwPoint& row = fd.lwpoints[fd.nlw++];
-      row.qv = kind == 30 ? qv : std::sqrt(dp / k);
-      row.dp = dp;
-      for (std::uint8_t& band : row.lw) band = static_cast<std::uint8_t>(22 + 2 * i + 12 * j);
-    }
-  }
-  return fd;
-}
-
-class Paint {
+// Paints of one product on a recording.
+class RecordedPaint {
  public:
-  explicit Paint(std::int16_t kind) : product_(product(kind)), surface_(tgui_recording_create(1000, 1000)) {}
-  ~Paint() { tgui_surface_destroy(surface_); }
-  Paint(const Paint&) = delete;
-  Paint& operator=(const Paint&) = delete;
+  explicit RecordedPaint(std::int16_t kind) : paint_(kind), surface_(tgui_recording_create(1000, 1000)) {}
+  ~RecordedPaint() { tgui_surface_destroy(surface_); }
+  RecordedPaint(const RecordedPaint&) = delete;
+  RecordedPaint& operator=(const RecordedPaint&) = delete;
 
   void whole() {
-    start();
-    tavdg_create_drawing_tools();
-    tavdg_draw_diagram(surface_);
-    tavdg_destroy_drawing_tools();
+    tgui_recording_clear(surface_);
+    paint_.whole(surface_);
   }
   void chart_alone() {
-    start();
-    tavd::chart_draw(tavd::dg.chart, surface_, true, true);
+    tgui_recording_clear(surface_);
+    paint_.chart_alone(surface_);
   }
 
  private:
-  // Takes the diagram over from the job before, which had another product.
-  void start() {
-    if (tavd::dg.flowdata.kind != product_.kind) {
-      tavdg_init_empty(tgui_main_module(), 0);
-      const FlowData& fd = product_;
-      const bool log = fd.kind != tavd::kFanKind;
-      tavd::dg.flowdata = fd;
-      tavd::dg.chart = tavd::chart_create(log, log, fd.qvmin, fd.dpmin, fd.qvmax, fd.dpmax, 50, 100, 3, 0, 3,
-                                          0, "qv [l/s]", "dpt [Pa]", "BENCH");
-      tavd::dg.ready = true;
-      tavdg_set_operation_point(100, 100);
-      tavdg_set_qvlimits(50, 300);
-    }
-    tgui_recording_clear(surface_);
-  }
-
-  FlowData product_;
+  Paint paint_;
   tgui_surface* surface_;
 };
 
 void add_paints(std::vector<Job>& jobs) {
-  for (const std::int16_t kind : {std::int16_t{10}, std::int16_t{11}, std::int16_t{12}, std::int16_t{13},
-                                  std::int16_t{20}, std::int16_t{22}, std::int16_t{30}, tavd::kFanKind}) {
-    const auto paint = std::make_shared<Paint>(kind);
+  for (const std::int16_t kind : kPaintedKinds) {
+    const auto paint = std::make_shared<RecordedPaint>(kind);
     jobs.push_back(
         {"tavdg_draw_diagram", "kind " + std::to_string(kind), 1, [paint] { paint->whole(); },
          [paint] { paint->chart_alone(); }, Wanted{0, 0, true},

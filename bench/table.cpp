@@ -81,8 +81,8 @@ bool print_line(const Job& job, const Measured& measured) {
     reached = reached && library - yardstick <= job.wanted.beyond;
   }
   if (!reached) wanted += "**missed** ";
-  std::printf("| `%s` | %s | %.1f | %.1f | %.2f | %ld |%s|\n", job.name.c_str(), job.detail.c_str(), library,
-              yardstick, ratio, measured.allocated, wanted.c_str());
+  std::printf("| `%s` | %s | %.1f | %.1f | %.2f | %ld |%s|\n", job.name.c_str(), job.detail.c_str(),
+              library / job.unit, yardstick / job.unit, ratio, measured.allocated, wanted.c_str());
   return reached;
 }
 

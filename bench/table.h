@@ -22,6 +22,7 @@ struct Job {
   std::function<void()> yardstick;  // the same calls of the yardstick
   Wanted wanted = {};
   std::string group = {};  // the table that the line stands in
+  double unit = 1;         // ns, of the times in the table
 };
 
 // The jobs of a program, which each program has of its own.

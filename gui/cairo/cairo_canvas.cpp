@@ -5,6 +5,7 @@
 #include <numbers>
 
 #include "gui/cairo/canvas.h"
+#include "gui/cairo/png.h"
 #include "gui/cairo/typeface.h"
 #include "tavdgui/tavdgui.h"
 
@@ -154,9 +155,13 @@ bool PngCanvas::finish(std::string& bytes, std::string& reason) {
   if (!CairoCanvas::finish(bytes, reason)) {
     return false;
   }
-  const cairo_status_t status = cairo_surface_write_to_png_stream(cairo_get_target(cairo()), append, &bytes);
-  reason = cairo_status_to_string(status);
-  return status == CAIRO_STATUS_SUCCESS;
+  cairo_surface_t* surface = cairo_get_target(cairo());
+  cairo_surface_flush(surface);
+  const PixelRows pixels = {cairo_image_surface_get_data(surface), cairo_image_surface_get_stride(surface),
+                            cairo_image_surface_get_width(surface), cairo_image_surface_get_height(surface)};
+  const bool done = write_png(pixels, bytes);
+  reason = cairo_status_to_string(done ? CAIRO_STATUS_SUCCESS : CAIRO_STATUS_NO_MEMORY);
+  return done;
 }
 
 bool PdfCanvas::finish(std::string& bytes, std::string& reason) {

@@ -1,7 +1,9 @@
 #include "gui/cairo/typeface.h"
 
 #include <array>
+#include <map>
 #include <string_view>
+#include <tuple>
 
 namespace tavdcairo {
 
@@ -21,7 +23,13 @@ constexpr std::array<Substitute, 4> kSubstitutes = {{
     {"", kSans},
 }};
 
+// Ascent and descent of a font's cell, device units.
+struct Cell {
+  double ascent, descent;
+};
+
 PangoFontDescription* describe(const TextStyle& style);
+Cell cell_of(PangoLayout* layout, const TextStyle& style);
 
 }  // namespace
 
@@ -70,18 +78,10 @@ Layout make_layout(cairo_t* cairo, const std::string& utf8, const TextStyle& sty
 LineMetrics measure(const std::string& utf8, const TextStyle& style) {
   const Layout shaped = make_layout(nullptr, utf8, style);
   PangoLayout* layout = shaped.get();
-  // The cell is the chosen font's, not that of the glyphs shown: a title keeps its place when one of its
-  // characters comes from another font.
-  PangoContext* context = pango_layout_get_context(layout);
-  PangoFontMetrics* metrics =
-      pango_context_get_metrics(context, pango_layout_get_font_description(layout), nullptr);
   PangoRectangle logical;
   pango_layout_get_extents(layout, nullptr, &logical);
-  const LineMetrics result = {pango_units_to_double(pango_font_metrics_get_ascent(metrics)),
-                              pango_units_to_double(pango_font_metrics_get_descent(metrics)),
-                              pango_units_to_double(logical.width)};
-  pango_font_metrics_unref(metrics);
-  return result;
+  const Cell cell = cell_of(layout, style);
+  return {cell.ascent, cell.descent, pango_units_to_double(logical.width)};
 }
 
 double cell_height(const std::string& face, int weight, bool italic) {
@@ -129,6 +129,27 @@ PangoFontDescription* describe(const TextStyle& style) {
   pango_font_description_set_weight(description, static_cast<PangoWeight>(style.weight));
   pango_font_description_set_style(description, style.italic ? PANGO_STYLE_ITALIC : PANGO_STYLE_NORMAL);
   return description;
+}
+
+// The cell is the chosen font's, not that of the glyphs shown: a title keeps its place when one of its
+// characters comes from another font. A drawing has many texts in few fonts, and Pango shapes a sample of the
+// language each time that it is asked: the answers of the last fonts are kept.
+Cell cell_of(PangoLayout* layout, const TextStyle& style) {
+  using Font = std::tuple<std::string, double, int, bool>;
+  constexpr std::size_t kMostFonts = 64;
+  static std::map<Font, Cell> known;
+  const Font font(style.family, style.size, style.weight, style.italic);
+  const auto found = known.find(font);
+  if (found != known.end()) return found->second;
+
+  PangoFontMetrics* metrics = pango_context_get_metrics(pango_layout_get_context(layout),
+                                                        pango_layout_get_font_description(layout), nullptr);
+  const Cell cell = {pango_units_to_double(pango_font_metrics_get_ascent(metrics)),
+                     pango_units_to_double(pango_font_metrics_get_descent(metrics))};
+  pango_font_metrics_unref(metrics);
+  if (known.size() == kMostFonts) known.clear();
+  known.emplace(font, cell);
+  return cell;
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -310,6 +311,100 @@ TEST_F(Picture, TextColourAndOpaqueBackground) {
   EXPECT_GT(red, 2);
   EXPECT_GT(white, 5);
   EXPECT_EQ(pixels.at(150, 45), 0x000000);
+}
+
+// The drawing on a cairo context of our own shows which pixels the file must have.
+class PngPixels : public Picture {
+ protected:
+  struct Result {
+    std::size_t colours;
+    int colour_type;  // of the file's header
+  };
+  // Draws the same to a file and to an image, compares all pixels, and tells what the file is made of.
+  Result compare(int width, int height, const std::function<void(tgui_surface*)>& draw) {
+    tgui_surface* to_file = tgui_cairo_png(path("a.png").c_str(), width, height);
+    draw(to_file);
+    EXPECT_EQ(tgui_cairo_finish(to_file, nullptr, 0), 0);
+    const Pixels pixels(path("a.png"));
+    EXPECT_EQ(pixels.width(), width);
+    EXPECT_EQ(pixels.height(), height);
+
+    cairo_surface_t* image = cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height);
+    cairo_t* cairo = cairo_create(image);
+    cairo_set_source_rgb(cairo, 1, 1, 1);
+    cairo_paint(cairo);
+    tgui_surface* to_image = tgui_cairo_context(cairo, width, height);
+    draw(to_image);
+    EXPECT_EQ(tgui_cairo_finish(to_image, nullptr, 0), 0);
+    cairo_surface_flush(image);
+    std::set<std::uint32_t> colours;
+    int different = 0;
+    for (int y = 0; y < height; ++y) {
+      for (int x = 0; x < width; ++x) {
+        std::uint32_t pixel;
+        std::memcpy(&pixel,
+                    cairo_image_surface_get_data(image) + y * cairo_image_surface_get_stride(image) + x * 4,
+                    4);
+        colours.insert(pixel & 0xFFFFFF);
+        different += pixels.at(x, y) == (pixel & 0xFFFFFF) ? 0 : 1;
+      }
+    }
+    EXPECT_EQ(different, 0);
+    cairo_destroy(cairo);
+    cairo_surface_destroy(image);
+    constexpr std::size_t kColourType = 25;  // place in the file
+    return {colours.size(), contents(path("a.png"))[kColourType]};
+  }
+};
+
+// Upright stripes of two pixels, each in a colour of its own, from edge to edge.
+void draw_stripes(tgui_surface* surface, int n) {
+  for (int i = 0; i < n; ++i) {
+    select_pen(surface, TGUI_PEN_SOLID, 2, static_cast<std::uint32_t>(i * 7 + (i % 200) * 0x010000));
+    line(surface, 2 * i + 1, -10, 2 * i + 1, 20);
+  }
+}
+
+constexpr int kTrueColour = 2;
+constexpr int kPalette = 3;
+
+TEST_F(PngPixels, LinesAndTextOfFewColoursComeBackExactlyFromAPalette) {
+  const Result result = compare(201, 100, [](tgui_surface* surface) {
+    tgui_move_to(surface, 5, 5);
+    tgui_line_to(surface, 190, 77);
+    tgui_line_to(surface, 180, 13);
+    select_font(surface, -20);
+    text(surface, 10, 40, "100 Pa");
+  });
+  EXPECT_GT(result.colours, 10u);
+  EXPECT_EQ(result.colour_type, kPalette);
+}
+
+TEST_F(PngPixels, EverythingInManyColoursComesBackExactlyFromTrueColour) {
+  const Result result = compare(1300, 300, [](tgui_surface* surface) {
+    draw_stripes(surface, 640);
+    select_pen(surface, TGUI_PEN_DOT, 3, kRed);
+    line(surface, 10, 30, 1190, 270);
+    tgui_ellipse(surface, 20, 120, 80, 180);
+    tgui_arc(surface, 100, 120, 160, 180, 160, 150, 130, 120);
+    select_font(surface, -30);
+    textw(surface, 10, 240, u"Zażółć Привет 你好 مرحبا");
+  });
+  EXPECT_GT(result.colours, 600u);
+  EXPECT_EQ(result.colour_type, kTrueColour);
+}
+
+TEST_F(PngPixels, PaletteTakesTwoHundredAndFiftySixColoursAndNoMore) {
+  for (const int n : {1, 2, 255, 256, 257}) {
+    const Result result = compare(2 * n, 3, [n](tgui_surface* surface) { draw_stripes(surface, n); });
+    EXPECT_EQ(result.colours, static_cast<std::size_t>(n));
+    EXPECT_EQ(result.colour_type, n <= 256 ? kPalette : kTrueColour) << n << " colours";
+  }
+}
+
+TEST_F(PngPixels, OnePixelAndAnEmptyPictureAreWhite) {
+  EXPECT_EQ(compare(1, 1, [](tgui_surface*) {}).colours, 1u);
+  EXPECT_EQ(compare(300, 2, [](tgui_surface*) {}).colours, 1u);
 }
 
 TEST_F(Picture, SvgKeepsTextAsText) {
