@@ -124,7 +124,7 @@ void check_options(const GalleryOptions& options) {
     throw UserError("--sheet is given without a database to draw");
   }
   if (options.folder.empty() && (options.shapes || options.sheet.empty())) {
-    throw UserError("nowhere to draw, expected -o with a folder" +
+    throw UserError("nowhere to draw, expected --output with a folder" +
                     std::string(options.shapes ? "" : " or --sheet with a file"));
   }
 }
