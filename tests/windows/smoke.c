@@ -76,7 +76,9 @@ static void drawing(HINSTANCE module, int16_t db, tavb_rec record) {
 /* BeginPaint chooses where a window paints, so its procedure cannot be sent to a metafile: its pixels are
  * read. */
 static void window(HINSTANCE module) {
-  WNDCLASSEXA known = {sizeof known};
+  WNDCLASSEXA known;
+  memset(&known, 0, sizeof known);
+  known.cbSize = sizeof known;
   check(GetClassInfoExA(module, "TAVDDGR", &known) != 0, "the class TAVDDGR");
   printf("the class TAVDSHAPE, whose record says 0x48: %s\n",
          GetClassInfoExA(module, "TAVDSHAPE", &known) ? "taken" : "refused");
@@ -96,6 +98,7 @@ static void window(HINSTANCE module) {
     for (int x = 0; x < 400; ++x) dark += GetPixel(hdc, x, y) == RGB(0, 0, 0);
   }
   printf("window: %d black pixels\n", dark);
+  check(dark > 500 && dark < 400 * 300 / 2, "its lines and texts are black on white");
   ReleaseDC(diagram, hdc);
   DestroyWindow(diagram);
 }
