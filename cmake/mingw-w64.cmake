@@ -1,4 +1,4 @@
-# Windows on x64, built with Debian's mingw-w64. Programs of the build run under Wine where it is installed.
+# Windows on x64, built with Debian's mingw-w64.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 set(triplet x86_64-w64-mingw32)
@@ -10,7 +10,3 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
-find_program(wine NAMES wine64 PATHS /usr/lib/wine)
-if(wine)
-  set(CMAKE_CROSSCOMPILING_EMULATOR ${wine})
-endif()
