@@ -1,5 +1,5 @@
 // The converter outside Windows. The single-byte pages are asked of iconv once per page and kept as tables,
-// since a call of iconv per short text costs a hundred times the conversion; UTF-8 is decoded here.
+// since a call of iconv per short text costs a hundred times the conversion.
 #include <iconv.h>
 
 #include <algorithm>
@@ -8,13 +8,14 @@
 #include <utility>
 
 #include "codepage/codepage.h"
+#include "codepage/surrogates.h"
+#include "codepage/utf8.h"
 
 namespace codepage {
 
 namespace {
 
 constexpr char16_t kReplacement = 0xFFFD;
-constexpr char32_t kFirstSupplementary = 0x10000;
 constexpr unsigned kFirstBeyondAscii = 0x80;
 constexpr unsigned kEndOfControls = 0xA0;  // C1 controls are 0x80 to 0x9F
 
@@ -27,34 +28,17 @@ struct SingleBytePage {
 };
 
 const SingleBytePage& single_byte_page(unsigned page);
-std::size_t widen_utf8(const unsigned char* text, std::size_t length, tavd_wchar* wide, std::size_t capacity);
-std::size_t narrow_utf8(const tavd_wchar* wide, std::size_t length, char* text, std::size_t capacity,
-                        bool* lost);
 std::size_t narrow_single(const SingleBytePage& page, const tavd_wchar* wide, std::size_t length, char* text,
                           std::size_t capacity, bool* lost);
-
-bool is_high_surrogate(char16_t unit) {
-  return (unit & 0xFC00U) == 0xD800U;
-}
-
-bool is_low_surrogate(char16_t unit) {
-  return (unit & 0xFC00U) == 0xDC00U;
-}
-
-// Whether a surrogate pair stands at `index`.
-bool pair_at(const tavd_wchar* wide, std::size_t length, std::size_t index) {
-  return is_high_surrogate(wide[index]) && index + 1 < length && is_low_surrogate(wide[index + 1]);
-}
 
 }  // namespace
 
 std::size_t widen(unsigned page, const char* text, std::size_t length, tavd_wchar* wide,
                   std::size_t capacity) {
-  const auto* bytes = reinterpret_cast<const unsigned char*>(text);
-  if (page == kUtf8) return widen_utf8(bytes, length, wide, capacity);
+  if (page == kUtf8) return widen_utf8(text, length, wide, capacity);
   const SingleBytePage& table = single_byte_page(page);
   const std::size_t count = std::min(length, capacity);
-  for (std::size_t i = 0; i < count; ++i) wide[i] = table.characters[bytes[i]];
+  for (std::size_t i = 0; i < count; ++i) wide[i] = table.characters[static_cast<unsigned char>(text[i])];
   return count;
 }
 
@@ -65,12 +49,6 @@ std::size_t narrow(unsigned page, const tavd_wchar* wide, std::size_t length, ch
   *without_place = false;
   if (page == kUtf8) return narrow_utf8(wide, length, text, capacity, without_place);
   return narrow_single(single_byte_page(page), wide, length, text, capacity, without_place);
-}
-
-std::size_t length(const tavd_wchar* wide, std::size_t limit) {
-  std::size_t count = 0;
-  while (count < limit && wide[count] != 0) ++count;
-  return count;
 }
 
 namespace {
@@ -148,104 +126,6 @@ std::size_t narrow_single(const SingleBytePage& page, const tavd_wchar* wide, st
       text[written++] = '?';
       ++i;
     }
-  }
-  return written;
-}
-
-// What a lead byte promises: how many bytes follow, and between which bounds the first of them must lie so
-// that the character is neither overlong, nor a surrogate, nor beyond U+10FFFF. No following byte: not a lead
-// byte.
-struct Lead {
-  unsigned following = 0;
-  unsigned char lowest = 0x80;
-  unsigned char highest = 0xBF;
-};
-
-Lead lead_of(unsigned char byte) {
-  if (byte >= 0xC2 && byte <= 0xDF) return {1};
-  if (byte == 0xE0) return {2, 0xA0, 0xBF};
-  if (byte == 0xED) return {2, 0x80, 0x9F};
-  if (byte >= 0xE1 && byte <= 0xEF) return {2};
-  if (byte == 0xF0) return {3, 0x90, 0xBF};
-  if (byte >= 0xF1 && byte <= 0xF3) return {3};
-  if (byte == 0xF4) return {3, 0x80, 0x8F};
-  return {};
-}
-
-// Takes one character off the text and moves `index` behind it. Of an invalid sequence the longest beginning
-// of a valid one is taken together as one replacement character.
-char32_t next_character(const unsigned char* text, std::size_t length, std::size_t& index) {
-  const unsigned char first = text[index++];
-  if (first < kFirstBeyondAscii) return first;
-  Lead lead = lead_of(first);
-  if (lead.following == 0) return kReplacement;
-  char32_t character = first & (0x3FU >> lead.following);
-  for (unsigned i = 0; i < lead.following; ++i) {
-    if (index == length || text[index] < lead.lowest || text[index] > lead.highest) return kReplacement;
-    character = character << 6 | (text[index++] & 0x3FU);
-    lead.lowest = 0x80;
-    lead.highest = 0xBF;
-  }
-  return character;
-}
-
-std::size_t widen_utf8(const unsigned char* text, std::size_t length, tavd_wchar* wide,
-                       std::size_t capacity) {
-  std::size_t written = 0;
-  for (std::size_t index = 0; index < length;) {
-    const char32_t character = next_character(text, length, index);
-    if (character < kFirstSupplementary) {
-      if (written + 1 > capacity) break;
-      wide[written++] = static_cast<tavd_wchar>(character);
-    } else {
-      if (written + 2 > capacity) break;
-      const char32_t offset = character - kFirstSupplementary;
-      wide[written++] = static_cast<tavd_wchar>(0xD800U + (offset >> 10));
-      wide[written++] = static_cast<tavd_wchar>(0xDC00U + (offset & 0x3FFU));
-    }
-  }
-  return written;
-}
-
-// Writes the UTF-8 form, at most 4 bytes, and returns its length.
-std::size_t encode_utf8(char32_t character, std::array<char, 4>& out) {
-  const auto tail = [character](unsigned shift) {
-    return static_cast<char>(0x80U | (character >> shift & 0x3FU));
-  };
-  if (character < 0x80) {
-    out[0] = static_cast<char>(character);
-    return 1;
-  }
-  if (character < 0x800) {
-    out = {static_cast<char>(0xC0U | character >> 6), tail(0)};
-    return 2;
-  }
-  if (character < kFirstSupplementary) {
-    out = {static_cast<char>(0xE0U | character >> 12), tail(6), tail(0)};
-    return 3;
-  }
-  out = {static_cast<char>(0xF0U | character >> 18), tail(12), tail(6), tail(0)};
-  return 4;
-}
-
-std::size_t narrow_utf8(const tavd_wchar* wide, std::size_t length, char* text, std::size_t capacity,
-                        bool* lost) {
-  std::size_t written = 0;
-  for (std::size_t i = 0; i < length; ++i) {
-    char32_t character = wide[i];
-    const bool pair = pair_at(wide, length, i);
-    if (pair) {
-      character = kFirstSupplementary + ((character & 0x3FFU) << 10) + (wide[i + 1] & 0x3FFU);
-    } else if (is_high_surrogate(wide[i]) || is_low_surrogate(wide[i])) {
-      character = kReplacement;
-      *lost = true;
-    }
-    std::array<char, 4> encoded{};
-    const std::size_t size = encode_utf8(character, encoded);
-    if (written + size > capacity) break;
-    std::copy_n(encoded.begin(), size, text + written);
-    written += size;
-    if (pair) ++i;
   }
   return written;
 }

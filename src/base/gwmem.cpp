@@ -1,10 +1,9 @@
-// The C allocator keeps an address for the life of a block and resizes and frees from the address alone, on
-// every platform; nothing more is asked of it.
 #include "base/gwmem.h"
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
+
+#include "base/gwblock.h"
 
 namespace tavd {
 
@@ -14,10 +13,10 @@ constexpr std::int32_t kOutOfMemoryCode = -2;
 
 gwerrorhook error_hook = nullptr;
 
-void* resize(void* ptr, std::int32_t size) {
-  if (size < 0) return nullptr;
-  // Nobody is asked for 0 bytes: that may give null, which is a failure here, and frees in realloc.
-  return std::realloc(ptr, static_cast<std::size_t>(std::max(size, 1)));
+// Nobody is asked for 0 bytes: that may give null, which is a failure here, and frees a block that is
+// resized.
+std::size_t asked(std::int32_t size) {
+  return static_cast<std::size_t>(std::max(size, 1));
 }
 
 void report(const char* function, std::int32_t tag) {
@@ -29,20 +28,21 @@ void report(const char* function, std::int32_t tag) {
 }  // namespace
 
 void* gwGmalloc(std::int32_t size, std::int32_t tag) {
-  void* block = resize(nullptr, size);
+  void* block = size >= 0 ? gwblock_take(asked(size)) : nullptr;
   if (block == nullptr) report("gwGmalloc", tag);
   return block;
 }
 
 void* gwGrealloc(void* ptr, std::int32_t size, std::int32_t tag) {
   if (ptr == nullptr) return gwGmalloc(size, tag);
-  void* block = resize(ptr, size);
+  if (!gwblock_known(ptr)) return nullptr;
+  void* block = size >= 0 ? gwblock_resize(ptr, asked(size)) : nullptr;
   if (block == nullptr) report("gwGrealloc", tag);
   return block;
 }
 
 int gwGfree(void* ptr) {
-  std::free(ptr);
+  gwblock_free(ptr);
   return 0;
 }
 

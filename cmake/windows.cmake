@@ -1,0 +1,15 @@
+# What all targets share on Windows.
+
+# The compiler's own libraries go into each DLL, so that a host needs none of them beside it.
+add_link_options(-static -static-libgcc -static-libstdc++)
+# printf and its kin as C99 has them, not as the system's old C library has them.
+add_compile_definitions(__USE_MINGW_ANSI_STDIO=1 _WIN32_WINNT=0x0601)
+
+# The DLL of `target` exports the named functions and nothing else. Its name carries no "lib".
+function(tavd_export target)
+  set(file ${CMAKE_CURRENT_BINARY_DIR}/${target}.def)
+  list(JOIN ARGN "\n  " names)
+  file(CONFIGURE OUTPUT ${file} CONTENT "EXPORTS\n  @names@\n" @ONLY)
+  target_sources(${target} PRIVATE ${file})
+  set_target_properties(${target} PROPERTIES PREFIX "")
+endfunction()
