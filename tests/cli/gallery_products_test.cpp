@@ -189,7 +189,7 @@ TEST_F(GalleryProducts, SheetHasTheKindsAndAThrowDiagram) {
 
 TEST_F(GalleryProducts, NothingToDrawAndNowhereToDrawAreRefused) {
   EXPECT_THAT(expect_user_error({"gallery", "-o", out()}), HasSubstr("expected a database or --shapes"));
-  EXPECT_THAT(expect_user_error({"gallery", database.path()}), HasSubstr("expected -o"));
+  EXPECT_THAT(expect_user_error({"gallery", database.path()}), HasSubstr("expected --output"));
   EXPECT_THAT(expect_user_error({"gallery", "--shapes", "--sheet", folder.file("s.png")}),
               HasSubstr("without a database"));
   EXPECT_TRUE(folder.names().empty());

@@ -16,8 +16,9 @@ using clitest::run_program;
 using ::testing::HasSubstr;
 
 // All but those of `tavd db`, which have commands of their own.
-constexpr const char* kCommands[] = {"list",   "calc", "sweep",          "diagram", "throw", "show",
-                                     "family", "code", "find-attribute", "copy",    "delete"};
+constexpr const char* kCommands[] = {"list",    "calc",    "sweep", "diagram",        "throw",
+                                     "show",    "family",  "code",  "find-attribute", "copy",
+                                     "picture", "gallery", "delete"};
 
 TEST(Help, ListsTheCommands) {
   const Outcome outcome = run_program({"--help"});
@@ -56,15 +57,15 @@ TEST(Help, ExamplesWorkWithTheSampleCatalogue) {
     std::vector<std::string> example = example_of(command);
     ASSERT_GT(example.size(), 2u) << command;
     std::replace(example.begin(), example.end(), std::string("catalogue.tavdb"), database);
-    for (const char* file : {"damper.svg", "throw.svg", "dampers.tavdb"}) {
-      std::replace(example.begin(), example.end(), std::string(file), folder.file(file));
+    for (const char* file : {"damper.svg", "throw.svg", "dampers.tavdb", "gallery"}) {
+      std::replace(example.begin() + 1, example.end(), std::string(file), folder.file(file));
     }
     const Outcome outcome = run_program(example);
     EXPECT_EQ(outcome.exit_code, 0) << outcome.err;
     EXPECT_EQ(outcome.err, "");
   }
   EXPECT_THAT(folder.names(),
-              testing::ElementsAre("catalogue.tavdb", "damper.svg", "dampers.tavdb", "throw.svg"));
+              testing::ElementsAre("catalogue.tavdb", "damper.svg", "dampers.tavdb", "gallery", "throw.svg"));
 }
 
 TEST(Version, IsTold) {
