@@ -12,6 +12,13 @@ void gwline(tavd_hdc hdc, int x1, int y1, int x2, int y2) {
   gwlineto(hdc, x2, y2);
 }
 
+void gwdiscard(std::initializer_list<gwobject*> tools) {
+  for (gwobject* tool : tools) {
+    gwdelete(*tool);
+    *tool = nullptr;
+  }
+}
+
 void gwcircle(tavd_hdc hdc, int x, int y, int r) {
   gwellipse(hdc, x - r, y - r, x + r, y + r);
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 
 #include "tavd/types.h"
 
@@ -49,6 +50,8 @@ gwobject gwcreatebrush(std::uint32_t colour);
 gwobject gwstockobject(int index);
 gwobject gwselect(tavd_hdc hdc, gwobject object);  // the previous object; null selects nothing, answers null
 int gwdelete(gwobject object);                     // 0 for null
+// Deletes the tools of a picture, in this order, and makes each null.
+void gwdiscard(std::initializer_list<gwobject*> tools);
 
 // State; each returns the former value.
 unsigned gwtextalign(tavd_hdc hdc, unsigned align);

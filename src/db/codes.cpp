@@ -8,6 +8,7 @@
 #include "codepage/codepage.h"
 #include "db/attributes.h"
 #include "db/codetemplate.h"
+#include "db/encoding.h"
 #include "tavd/codes.h"
 #include "tavd/tavb.h"
 
@@ -96,9 +97,7 @@ void build_id(std::int16_t db, char* dest, std::int32_t limit, const IdForm& for
 // Hands out a product id of at most `limit` bytes as wide text. If the database's encoding is unknown nothing
 // is converted: what stands in `dest` is kept, and cut at its end and its trailing blanks like any result.
 void widen_id(std::int16_t db, const char* id, std::size_t limit, tavd_wchar* dest, std::int32_t room) {
-  std::int16_t count = 0;
-  std::int16_t usesUTF8 = 0;
-  tavbfindatt(db, "000", "FILEHEADER", kAttUsesUtf8, &count, &usesUTF8, sizeof usesUTF8);
+  const std::int16_t usesUTF8 = uses_utf8(db);
   if (usesUTF8 == 1) {
     widen_trimmed(codepage::kUtf8, id, limit, dest, room);
   } else if (usesUTF8 == 0 || usesUTF8 == 2) {

@@ -1,9 +1,9 @@
 #include <cstdio>
 
 #include "base/gwtext.h"
+#include "db/encoding.h"
 #include "diagram/axis.h"
 #include "diagram/flowdiagram.h"
-#include "tavd/tavb.h"
 #include "tavd/tavca.h"
 #include "tavd/tavdf.h"
 #include "tavd/tavdg.h"
@@ -11,7 +11,6 @@
 namespace tavd {
 namespace {
 
-constexpr std::int16_t kUsesUtf8Attribute = 1049;  // of the file header: 0 or 2 code page, 1 UTF-8
 constexpr DisplayUnit kVelocityUnit = {"v [m/s]", 1.0F};
 
 constexpr DisplayUnit kPressureUnits[] = {
@@ -61,13 +60,6 @@ AxisSetup set_up_axis(float factor, float lo, float hi, bool linear) {
     axis_step(axis.min, axis.max, &axis.step);
   }
   return axis;
-}
-
-std::int16_t uses_utf8(std::int16_t db) {
-  std::int16_t n = 0;
-  std::int16_t flag = 0;
-  tavbfindatt(db, "000", "FILEHEADER", kUsesUtf8Attribute, &n, &flag, sizeof flag);
-  return flag;
 }
 
 // The title of the kind that the database's texts have: the host's, else the product code.

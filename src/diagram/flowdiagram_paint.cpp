@@ -47,11 +47,7 @@ void tavdg_create_drawing_tools(void) {
 }
 
 void tavdg_destroy_drawing_tools(void) {
-  for (gwobject* tool :
-       {&dg.pen_sound, &dg.pen_limit, &dg.pen_curve, &dg.pen_minor, &dg.pen_point, &dg.font_label}) {
-    gwdelete(*tool);
-    *tool = nullptr;
-  }
+  gwdiscard({&dg.pen_sound, &dg.pen_limit, &dg.pen_curve, &dg.pen_minor, &dg.pen_point, &dg.font_label});
 }
 
 intptr_t tavdg_diagram_proc(tavd_hwnd hwnd, unsigned int msg, uintptr_t wparam, intptr_t lparam) {

@@ -43,10 +43,7 @@ void L2dg_create_drawing_tools(void) {
 }
 
 void L2dg_destroy_drawing_tools(void) {
-  for (gwobject* tool : {&L2dg.pen_line, &L2dg.pen_black, &L2dg.pen_point, &L2dg.font_label}) {
-    gwdelete(*tool);
-    *tool = nullptr;
-  }
+  gwdiscard({&L2dg.pen_line, &L2dg.pen_black, &L2dg.pen_point, &L2dg.font_label});
 }
 
 void L2dg_draw_diagram(tavd_hdc hdc) {

@@ -88,11 +88,7 @@ void tavdshapepic_create_drawing_tools(void) {
 }
 
 void tavdshapepic_destroy_drawing_tools(void) {
-  for (gwobject* tool :
-       {&shp.pen_thick, &shp.pen_dot, &shp.pen_dashdot, &shp.pen_thin, &shp.font_text, &shp.font_title}) {
-    gwdelete(*tool);
-    *tool = nullptr;
-  }
+  gwdiscard({&shp.pen_thick, &shp.pen_dot, &shp.pen_dashdot, &shp.pen_thin, &shp.font_text, &shp.font_title});
 }
 
 void tavdshapepic_draw(tavd_hdc hdc) {
