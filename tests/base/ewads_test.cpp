@@ -1,3 +1,4 @@
+#include "support/wide.h"
 #include "tavd/ewads.h"
 
 #include <gtest/gtest.h>
@@ -47,7 +48,7 @@ Scanned scan_with(const std::string& text, Scan scan) {
 
 Scanned scan(const std::string& text) {
   const Scanned narrow = scan_with<std::string>(text, ewads_sscanf);
-  const Scanned wide = scan_with<std::u16string>(text, ewads_swscanf);
+  const Scanned wide = scan_with<tavdtest::Wide>(text, ewads_swscanf);
   EXPECT_EQ(narrow.result, wide.result) << text;
   EXPECT_EQ(ewads_equal_size(&narrow.ds, &wide.ds), 1) << text;
   EXPECT_EQ(narrow.text, wide.text);
@@ -57,7 +58,7 @@ Scanned scan(const std::string& text) {
 std::string printed(const DuctSize& ds) {
   std::string narrow(40, '#');
   EXPECT_EQ(ewads_sprintf(&ds, narrow.data()), narrow.data());
-  std::u16string wide(40, u'#');
+  tavdtest::Wide wide(40, WIDE('#'));
   EXPECT_EQ(ewads_swprintf(&ds, wide.data()), wide.data());
   EXPECT_EQ(std::string(wide.begin(), wide.end()), narrow);
   return narrow.c_str();
@@ -285,9 +286,9 @@ TEST(DuctText, LongestSizeTakesFourteenCharacters) {
   const DuctSize ds = rectangle(-32768, -32768);
   ewads_sprintf(&ds, narrow.data());
   EXPECT_EQ(narrow, std::string("-32768x-32768\0##", 16));
-  std::u16string wide(16, u'#');
+  tavdtest::Wide wide(16, WIDE('#'));
   ewads_swprintf(&ds, wide.data());
-  EXPECT_EQ(wide, std::u16string(u"-32768x-32768\0##", 16));
+  EXPECT_EQ(wide, tavdtest::Wide(WIDE("-32768x-32768\0##"), 16));
 }
 
 TEST(DuctScan, UpperCaseCrossIsARectangleAndCutsTheText) {
@@ -370,13 +371,12 @@ TEST(DuctScan, NumbersBeyondSixteenBitsAreHeldAtTheirEnds) {
 }
 
 TEST(DuctScan, WideCharactersThatLookLikeNothingNarrowAreNoDigits) {
-  std::u16string fullwidth = u"\uFF11\uFF12";  // the digits 1 and 2 of another row
+  tavdtest::Wide fullwidth = WIDE("\uFF11\uFF12");  // the digits 1 and 2 of another row
   DuctSize ds = size(kOld, kOld, kOld);
   EXPECT_EQ(ewads_swscanf(fullwidth.data(), &ds), -1);
   expect_size(ds, kOld, kOld, kOld);
-  std::u16string low_byte =
-      u"4\u0178"
-      u"5";  // the low byte of the second is an "x"
+  tavdtest::Wide low_byte =
+      WIDE("4\u0178" "5");  // the low byte of the second is an "x"
   EXPECT_EQ(ewads_swscanf(low_byte.data(), &ds), 0);
   expect_size(ds, 0, 4, 4);
 }

@@ -7,6 +7,7 @@
 #include "db/guarded.h"
 #include "db/service_spy.h"
 #include "support/database.h"
+#include "support/wide.h"
 #include "tavd/codes.h"
 
 namespace {
@@ -50,14 +51,14 @@ class WideId {
     return *this;
   }
 
-  std::u16string fixed(const DuctSize* ds1 = &kRound, const DuctSize* ds2 = &kRectangular) const {
+  tavdtest::Wide fixed(const DuctSize* ds1 = &kRound, const DuctSize* ds2 = &kRectangular) const {
     const Balance balance;
     Guarded<tavd_wchar> dest(256, kNonsense);
     EXPECT_EQ(tavd_build_productId_dsw(database.handle(), dest.data(), record.rec(), ds1, ds2), 0);
     EXPECT_TRUE(dest.intact());
     return dest.data();
   }
-  std::u16string sized(int32_t room, const DuctSize* ds1 = &kRound,
+  tavdtest::Wide sized(int32_t room, const DuctSize* ds1 = &kRound,
                        const DuctSize* ds2 = &kRectangular) const {
     const Balance balance;
     Guarded<tavd_wchar> dest(static_cast<std::size_t>(room), kNonsense);
@@ -235,8 +236,8 @@ TEST(ProductId, NullArguments) {
 TEST(WideProductId, DatabaseWithoutHeaderIsInTheDefaultCodePage) {
   WideId id("ABC-*");
   id.record.text(1511, "\xC4-{D}\x80");
-  EXPECT_EQ(id.fixed(), u"\u00C4-125\u20AC");
-  EXPECT_EQ(id.sized(256), u"\u00C4-125\u20AC");
+  EXPECT_EQ(id.fixed(), WIDE("\u00C4-125\u20AC"));
+  EXPECT_EQ(id.sized(256), WIDE("\u00C4-125\u20AC"));
 }
 
 TEST(WideProductId, EncodingIsTheDatabases) {
@@ -244,19 +245,19 @@ TEST(WideProductId, EncodingIsTheDatabases) {
   id.record.text(1511, "\xC3\x84-{D}");
   for (const int16_t code_page : std::initializer_list<int16_t>{0, 2}) {
     id.encoding(code_page);
-    EXPECT_EQ(id.fixed(), u"\u00C3\u201E-125") << code_page;
-    EXPECT_EQ(id.sized(256), u"\u00C3\u201E-125") << code_page;
+    EXPECT_EQ(id.fixed(), WIDE("\u00C3\u201E-125")) << code_page;
+    EXPECT_EQ(id.sized(256), WIDE("\u00C3\u201E-125")) << code_page;
   }
   id.encoding(1);
-  EXPECT_EQ(id.fixed(), u"\u00C4-125");
-  EXPECT_EQ(id.sized(256), u"\u00C4-125");
+  EXPECT_EQ(id.fixed(), WIDE("\u00C4-125"));
+  EXPECT_EQ(id.sized(256), WIDE("\u00C4-125"));
 }
 
 TEST(WideProductId, UnknownEncodingGivesAnEmptyTextInTheSizedForm) {
   WideId id("ABC-*");
   for (const int16_t encoding : std::initializer_list<int16_t>{3, -1, 256, 32767}) {
     id.encoding(encoding);
-    EXPECT_EQ(id.sized(256), u"") << encoding;
+    EXPECT_EQ(id.sized(256), WIDE("")) << encoding;
   }
 }
 
@@ -265,12 +266,12 @@ TEST(WideProductId, UnknownEncodingLeavesTheTextOfTheFixedFormWithoutItsTrailing
   for (const int16_t encoding : std::initializer_list<int16_t>{3, -1, 256, 32767}) {
     id.encoding(encoding);
     Guarded<tavd_wchar> dest(256, kNonsense);
-    std::u16string(u"the host's  ").copy(dest.data(), 12);
+    tavdtest::Wide(WIDE("the host's  ")).copy(dest.data(), 12);
     dest[12] = 0;
     EXPECT_EQ(tavd_build_productId_dsw(id.database.handle(), dest.data(), id.record.rec(), &kRound, nullptr),
               0);
-    EXPECT_EQ(std::u16string(dest.data()), u"the host's") << encoding;
-    EXPECT_EQ(dest[11], u' ') << "one terminator is written and nothing behind it";
+    EXPECT_EQ(tavdtest::Wide(dest.data()), WIDE("the host's")) << encoding;
+    EXPECT_EQ(dest[11], WIDE(' ')) << "one terminator is written and nothing behind it";
     EXPECT_TRUE(dest.untouched_from(13)) << encoding;
   }
 }
@@ -278,7 +279,7 @@ TEST(WideProductId, UnknownEncodingLeavesTheTextOfTheFixedFormWithoutItsTrailing
 TEST(WideProductId, UnknownEncodingTerminatesTheTextOfTheFixedFormInsideItsRoom) {
   WideId id("ABC-*");
   id.encoding(3);
-  EXPECT_EQ(id.fixed(), std::u16string(255, kNonsense));
+  EXPECT_EQ(id.fixed(), tavdtest::Wide(255, kNonsense));
 }
 
 TEST(WideProductId, EncodingIsAskedOfTheFileHeader) {
@@ -294,9 +295,9 @@ TEST(WideProductId, EncodingIsAskedOfTheFileHeader) {
 TEST(WideProductId, FallsBackToTheIdWithoutItsBlanks) {
   WideId id("ABC-*");
   id.record.text(1511, "A-{B}");
-  EXPECT_EQ(id.fixed(), u"ABC-*");
-  EXPECT_EQ(id.sized(256), u"ABC-*");
-  EXPECT_EQ(id.fixed(&kRectangular), u"A-300");
+  EXPECT_EQ(id.fixed(), WIDE("ABC-*"));
+  EXPECT_EQ(id.sized(256), WIDE("ABC-*"));
+  EXPECT_EQ(id.fixed(&kRectangular), WIDE("A-300"));
 }
 
 TEST(WideProductId, CutLeavesOutADividedCharacter) {
@@ -304,27 +305,27 @@ TEST(WideProductId, CutLeavesOutADividedCharacter) {
   id.encoding(1);
   const std::string text = std::string(29, 'x') + "\xC3\x84";
   id.record.text(1511, text);
-  EXPECT_EQ(id.fixed(), std::u16string(29, u'x'));
-  EXPECT_EQ(id.sized(256), std::u16string(29, u'x') + u'\u00C4');
+  EXPECT_EQ(id.fixed(), tavdtest::Wide(29, WIDE('x')));
+  EXPECT_EQ(id.sized(256), tavdtest::Wide(29, WIDE('x')) + WIDE('\u00C4'));
   id.record.text(1511, std::string(254, 'x') + "\xC3\x84");
-  EXPECT_EQ(id.sized(300), std::u16string(254, u'x'));
+  EXPECT_EQ(id.sized(300), tavdtest::Wide(254, WIDE('x')));
   id.record.text(1511, std::string(253, 'x') + "\xC3\x84");
-  EXPECT_EQ(id.sized(300), std::u16string(253, u'x') + u'\u00C4');
+  EXPECT_EQ(id.sized(300), tavdtest::Wide(253, WIDE('x')) + WIDE('\u00C4'));
 }
 
 TEST(WideProductId, HalfACharacterThatIsStoredShowsAReplacement) {
   WideId id("ABC-*");
   id.encoding(1);
   id.record.text(1511, "A\xC3");
-  EXPECT_EQ(id.fixed(), u"A\uFFFD");
+  EXPECT_EQ(id.fixed(), WIDE("A\uFFFD"));
   id.record.text(1511, "A\xFF-{D}");
-  EXPECT_EQ(id.sized(256), u"A\uFFFD-125");
+  EXPECT_EQ(id.sized(256), WIDE("A\uFFFD-125"));
 }
 
 TEST(WideProductId, EveryRoomHoldsTheBeginningAndATerminator) {
   WideId id("ABC-*");
   id.record.text(1511, "AB-{D}-{B2}");
-  const std::u16string whole = u"AB-125-300";
+  const tavdtest::Wide whole = WIDE("AB-125-300");
   for (int32_t room = 1; room <= 20; ++room) {
     EXPECT_EQ(id.sized(room), whole.substr(0, static_cast<std::size_t>(room) - 1)) << room;
   }
@@ -337,7 +338,7 @@ TEST(WideProductId, SizedFormEndsAtTwoHundredFiftyFiveCharactersAndClearsTheRest
   EXPECT_EQ(
       tavd_build_productId_dsw2(id.database.handle(), dest.data(), 600, id.record.rec(), &kRound, nullptr),
       0);
-  EXPECT_EQ(std::u16string(dest.data()), std::u16string(255, u'x'));
+  EXPECT_EQ(tavdtest::Wide(dest.data()), tavdtest::Wide(255, WIDE('x')));
   for (std::size_t i = 255; i < 600; ++i) ASSERT_EQ(dest[i], 0) << i;
 }
 
@@ -347,7 +348,7 @@ TEST(WideProductId, FixedFormTouchesNothingBehindItsThirtyCharacters) {
   Guarded<tavd_wchar> dest(256, kNonsense);
   EXPECT_EQ(tavd_build_productId_dsw(id.database.handle(), dest.data(), id.record.rec(), &kRound, nullptr),
             0);
-  EXPECT_EQ(std::u16string(dest.data()), std::u16string(30, u'x'));
+  EXPECT_EQ(tavdtest::Wide(dest.data()), tavdtest::Wide(30, WIDE('x')));
   EXPECT_TRUE(dest.untouched_from(31));
 }
 

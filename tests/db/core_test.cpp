@@ -1,4 +1,5 @@
 // Market area, language and vlk path, and the attribute numbers that follow from them.
+#include "support/wide.h"
 #include "tavd/tavdcore.h"
 
 #include <gtest/gtest.h>
@@ -76,9 +77,9 @@ TEST_F(Core, NarrowAndWidePathsDoNotFillEachOther) {
   tavdcore_init(0, "FIN", "narrow.vlk");
   EXPECT_STREQ(tavdcore_vlkFilename(), "narrow.vlk");
   EXPECT_EQ(tavdcore_vlkFilenamew()[0], 0);
-  tavdcore_initw(0, "SWE", u"wide.vlk");
+  tavdcore_initw(0, "SWE", WIDE("wide.vlk"));
   EXPECT_STREQ(tavdcore_vlkFilename(), "");
-  EXPECT_EQ(std::u16string(tavdcore_vlkFilenamew()), u"wide.vlk");
+  EXPECT_EQ(tavdtest::Wide(tavdcore_vlkFilenamew()), WIDE("wide.vlk"));
   EXPECT_STREQ(tavdcore_marketArea(), "SWE");
   tavdcore_init(0, nullptr, nullptr);
   EXPECT_EQ(tavdcore_vlkFilenamew()[0], 0);
@@ -108,9 +109,9 @@ TEST_F(Core, LongPathsAreCutAndTerminated) {
   tavdcore_init(0, "FIN", narrow.c_str());
   EXPECT_EQ(std::string(tavdcore_vlkFilename()), std::string(299, 'p'));
   EXPECT_EQ(tavdcore_vlkFilenamew()[0], 0);
-  const std::u16string wide(1000, u'w');
+  const tavdtest::Wide wide(1000, WIDE('w'));
   tavdcore_initw(0, "FIN", wide.c_str());
-  EXPECT_EQ(std::u16string(tavdcore_vlkFilenamew()), std::u16string(299, u'w'));
+  EXPECT_EQ(tavdtest::Wide(tavdcore_vlkFilenamew()), tavdtest::Wide(299, WIDE('w')));
   EXPECT_STREQ(tavdcore_marketArea(), "FIN");
 }
 

@@ -1,13 +1,11 @@
 // Buffers that tell what is written or read outside of them.
 #pragma once
 
-#include <sys/mman.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstddef>
-#include <new>
 #include <vector>
+
+#include "support/pages.h"
 
 namespace tavdtest {
 
@@ -44,18 +42,10 @@ class AtPageEnd {
   explicit AtPageEnd(const std::vector<T>& items) : AtPageEnd(items.size()) {
     std::copy(items.begin(), items.end(), data_);
   }
-  explicit AtPageEnd(std::size_t size, T nonsense = T(0x5A)) : size_(size) {
-    const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
-    const std::size_t bytes = (size * sizeof(T) + page - 1) / page * page;
-    length_ = bytes + page;
-    block_ = mmap(nullptr, length_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (block_ == MAP_FAILED) throw std::bad_alloc();
-    auto* end = static_cast<unsigned char*>(block_) + bytes;
-    if (mprotect(end, page, PROT_NONE) != 0) throw std::bad_alloc();
-    data_ = reinterpret_cast<T*>(end - size * sizeof(T));
+  explicit AtPageEnd(std::size_t size, T nonsense = T(0x5A))
+      : size_(size), pages_(size * sizeof(T)), data_(reinterpret_cast<T*>(pages_.end() - size * sizeof(T))) {
     std::fill_n(data_, size, nonsense);
   }
-  ~AtPageEnd() { munmap(block_, length_); }
   AtPageEnd(const AtPageEnd&) = delete;
   AtPageEnd& operator=(const AtPageEnd&) = delete;
 
@@ -65,8 +55,7 @@ class AtPageEnd {
 
  private:
   std::size_t size_;
-  std::size_t length_;
-  void* block_;
+  Pages pages_;
   T* data_;
 };
 

@@ -12,6 +12,7 @@
 #include "calc/messages.h"
 #include "db/handle_work.h"
 #include "db/service_spy.h"
+#include "support/wide.h"
 #include "tavd/tavd.h"
 #include "tavd/tavdsrv.h"
 
@@ -54,7 +55,7 @@ auto quiet(Call call) {
 std::vector<Case> core_cases() {
   return {
       {"tavdcore_init", "", 0, 0, 0, quiet([](Work&) { tavdcore_init(1510, "FIN", "a"); })},
-      {"tavdcore_initw", "", 0, 0, 0, quiet([](Work&) { tavdcore_initw(1510, "FIN", u"a"); })},
+      {"tavdcore_initw", "", 0, 0, 0, quiet([](Work&) { tavdcore_initw(1510, "FIN", WIDE("a")); })},
       {"tavdcore_set_market_area", "", 0, 0, 0, quiet([](Work&) { tavdcore_set_market_area("FIN"); })},
       {"tavdcore_set_user_lng", "", 0, 0, 0, quiet([](Work&) { tavdcore_set_user_lng(1510); })},
       {"tavdcore_vlkFilename", "", 0, 0, 0, quiet([](Work&) { tavdcore_vlkFilename(); })},
@@ -80,14 +81,14 @@ std::vector<Case> record_cases() {
       {"tavdf_open_database", "missing file", -1, 0, 0,
        [](Work&) { return tavdf_open_database("missing", 0); }},
       {"tavdf_open_databasew", "missing file", -1, 0, 0,
-       [](Work&) { return tavdf_open_databasew(u"missing", 0); }},
+       [](Work&) { return tavdf_open_databasew(WIDE("missing"), 0); }},
       {"tavdf_open_database", "opened", 0, 0, 0,
        [](Work& w) { return tavdsrv_closedatabase(tavdf_open_database(w.destination.path().c_str(), 0)); }},
       {"tavdf_open_databasew", "opened", 0, 0, 0,
        [](Work& w) {
          const std::string& path = w.destination.path();
          return tavdsrv_closedatabase(
-             tavdf_open_databasew(std::u16string(path.begin(), path.end()).c_str(), 0));
+             tavdf_open_databasew(tavdtest::Wide(path.begin(), path.end()).c_str(), 0));
        }},
       {"tavdf_check_shapedata", "", 0, 0, 0,
        [](Work& w) { return tavdf_check_shapedata(w.words, &w.count, &kRound); }},
@@ -138,9 +139,9 @@ std::vector<Case> code_cases() {
       {"tavd_build_code_ds2", "fault", -3, 0, 0,
        [](Work& w) { return tavd_build_code_ds2(w.text, 30, "A{D:", &kRound, &kRound); }},
       {"tavd_build_code_dsw", "", 0, 0, 0,
-       [](Work& w) { return tavd_build_code_dsw(w.wide, u"A{D}", &kRound, &kRound); }},
+       [](Work& w) { return tavd_build_code_dsw(w.wide, WIDE("A{D}"), &kRound, &kRound); }},
       {"tavd_build_code_dsw2", "fault", -3, 0, 0,
-       [](Work& w) { return tavd_build_code_dsw2(w.wide, 256, u"A{D:", &kRound, &kRound); }},
+       [](Work& w) { return tavd_build_code_dsw2(w.wide, 256, WIDE("A{D:"), &kRound, &kRound); }},
   };
 }
 

@@ -11,6 +11,7 @@
 #include "db/guarded.h"
 #include "db/service_spy.h"
 #include "support/database.h"
+#include "support/wide.h"
 #include "tavd/tavd.h"
 
 namespace {
@@ -129,12 +130,12 @@ TEST(HostileRecord, ProductTextsStayInEveryRoom) {
       copy(db, record.rec(), text.data(), length);
       EXPECT_EQ(std::string(text.data()), std::string(std::min<std::size_t>(room - 1, 255), 'c')) << room;
     }
-    const std::pair<decltype(&tavdf_copyproductcodew), char16_t> wide[] = {
-        {tavdf_copyproductcodew, u'c'}, {tavdf_copyproductdescw, u'd'}, {tavdf_copyweblinkw, u'l'}};
+    const std::pair<decltype(&tavdf_copyproductcodew), tavd_wchar> wide[] = {
+        {tavdf_copyproductcodew, WIDE('c')}, {tavdf_copyproductdescw, WIDE('d')}, {tavdf_copyweblinkw, WIDE('l')}};
     for (const auto& [copy, letter] : wide) {
       AtPageEnd<tavd_wchar> text(room, 0x5A5A);
       copy(db, record.rec(), text.data(), length);
-      EXPECT_EQ(std::u16string(text.data()), std::u16string(room - 1, letter)) << room;
+      EXPECT_EQ(tavdtest::Wide(text.data()), tavdtest::Wide(room - 1, letter)) << room;
     }
   }
   tavdcore_init(0, nullptr, nullptr);
@@ -245,9 +246,9 @@ TEST(HostileHost, TextsOfTheSettingsAreReadNoFurtherThanTheyAreKept) {
   AtPageEnd<char> path = unterminated(std::string(299, 'p'));
   tavdcore_init(0, market.data(), path.data());
   EXPECT_EQ(std::string(tavdcore_vlkFilename()), std::string(299, 'p'));
-  AtPageEnd<tavd_wchar> wide(299, u'w');
+  AtPageEnd<tavd_wchar> wide(299, WIDE('w'));
   tavdcore_initw(0, market.data(), wide.data());
-  EXPECT_EQ(std::u16string(tavdcore_vlkFilenamew()), std::u16string(299, u'w'));
+  EXPECT_EQ(tavdtest::Wide(tavdcore_vlkFilenamew()), tavdtest::Wide(299, WIDE('w')));
   EXPECT_EQ(std::string(tavdcore_marketArea()), std::string(39, 'M'));
   tavdcore_init(0, nullptr, nullptr);
 }

@@ -10,6 +10,7 @@
 
 #include "db/guarded.h"
 #include "support/database.h"
+#include "support/wide.h"
 #include "tavd/codes.h"
 
 namespace {
@@ -96,14 +97,14 @@ void build_all(const Database& database, const std::string& code_template, int32
       0);
   EXPECT_NE(std::find(narrow.data(), narrow.data() + size, '\0'), narrow.data() + size);
 
-  std::u16string wide_template;
+  tavdtest::Wide wide_template;
   for (const char c : code_template)
-    wide_template += static_cast<char16_t>(static_cast<unsigned char>(c) * 7);
-  for (char16_t& c : wide_template) c = c % 3 == 0 ? u'{' : c;
+    wide_template += static_cast<tavd_wchar>(static_cast<unsigned char>(c) * 7);
+  for (tavd_wchar& c : wide_template) c = c % 3 == 0 ? WIDE('{') : c;
   AtPageEnd<tavd_wchar> fixed(256, kNonsense);
   AtPageEnd<tavd_wchar> wide(size, kNonsense);
   const auto terminated = [](AtPageEnd<tavd_wchar>& text) {
-    return std::find(text.data(), text.data() + text.size(), u'\0') != text.data() + text.size();
+    return std::find(text.data(), text.data() + text.size(), WIDE('\0')) != text.data() + text.size();
   };
   tavd_build_code_dsw(fixed.data(), wide_template.c_str(), &kRound, &kRectangular);
   EXPECT_TRUE(terminated(fixed));

@@ -11,6 +11,7 @@
 #include "db/guarded.h"
 #include "db/service_spy.h"
 #include "support/database.h"
+#include "support/wide.h"
 #include "tavd/tavdcore.h"
 #include "tavd/tavdf.h"
 #include "tavd/tavdsrv.h"
@@ -30,7 +31,7 @@ std::string missing_path() {
   return (std::filesystem::temp_directory_path() / ("tavd-db-missing-" + std::to_string(getpid()))).string();
 }
 
-std::u16string widen(const std::string& ascii) {
+tavdtest::Wide widen(const std::string& ascii) {
   return {ascii.begin(), ascii.end()};
 }
 
@@ -54,7 +55,7 @@ TEST(OpenDatabase, MissingFileReachesTheServiceInAnotherModeWithTheNarrowVlkPath
 
 TEST(OpenDatabase, WideFormPassesOnTheWideVlkPath) {
   const tavdtest::Database database;
-  tavdcore_initw(0, "FIN", u"wide.vlk");
+  tavdcore_initw(0, "FIN", WIDE("wide.vlk"));
   tavdtest::clear_calls();
   const int16_t db = tavdf_open_databasew(widen(database.path()).c_str(), 0);
   EXPECT_THAT(tavdtest::calls(), ElementsAre("openw wide.vlk 0"));

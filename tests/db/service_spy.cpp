@@ -1,6 +1,5 @@
 #include "db/service_spy.h"
 
-#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -8,6 +7,7 @@
 #include <set>
 #include <utility>
 
+#include "db/next_service.h"
 #include "tavd/tavb.h"
 
 namespace {
@@ -23,7 +23,7 @@ bool inside_service = false;  // a service may call its own functions by their n
 
 template <typename Function>
 Function* service(Function* /*spy*/, const char* name) {
-  return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+  return reinterpret_cast<Function*>(tavdtest::next_service(name));
 }
 
 void note(std::string line, std::initializer_list<long> numbers = {}) {

@@ -10,6 +10,7 @@
 #include "db/guarded.h"
 #include "db/service_spy.h"
 #include "support/database.h"
+#include "support/wide.h"
 #include "tavd/tavdcore.h"
 #include "tavd/tavdf.h"
 
@@ -31,15 +32,15 @@ class Texts : public testing::Test {
 
   static void use(const char* market, int16_t lng) { tavdcore_init(lng, market, nullptr); }
 
-  std::u16string wide(WideCopy copy, Record& record, int32_t destLen = 100) const {
+  tavdtest::Wide wide(WideCopy copy, Record& record, int32_t destLen = 100) const {
     Guarded<tavd_wchar> text(static_cast<std::size_t>(destLen), kNonsense);
     copy(database_.handle(), record.rec(), text.data(), destLen);
     EXPECT_TRUE(text.intact()) << "room of " << destLen;
-    const std::u16string_view all(text.data(), text.size());
-    EXPECT_NE(all.find(u'\0'), std::u16string_view::npos) << "not terminated in a room of " << destLen;
-    EXPECT_EQ(all.find(kNonsense), std::u16string_view::npos)
+    const tavdtest::WideView all(text.data(), text.size());
+    EXPECT_NE(all.find(WIDE('\0')), tavdtest::WideView::npos) << "not terminated in a room of " << destLen;
+    EXPECT_EQ(all.find(kNonsense), tavdtest::WideView::npos)
         << "the room of " << destLen << " was not cleared";
-    return std::u16string(all.substr(0, all.find(u'\0')));
+    return tavdtest::Wide(all.substr(0, all.find(WIDE('\0'))));
   }
 
   std::string narrow(NarrowCopy copy, Record& record, int32_t destLen = 100) const {
@@ -57,20 +58,20 @@ class Texts : public testing::Test {
 TEST_F(Texts, MarketsOwnCodeComesFirst) {
   Record record("ASD", "ID");
   record.text(9500, "own").text(1562, "default").text(1505, "first").text(1501, "second");
-  EXPECT_EQ(wide(tavdf_copyproductcodew, record), u"own");
+  EXPECT_EQ(wide(tavdf_copyproductcodew, record), WIDE("own"));
 }
 
 TEST_F(Texts, EachAbsentCodeLeadsToTheNextSource) {
   Record record("ASD", "ID");
-  EXPECT_EQ(wide(tavdf_copyproductcodew, record), u"ID" + std::u16string(28, u' '));
+  EXPECT_EQ(wide(tavdf_copyproductcodew, record), WIDE("ID") + tavdtest::Wide(28, WIDE(' ')));
   record.text(1501, "second");
-  EXPECT_EQ(wide(tavdf_copyproductcodew, record), u"second");
+  EXPECT_EQ(wide(tavdf_copyproductcodew, record), WIDE("second"));
   record.text(1505, "first");
-  EXPECT_EQ(wide(tavdf_copyproductcodew, record), u"first");
+  EXPECT_EQ(wide(tavdf_copyproductcodew, record), WIDE("first"));
   record.text(1562, "default");
-  EXPECT_EQ(wide(tavdf_copyproductcodew, record), u"default");
+  EXPECT_EQ(wide(tavdf_copyproductcodew, record), WIDE("default"));
   record.text(9501, "Sweden's");
-  EXPECT_EQ(wide(tavdf_copyproductcodew, record), u"default");
+  EXPECT_EQ(wide(tavdf_copyproductcodew, record), WIDE("default"));
 }
 
 TEST_F(Texts, AskedSourcesOfACode) {
@@ -96,12 +97,12 @@ TEST_F(Texts, UnknownMarketAsksTheDefaultTwice) {
 TEST_F(Texts, EmptyCodeThatExistsEndsTheSearch) {
   Record record("ASD", "ID");
   record.text(9500, "").text(1562, "default");
-  EXPECT_EQ(wide(tavdf_copyproductcodew, record), u"");
+  EXPECT_EQ(wide(tavdf_copyproductcodew, record), WIDE(""));
 }
 
 TEST_F(Texts, ObjectIdKeepsItsBlanksInAnyRoom) {
   Record record("ASD", "ABC-100");
-  const std::u16string id = u"ABC-100" + std::u16string(23, u' ');
+  const tavdtest::Wide id = WIDE("ABC-100") + tavdtest::Wide(23, WIDE(' '));
   for (int32_t destLen = 1; destLen <= 33; ++destLen) {
     EXPECT_EQ(wide(tavdf_copyproductcodew, record, destLen),
               id.substr(0, static_cast<std::size_t>(destLen) - 1));
@@ -110,7 +111,7 @@ TEST_F(Texts, ObjectIdKeepsItsBlanksInAnyRoom) {
 
 TEST_F(Texts, ObjectIdIsInTheDefaultCodePage) {
   Record record("ASD", "\xC4\x80-1");  // A umlaut, euro sign
-  EXPECT_EQ(wide(tavdf_copyproductcodew, record).substr(0, 4), u"\u00C4\u20AC-1");
+  EXPECT_EQ(wide(tavdf_copyproductcodew, record).substr(0, 4), WIDE("\u00C4\u20AC-1"));
 }
 
 TEST_F(Texts, CodesComeInTheCharsetOfTheirMarket) {
@@ -122,10 +123,10 @@ TEST_F(Texts, CodesComeInTheCharsetOfTheirMarket) {
       .text(9526, "\xE9\xA3\x8E\xE5\x8F\xA3")  // Chinese, UTF-8
       .text(9500, "\xE4\x80")                  // Finnish, windows-1252
       .text(1562, "\xC3\xA4");                 // default, UTF-8
-  const std::pair<const char*, std::u16string> expected[] = {
-      {"POL", u"\u0141\u00F3d\u017A"},   {"RUS", u"\u0412\u043E\u0437\u0434\u0443\u0445"},
-      {"EST", u"\u00F5hk \u0160\u017E"}, {"CHN", u"\u98CE\u53E3"},
-      {"FIN", u"\u00E4\u20AC"},          {"", u"\u00E4"}};
+  const std::pair<const char*, tavdtest::Wide> expected[] = {
+      {"POL", WIDE("\u0141\u00F3d\u017A")},   {"RUS", WIDE("\u0412\u043E\u0437\u0434\u0443\u0445")},
+      {"EST", WIDE("\u00F5hk \u0160\u017E")}, {"CHN", WIDE("\u98CE\u53E3")},
+      {"FIN", WIDE("\u00E4\u20AC")},          {"", WIDE("\u00E4")}};
   for (const auto& [market, text] : expected) {
     use(market, 0);
     EXPECT_EQ(wide(tavdf_copyproductcodew, record), text) << market;
@@ -136,7 +137,7 @@ TEST_F(Texts, DefaultCharsetIsUtf8WhereTheDatabaseSaysSo) {
   Record("000", "FILEHEADER").words(1049, {1}).save(database_.handle());
   Record record("ASD", "ID");
   record.text(9500, "\xC3\xA4");
-  EXPECT_EQ(wide(tavdf_copyproductcodew, record), u"\u00E4");
+  EXPECT_EQ(wide(tavdf_copyproductcodew, record), WIDE("\u00E4"));
 }
 
 TEST_F(Texts, CutCodeIsTerminatedInsideItsRoom) {
@@ -144,7 +145,7 @@ TEST_F(Texts, CutCodeIsTerminatedInsideItsRoom) {
   record.text(9500, "0123456789");
   for (int32_t destLen = 1; destLen <= 12; ++destLen) {
     EXPECT_EQ(wide(tavdf_copyproductcodew, record, destLen),
-              std::u16string(u"0123456789").substr(0, static_cast<std::size_t>(destLen) - 1));
+              tavdtest::Wide(WIDE("0123456789")).substr(0, static_cast<std::size_t>(destLen) - 1));
   }
 }
 
@@ -154,17 +155,17 @@ TEST_F(Texts, CutNeverLeavesHalfACharacter) {
               "A\xF0\x9F\x8C\x80"
               "B");  // a character of two UTF-16 units
   use("CHN", 0);
-  EXPECT_EQ(wide(tavdf_copyproductcodew, record, 2), u"A");
-  EXPECT_EQ(wide(tavdf_copyproductcodew, record, 3), u"A");
-  EXPECT_EQ(wide(tavdf_copyproductcodew, record, 4), u"A\U0001F300");
-  EXPECT_EQ(wide(tavdf_copyproductcodew, record, 5), u"A\U0001F300B");
+  EXPECT_EQ(wide(tavdf_copyproductcodew, record, 2), WIDE("A"));
+  EXPECT_EQ(wide(tavdf_copyproductcodew, record, 3), WIDE("A"));
+  EXPECT_EQ(wide(tavdf_copyproductcodew, record, 4), WIDE("A\U0001F300"));
+  EXPECT_EQ(wide(tavdf_copyproductcodew, record, 5), WIDE("A\U0001F300B"));
 }
 
 TEST_F(Texts, TextStoredWithHalfACharacterShowsAReplacement) {
   Record record("ASD", "ID");
   record.text(9526, "A\xE9\xA3");
   use("CHN", 0);
-  EXPECT_EQ(wide(tavdf_copyproductcodew, record).substr(0, 2), u"A\uFFFD");
+  EXPECT_EQ(wide(tavdf_copyproductcodew, record).substr(0, 2), WIDE("A\uFFFD"));
 }
 
 TEST_F(Texts, NoRoomWritesNothing) {
@@ -223,8 +224,8 @@ TEST_F(Texts, ByteLengthOfACodeIsHeldInSixteenBits) {
   for (const LargeRoom& room : kRooms) {
     Guarded<tavd_wchar> text(70000, kNonsense);
     tavdf_copyproductcodew(database_.handle(), record.rec(), text.data(), room.destLen);
-    EXPECT_EQ(std::u16string(text.data()),
-              std::u16string(u"01234567890123456789").substr(0, room.written - 1))
+    EXPECT_EQ(tavdtest::Wide(text.data()),
+              tavdtest::Wide(WIDE("01234567890123456789")).substr(0, room.written - 1))
         << room.destLen;
     EXPECT_TRUE(text.untouched_from(room.written)) << room.destLen;
   }
@@ -235,7 +236,7 @@ TEST_F(Texts, ObjectIdIsWholeAndTerminatedWhereTheByteLengthStartsAgain) {
   for (const int32_t destLen : {32768, 32769, 32778, 65536, std::numeric_limits<int32_t>::max()}) {
     Guarded<tavd_wchar> text(70000, kNonsense);
     tavdf_copyproductcodew(database_.handle(), record.rec(), text.data(), destLen);
-    EXPECT_EQ(std::u16string(text.data()), u"ID" + std::u16string(28, u' ')) << destLen;
+    EXPECT_EQ(tavdtest::Wide(text.data()), WIDE("ID") + tavdtest::Wide(28, WIDE(' '))) << destLen;
     EXPECT_TRUE(text.untouched_from(destLen < 70000 ? 31 : 32767)) << destLen;
   }
 }
@@ -243,17 +244,17 @@ TEST_F(Texts, ObjectIdIsWholeAndTerminatedWhereTheByteLengthStartsAgain) {
 TEST_F(Texts, DescriptionClearsAllOfALargeRoom) {
   Record record("ASD", "ID");
   record.text(9550, "text");
-  EXPECT_EQ(wide(tavdf_copyproductdescw, record, 40000), u"text");
+  EXPECT_EQ(wide(tavdf_copyproductdescw, record, 40000), WIDE("text"));
 }
 
 TEST_F(Texts, DescriptionFollowsTheLanguage) {
   Record record("ASD", "ID");
   record.text(9550, "s\xE4\xE4t\xF6").text(9568, "\xC2\xEE").text(9593, "\xE9\xA3\x8E");
-  EXPECT_EQ(wide(tavdf_copyproductdescw, record), u"s\u00E4\u00E4t\u00F6");
+  EXPECT_EQ(wide(tavdf_copyproductdescw, record), WIDE("s\u00E4\u00E4t\u00F6"));
   tavdcore_set_user_lng(1528);
-  EXPECT_EQ(wide(tavdf_copyproductdescw, record), u"\u0412\u043E");
+  EXPECT_EQ(wide(tavdf_copyproductdescw, record), WIDE("\u0412\u043E"));
   tavdcore_set_user_lng(1539);
-  EXPECT_EQ(wide(tavdf_copyproductdescw, record), u"\u98CE");
+  EXPECT_EQ(wide(tavdf_copyproductdescw, record), WIDE("\u98CE"));
 }
 
 TEST_F(Texts, LanguageWithoutAttributeGivesAnEmptyTextAndNarrowTheCode) {
@@ -261,7 +262,7 @@ TEST_F(Texts, LanguageWithoutAttributeGivesAnEmptyTextAndNarrowTheCode) {
   record.text(9500, "code").text(9550, "description");
   use("FIN", 0);
   tavdtest::clear_calls();
-  EXPECT_EQ(wide(tavdf_copyproductdescw, record), u"");
+  EXPECT_EQ(wide(tavdf_copyproductdescw, record), WIDE(""));
   EXPECT_THAT(tavdtest::calls(), testing::IsEmpty());
   EXPECT_EQ(narrow(tavdf_copyproductdesc, record), "code");
 }
@@ -269,26 +270,26 @@ TEST_F(Texts, LanguageWithoutAttributeGivesAnEmptyTextAndNarrowTheCode) {
 TEST_F(Texts, MissingDescriptionAndLinkHaveNoFallback) {
   Record record("ASD", "ID");
   record.text(1562, "code").text(8529, "default link");
-  EXPECT_EQ(wide(tavdf_copyproductdescw, record), u"");
-  EXPECT_EQ(wide(tavdf_copyweblinkw, record), u"") << "the default link is for unknown markets alone";
+  EXPECT_EQ(wide(tavdf_copyproductdescw, record), WIDE(""));
+  EXPECT_EQ(wide(tavdf_copyweblinkw, record), WIDE("")) << "the default link is for unknown markets alone";
 }
 
 TEST_F(Texts, WebLinkFollowsTheMarket) {
   Record record("ASD", "ID");
   record.text(8500, "fi").text(8529, "all");
   tavdtest::clear_calls();
-  EXPECT_EQ(wide(tavdf_copyweblinkw, record, 50), u"fi");
+  EXPECT_EQ(wide(tavdf_copyweblinkw, record, 50), WIDE("fi"));
   EXPECT_THAT(tavdtest::calls(), ElementsAre("wsz 8500 98 0"));
   use("", 0);
-  EXPECT_EQ(wide(tavdf_copyweblinkw, record), u"all");
+  EXPECT_EQ(wide(tavdf_copyweblinkw, record), WIDE("all"));
 }
 
 TEST_F(Texts, CutDescriptionAndLinkAreTerminated) {
   Record record("ASD", "ID");
   record.text(9550, "0123456789").text(8500, "0123456789");
   for (int32_t destLen = 1; destLen <= 12; ++destLen) {
-    const std::u16string expected =
-        std::u16string(u"0123456789").substr(0, static_cast<std::size_t>(destLen) - 1);
+    const tavdtest::Wide expected =
+        tavdtest::Wide(WIDE("0123456789")).substr(0, static_cast<std::size_t>(destLen) - 1);
     EXPECT_EQ(wide(tavdf_copyproductdescw, record, destLen), expected);
     EXPECT_EQ(wide(tavdf_copyweblinkw, record, destLen), expected);
   }

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "diagram/chart.h"
+#include "support/wide.h"
 
 namespace tavd {
 namespace {
@@ -160,9 +161,9 @@ TEST(ChartTexts, OneCharacterMoreDropsTheTextWhole) {
 }
 
 TEST(ChartTexts, WideTextsHaveTheSameLimits) {
-  const std::u16string fits(19, u'a');
-  const std::u16string too_long(20, u'a');
-  const std::u16string title(80, u't');
+  const tavdtest::Wide fits(19, WIDE('a'));
+  const tavdtest::Wide too_long(20, WIDE('a'));
+  const tavdtest::Wide title(80, WIDE('t'));
   const ChartPtr c(chart_createw(false, false, 0, 0, 1, 1, 1, 1, 3, 0, 3, 0, fits.c_str(), too_long.c_str(),
                                  title.c_str()));
   EXPECT_EQ(fits, c->szXw);
@@ -174,10 +175,10 @@ TEST(ChartTexts, OnlyOneSetIsFilled) {
   const ChartPtr narrow = make("x", "y", "t");
   EXPECT_EQ(0, narrow->szXw[0]);
   EXPECT_EQ(0, narrow->titlew[0]);
-  const ChartPtr wide(chart_createw(false, false, 0, 0, 1, 1, 1, 1, 3, 0, 3, 0, u"x", u"y", u"t"));
+  const ChartPtr wide(chart_createw(false, false, 0, 0, 1, 1, 1, 1, 3, 0, 3, 0, WIDE("x"), WIDE("y"), WIDE("t")));
   EXPECT_STREQ("", wide->szX);
   EXPECT_STREQ("", wide->title);
-  EXPECT_EQ(u't', wide->titlew[0]);
+  EXPECT_EQ(WIDE('t'), wide->titlew[0]);
   EXPECT_EQ(0, wide->titlew[1]);
 }
 

@@ -1,4 +1,5 @@
 #include "base/gwfile.h"
+#include "support/wide.h"
 
 #include <gtest/gtest.h>
 
@@ -21,29 +22,29 @@ class ExistingFile : public testing::Test {
 };
 
 TEST_F(ExistingFile, IsFoundByItsNarrowPath) {
-  EXPECT_TRUE(tavd::gwfile_exists(path().c_str()));
+  EXPECT_TRUE(tavd::gwfile_exists(path().string().c_str()));
 }
 
 TEST_F(ExistingFile, IsFoundByItsWidePath) {
-  EXPECT_TRUE(tavd::gwfile_existsw(path().u16string().c_str()));
+  EXPECT_TRUE(tavd::gwfile_existsw(path().string<tavd_wchar>().c_str()));
 }
 
 TEST_F(ExistingFile, IsNotFoundAfterItWasRemoved) {
   std::filesystem::remove(path());
-  EXPECT_FALSE(tavd::gwfile_exists(path().c_str()));
-  EXPECT_FALSE(tavd::gwfile_existsw(path().u16string().c_str()));
+  EXPECT_FALSE(tavd::gwfile_exists(path().string().c_str()));
+  EXPECT_FALSE(tavd::gwfile_existsw(path().string<tavd_wchar>().c_str()));
 }
 
 TEST(MissingFile, NullAndEmptyPathsDoNotExist) {
   EXPECT_FALSE(tavd::gwfile_exists(nullptr));
   EXPECT_FALSE(tavd::gwfile_existsw(nullptr));
   EXPECT_FALSE(tavd::gwfile_exists(""));
-  EXPECT_FALSE(tavd::gwfile_existsw(u""));
+  EXPECT_FALSE(tavd::gwfile_existsw(WIDE("")));
 }
 
 TEST(MissingFile, EndlessPathDoesNotExist) {
   // Cut at any length this would name the root.
-  EXPECT_FALSE(tavd::gwfile_existsw(std::u16string(100'000, u'/').c_str()));
+  EXPECT_FALSE(tavd::gwfile_existsw(tavdtest::Wide(100'000, WIDE('/')).c_str()));
 }
 
 }  // namespace

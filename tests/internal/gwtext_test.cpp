@@ -1,4 +1,5 @@
 #include "base/gwtext.h"
+#include "support/wide.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +9,7 @@
 
 namespace {
 
-std::u16string wide(const std::string& text) {
+tavdtest::Wide wide(const std::string& text) {
   return {text.begin(), text.end()};
 }
 
@@ -22,7 +23,7 @@ int trimlen(const std::string& field, int n) {
 std::string rtrimmed(const std::string& text) {
   std::string narrow = text;
   tavd::gwrtrim(narrow.data());
-  std::u16string twin = wide(text);
+  tavdtest::Wide twin = wide(text);
   tavd::gwrtrimw(twin.data());
   EXPECT_EQ(twin, wide(narrow)) << text;
   return narrow;  // the whole buffer, terminators included
@@ -45,12 +46,12 @@ Field field(const std::string& text, int index, int size, char sep = ',') {
   const char* next = tavd::gwstrfield(dest, text.c_str(), sep, index, size);
   const Field narrow{dest, next == nullptr ? -1 : static_cast<int>(next - text.c_str())};
 
-  const std::u16string twin = wide(text);
+  const tavdtest::Wide twin = wide(text);
   tavd_wchar wide_dest[64];
-  std::fill_n(wide_dest, 64, u'#');
+  std::fill_n(wide_dest, 64, WIDE('#'));
   const tavd_wchar* wide_next =
       tavd::gwwcsfield(wide_dest, twin.c_str(), static_cast<tavd_wchar>(sep), index, 2 * size);
-  EXPECT_EQ(std::u16string(wide_dest), wide(narrow.dest)) << text;
+  EXPECT_EQ(tavdtest::Wide(wide_dest), wide(narrow.dest)) << text;
   EXPECT_EQ(wide_next == nullptr ? -1 : static_cast<int>(wide_next - twin.c_str()), narrow.next) << text;
   return narrow;
 }
@@ -101,9 +102,9 @@ TEST(TrimCopy, TerminatesAFieldWithoutPadding) {
 
 TEST(TrimCopy, WideTwinCountsInCharacters) {
   tavd_wchar dest[6];
-  std::fill_n(dest, 6, u'#');
-  EXPECT_EQ(tavd::gwwcstrimcpy(dest, u"\u00C4 \u00D6 ", 4), dest);
-  EXPECT_EQ(std::u16string(dest, 6), std::u16string(u"\u00C4 \u00D6\0\0#", 6));
+  std::fill_n(dest, 6, WIDE('#'));
+  EXPECT_EQ(tavd::gwwcstrimcpy(dest, WIDE("\u00C4 \u00D6 "), 4), dest);
+  EXPECT_EQ(tavdtest::Wide(dest, 6), tavdtest::Wide(WIDE("\u00C4 \u00D6\0\0#"), 6));
 }
 
 TEST(TrimCopy, NoCharactersLeaveATerminator) {
@@ -138,8 +139,8 @@ TEST(NumberTest, RefusesEverythingElse) {
 }
 
 TEST(NumberTest, TakesNoWideDigitsOfOtherRows) {
-  EXPECT_EQ(tavd::gwisnumberw(u"\uFF11"), 0);
-  EXPECT_EQ(tavd::gwisnumberw(u"\u0131"), 0);  // its low byte is the digit 1
+  EXPECT_EQ(tavd::gwisnumberw(WIDE("\uFF11")), 0);
+  EXPECT_EQ(tavd::gwisnumberw(WIDE("\u0131")), 0);  // its low byte is the digit 1
 }
 
 TEST(FieldSplitter, WalksTheFieldsOfAText) {
@@ -187,9 +188,9 @@ TEST(FieldSplitter, WritesNothingBehindItsRoom) {
   std::memset(dest, '#', sizeof dest);
   tavd::gwstrfield(dest, "abcdef,gh", ',', 0, 4);
   EXPECT_EQ(std::string(dest, 8), std::string("abc\0####", 8));
-  tavd_wchar wide_dest[4] = {u'#', u'#', u'#', u'#'};
-  tavd::gwwcsfield(wide_dest, u"abcdef,gh", u',', 0, 5);  // five bytes hold two characters
-  EXPECT_EQ(std::u16string(wide_dest, 4), std::u16string(u"a\0##", 4));
+  tavd_wchar wide_dest[4] = {WIDE('#'), WIDE('#'), WIDE('#'), WIDE('#')};
+  tavd::gwwcsfield(wide_dest, WIDE("abcdef,gh"), WIDE(','), 0, 5);  // five bytes hold two characters
+  EXPECT_EQ(tavdtest::Wide(wide_dest, 4), tavdtest::Wide(WIDE("a\0##"), 4));
 }
 
 TEST(FieldSplitter, BadArgumentsEmptyTheField) {
@@ -250,9 +251,9 @@ TEST(FieldCopy, CutsAndTerminatesInsideTheField) {
   EXPECT_EQ(std::string(dest, 8), std::string("abc\0####", 8));
   tavd::gwstrcpyfield(dest, nullptr, 4);
   EXPECT_STREQ(dest, "");
-  tavd_wchar wide_dest[4] = {u'#', u'#', u'#', u'#'};
-  tavd::gwwcscpyfield(wide_dest, u"abc", 2);
-  EXPECT_EQ(std::u16string(wide_dest, 4), std::u16string(u"a\0##", 4));
+  tavd_wchar wide_dest[4] = {WIDE('#'), WIDE('#'), WIDE('#'), WIDE('#')};
+  tavd::gwwcscpyfield(wide_dest, WIDE("abc"), 2);
+  EXPECT_EQ(tavdtest::Wide(wide_dest, 4), tavdtest::Wide(WIDE("a\0##"), 4));
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 
 #include "reading.h"
 #include "support/database.h"
+#include "support/wide.h"
 #include "tavd/tavdsrv.h"
 
 using namespace tavdtest;
@@ -39,14 +40,14 @@ std::string serial_name(const char* name) {
 
 TEST(Opening, MissingFileIsNotOpenedAndNotMade) {
   const Path path(serial_name("missing"));
-  EXPECT_EQ(tavbopendatabase(nullptr, path.get().c_str(), kOpenExisting), -1);
+  EXPECT_EQ(tavbopendatabase(nullptr, path.get().string().c_str(), kOpenExisting), -1);
   EXPECT_FALSE(fs::exists(path.get()));
 }
 
 TEST(Opening, NonzeroModeMakesAMissingDatabase) {
   for (const std::int32_t mode : {kCreate, 2, -1}) {
     const Path path(serial_name("made"));
-    const std::int16_t db = tavbopendatabase("some.vlk", path.get().c_str(), mode);
+    const std::int16_t db = tavbopendatabase("some.vlk", path.get().string().c_str(), mode);
     ASSERT_GT(db, 0);
     Record("ASD", "A").save(db);
     EXPECT_EQ(found(db, "ASD", "A", kExact), "ASD:A");
@@ -90,13 +91,13 @@ TEST(Opening, TwoHandlesOnOneFileSeeEachOthersRecords) {
 
 TEST(Opening, WidePathWithLettersOfManyScriptsNamesTheSameFileAsTheNarrowOne) {
   const Path path(serial_name("\xC3\x84nderung-\xD0\x96-\xE6\x97\xA5-\xF0\x9F\x98\x80"));
-  const std::u16string wide = path.get().u16string();
+  const tavdtest::Wide wide = path.get().string<tavd_wchar>();
   const std::int16_t db = tavbopendatabasew(nullptr, wide.c_str(), kCreate);
   ASSERT_GT(db, 0);
   Record("ASD", "A").save(db);
   tavdsrv_closedatabase(db);
   EXPECT_TRUE(fs::exists(path.get()));
-  const std::int16_t narrow = tavbopendatabase(nullptr, path.get().c_str(), kOpenExisting);
+  const std::int16_t narrow = tavbopendatabase(nullptr, path.get().string().c_str(), kOpenExisting);
   EXPECT_EQ(found(narrow, "ASD", "A", kExact), "ASD:A");
   tavdsrv_closedatabase(narrow);
 }
@@ -106,12 +107,12 @@ TEST(Opening, NoPathOpensNothing) {
     EXPECT_EQ(tavbopendatabase(nullptr, nullptr, mode), -1);
     EXPECT_EQ(tavbopendatabase(nullptr, "", mode), -1);
     EXPECT_EQ(tavbopendatabasew(nullptr, nullptr, mode), -1);
-    EXPECT_EQ(tavbopendatabasew(nullptr, u"", mode), -1);
+    EXPECT_EQ(tavbopendatabasew(nullptr, WIDE(""), mode), -1);
   }
 }
 
 TEST(Opening, WidePathThatIsNoUtf16OpensNothing) {
-  const char16_t lone[] = {u'/', u't', u'm', u'p', u'/', 0xD800, u'x', 0};
+  const tavd_wchar lone[] = {WIDE('/'), WIDE('t'), WIDE('m'), WIDE('p'), WIDE('/'), 0xD800, WIDE('x'), 0};
   EXPECT_EQ(tavbopendatabasew(nullptr, lone, kOpenExisting), -1);
 }
 

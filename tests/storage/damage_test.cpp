@@ -60,7 +60,7 @@ int read_everything(std::int16_t db) {
 
 std::string make_image(const Folder& folder) {
   const fs::path path = folder / "whole.tavdb";
-  const std::int16_t db = tavbopendatabase(nullptr, path.c_str(), 1);
+  const std::int16_t db = tavbopendatabase(nullptr, path.string().c_str(), 1);
   tavdsrv_begin(db);
   for (int i = 0; i < 20; ++i) {
     Record record("ASD", ("PIPE-" + std::to_string(i)).c_str());
@@ -78,7 +78,7 @@ std::string make_image(const Folder& folder) {
 // Opens the image and, if the service takes it, reads what it can; saving waits for the disk, so not every
 // time.
 void exercise(const fs::path& path, bool save) {
-  const std::int16_t db = tavbopendatabase(nullptr, path.c_str(), 0);
+  const std::int16_t db = tavbopendatabase(nullptr, path.string().c_str(), 0);
   if (db < 0) return;
   ASSERT_LE(read_everything(db), 1000);
   if (save) {
@@ -221,7 +221,7 @@ TEST(Damage, FileThatIsCutWhileItIsOpenGivesFailuresNotCrashes) {
   for (std::size_t length = 0; length < whole.size(); length += 3001) {
     const fs::path path = folder / "cut.tavdb";
     write_file(path, whole);
-    const std::int16_t db = tavbopendatabase(nullptr, path.c_str(), 0);
+    const std::int16_t db = tavbopendatabase(nullptr, path.string().c_str(), 0);
     ASSERT_GT(db, 0);
     fs::resize_file(path, length);
     EXPECT_LE(read_everything(db), 21);
@@ -237,10 +237,10 @@ TEST(Damage, ReaderSaysWhatIsWrong) {
     std::memset(image.data() + page * 4096, 0xEE, 100);
   }
   write_file(path, image);
-  const std::int16_t db = tavbopendatabase(nullptr, path.c_str(), 0);
+  const std::int16_t db = tavbopendatabase(nullptr, path.string().c_str(), 0);
   ASSERT_GT(db, 0);
   EXPECT_EQ(tavbfindrec(db, "ASD", "PIPE-1", kExact), nullptr);
-  EXPECT_NE(std::string(tavdsrv_lasterror()).find(path.string()), std::string::npos);
+  EXPECT_NE(std::string(tavdsrv_lasterror()).find(utf8(path)), std::string::npos);
   EXPECT_NE(std::string(tavdsrv_lasterror()).find("malformed"), std::string::npos);
   tavdsrv_closedatabase(db);
 }

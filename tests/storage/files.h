@@ -41,6 +41,12 @@ class Folder {
   fs::path path_;
 };
 
+// A path as the service tells it, on every system.
+inline std::string utf8(const fs::path& path) {
+  const std::u8string text = path.u8string();
+  return {text.begin(), text.end()};
+}
+
 inline std::string read_file(const fs::path& path) {
   std::ifstream in(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(in), {}};

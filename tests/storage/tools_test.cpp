@@ -7,6 +7,7 @@
 #include "files.h"
 #include "service/reading.h"
 #include "support/database.h"
+#include "support/wide.h"
 #include "tavd/tavdsrv.h"
 
 using namespace tavdtest;
@@ -29,7 +30,7 @@ class Groups : public testing::Test {
 
 class Encoding : public testing::Test {
  protected:
-  std::int32_t encode(const char16_t* text, std::int32_t charset, std::int32_t capacity = 64) {
+  std::int32_t encode(const tavd_wchar* text, std::int32_t charset, std::int32_t capacity = 64) {
     buffer.fill('#');
     return tavdsrv_encodetext(database.handle(), charset, text, buffer.data(), capacity);
   }
@@ -89,10 +90,10 @@ TEST_F(Groups, RollbackOfTheEncodingFlagIsNoticed) {
   ASSERT_EQ(tavdsrv_begin(database.handle()), 0);
   Record("000", "FILEHEADER").words(1049, {1}).save(database.handle());
   tavbcopywsz(database.handle(), record.rec(), kMaker, wide, sizeof wide, 0);
-  EXPECT_EQ(std::u16string(wide), u"\u00C5");
+  EXPECT_EQ(tavdtest::Wide(wide), WIDE("\u00C5"));
   ASSERT_EQ(tavdsrv_rollback(database.handle()), 0);
   tavbcopywsz(database.handle(), record.rec(), kMaker, wide, sizeof wide, 0);
-  EXPECT_EQ(std::u16string(wide), u"\u00C3\u2026");
+  EXPECT_EQ(tavdtest::Wide(wide), WIDE("\u00C3\u2026"));
 }
 
 TEST_F(Groups, OutOfTurnCallsAreRefused) {
@@ -174,57 +175,57 @@ TEST(AttributeList, AttributeCanBeCopiedWithinItsOwnRecord) {
 }
 
 TEST_F(Encoding, EachCharsetHasItsBytes) {
-  EXPECT_EQ(bytes(encode(u"\u00C5\u20AC", 0)), "\xC5\x80");
-  EXPECT_EQ(bytes(encode(u"\u00C5\u20AC", 1)), "\xC3\x85\xE2\x82\xAC");
-  EXPECT_EQ(bytes(encode(u"\u0104\u0161", 6)), "\xC0\xF0");
-  EXPECT_EQ(bytes(encode(u"\u0141\u0151", 7)), "\xA3\xF5");
-  EXPECT_EQ(bytes(encode(u"\u0416\u0439", 8)), "\xC6\xE9");
+  EXPECT_EQ(bytes(encode(WIDE("\u00C5\u20AC"), 0)), "\xC5\x80");
+  EXPECT_EQ(bytes(encode(WIDE("\u00C5\u20AC"), 1)), "\xC3\x85\xE2\x82\xAC");
+  EXPECT_EQ(bytes(encode(WIDE("\u0104\u0161"), 6)), "\xC0\xF0");
+  EXPECT_EQ(bytes(encode(WIDE("\u0141\u0151"), 7)), "\xA3\xF5");
+  EXPECT_EQ(bytes(encode(WIDE("\u0416\u0439"), 8)), "\xC6\xE9");
   Record("000", "FILEHEADER").words(1049, {1}).save(database.handle());
-  EXPECT_EQ(bytes(encode(u"\u00C5\u20AC", 0)), "\xC3\x85\xE2\x82\xAC");
+  EXPECT_EQ(bytes(encode(WIDE("\u00C5\u20AC"), 0)), "\xC3\x85\xE2\x82\xAC");
 }
 
 TEST_F(Encoding, WhatIsEncodedReadsBackTheSame) {
-  const std::array<std::pair<std::int32_t, std::u16string>, 5> texts = {
-      {{0, u"Gr\u00F6\u00DFe \u20AC 5"},
-       {1, u"\u98A8 \u0626 \U0001F600"},
-       {6, u"\u0160vie\u017Eias oras"},
-       {7, u"T\u0142umik \u0159ez"},
-       {8, u"\u0412\u043E\u0437\u0434\u0443\u0445"}}};
+  const std::array<std::pair<std::int32_t, tavdtest::Wide>, 5> texts = {
+      {{0, WIDE("Gr\u00F6\u00DFe \u20AC 5")},
+       {1, WIDE("\u98A8 \u0626 \U0001F600")},
+       {6, WIDE("\u0160vie\u017Eias oras")},
+       {7, WIDE("T\u0142umik \u0159ez")},
+       {8, WIDE("\u0412\u043E\u0437\u0434\u0443\u0445")}}};
   for (const auto& [charset, text] : texts) {
     const std::int32_t length = encode(text.c_str(), charset);
     ASSERT_GT(length, 0);
     Record record("ASD", "A");
     record.bytes(9500, buffer.data(), static_cast<std::size_t>(length));
-    char16_t wide[64] = {};
+    tavd_wchar wide[64] = {};
     EXPECT_NE(tavbcopywsz(database.handle(), record.rec(), 9500, wide, sizeof wide, charset), nullptr);
-    EXPECT_EQ(std::u16string(wide), text);
+    EXPECT_EQ(tavdtest::Wide(wide), text);
   }
 }
 
 TEST_F(Encoding, CharacterWithoutPlaceIsRefused) {
-  EXPECT_EQ(encode(u"\u0416", 0), -1);
-  EXPECT_EQ(encode(u"\u00C5", 8), -1);
-  EXPECT_EQ(encode(u"\U0001F600", 7), -1);
-  const char16_t lone[] = {0xD800, 0};
+  EXPECT_EQ(encode(WIDE("\u0416"), 0), -1);
+  EXPECT_EQ(encode(WIDE("\u00C5"), 8), -1);
+  EXPECT_EQ(encode(WIDE("\U0001F600"), 7), -1);
+  const tavd_wchar lone[] = {0xD800, 0};
   EXPECT_EQ(encode(lone, 1), -1);
   EXPECT_EQ(bytes(4), "####");
 }
 
 TEST_F(Encoding, BufferMustTakeTheWholeText) {
-  EXPECT_EQ(encode(u"abc", 0, 3), 3);
+  EXPECT_EQ(encode(WIDE("abc"), 0, 3), 3);
   EXPECT_EQ(bytes(4), "abc#");
-  EXPECT_EQ(encode(u"abc", 0, 2), -2);
-  EXPECT_EQ(encode(u"\u20AC", 1, 2), -2);
-  EXPECT_EQ(encode(u"abc", 0, -5), -2);
+  EXPECT_EQ(encode(WIDE("abc"), 0, 2), -2);
+  EXPECT_EQ(encode(WIDE("\u20AC"), 1, 2), -2);
+  EXPECT_EQ(encode(WIDE("abc"), 0, -5), -2);
   EXPECT_EQ(bytes(4), "####");
-  EXPECT_EQ(encode(u"", 0, 0), 0);
-  EXPECT_EQ(tavdsrv_encodetext(database.handle(), 0, u"abc", nullptr, 0), -2);
+  EXPECT_EQ(encode(WIDE(""), 0, 0), 0);
+  EXPECT_EQ(tavdsrv_encodetext(database.handle(), 0, WIDE("abc"), nullptr, 0), -2);
 }
 
 TEST_F(Encoding, BadArgumentsAreRefused) {
   EXPECT_EQ(encode(nullptr, 0), -1);
-  EXPECT_EQ(tavdsrv_encodetext(-1, 0, u"abc", buffer.data(), 64), -1);
-  EXPECT_EQ(tavdsrv_encodetext(-1, 7, u"abc", buffer.data(), 64), 3) << "charset 7 asks no database";
+  EXPECT_EQ(tavdsrv_encodetext(-1, 0, WIDE("abc"), buffer.data(), 64), -1);
+  EXPECT_EQ(tavdsrv_encodetext(-1, 7, WIDE("abc"), buffer.data(), 64), 3) << "charset 7 asks no database";
 }
 
 TEST(LastError, TellsTheLastCallAndIsForgottenByTheNext) {
