@@ -11,11 +11,6 @@ namespace tavdsrv {
 
 namespace {
 
-std::string utf8(const std::filesystem::path& path) {
-  const std::u8string text = path.u8string();
-  return {text.begin(), text.end()};
-}
-
 // SQLite's own way of waiting sleeps up to 100 ms at a time: beside a process that saves without a pause a
 // reader hardly ever wakes while the file is free, and waits for seconds.
 constexpr std::chrono::microseconds kShortestSleep{100};
@@ -30,6 +25,11 @@ int wait_a_little(void*, int times) {
 }
 
 }  // namespace
+
+std::string utf8(const std::filesystem::path& path) {
+  const std::u8string text = path.u8string();
+  return {text.begin(), text.end()};
+}
 
 Connection::Connection(const std::filesystem::path& path, Mode mode) : path_(utf8(path)) {
   // A connection is only used under the lock of its database, so SQLite needs none of its own.

@@ -14,6 +14,9 @@
 
 namespace tavdsrv {
 
+// A path as SQLite takes it and messages tell it.
+std::string utf8(const std::filesystem::path& path);
+
 class Connection {
  public:
   enum class Mode { kExisting, kCreate };

@@ -7,6 +7,7 @@
 #include <string>
 #include <system_error>
 
+#include "codepage/system.h"
 #include "lasterror.h"
 
 namespace tavdsrv {
@@ -48,7 +49,7 @@ void check_contents(const Connection& connection);
 }  // namespace
 
 Connection open_product_database(const fs::path& path, bool create) {
-  const std::string shown = path.string();
+  const std::string shown = utf8(path);
   if (shown.empty()) throw Failure("no file name given");
   const fs::path file = fs::absolute(path);
   std::error_code problem;
@@ -58,7 +59,7 @@ Connection open_product_database(const fs::path& path, bool create) {
     create_file(file);
     status = fs::status(file, problem);
   }
-  if (status.type() == fs::file_type::none) throw Failure(shown + ": " + problem.message());
+  if (status.type() == fs::file_type::none) throw Failure(shown + ": " + codepage::utf8_of(problem.message()));
   if (status.type() != fs::file_type::regular) throw Failure(shown + ": not a file");
 
   Connection connection(file, Connection::Mode::kExisting);
@@ -79,13 +80,17 @@ namespace {
 // Another process that makes it at the same time may win: then its file is the one.
 void create_file(const fs::path& path) {
   std::random_device random;
-  const fs::path draft = path.string() + ".new-" + std::to_string(random());
+  fs::path draft = path;
+  draft += ".new-" + std::to_string(random());
   std::error_code problem;
   try {
     Connection(draft, Connection::Mode::kCreate).run(kCreate);
     fs::create_hard_link(draft, path, problem);
     // Some file systems have no links; there the name is given by renaming.
-    if (problem && !fs::exists(path)) fs::rename(draft, path);
+    if (problem && !fs::exists(path)) {
+      fs::rename(draft, path, problem);
+      if (problem) throw Failure(utf8(path) + ": " + codepage::utf8_of(problem.message()));
+    }
   } catch (...) {
     fs::remove(draft, problem);
     throw;

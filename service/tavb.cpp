@@ -9,6 +9,7 @@
 #include <new>
 
 #include "attributes.h"
+#include "codepage/system.h"
 #include "handles.h"
 #include "lasterror.h"
 #include "text.h"
@@ -25,11 +26,19 @@ namespace {
 // The result for a caller that asks whether an attribute exists without having it copied.
 char exists_marker;
 
+std::filesystem::path path_of(const char* name) {
+  return codepage::path_of(name);
+}
+
+std::filesystem::path path_of(const tavd_wchar* name) {
+  return name;
+}
+
 template <typename Character>
 std::int16_t open_database(const Character* path, std::int32_t mode) {
   return guarded(tavdsrv::kNoDatabase, [&] {
     if (path == nullptr) throw tavdsrv::Failure("no file name given");
-    return tavdsrv::add_handle(std::make_shared<Database>(std::filesystem::path(path), mode != 0));
+    return tavdsrv::add_handle(std::make_shared<Database>(path_of(path), mode != 0));
   });
 }
 

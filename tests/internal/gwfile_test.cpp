@@ -1,4 +1,5 @@
 #include "base/gwfile.h"
+#include "support/narrow_path.h"
 #include "support/wide.h"
 
 #include <gtest/gtest.h>
@@ -11,7 +12,7 @@ namespace {
 
 class ExistingFile : public testing::Test {
  protected:
-  ExistingFile() : path_(std::filesystem::path(testing::TempDir()) / u8"gwfile \u00E4\u20AC.txt") {
+  ExistingFile() : path_(std::filesystem::temp_directory_path() / "gwfile " += tavdtest::letters_of_narrow_names()) {
     std::ofstream(path_) << "x";
   }
   ~ExistingFile() override { std::filesystem::remove(path_); }
@@ -22,7 +23,7 @@ class ExistingFile : public testing::Test {
 };
 
 TEST_F(ExistingFile, IsFoundByItsNarrowPath) {
-  EXPECT_TRUE(tavd::gwfile_exists(path().string().c_str()));
+  EXPECT_TRUE(tavd::gwfile_exists(tavdtest::narrow_name(path()).c_str()));
 }
 
 TEST_F(ExistingFile, IsFoundByItsWidePath) {
@@ -31,7 +32,7 @@ TEST_F(ExistingFile, IsFoundByItsWidePath) {
 
 TEST_F(ExistingFile, IsNotFoundAfterItWasRemoved) {
   std::filesystem::remove(path());
-  EXPECT_FALSE(tavd::gwfile_exists(path().string().c_str()));
+  EXPECT_FALSE(tavd::gwfile_exists(tavdtest::narrow_name(path()).c_str()));
   EXPECT_FALSE(tavd::gwfile_existsw(path().string<tavd_wchar>().c_str()));
 }
 

@@ -8,6 +8,7 @@
 
 #include "reading.h"
 #include "support/database.h"
+#include "support/narrow_path.h"
 #include "support/wide.h"
 #include "tavd/tavdsrv.h"
 
@@ -32,7 +33,7 @@ class Path {
   fs::path path_;
 };
 
-std::string serial_name(const char* name) {
+fs::path serial_name(const char* name) {
   return "tavd-handles-" + std::to_string(::getpid()) + "-" + name;
 }
 
@@ -89,17 +90,39 @@ TEST(Opening, TwoHandlesOnOneFileSeeEachOthersRecords) {
   tavdsrv_closedatabase(second);
 }
 
-TEST(Opening, WidePathWithLettersOfManyScriptsNamesTheSameFileAsTheNarrowOne) {
-  const Path path(serial_name("\xC3\x84nderung-\xD0\x96-\xE6\x97\xA5-\xF0\x9F\x98\x80"));
+TEST(Opening, WidePathMayHaveLettersOfManyScripts) {
+  const Path path(u8"tavd-handles-\u00C4nderung-\u0416-\u65E5-\U0001F600");
   const tavdtest::Wide wide = path.get().string<tavd_wchar>();
-  const std::int16_t db = tavbopendatabasew(nullptr, wide.c_str(), kCreate);
-  ASSERT_GT(db, 0);
+  for (const std::int32_t mode : {kCreate, kOpenExisting}) {
+    const std::int16_t db = tavbopendatabasew(nullptr, wide.c_str(), mode);
+    ASSERT_GT(db, 0) << tavdsrv_lasterror();
+    if (mode == kCreate) Record("ASD", "A").save(db);
+    EXPECT_EQ(found(db, "ASD", "A", kExact), "ASD:A");
+    tavdsrv_closedatabase(db);
+    EXPECT_TRUE(fs::exists(path.get()));
+  }
+}
+
+TEST(Opening, NarrowPathWithLettersBeyondAsciiNamesTheSameFileAsTheWideOne) {
+  const Path path(serial_name("letters-") += letters_of_narrow_names());
+  const std::int16_t db = tavbopendatabase(nullptr, narrow_name(path.get()).c_str(), kCreate);
+  ASSERT_GT(db, 0) << tavdsrv_lasterror();
   Record("ASD", "A").save(db);
   tavdsrv_closedatabase(db);
   EXPECT_TRUE(fs::exists(path.get()));
-  const std::int16_t narrow = tavbopendatabase(nullptr, path.get().string().c_str(), kOpenExisting);
-  EXPECT_EQ(found(narrow, "ASD", "A", kExact), "ASD:A");
-  tavdsrv_closedatabase(narrow);
+  const std::int16_t wide = tavbopendatabasew(nullptr, path.get().string<tavd_wchar>().c_str(), kOpenExisting);
+  EXPECT_EQ(found(wide, "ASD", "A", kExact), "ASD:A");
+  tavdsrv_closedatabase(wide);
+}
+
+TEST(Opening, FileThatIsMissingIsToldInUtf8) {
+  const Path path(serial_name("missing-") += letters_of_narrow_names());
+  const std::u8string name = path.get().u8string();
+  const std::string told = std::string(name.begin(), name.end()) + ": no such file";
+  EXPECT_EQ(tavbopendatabase(nullptr, narrow_name(path.get()).c_str(), kOpenExisting), -1);
+  EXPECT_EQ(tavdsrv_lasterror(), told);
+  EXPECT_EQ(tavbopendatabasew(nullptr, path.get().string<tavd_wchar>().c_str(), kOpenExisting), -1);
+  EXPECT_EQ(tavdsrv_lasterror(), told);
 }
 
 TEST(Opening, NoPathOpensNothing) {
