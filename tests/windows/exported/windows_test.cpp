@@ -63,16 +63,22 @@ const Kind kKinds[] = {
 class LibraryWindow : public testing::TestWithParam<Kind> {
  protected:
   void SetUp() override {
+    host_ = CreateWindowExA(0, "STATIC", "host", WS_POPUP | WS_VISIBLE, 0, 0, 500, 400, nullptr, nullptr, module(),
+                            nullptr);
     GetParam().show();
     class_name_ = GetParam().class_name;
     WNDCLASSEXA known{};
     known.cbSize = sizeof known;
     if (GetClassInfoExA(module(), class_name_.c_str(), &known) == 0) class_name_ = own_class();
   }
-  void TearDown() override { GetParam().release(); }
+  void TearDown() override {
+    GetParam().release();
+    DestroyWindow(host_);
+  }
 
+  // A child of the host's window, as a host has it.
   HWND create() const {
-    return CreateWindowExA(0, class_name_.c_str(), "", WS_POPUP | WS_VISIBLE, 20, 20, 400, 300, nullptr, nullptr,
+    return CreateWindowExA(0, class_name_.c_str(), "", WS_CHILD | WS_VISIBLE, 20, 20, 400, 300, host_, nullptr,
                            module(), nullptr);
   }
 
@@ -123,6 +129,7 @@ class LibraryWindow : public testing::TestWithParam<Kind> {
     return name;
   }
 
+  HWND host_ = nullptr;
   std::string class_name_;
 };
 
@@ -183,7 +190,8 @@ TEST(WindowClass, OfTheFlowDiagramIsRegisteredAsTold) {
   known.cbSize = sizeof known;
   ASSERT_NE(GetClassInfoExA(module(), "TAVDDGR", &known), 0);
   EXPECT_EQ(known.style, 3U);
-  EXPECT_EQ(known.lpfnWndProc, &tavdg_diagram_proc);
+  EXPECT_EQ(reinterpret_cast<void*>(known.lpfnWndProc),
+            reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("tavd.dll"), "tavdg_diagram_proc")));
   EXPECT_EQ(known.cbClsExtra, 0);
   EXPECT_EQ(known.cbWndExtra, 8);
   EXPECT_EQ(known.hbrBackground, reinterpret_cast<HBRUSH>(INT_PTR{6}));
