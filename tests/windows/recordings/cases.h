@@ -40,6 +40,9 @@ void draw_flow_cases(const Product& product, Report& report);
 void draw_throw_cases(const Product& product, Report& report);
 void draw_picture_cases(const Product& product, Report& report);
 
+// Pictures of all shape numbers, which no database has all of. `db` is any that is open.
+void draw_shapes(std::int16_t db, Report& report);
+
 // A title with letters, a currency sign and an unassigned byte of windows-1252, a quote and a backslash.
 inline constexpr char kTitle[] = "\xD8 160 S\xE4\xE4t\xF6 5\x80 \x81 \"a\\b\"";
 

@@ -51,6 +51,7 @@ void draw_database(const char* path, int number, Report& report) {
     tavbreleaserec(record);
     record = next;
   }
+  if (number == 1) draw_shapes(db, report);
   tavdsrv_closedatabase(db);
 }
 
