@@ -2,7 +2,7 @@
 #pragma once
 
 #include <cstdint>
-#include <cstring>
+#include <functional>
 #include <ostream>
 #include <string>
 
@@ -46,12 +46,12 @@ void draw_shapes(std::int16_t db, Report& report);
 // A title with letters, a currency sign and an unassigned byte of windows-1252, a quote and a backslash.
 inline constexpr char kTitle[] = "\xD8 160 S\xE4\xE4t\xF6 5\x80 \x81 \"a\\b\"";
 
-// A parameter value, which need not be terminated in the record.
-inline std::string parameter_value(const char (&value)[TAVD_PARAMETER_CHARS]) {
-  std::string text(value, strnlen(value, TAVD_PARAMETER_CHARS));
-  text.erase(text.find_last_not_of(' ') + 1);
-  return text;
-}
+// Calls `use` with each parameter that a product has, and each of its values.
+using UseOfValue = std::function<void(const std::string& parameter, const std::string& value)>;
+void for_each_value(const FlowData& flow, const UseOfValue& use);
+
+// The same for the values that select a throw line, which belong to the parameter G.
+void for_each_throw_value(const FlowData& flow, const UseOfValue& use);
 
 // Between two limits of a logarithmic axis.
 float middle(float lowest, float highest);

@@ -1,6 +1,3 @@
-#include <algorithm>
-#include <cmath>
-
 #include "cases.h"
 #include "recording.h"
 #include "tavd/tavdg.h"
@@ -78,28 +75,19 @@ void draw(tavd_hdc hdc) {
   tavdg_destroy_drawing_tools();
 }
 
-// Each value of each parameter.
 void draw_values(const Product& product, Report& report) {
-  for (int index = 0; index < std::clamp<int>(product.flow.npar, 0, TAVD_PARAMETERS); ++index) {
-    const ParTable& parameter = product.flow.par[index];
-    for (int row = 0; row < std::clamp<int>(parameter.count, 0, TAVD_PARAMETER_ROWS); ++row) {
-      const std::string value = parameter_value(parameter.table[row].value);
-      tavdg_init_empty(module(), product.db);
-      tavdg_reset_parameters();
-      tavdg_set_parameter(parameter.name, value.c_str());
-      choose_point(product);
-      const int result = tavdg_initdiagramdata(product.record);
-      report.add(product.name, std::string("flow ") + parameter.name + "=" + value, result, drawn(draw));
-    }
-  }
+  for_each_value(product.flow, [&](const std::string& parameter, const std::string& value) {
+    tavdg_init_empty(module(), product.db);
+    tavdg_reset_parameters();
+    tavdg_set_parameter(parameter.c_str(), value.c_str());
+    choose_point(product);
+    const int result = tavdg_initdiagramdata(product.record);
+    report.add(product.name, "flow " + parameter + "=" + value, result, drawn(draw));
+  });
   tavdg_reset_parameters();
 }
 
 }  // namespace
-
-float middle(float lowest, float highest) {
-  return std::sqrt(lowest * highest);
-}
 
 void draw_flow_cases(const Product& product, Report& report) {
   for (const auto& each : kCases) {

@@ -1,20 +1,21 @@
 // A metafile keeps logical coordinates, so places, extents, pen widths and fonts are taken as they stand in
-// it. It does not keep everything that was called, and says some things in another way:
-// - Narrow text has become wide text, through the code page of its font: all texts are told as wide ones, and
-// the
-//   comparison takes the word alone away.
-// - The right and the lower edge of a box are told one less than they were given, since GDI leaves them out;
-// they
-//   are counted back.
-// - A box without width or height draws nothing and leaves no record.
-// - Objects are numbers of a table. They are told by what they are, and what is made and deleted is not told,
-// as
-//   in recordings of surfaces.
-// - A saved state that comes back is told as its distance from the last one. It is told as the number it had.
+// it. It does not keep everything that was called, and says some things in another way.
+//
+// Narrow text has become wide text, through the code page of its font: all texts are told as wide ones, and
+// compare_recordings takes the one word for the other.
+//
+// The right and the lower edge of a box are told one less than they were given, since GDI leaves them out;
+// they are counted back. A box without width or height draws nothing and leaves no record.
+//
+// Objects are numbers of a table. They are told by what they are; that they are made and deleted is not told,
+// as in recordings of surfaces.
+//
+// A saved state that comes back is told as its distance from the last one. It is told as the number it had.
 #include "metafile.h"
 
 #include <map>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "metafile_text.h"
@@ -29,7 +30,7 @@ class Reader {
 
  private:
   bool read_object(const ENHMETARECORD* record);
-  bool read_state(const ENHMETARECORD* record);
+  bool read_saving(const ENHMETARECORD* record);
   bool read_figure(const ENHMETARECORD* record);
 
   void select(DWORD index);
@@ -60,6 +61,30 @@ std::string extent_words(const char* name, SIZEL size) {
   return words(name, {size.cx, size.cy});
 }
 
+// What changes the state of the context, without what is selected and saved; empty for any other record.
+std::string state_words(const ENHMETARECORD* record) {
+  switch (record->iType) {
+    case EMR_SETTEXTALIGN:
+      return "align " + align_text(as<EMRSETTEXTALIGN>(record).iMode);
+    case EMR_SETTEXTCOLOR:
+      return "text-colour " + colour_text(as<EMRSETTEXTCOLOR>(record).crColor);
+    case EMR_SETBKMODE:
+      return background_text(as<EMRSETBKMODE>(record).iMode);
+    case EMR_SETMAPMODE:
+      return map_text(as<EMRSETMAPMODE>(record).iMode);
+    case EMR_SETWINDOWORGEX:
+      return place_words("window-org", as<EMRSETWINDOWORGEX>(record).ptlOrigin);
+    case EMR_SETWINDOWEXTEX:
+      return extent_words("window-ext", as<EMRSETWINDOWEXTEX>(record).szlExtent);
+    case EMR_SETVIEWPORTORGEX:
+      return place_words("viewport-org", as<EMRSETVIEWPORTORGEX>(record).ptlOrigin);
+    case EMR_SETVIEWPORTEXTEX:
+      return extent_words("viewport-ext", as<EMRSETVIEWPORTEXTEX>(record).szlExtent);
+    default:
+      return "";
+  }
+}
+
 void Reader::read(const ENHMETARECORD* record) {
   switch (record->iType) {
     case EMR_HEADER:
@@ -67,10 +92,11 @@ void Reader::read(const ENHMETARECORD* record) {
     case EMR_GDICOMMENT:
       return;
     default:
-      if (!read_object(record) && !read_state(record) && !read_figure(record)) {
-        add("record " + std::to_string(record->iType));
-      }
+      break;
   }
+  if (read_object(record) || read_saving(record) || read_figure(record)) return;
+  const std::string state = state_words(record);
+  add(!state.empty() ? state : "record " + std::to_string(record->iType));
 }
 
 bool Reader::read_object(const ENHMETARECORD* record) {
@@ -101,32 +127,8 @@ bool Reader::read_object(const ENHMETARECORD* record) {
   }
 }
 
-bool Reader::read_state(const ENHMETARECORD* record) {
+bool Reader::read_saving(const ENHMETARECORD* record) {
   switch (record->iType) {
-    case EMR_SETTEXTALIGN:
-      add("align " + align_text(as<EMRSETTEXTALIGN>(record).iMode));
-      return true;
-    case EMR_SETTEXTCOLOR:
-      add("text-colour " + colour_text(as<EMRSETTEXTCOLOR>(record).crColor));
-      return true;
-    case EMR_SETBKMODE:
-      add(as<EMRSETBKMODE>(record).iMode == TRANSPARENT ? "background transparent" : "background opaque");
-      return true;
-    case EMR_SETMAPMODE:
-      add(map_text(as<EMRSETMAPMODE>(record).iMode));
-      return true;
-    case EMR_SETWINDOWORGEX:
-      add(place_words("window-org", as<EMRSETWINDOWORGEX>(record).ptlOrigin));
-      return true;
-    case EMR_SETWINDOWEXTEX:
-      add(extent_words("window-ext", as<EMRSETWINDOWEXTEX>(record).szlExtent));
-      return true;
-    case EMR_SETVIEWPORTORGEX:
-      add(place_words("viewport-org", as<EMRSETVIEWPORTORGEX>(record).ptlOrigin));
-      return true;
-    case EMR_SETVIEWPORTEXTEX:
-      add(extent_words("viewport-ext", as<EMRSETVIEWPORTEXTEX>(record).szlExtent));
-      return true;
     case EMR_SAVEDC:
       save();
       return true;

@@ -113,6 +113,10 @@ std::string align_text(DWORD align) {
   return std::string(horizontal) + '+' + vertical;
 }
 
+std::string background_text(DWORD mode) {
+  return mode == TRANSPARENT ? "background transparent" : "background opaque";
+}
+
 std::string map_text(DWORD mode) {
   switch (mode) {
     case MM_TEXT:

@@ -16,6 +16,7 @@ std::string pen_text(UINT style, LONG width, COLORREF colour);
 std::string brush_text(UINT style, COLORREF colour);
 std::string font_text(const LOGFONTW& font);
 std::string align_text(DWORD align);
+std::string background_text(DWORD mode);
 std::string map_text(DWORD mode);
 
 // Texts between quotes. Narrow text is of the system's code page.

@@ -1,5 +1,6 @@
-// Has the windows of tavd.dll paint into a metafile. BeginPaint alone chooses where a window paints, and it never
-// chooses a metafile, so for a while the DLL is given another BeginPaint and EndPaint than the system's.
+// Has the windows of tavd.dll paint into a metafile. BeginPaint alone chooses where a window paints, and it
+// never chooses a metafile, so for a while the DLL is given another BeginPaint and EndPaint than the
+// system's.
 #pragma once
 
 #include <windows.h>

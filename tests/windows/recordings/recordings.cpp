@@ -1,5 +1,6 @@
 // Draws every record of product databases and writes the operations of each drawing into a file:
 //   recordings FILE DATABASE...
+#include <cstring>
 #include <exception>
 #include <fstream>
 #include <iostream>
