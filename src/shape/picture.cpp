@@ -1,7 +1,6 @@
 #include "shape/picture.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <cstring>
 
 #include "base/gwtext.h"
@@ -25,22 +24,15 @@ constexpr int kTitleBandPart = 20;     // of the picture's height
 constexpr double kPlaneWidth = 500.0;
 constexpr double kPlaneHeight = 798.0;
 
-// Copies an attribute into a cleared place of the state, whole items only, and tells how many items it has.
-// A last item that ends too early counts as none: it must neither choose a drawing nor give it a size.
-template <typename Item, typename Place>
+// Copies an attribute into a cleared place of the state and tells how many items it has.
+template <typename Place>
 std::int16_t read(tavb_rec rec, std::int16_t attribute, Place* place) {
   std::memset(place, 0, sizeof *place);
   std::int16_t items = 0;
   const void* found = rec == nullptr ? nullptr
                                      : tavbcopyatt(shp.db, rec, attribute, &items, place,
                                                    static_cast<std::int16_t>(sizeof *place));
-  if (found == nullptr) {
-    items = 0;
-  }
-  const std::size_t whole =
-      std::min(static_cast<std::size_t>(std::max<int>(items, 0)) * sizeof(Item), sizeof *place);
-  std::memset(reinterpret_cast<char*>(place) + whole, 0, sizeof *place - whole);
-  return items;
+  return found != nullptr ? items : std::int16_t{0};
 }
 
 void choose_title(tavb_rec rec) {
@@ -85,8 +77,8 @@ void tavdshapepic_set_title(const char* text) {
 
 void tavdshapepic_initdata(tavb_rec rec) {
   choose_title(rec);
-  shp.nvalues = std::clamp<std::int16_t>(read<std::int16_t>(rec, kAttShapeData, &shp.values), 0, kShapeWords);
-  shp.nheader = read<ShapeFlowHeader>(rec, kAttFlowHeader, &shp.header);
+  shp.nvalues = std::clamp<std::int16_t>(read(rec, kAttShapeData, &shp.values), 0, kShapeWords);
+  shp.nheader = read(rec, kAttFlowHeader, &shp.header);
 }
 
 void tavdshapepic_fillsizeLB(tavd_hwnd hdlg) {

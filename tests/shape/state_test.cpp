@@ -171,47 +171,6 @@ TEST_F(ShapeState, MoreWordsThanTheStateHasAreCut) {
   EXPECT_EQ(Strings(7, "77"), drawing().said());
 }
 
-// A stored shape of a single byte has no shape number, though the byte is that of 140.
-TEST_F(ShapeState, HalfAShapeNumberIsNone) {
-  Record record("TST", "ONE");
-  const unsigned char low_byte = 140;
-  record.text(1501, "CODE").bytes(1110, &low_byte, 1);
-  tavdshapepic_initdata(record.rec());
-  const Drawing drawing = this->drawing();
-  EXPECT_EQ("CODE", drawing.title.text);
-  EXPECT_TRUE(drawing.strokes.empty());
-  EXPECT_TRUE(drawing.said().empty());
-}
-
-// Shape 163 is drawn to the scale of its values: half a value gives what none gives.
-TEST_F(ShapeState, HalfAValueIsNotDrawnToScale) {
-  const Words words = {163, 2000, 120, 151};
-  const auto drawn = [this, &words](std::size_t size) {
-    Record record("TST", "ONE");
-    record.text(1501, "CODE").bytes(1110, words.data(), size);
-    tavdshapepic_initdata(record.rec());
-    return draw().lines();
-  };
-  const auto three = drawn(6);
-  EXPECT_EQ(three, drawn(7));
-  EXPECT_NE(three, drawn(8));
-}
-
-// A header that ends too early is none, so that its diameter is not drawn either.
-TEST_F(ShapeState, PartOfAHeaderGivesNoConnectionToScale) {
-  const auto drawn = [this](std::size_t size) {
-    Record record("TST", "ONE");
-    record.text(1501, "CODE").rows(1110, Words{165, 100, 300, 240});
-    unsigned char header[22] = {100, 0, 160, 0};
-    record.bytes(1650, header, size);
-    tavdshapepic_initdata(record.rec());
-    return drawing().circles.size();
-  };
-  EXPECT_EQ(1U, drawn(22));
-  EXPECT_EQ(0U, drawn(21));
-  EXPECT_EQ(0U, drawn(4));
-}
-
 TEST_F(ShapeState, EndsOfSixteenBitsAreWrittenWhole) {
   show({102, 32767, -32768, 0, -1, 1, 32767, -32768}, 32767);
   EXPECT_EQ((Strings{"32767", "-32768", "0", "-1", "1", "32767", "-32768", "32767"}), drawing().said());
