@@ -59,7 +59,8 @@ Connection open_product_database(const fs::path& path, bool create) {
     create_file(file);
     status = fs::status(file, problem);
   }
-  if (status.type() == fs::file_type::none) throw Failure(shown + ": " + codepage::utf8_of(problem.message()));
+  if (status.type() == fs::file_type::none)
+    throw Failure(shown + ": " + codepage::utf8_of(problem.message()));
   if (status.type() != fs::file_type::regular) throw Failure(shown + ": not a file");
 
   Connection connection(file, Connection::Mode::kExisting);

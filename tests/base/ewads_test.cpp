@@ -1,5 +1,5 @@
-#include "support/wide.h"
 #include "tavd/ewads.h"
+#include "support/wide.h"
 
 #include <gtest/gtest.h>
 
@@ -375,8 +375,9 @@ TEST(DuctScan, WideCharactersThatLookLikeNothingNarrowAreNoDigits) {
   DuctSize ds = size(kOld, kOld, kOld);
   EXPECT_EQ(ewads_swscanf(fullwidth.data(), &ds), -1);
   expect_size(ds, kOld, kOld, kOld);
-  tavdtest::Wide low_byte =
-      WIDE("4\u0178" "5");  // the low byte of the second is an "x"
+  tavdtest::Wide low_byte = WIDE(
+      "4\u0178"
+      "5");  // the low byte of the second is an "x"
   EXPECT_EQ(ewads_swscanf(low_byte.data(), &ds), 0);
   expect_size(ds, 0, 4, 4);
 }

@@ -69,7 +69,8 @@ TEST(WideCode, KeepsWhatTheNarrowCodePageLacks) {
 
 TEST(WideCode, FaultsAreToldAndWhatWasWrittenStays) {
   const std::pair<const tavd_wchar*, int> faults[] = {
-      {WIDE("{"), -1}, {WIDE("{B}"), -1}, {WIDE("{D"), -2}, {WIDE("{D:"), -3}, {WIDE("{D:4"), -4}, {WIDE("{D:4}"), -5}, {WIDE("{\u0416}"), -2}};
+      {WIDE("{"), -1},    {WIDE("{B}"), -1},   {WIDE("{D"), -2},      {WIDE("{D:"), -3},
+      {WIDE("{D:4"), -4}, {WIDE("{D:4}"), -5}, {WIDE("{\u0416}"), -2}};
   for (const auto& [fault, result] : faults) {
     EXPECT_EQ(build(tavdtest::Wide(WIDE("A-{D} ")) + fault), (Built{result, WIDE("A-125")}));
     EXPECT_EQ(build_fixed(tavdtest::Wide(WIDE("A-{D} ")) + fault), (Built{result, WIDE("A-125")}));
@@ -78,7 +79,8 @@ TEST(WideCode, FaultsAreToldAndWhatWasWrittenStays) {
 
 TEST(WideCode, FixedFormEndsAtThirtyBytes) {
   EXPECT_EQ(build_fixed(tavdtest::Wide(40, WIDE('x'))), (Built{0, tavdtest::Wide(30, WIDE('x'))}));
-  EXPECT_EQ(build_fixed(tavdtest::Wide(28, WIDE('x')) + WIDE("{D}{")), (Built{0, tavdtest::Wide(28, WIDE('x')) + WIDE("12")}));
+  EXPECT_EQ(build_fixed(tavdtest::Wide(28, WIDE('x')) + WIDE("{D}{")),
+            (Built{0, tavdtest::Wide(28, WIDE('x')) + WIDE("12")}));
 }
 
 TEST(WideCode, CutCountsBytesAndLeavesOutADividedCharacter) {
@@ -113,7 +115,8 @@ TEST(WideCode, SizedFormEndsAtTwoHundredFiftyFiveBytes) {
 TEST(WideCode, TemplateIsCutAtTwoHundredFiftyFiveBytesAlsoInsideAField) {
   // The field begins at byte 253, so "{D" is left of it.
   EXPECT_EQ(build(tavdtest::Wide(253, WIDE('x')) + WIDE("{D}")).result, TAVD_CODE_BAD_LETTER);
-  EXPECT_EQ(build(tavdtest::Wide(252, WIDE('x')) + WIDE("{D}")), (Built{0, tavdtest::Wide(252, WIDE('x')) + WIDE("125")}));
+  EXPECT_EQ(build(tavdtest::Wide(252, WIDE('x')) + WIDE("{D}")),
+            (Built{0, tavdtest::Wide(252, WIDE('x')) + WIDE("125")}));
 }
 
 TEST(WideCode, FieldThatGrowsBeyondTheRoomIsCut) {

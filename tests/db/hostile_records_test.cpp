@@ -131,7 +131,9 @@ TEST(HostileRecord, ProductTextsStayInEveryRoom) {
       EXPECT_EQ(std::string(text.data()), std::string(std::min<std::size_t>(room - 1, 255), 'c')) << room;
     }
     const std::pair<decltype(&tavdf_copyproductcodew), tavd_wchar> wide[] = {
-        {tavdf_copyproductcodew, WIDE('c')}, {tavdf_copyproductdescw, WIDE('d')}, {tavdf_copyweblinkw, WIDE('l')}};
+        {tavdf_copyproductcodew, WIDE('c')},
+        {tavdf_copyproductdescw, WIDE('d')},
+        {tavdf_copyweblinkw, WIDE('l')}};
     for (const auto& [copy, letter] : wide) {
       AtPageEnd<tavd_wchar> text(room, 0x5A5A);
       copy(db, record.rec(), text.data(), length);

@@ -175,7 +175,8 @@ TEST(ChartTexts, OnlyOneSetIsFilled) {
   const ChartPtr narrow = make("x", "y", "t");
   EXPECT_EQ(0, narrow->szXw[0]);
   EXPECT_EQ(0, narrow->titlew[0]);
-  const ChartPtr wide(chart_createw(false, false, 0, 0, 1, 1, 1, 1, 3, 0, 3, 0, WIDE("x"), WIDE("y"), WIDE("t")));
+  const ChartPtr wide(
+      chart_createw(false, false, 0, 0, 1, 1, 1, 1, 3, 0, 3, 0, WIDE("x"), WIDE("y"), WIDE("t")));
   EXPECT_STREQ("", wide->szX);
   EXPECT_STREQ("", wide->title);
   EXPECT_EQ(WIDE('t'), wide->titlew[0]);

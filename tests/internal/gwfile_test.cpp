@@ -12,7 +12,8 @@ namespace {
 
 class ExistingFile : public testing::Test {
  protected:
-  ExistingFile() : path_(std::filesystem::temp_directory_path() / "gwfile " += tavdtest::letters_of_narrow_names()) {
+  ExistingFile()
+      : path_(std::filesystem::temp_directory_path() / "gwfile " += tavdtest::letters_of_narrow_names()) {
     std::ofstream(path_) << "x";
   }
   ~ExistingFile() override { std::filesystem::remove(path_); }

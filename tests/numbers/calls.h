@@ -32,8 +32,8 @@ class Calls {
   std::string product_;
 };
 
-// The functions of the C library that the calculations stand on, over their arguments. They are counted and not
-// expected to be equal; their names begin with "libm.".
+// The functions of the C library that the calculations stand on, over their arguments. They are counted and
+// not expected to be equal; their names begin with "libm.".
 void math_functions(std::FILE* out);
 
 }  // namespace numbers

@@ -1,6 +1,6 @@
 // compare_numbers A B: two outputs of `numbers`, line by line. Tells for every function how many of its lines
-// there are and how many differ, by how many units in the last place at most, and the first that does. The result
-// is 1 if a line differs, but for those of the C library.
+// there are and how many differ, by how many units in the last place at most, and the first that does. The
+// result is 1 if a line differs, but for those of the C library.
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
@@ -91,8 +91,9 @@ int main(int argc, char** argv) {
       differ += tally.differ;
     }
     if (ours && tally.differ == 0) continue;
-    std::printf("%s: %ld of %ld lines differ, at %zu products, by %lld in the last place at most\n", name.c_str(),
-                tally.differ, tally.lines, tally.products.size(), static_cast<long long>(tally.farthest));
+    std::printf("%s: %ld of %ld lines differ, at %zu products, by %lld in the last place at most\n",
+                name.c_str(), tally.differ, tally.lines, tally.products.size(),
+                static_cast<long long>(tally.farthest));
     if (tally.differ > 0) std::printf("  %s\n  %s\n", tally.first.c_str(), tally.second.c_str());
   }
   std::printf("%ld of %ld results of %zu functions differ\n", differ, lines, functions.size());

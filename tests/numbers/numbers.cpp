@@ -1,10 +1,14 @@
 // The numbers of the calculation core, bit for bit, so that two builds can be compared (compare.cpp):
-//   numbers make RECORDS            writes random records and points, for both builds to read
+//   numbers make RECORDS [NUMBER]   writes random records and points, for both builds to read; 40 records of
+//   each
+//                                   kind unless told
 //   numbers run DATABASE RECORDS OUT [math]
-//                                   all products of the database over a grid of flows, pressures and parameter
-//                                   values, then the random records; "math": the C library's functions as well
+//                                   all products of the database over a grid of flows, pressures and
+//                                   parameter values, then the random records; "math": the C library's
+//                                   functions as well
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <iterator>
 #include <memory>
@@ -20,8 +24,8 @@ namespace {
 
 using numbers::Calls;
 
-constexpr int kFlows = 13;      // of the grid, from below the lowest flow to above the highest
-constexpr int kPressures = 9;   // likewise
+constexpr int kFlows = 13;     // of the grid, from below the lowest flow to above the highest
+constexpr int kPressures = 9;  // likewise
 constexpr int kPositions = 7;
 constexpr int kRecordsPerKind = 40;
 constexpr int kPointsPerRecord = 25;
@@ -45,15 +49,16 @@ File open(const char* name, const char* mode) {
   return file;
 }
 
-int make(const char* name) {
+int make(const char* name, int records_per_kind) {
   const File out = open(name, "wb");
   if (out == nullptr) return 1;
   constexpr reference::Shape kShapes[] = {reference::Shape::sorted, reference::Shape::full,
                                           reference::Shape::shuffled};
   constexpr std::int16_t kKinds[] = {10, 11, 12, 13, 20, 22, 30, 40};
   for (const std::int16_t kind : kKinds) {
-    for (int number = 0; number < kRecordsPerKind; ++number) {
-      reference::Random random(static_cast<std::uint64_t>(kind) * 1000 + static_cast<std::uint64_t>(number));
+    for (int number = 0; number < records_per_kind; ++number) {
+      reference::Random random(static_cast<std::uint64_t>(kind) * 1'000'000 +
+                               static_cast<std::uint64_t>(number));
       const auto product = random_product(random, kind, kShapes[number % std::ssize(kShapes)]);
       for (int i = 0; i < kPointsPerRecord; ++i) {
         Case record{};
@@ -107,7 +112,8 @@ void all_parameters(Calls& calls, const FlowData& loaded, const std::string& nam
   for (int block = 0; block < std::clamp<int>(loaded.npar, 0, 2); ++block) {
     const ParTable& table = loaded.par[block];
     for (int row = 0; row < std::clamp<int>(table.count, 0, TAVD_PARAMETER_ROWS); ++row) {
-      const std::string value(table.table[row].value, strnlen(table.table[row].value, sizeof table.table[row].value));
+      const std::string value(table.table[row].value,
+                              strnlen(table.table[row].value, sizeof table.table[row].value));
       FlowData fd = loaded;
       tavca_param_setvalue(&fd, table.name, value.c_str());
       calls.of_product(name + ' ' + table.name + '=' + value);
@@ -170,10 +176,13 @@ int run(const char* database, const char* records_name, const char* out_name, bo
 
 int main(int argc, char** argv) {
   const std::vector<std::string> arguments(argv + 1, argv + argc);
-  if (argc == 3 && arguments[0] == "make") return make(argv[2]);
+  if ((argc == 3 || argc == 4) && arguments[0] == "make") {
+    return make(argv[2], argc == 4 ? std::atoi(argv[3]) : kRecordsPerKind);
+  }
   if ((argc == 5 || (argc == 6 && arguments[4] == "math")) && arguments[0] == "run") {
     return run(argv[2], argv[3], argv[4], argc == 6);
   }
-  std::fputs("usage: numbers make RECORDS\n       numbers run DATABASE RECORDS OUT [math]\n", stderr);
+  std::fputs("usage: numbers make RECORDS [NUMBER]\n       numbers run DATABASE RECORDS OUT [math]\n",
+             stderr);
   return 2;
 }

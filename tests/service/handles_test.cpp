@@ -110,7 +110,8 @@ TEST(Opening, NarrowPathWithLettersBeyondAsciiNamesTheSameFileAsTheWideOne) {
   Record("ASD", "A").save(db);
   tavdsrv_closedatabase(db);
   EXPECT_TRUE(fs::exists(path.get()));
-  const std::int16_t wide = tavbopendatabasew(nullptr, path.get().string<tavd_wchar>().c_str(), kOpenExisting);
+  const std::int16_t wide =
+      tavbopendatabasew(nullptr, path.get().string<tavd_wchar>().c_str(), kOpenExisting);
   EXPECT_EQ(found(wide, "ASD", "A", kExact), "ASD:A");
   tavdsrv_closedatabase(wide);
 }

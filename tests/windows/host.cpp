@@ -56,7 +56,8 @@ Dialog::Dialog(Characters characters) {
   built.item(CBS_DROPDOWNLIST, 70, 60, kCombo, kComboBoxAtom);
   const auto create =
       characters == Characters::wide ? CreateDialogIndirectParamW : CreateDialogIndirectParamA;
-  window_ = create(GetModuleHandleA(nullptr), built.get(), nullptr, procedure, reinterpret_cast<LPARAM>(this));
+  window_ =
+      create(GetModuleHandleA(nullptr), built.get(), nullptr, procedure, reinterpret_cast<LPARAM>(this));
 }
 
 Dialog::~Dialog() {

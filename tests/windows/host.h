@@ -12,8 +12,8 @@ namespace tavdtest {
 inline constexpr int kList = 101;
 inline constexpr int kCombo = 102;
 
-// A dialog made from a template in memory, narrow or wide. Its procedure calls `selected` with the control's id
-// when the user has chosen a row: at the notification of a list box or a combo box.
+// A dialog made from a template in memory, narrow or wide. Its procedure calls `selected` with the control's
+// id when the user has chosen a row: at the notification of a list box or a combo box.
 class Dialog {
  public:
   enum class Characters { narrow, wide };

@@ -32,7 +32,8 @@ void* redirect_import(HMODULE module, const char* function, void* replacement) {
     auto* entry = part_at<IMAGE_THUNK_DATA>(module, dll->FirstThunk);
     for (; name->u1.AddressOfData != 0; ++name, ++entry) {
       if (IMAGE_SNAP_BY_ORDINAL(name->u1.Ordinal)) continue;
-      const auto* imported = part_at<IMAGE_IMPORT_BY_NAME>(module, static_cast<DWORD>(name->u1.AddressOfData));
+      const auto* imported =
+          part_at<IMAGE_IMPORT_BY_NAME>(module, static_cast<DWORD>(name->u1.AddressOfData));
       if (std::strcmp(reinterpret_cast<const char*>(imported->Name), function) == 0) {
         return exchange(entry, replacement);
       }

@@ -5,8 +5,8 @@
 
 namespace tavdtest {
 
-// Lets `module` call `replacement` where it imports `function`, whatever DLL that comes from, and answers what
-// it called until now. Null if it does not import it. `replacement` null: only answers.
+// Lets `module` call `replacement` where it imports `function`, whatever DLL that comes from, and answers
+// what it called until now. Null if it does not import it. `replacement` null: only answers.
 void* redirect_import(HMODULE module, const char* function, void* replacement);
 
 // For the time of a test.

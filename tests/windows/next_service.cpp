@@ -1,5 +1,5 @@
-// Puts the spy between tavd.dll and tavdsrv.dll: a DLL calls what its own import table names, so that the spy's
-// functions, which bear the same names, are entered there before the first test.
+// Puts the spy between tavd.dll and tavdsrv.dll: a DLL calls what its own import table names, so that the
+// spy's functions, which bear the same names, are entered there before the first test.
 #include "db/next_service.h"
 
 #include "imports.h"

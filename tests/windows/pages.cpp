@@ -12,8 +12,8 @@ Pages::Pages(std::size_t bytes) {
   const std::size_t page = system.dwPageSize;
   const std::size_t usable = (bytes + page - 1) / page * page;
   length_ = usable + page;
-  block_ = static_cast<unsigned char*>(
-      VirtualAlloc(nullptr, length_, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE));
+  block_ =
+      static_cast<unsigned char*>(VirtualAlloc(nullptr, length_, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE));
   if (block_ == nullptr) throw std::bad_alloc();
   end_ = block_ + usable;
   DWORD before = 0;

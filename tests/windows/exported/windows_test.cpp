@@ -63,8 +63,8 @@ const Kind kKinds[] = {
 class LibraryWindow : public testing::TestWithParam<Kind> {
  protected:
   void SetUp() override {
-    host_ = CreateWindowExA(0, "STATIC", "host", WS_POPUP | WS_VISIBLE, 0, 0, 500, 400, nullptr, nullptr, module(),
-                            nullptr);
+    host_ = CreateWindowExA(0, "STATIC", "host", WS_POPUP | WS_VISIBLE, 0, 0, 500, 400, nullptr, nullptr,
+                            module(), nullptr);
     GetParam().show();
     class_name_ = GetParam().class_name;
     WNDCLASSEXA known{};
@@ -78,8 +78,8 @@ class LibraryWindow : public testing::TestWithParam<Kind> {
 
   // A child of the host's window, as a host has it.
   HWND create() const {
-    return CreateWindowExA(0, class_name_.c_str(), "", WS_CHILD | WS_VISIBLE, 20, 20, 400, 300, host_, nullptr,
-                           module(), nullptr);
+    return CreateWindowExA(0, class_name_.c_str(), "", WS_CHILD | WS_VISIBLE, 20, 20, 400, 300, host_,
+                           nullptr, module(), nullptr);
   }
 
   static void paint(HWND window) {
@@ -208,8 +208,8 @@ TEST(Library, MayBeLoadedAndReleasedAgainAndAgain) {
   for (int i = 0; i < 20; ++i) {
     HMODULE library = LoadLibraryA(copy.c_str());
     ASSERT_NE(library, nullptr);
-    const auto version = reinterpret_cast<int (*)(int)>(
-        reinterpret_cast<void*>(GetProcAddress(library, "tavd_version_nmb")));
+    const auto version =
+        reinterpret_cast<int (*)(int)>(reinterpret_cast<void*>(GetProcAddress(library, "tavd_version_nmb")));
     ASSERT_NE(version, nullptr);
     EXPECT_EQ(version(190), 190);
     EXPECT_NE(FreeLibrary(library), 0);

@@ -69,7 +69,8 @@ TEST_F(GlobalMemory, BlockThatCannotGrowIsReportedAndStaysUnlocked) {
   void* block = tavd::gwGmalloc(100, 1);
   HGLOBAL handle = GlobalHandle(block);
   {
-    const Redirected realloc(GetModuleHandleA(nullptr), "GlobalReAlloc", reinterpret_cast<void*>(&refuse_again));
+    const Redirected realloc(GetModuleHandleA(nullptr), "GlobalReAlloc",
+                             reinterpret_cast<void*>(&refuse_again));
     ASSERT_NE(realloc.original(), nullptr);
     EXPECT_EQ(tavd::gwGrealloc(block, 200, 17), nullptr);
   }
@@ -85,7 +86,8 @@ TEST_F(GlobalMemory, ArrayThatCannotGrowIsEmptyAndUsable) {
   ASSERT_EQ(tavd::gwarray_append(&array, &item), 0);
   HGLOBAL lost = GlobalHandle(array.data);
   {
-    const Redirected realloc(GetModuleHandleA(nullptr), "GlobalReAlloc", reinterpret_cast<void*>(&refuse_again));
+    const Redirected realloc(GetModuleHandleA(nullptr), "GlobalReAlloc",
+                             reinterpret_cast<void*>(&refuse_again));
     EXPECT_EQ(tavd::gwarray_append(&array, &item), -2);
   }
   EXPECT_EQ(reports.size(), 2U);

@@ -167,7 +167,8 @@ int WINAPI steal_focus(HWND, LPCSTR, LPCSTR, UINT flags) {
 TEST_F(Messages, FocusComesBackAndTheFlagsAreAsTold) {
   HWND list = GetDlgItem(owner(), tavdtest::kList);
   focus_wanted = GetDlgItem(owner(), tavdtest::kCombo);
-  const tavdtest::Redirected box(GetModuleHandleA(nullptr), "MessageBoxA", reinterpret_cast<void*>(&steal_focus));
+  const tavdtest::Redirected box(GetModuleHandleA(nullptr), "MessageBoxA",
+                                 reinterpret_cast<void*>(&steal_focus));
   ASSERT_NE(box.original(), nullptr);
   SetFocus(list);
   ASSERT_EQ(GetFocus(), list);
