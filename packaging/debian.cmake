@@ -34,24 +34,34 @@ macro(tavd_debian component package section summary text)
     COMPONENT ${component})
 endmacro()
 
-set(about "For programs in which engineers choose ventilation products: air terminals, dampers, fans, duct parts.")
-set(version ${PROJECT_VERSION_MAJOR})
-tavd_debian(libtavd libtavd${version} libs "calculations and diagrams of ventilation products"
-  "${about}\nFrom a product's measured tables and an operating point the library answers pressures, damper positions, sound \
-and throw lengths, and it draws flow diagrams, throw diagrams and dimensioned sketches.")
-tavd_debian(libtavdsrv libtavdsrv${version} libs "product database of ventilation products"
-  "${about}\nThis library keeps the products that libtavd${version} calculates with, in a file of SQLite.")
-tavd_debian(libtavdgui libtavdgui${version} libs "drawing surfaces, windows and dialogs for libtavd"
-  "${about}\nThis library is what libtavd${version} draws on and asks: surfaces, windows, list boxes and message boxes \
-without a window system.")
-tavd_debian(libtavdcairo libtavdcairo${version} libs "PNG, SVG and PDF pictures for libtavd"
-  "${about}\nThis library makes pictures of what libtavd${version} draws.")
+set(about "For programs in which engineers choose ventilation products: air\nterminals, dampers, fans, duct parts.")
+set(major ${PROJECT_VERSION_MAJOR})
+tavd_debian(libtavd libtavd${major} libs "calculations and diagrams of ventilation products"
+"${about}
+From a product's measured tables and an operating point the library
+answers pressures, damper positions, sound and throw lengths, and it
+draws flow diagrams, throw diagrams and dimensioned sketches.")
+tavd_debian(libtavdsrv libtavdsrv${major} libs "product database of ventilation products"
+"${about}
+This library keeps the products that libtavd${major} calculates with, in a
+file of SQLite.")
+tavd_debian(libtavdgui libtavdgui${major} libs "drawing surfaces, windows and dialogs for libtavd"
+"${about}
+This library is what libtavd${major} draws on and asks: surfaces, windows,
+list boxes and message boxes without a window system.")
+tavd_debian(libtavdcairo libtavdcairo${major} libs "PNG, SVG and PDF pictures for libtavd"
+"${about}
+This library makes pictures of what libtavd${major} draws.")
 tavd_debian(development libtavd-dev libdevel "development files of libtavd"
-  "${about}\nThis package holds headers, documents, and what CMake and pkg-config need to build on libtavd, its product \
-database, its drawing surfaces and its pictures.")
+"${about}
+This package holds headers, documents, and what CMake and pkg-config need
+to build on libtavd, its product database, its drawing surfaces and its
+pictures.")
 tavd_debian(program tavd science "ventilation products on the command line"
-  "${about}\nThe program tavd lists, calculates, sweeps and draws the products of a database, and makes databases from text \
-and checks them. A sample catalogue comes with it.")
+"${about}
+The program tavd lists, calculates, sweeps and draws the products of a
+database, and makes databases from text and checks them. A sample
+catalogue comes with it.")
 
 set(CPACK_COMPONENT_LIBTAVD_DEPENDS libtavdsrv libtavdgui)
 set(CPACK_COMPONENT_LIBTAVDCAIRO_DEPENDS libtavdgui)
@@ -63,9 +73,8 @@ set(CPACK_DEBIAN_LIBTAVDCAIRO_PACKAGE_SUGGESTS "fonts-dejavu-core, fonts-droid-f
 foreach(component IN LISTS library_components)
   string(TOUPPER ${component} upper)
   set(CPACK_DEBIAN_${upper}_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_SOURCE_DIR}/debian/triggers)
-  set(CPACK_DEBIAN_${upper}_PACKAGE_MULTIARCH same)
 endforeach()
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_MULTIARCH same)
+set(CPACK_POST_BUILD_SCRIPTS ${CMAKE_CURRENT_SOURCE_DIR}/debian/finish.cmake)
 
 # Below /usr the system finds libraries by itself, and a path in the files would only lead elsewhere.
 function(tavd_no_path_below_usr file component)
