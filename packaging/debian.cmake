@@ -94,4 +94,5 @@ install(DIRECTORY ${CMAKE_SOURCE_DIR}/docs DESTINATION ${doc_folder}/libtavd-dev
 install(FILES ${CMAKE_SOURCE_DIR}/examples/first.c ${CMAKE_SOURCE_DIR}/examples/windows.c
   DESTINATION ${doc_folder}/libtavd-dev/examples COMPONENT development)
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/catalogue DESTINATION ${doc_folder}/tavd/examples COMPONENT program)
+tavd_terms_of_headers(${doc_folder}/tavd/terms)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/tavd.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT program)

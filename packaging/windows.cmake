@@ -14,6 +14,11 @@ install(FILES ${TAVD_SQLITE}/source/debian/copyright RENAME sqlite.txt DESTINATI
 install(FILES /usr/share/doc/mingw-w64-common/copyright RENAME mingw-w64.txt
   DESTINATION ${terms} COMPONENT development)
 install(FILES /usr/share/doc/gcc-mingw-w64-base/copyright RENAME gcc.txt DESTINATION ${terms} COMPONENT development)
+if(TARGET tavd_host)
+  install(FILES ${CMAKE_SOURCE_DIR}/build/jsoncpp/source/debian/copyright RENAME jsoncpp.txt
+    DESTINATION ${terms} COMPONENT program)
+  tavd_terms_of_headers(${terms})
+endif()
 
 set(CPACK_GENERATOR ZIP)
 set(CPACK_PACKAGE_FILE_NAME tavd-${PROJECT_VERSION}-win64)
