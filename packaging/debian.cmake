@@ -12,8 +12,6 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
 set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
-set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
-set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 
 function(tavd_gzip source target)
   add_custom_command(OUTPUT ${target}
@@ -35,23 +33,22 @@ macro(tavd_debian component package section summary text)
 endmacro()
 
 set(about "For programs in which engineers choose ventilation products: air\nterminals, dampers, fans, duct parts.")
-set(major ${PROJECT_VERSION_MAJOR})
-tavd_debian(libtavd libtavd${major} libs "calculations and diagrams of ventilation products"
+tavd_debian(libtavd libtavd libs "calculations and diagrams of ventilation products"
 "${about}
 From a product's measured tables and an operating point the library
 answers pressures, damper positions, sound and throw lengths, and it
 draws flow diagrams, throw diagrams and dimensioned sketches.")
-tavd_debian(libtavdsrv libtavdsrv${major} libs "product database of ventilation products"
+tavd_debian(libtavdsrv libtavdsrv libs "product database of ventilation products"
 "${about}
-This library keeps the products that libtavd${major} calculates with, in a
+This library keeps the products that libtavd calculates with, in a
 file of SQLite.")
-tavd_debian(libtavdgui libtavdgui${major} libs "drawing surfaces, windows and dialogs for libtavd"
+tavd_debian(libtavdgui libtavdgui libs "drawing surfaces, windows and dialogs for libtavd"
 "${about}
-This library is what libtavd${major} draws on and asks: surfaces, windows,
+This library is what libtavd draws on and asks: surfaces, windows,
 list boxes and message boxes without a window system.")
-tavd_debian(libtavdcairo libtavdcairo${major} libs "PNG, SVG and PDF pictures for libtavd"
+tavd_debian(libtavdcairo libtavdcairo libs "PNG, SVG and PDF pictures for libtavd"
 "${about}
-This library makes pictures of what libtavd${major} draws.")
+This library makes pictures of what libtavd draws.")
 tavd_debian(development libtavd-dev libdevel "development files of libtavd"
 "${about}
 This package holds headers, documents, and what CMake and pkg-config need
