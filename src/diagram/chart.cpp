@@ -10,6 +10,7 @@
 #include "base/gwgdi.h"
 #include "base/gwmem.h"
 #include "base/held.h"
+#include "gwlog10.h"
 
 namespace tavd {
 namespace {
@@ -27,7 +28,6 @@ template <typename Char, std::size_t axis_size, std::size_t title_size>
 Chart* titled(Chart* chart, Char (Chart::*x)[axis_size], const Char* szX, Char (Chart::*y)[axis_size],
               const Char* szY, Char (Chart::*title_field)[title_size], const Char* title);
 
-double log10_of(float value);
 float axis_scale(int span, bool log, float min, float max);
 bool device_segment(Point& from, Point& to);
 void clip_to_plot(const Chart& chart, tavd_hdc hdc, std::int16_t px1, std::int16_t py1, std::int16_t px2,
@@ -152,7 +152,8 @@ AxisView chart_y_axis(const Chart& chart) {
 double axis_position(const AxisView& axis, float value) {
   const float scale = static_cast<float>(axis.sign) * axis.scale;
   if (axis.log) {
-    return axis.start + double{scale} * (log10_of(value) - log10_of(axis.min));
+    return axis.start +
+           double{scale} * (gwlog10(static_cast<double>(value)) - gwlog10(static_cast<double>(axis.min)));
   }
   return static_cast<float>(axis.start) + scale * (value - axis.min);
 }
@@ -209,16 +210,10 @@ Chart* titled(Chart* chart, Char (Chart::*x)[axis_size], const Char* szX, Char (
   return chart;
 }
 
-// Rounded from a wider logarithm: those in double differ from one C library to the other in their last bit,
-// and a point on the edge of the plot would stand on it in one build and a unit inside in the other.
-double log10_of(float value) {
-  return static_cast<double>(std::log10(static_cast<long double>(value)));
-}
-
 float axis_scale(int span, bool log, float min, float max) {
   if (log) {
-    min = static_cast<float>(log10_of(min));
-    max = static_cast<float>(log10_of(max));
+    min = static_cast<float>(gwlog10(static_cast<double>(min)));
+    max = static_cast<float>(gwlog10(static_cast<double>(max)));
   }
   return static_cast<float>(span) / (max - min);
 }

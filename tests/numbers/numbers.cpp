@@ -79,6 +79,7 @@ std::vector<float> grid(float lowest, float highest, int steps) {
   const float from = lowest - lowest / 5.0F;
   const float to = highest + highest / 5.0F;
   std::vector<float> values;
+  values.reserve(static_cast<std::size_t>(steps));
   for (int i = 0; i < steps; ++i) {
     values.push_back(from + (to - from) * static_cast<float>(i) / static_cast<float>(steps - 1));
   }
