@@ -5,6 +5,7 @@
 #include <memory>
 #include <string_view>
 #include <tuple>
+#include <utility>
 
 namespace tavdcairo {
 
@@ -35,6 +36,17 @@ struct FreeDescription {
 };
 using Description = std::unique_ptr<PangoFontDescription, FreeDescription>;
 
+struct DestroyOptions {
+  void operator()(cairo_font_options_t* options) const { cairo_font_options_destroy(options); }
+};
+using FontOptions = std::unique_ptr<cairo_font_options_t, DestroyOptions>;
+
+// Shapes for one turn on surfaces of one kind.
+struct Drawing {
+  Context context;
+  FontOptions surface;  // those of the last surface
+};
+
 // Scale and rotation of a drawing: Pango shapes for them, wherever the text stands.
 using Turn = std::array<double, 4>;  // xx, yx, xy, yy
 
@@ -54,13 +66,13 @@ struct Shelf {
   using FontKey = std::tuple<std::string, double, int, bool>;  // face, size, weight, italic
 
   std::map<FontKey, Font> fonts;
-  std::map<Turn, Context> contexts;
+  std::map<Turn, Drawing> drawings;
   Context measuring;           // of no cairo context
   std::size_t lines = 0;       // measured or shaped, of all fonts
   std::size_t text_bytes = 0;  // of them
 };
 constexpr std::size_t kMostFonts = 64;
-constexpr std::size_t kMostContexts = 16;
+constexpr std::size_t kMostDrawings = 16;
 constexpr std::size_t kMostLines = 512;
 constexpr std::size_t kMostTextBytes = 65536;
 
@@ -155,7 +167,7 @@ namespace {
 
 Shelf& shelf_with_room() {
   static Shelf shelf;
-  if (shelf.fonts.size() >= kMostFonts || shelf.contexts.size() >= kMostContexts ||
+  if (shelf.fonts.size() >= kMostFonts || shelf.drawings.size() >= kMostDrawings ||
       shelf.lines >= kMostLines || shelf.text_bytes >= kMostTextBytes) {
     shelf = {};
   }
@@ -173,25 +185,29 @@ void count(Shelf& shelf, const std::string& utf8) {
 Context make_context() {
   Context context(pango_font_map_create_context(pango_cairo_font_map_get_default()));
   // Unhinted, so that a text is as wide in every format and at every size as its design says.
-  cairo_font_options_t* options = cairo_font_options_create();
-  cairo_font_options_set_hint_style(options, CAIRO_HINT_STYLE_NONE);
-  cairo_font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
-  cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
-  pango_cairo_context_set_font_options(context.get(), options);
-  cairo_font_options_destroy(options);
+  const FontOptions options(cairo_font_options_create());
+  cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_NONE);
+  cairo_font_options_set_hint_metrics(options.get(), CAIRO_HINT_METRICS_OFF);
+  cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_GRAY);
+  pango_cairo_context_set_font_options(context.get(), options.get());
   pango_context_set_round_glyph_positions(context.get(), FALSE);
   return context;
 }
 
-// Brought up to date with what is drawn on: where that has other font options than the last surface under
-// the same turn, Pango shapes the lines of the context anew.
+// Pango takes every update for a change, and then shapes the lines of the context anew: it is told only where
+// the surface has other font options than the last one under the same turn.
 PangoContext* context_for(Shelf& shelf, cairo_t* cairo, const Turn& turn) {
-  Context& context = shelf.contexts[turn];
-  if (!context) {
-    context = make_context();
+  Drawing& drawing = shelf.drawings[turn];
+  FontOptions options(cairo_font_options_create());
+  cairo_surface_get_font_options(cairo_get_target(cairo), options.get());
+  if (!drawing.context) {
+    drawing.context = make_context();
   }
-  pango_cairo_update_context(cairo, context.get());
-  return context.get();
+  if (!drawing.surface || !cairo_font_options_equal(drawing.surface.get(), options.get())) {
+    pango_cairo_update_context(cairo, drawing.context.get());
+    drawing.surface = std::move(options);
+  }
+  return drawing.context.get();
 }
 
 Layout make_layout(PangoContext* context, const Font& font, const std::string& utf8, const TextStyle& style) {
