@@ -2,6 +2,7 @@
 
 #include <libdeflate.h>
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <initializer_list>
@@ -130,25 +131,34 @@ class Palette {
   std::string bytes_;
 };
 
+// The end of the pixels of one colour that begin at `at`: most of a diagram is white, so four are compared at
+// once.
+const std::uint32_t* end_of_run(const std::uint32_t* at, const std::uint32_t* end) {
+  constexpr std::uint64_t kTwice = 0x1'0000'0001;
+  const std::uint32_t colour = *at & kColourBits;
+  for (std::array<std::uint64_t, 2> pairs; end - at >= 4; at += 4) {
+    std::memcpy(pairs.data(), at, sizeof pairs);
+    const std::uint64_t difference = (pairs[0] ^ colour * kTwice) | (pairs[1] ^ colour * kTwice);
+    if ((difference & kColourBits * kTwice) != 0) break;
+  }
+  while (at != end && (*at & kColourBits) == colour) ++at;
+  return at;
+}
+
 // Nothing if there are too many colours.
 std::optional<Image> with_palette(const PixelRows& pixels) {
   Image image(pixels, 1);
   Palette palette;
-  std::uint32_t last = pixels.row(0)[0] & kColourBits;
-  unsigned char place = *palette.place(last);
   unsigned char* out = image.rows.get();
   for (int y = 0; y < pixels.height; ++y) {
     *out++ = kNoFilter;
-    const std::uint32_t* row = pixels.row(y);
-    for (int x = 0; x < pixels.width; ++x) {
-      const std::uint32_t colour = row[x] & kColourBits;
-      if (colour != last) {
-        const std::optional<unsigned char> found = palette.place(colour);
-        if (!found) return std::nullopt;
-        place = *found;
-        last = colour;
-      }
-      *out++ = place;
+    const std::uint32_t* at = pixels.row(y);
+    for (const std::uint32_t* const end = at + pixels.width; at != end;) {
+      const std::optional<unsigned char> place = palette.place(*at & kColourBits);
+      if (!place) return std::nullopt;
+      const std::uint32_t* const next = end_of_run(at, end);
+      out = std::fill_n(out, next - at, *place);
+      at = next;
     }
   }
   image.palette = palette.bytes();
@@ -157,15 +167,24 @@ std::optional<Image> with_palette(const PixelRows& pixels) {
 
 Image with_true_colour(const PixelRows& pixels) {
   constexpr std::size_t kPixel = 3;
+  constexpr std::uint32_t kWhite = kColourBits;
   Image image(pixels, kPixel);
   unsigned char* out = image.rows.get();
   for (int y = 0; y < pixels.height; ++y) {
     *out++ = kNoFilter;
-    const std::uint32_t* row = pixels.row(y);
-    for (int x = 0; x < pixels.width; ++x, out += kPixel) {
+    const std::uint32_t* at = pixels.row(y);
+    for (const std::uint32_t* const end = at + pixels.width; at != end;) {
+      if ((*at & kColourBits) == kWhite) {
+        const std::uint32_t* const next = end_of_run(at, end);
+        out = std::fill_n(out, kPixel * static_cast<std::size_t>(next - at), 0xFF);
+        at = next;
+        continue;
+      }
       // Red, green, blue, and a byte that the next pixel takes over: one store is faster than three.
-      const std::uint32_t bytes = (row[x] >> 16 & 0xFF) | (row[x] & 0xFF00) | (row[x] & 0xFF) << 16;
+      const std::uint32_t bytes = (*at >> 16 & 0xFF) | (*at & 0xFF00) | (*at & 0xFF) << 16;
       std::memcpy(out, &bytes, sizeof bytes);
+      out += kPixel;
+      ++at;
     }
   }
   return image;
