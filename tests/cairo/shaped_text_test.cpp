@@ -24,12 +24,14 @@ using Draw = std::function<void(tgui_surface*)>;
 enum class Format { kPng, kSvg, kPdf };
 constexpr Format kFormats[] = {Format::kPng, Format::kSvg, Format::kPdf};
 
-// The bytes of a picture of 300 by 200.
+// The bytes of a picture of 300 by 200; in points on a page, so that texts are as large as in the others.
 std::string picture(Format format, const Draw& draw) {
+  constexpr double kPoint = 25.4 / 72;  // mm
   const fs::path path = fs::temp_directory_path() / ("tavd-shaped-" + std::to_string(getpid()));
-  tgui_surface* surface = format == Format::kPng   ? tgui_cairo_png(path.c_str(), 300, 200)
-                          : format == Format::kSvg ? tgui_cairo_svg(path.c_str(), 300, 200)
-                                                   : tgui_cairo_pdf(path.c_str(), 300, 200, 210, 140);
+  tgui_surface* surface = format == Format::kPng ? tgui_cairo_png(path.c_str(), 300, 200)
+                          : format == Format::kSvg
+                              ? tgui_cairo_svg(path.c_str(), 300, 200)
+                              : tgui_cairo_pdf(path.c_str(), 300, 200, 300 * kPoint, 200 * kPoint);
   draw(surface);
   EXPECT_EQ(tgui_cairo_finish(surface, nullptr, 0), 0);
   std::ostringstream bytes;
