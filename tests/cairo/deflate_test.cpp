@@ -110,7 +110,7 @@ TEST(Deflate, BytesWithoutAnyOrderHardlyGrow) {
 }
 
 TEST(Deflate, WhiteRowsTakeNextToNothing) {
-  Bytes bytes(700 * 2101, 0xFF);
+  Bytes bytes(std::size_t{700} * 2101, 0xFF);
   for (std::size_t i = 0; i < bytes.size(); i += 2101) bytes[i] = 0;
   expect_same(bytes, 2101, 3);
   EXPECT_LT(compressed(bytes, 2101, 3).size(), 4000U);
