@@ -1,6 +1,7 @@
 #include "gui/cairo/png.h"
 
-#include <libdeflate.h>
+#include <isa-l/crc.h>
+#include <isa-l/igzip_lib.h>
 
 #include <algorithm>
 #include <array>
@@ -10,8 +11,7 @@
 #include <new>
 #include <optional>
 #include <string_view>
-
-#include "gui/cairo/deflate.h"
+#include <vector>
 
 namespace tavdcairo {
 
@@ -29,20 +29,20 @@ constexpr unsigned char kNoFilter = 0;
 struct Image {
   // Not set to zero first, which would touch memory that a picture of too many colours never fills.
   Image(const PixelRows& pixels, std::size_t bytes_of_pixel)
-      : pixel(bytes_of_pixel),
-        row(1 + bytes_of_pixel * static_cast<std::size_t>(pixels.width)),
-        size(row * static_cast<std::size_t>(pixels.height)),
+      : size((1 + bytes_of_pixel * static_cast<std::size_t>(pixels.width)) *
+             static_cast<std::size_t>(pixels.height)),
         rows(std::make_unique_for_overwrite<unsigned char[]>(size + kSlack)) {}
 
   static constexpr std::size_t kSlack = 1;  // behind the rows: pixels are stored with four bytes
 
-  std::size_t pixel, row, size;  // bytes
+  std::size_t size;  // bytes: fewer than 2^32, as cairo has no picture wider or higher than 32767 pixels
   std::unique_ptr<unsigned char[]> rows;
   std::string palette;  // three bytes a colour; empty for true colour
 };
 
 std::optional<Image> with_palette(const PixelRows& pixels);
 Image with_true_colour(const PixelRows& pixels);
+bool append_compressed(std::string& bytes, const Image& image);
 
 void append_number(std::string& bytes, std::size_t value) {
   for (const int shift : {24, 16, 8, 0}) bytes += static_cast<char>(value >> shift & 0xFF);
@@ -63,7 +63,8 @@ class Chunk {
     std::string length;
     append_number(length, bytes_.size() - start_ - 8);
     bytes_.replace(start_, 4, length);
-    append_number(bytes_, libdeflate_crc32(0, bytes_.data() + start_ + 4, bytes_.size() - start_ - 4));
+    const auto* const summed = reinterpret_cast<const unsigned char*>(bytes_.data()) + start_ + 4;
+    append_number(bytes_, crc32_gzip_refl(0, summed, bytes_.size() - start_ - 4));
   }
 
  private:
@@ -91,7 +92,7 @@ bool write_png(const PixelRows& pixels, std::string& bytes) try {
     palette.end();
   }
   Chunk data(bytes, "IDAT");
-  append_zlib(bytes, {image->rows.get(), image->size, image->row, image->pixel});
+  if (!append_compressed(bytes, *image)) return false;
   data.end();
   Chunk(bytes, "IEND").end();
   return true;
@@ -188,6 +189,30 @@ Image with_true_colour(const PixelRows& pixels) {
     }
   }
   return image;
+}
+
+// A level that finds repetitions of rows and pixels: of the time that a picture takes, more would be the
+// longest part. False if the bytes do not fit, which bytes that were stored as they are would do.
+bool append_compressed(std::string& bytes, const Image& image) {
+  constexpr std::size_t kStored = 65535;  // bytes of a block that is not compressed, with a head of 5
+  constexpr std::size_t kEnds = 64;       // head and check sum of the whole
+  std::vector<unsigned char> work(ISAL_DEF_LVL1_DEFAULT);
+  isal_zstream stream = {};  // what stands in its tables would decide between equal matches
+  isal_deflate_stateless_init(&stream);
+  stream.level = 1;
+  stream.level_buf = work.data();
+  stream.level_buf_size = static_cast<std::uint32_t>(work.size());
+  stream.gzip_flag = IGZIP_ZLIB;
+  stream.end_of_stream = 1;
+  stream.next_in = image.rows.get();
+  stream.avail_in = static_cast<std::uint32_t>(image.size);
+  const std::size_t most = image.size + 5 * (image.size / kStored + 1) + kEnds;
+  const auto out = std::make_unique_for_overwrite<unsigned char[]>(most);
+  stream.next_out = out.get();
+  stream.avail_out = static_cast<std::uint32_t>(most);
+  if (isal_deflate_stateless(&stream) != COMP_OK) return false;
+  bytes.append(reinterpret_cast<const char*>(out.get()), stream.total_out);
+  return true;
 }
 
 }  // namespace

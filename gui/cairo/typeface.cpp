@@ -166,7 +166,7 @@ Point baseline_offset(const LineMetrics& metrics, const TextStyle& style) {
 namespace {
 
 Shelf& shelf_with_room() {
-  static Shelf shelf;
+  static thread_local Shelf shelf;
   if (shelf.fonts.size() >= kMostFonts || shelf.drawings.size() >= kMostDrawings ||
       shelf.lines >= kMostLines || shelf.text_bytes >= kMostTextBytes) {
     shelf = {};

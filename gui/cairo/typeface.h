@@ -1,6 +1,6 @@
 // Fonts: which installed face stands for the one that was asked for, its measures, and shaped lines of text.
 // What a drawing asks for again and again (ten axis labels in one font, the same label in the next picture)
-// is kept from one picture to the next. As everywhere in the library, all calls come from one thread.
+// is kept from one picture to the next, for each thread by itself.
 #pragma once
 
 #include <pango/pangocairo.h>
