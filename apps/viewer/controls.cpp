@@ -50,8 +50,8 @@ constexpr Control kControls[] = {
 
 // Quarters of the font's mean character width, where the cells of the results begin: the first behind the
 // widest label, then one for each octave band.
-constexpr UINT kFirstStop = 96;
-constexpr UINT kBandStop = 22;
+constexpr UINT kFirstStop = 88;
+constexpr UINT kBandStop = 19;
 constexpr std::size_t kStops = 8;
 
 BOOL CALLBACK set_child_font(HWND child, LPARAM font) {

@@ -9,8 +9,7 @@ namespace viewer {
 namespace {
 
 constexpr const wchar_t* kRange = L" – ";
-constexpr const wchar_t* kBandNames[TAVD_BANDS] = {L"63",   L"125",  L"250",  L"500",
-                                                   L"1000", L"2000", L"4000", L"8000"};
+constexpr const wchar_t* kBandNames[TAVD_BANDS] = {L"63", L"125", L"250", L"500", L"1k", L"2k", L"4k", L"8k"};
 
 struct CodeText {
   int code;
