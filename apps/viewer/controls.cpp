@@ -54,6 +54,14 @@ constexpr UINT kFirstStop = 88;
 constexpr UINT kBandStop = 19;
 constexpr std::size_t kStops = 8;
 
+// In a window that is no dialog, a field of many lines would keep the Tab key, and close the window at
+// Escape.
+LRESULT CALLBACK leave_keys(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR, DWORD_PTR) {
+  const LRESULT answer = DefSubclassProc(hwnd, message, wparam, lparam);
+  return message == WM_GETDLGCODE ? answer & ~LRESULT{DLGC_WANTTAB | DLGC_WANTALLKEYS | DLGC_HASSETSEL}
+                                  : answer;
+}
+
 BOOL CALLBACK set_child_font(HWND child, LPARAM font) {
   SendMessageW(child, WM_SETFONT, static_cast<WPARAM>(font), TRUE);
   return TRUE;
@@ -68,6 +76,7 @@ void create_controls(HWND host, HINSTANCE module) {
                     control.style | WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS, 0, 0, 0, 0, host,
                     reinterpret_cast<HMENU>(id), module, nullptr);
   }
+  SetWindowSubclass(GetDlgItem(host, IDC_RESULTS), leave_keys, 0, 0);
 }
 
 void set_font(HWND host, HFONT font) {

@@ -14,7 +14,8 @@ constexpr double kLargestShare = 0.88;
 constexpr double kLargestColumn = 0.5;  // of a side column, so that the middle one keeps some room
 
 // Widths of the fields over the columns, at 96 dots per inch.
-constexpr int kLabelWidth = 66;
+constexpr int kFlowLabelWidth = 34;
+constexpr int kPressureLabelWidth = 52;
 constexpr int kNumberWidth = 70;
 constexpr int kUnitWidth = 72;
 constexpr int kValueLabelWidth = 82;
@@ -22,6 +23,10 @@ constexpr int kValueWidth = 84;
 constexpr int kGap = 6;
 constexpr int kGroupGap = 16;
 constexpr int kDropHeight = 200;
+
+// Pixels, at any resolution, by which a field with one line is higher than that, as the system's own combo
+// boxes are.
+constexpr int kFieldBorders = 8;
 
 struct Builder {
   const Measures& measures;
@@ -41,7 +46,7 @@ struct Builder {
 
 // The line of fields; returns its lower edge. The height of a drop-down list counts with its combo box.
 int Builder::fields(int top) {
-  const int height = measures.line + px(8);
+  const int height = measures.line + kFieldBorders;
   const int text = top + (height - measures.line) / 2;
   int x = px(kGap);
   const auto label = [&](int id, int width) {
@@ -56,10 +61,10 @@ int Builder::fields(int top) {
     put(id, x, top, x + px(kNumberWidth), top + height);
     x += px(kNumberWidth + 4);
   };
-  label(IDC_FLOW_LABEL, kLabelWidth / 2);
+  label(IDC_FLOW_LABEL, kFlowLabelWidth);
   number(IDC_FLOW);
   combo(IDC_FLOW_UNIT, kUnitWidth, kGroupGap);
-  label(IDC_PRESSURE_LABEL, kLabelWidth);
+  label(IDC_PRESSURE_LABEL, kPressureLabelWidth);
   number(IDC_PRESSURE);
   combo(IDC_PRESSURE_UNIT, kUnitWidth, kGroupGap);
   label(IDC_FIRST_VALUE_LABEL, kValueLabelWidth);

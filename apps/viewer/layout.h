@@ -11,10 +11,10 @@ namespace viewer {
 // Shares of the parts that the user can drag.
 struct Shares {
   double tree = 0.22;     // width of the left column, of the whole
-  double sketch = 0.34;   // width of the right column, of the whole
+  double sketch = 0.40;   // width of the right column, of the whole
   double products = 0.7;  // height of the tree, of the left column
   double flow = 0.5;      // height of the flow diagram, of the middle column
-  double shape = 0.58;    // height of the sketch, of the right column
+  double shape = 0.56;    // height of the sketch, of the right column
 };
 
 struct Measures {

@@ -14,7 +14,7 @@ namespace viewer {
 namespace {
 
 constexpr wchar_t kClassName[] = L"TavdViewerMain";
-constexpr SIZE kFirstSize = {1240, 800};  // at 96 dots per inch
+constexpr SIZE kFirstSize = {1240, 840};  // at 96 dots per inch
 constexpr DWORD kStyle = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
 
 bool register_class(HINSTANCE module, WNDPROC procedure) {
@@ -168,6 +168,7 @@ void MainWindow::on_dpi(int dpi, const RECT& suggested) {
                static_cast<int>(suggested.right - suggested.left),
                static_cast<int>(suggested.bottom - suggested.top), SWP_NOZORDER | SWP_NOACTIVATE);
   arrange();
+  RedrawWindow(hwnd_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 void MainWindow::on_activate(bool active) {

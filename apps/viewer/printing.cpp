@@ -2,6 +2,7 @@
 
 #include <cderr.h>
 #include <commdlg.h>
+#include <winspool.h>
 
 #include "database.h"
 
@@ -46,6 +47,13 @@ class PrintChoice {
   PRINTDLGW choice_{};
 };
 
+bool has_printer() {
+  DWORD needed = 0;
+  DWORD count = 0;
+  EnumPrintersW(PRINTER_ENUM_LOCAL | PRINTER_ENUM_CONNECTIONS, nullptr, 4, nullptr, 0, &needed, &count);
+  return needed > 0;
+}
+
 // The sheet without its margins, in units of the printable part.
 RECT printable(HDC hdc) {
   const auto units = [&](int resolution) {
@@ -60,6 +68,7 @@ RECT printable(HDC hdc) {
 }  // namespace
 
 bool print_page(HWND owner, const PageContents& contents) {
+  if (!has_printer()) throw UserError(L"There is no printer to print on.");
   PrintChoice choice(owner);
   if (!choice.ask()) return false;
   HDC hdc = choice.hdc();

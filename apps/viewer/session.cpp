@@ -50,22 +50,25 @@ Session::Session(HWND host, HINSTANCE module)
 
 void Session::open(const std::wstring& path) {
   auto opened = std::make_unique<Database>(path);
-  const ProductKey wanted = database_ && database_->path() == path ? family_key_ : ProductKey();
+  const ProductKey family = family_key_;
+  const ProductKey size = record_ ? database_->key(record_) : ProductKey();
   {
     const Raised writing(writing_);
     tree_.clear();
     panes_.clear();
-    fields_.clear();
     SendDlgItemMessageW(host_, IDC_SIZES, LB_RESETCONTENT, 0, 0);
     record_ = Record();
     product_ = Product{};
+    list_flow_units();
     sizes_.clear();
     family_key_ = {};
     database_ = std::move(opened);
     tree_.show(*database_);
   }
   update();
-  tree_.select(wanted);
+  tree_.select(family);
+  if (!record_) fields_.clear();
+  if (family_key_ == family) show_family({family, size});
 }
 
 void Session::reload() {
@@ -89,7 +92,6 @@ void Session::unit_chosen() {
   if (writing_) return;
   pressure_unit_ = selected_row(host_, IDC_PRESSURE_UNIT, CB_GETCURSEL);
   if (product_.flow.isvelocity == 0) flow_unit_ = selected_row(host_, IDC_FLOW_UNIT, CB_GETCURSEL);
-  show_point();
   build();
 }
 
@@ -118,9 +120,6 @@ void Session::take_back() {
   flow_typed_ = false;
   pressure_typed_ = false;
   fields_.take_back();
-  choose(product_, {});
-  suggest();
-  show_point();
   build();
 }
 
@@ -130,8 +129,6 @@ bool Session::take_back(HWND field) {
     bool& typed = id == IDC_FLOW ? flow_typed_ : pressure_typed_;
     if (!typed) return false;
     typed = false;
-    suggest();
-    show_point();
   } else if ((id != IDC_FIRST_VALUE && id != IDC_SECOND_VALUE) || !fields_.take_back(field)) {
     return false;
   }
@@ -183,14 +180,15 @@ void Session::show_selected_size() {
   }
   panes_.build(record_, settings());
   fields_.fill(product_);
-  suggest();
-  show_point();
   build();
 }
 
-// Builds the drawings with the values that are chosen, and all that depends on them.
+// Builds the drawings with the values that are chosen, at the point typed or suggested, and all that depends
+// on them.
 void Session::build() {
   choose(product_, fields_.choices());
+  suggest();
+  show_point();
   panes_.build(record_, settings());
   update();
 }
@@ -234,6 +232,7 @@ void Session::update() {
   set_text(host_, IDC_RESULTS, text_of(lines_));
   std::wstring status = L"Open a product database: Ctrl+O, or drop its file here.";
   if (database_) status = record_ ? remark_of(product_, point_) : L"No product is selected.";
+  if (status.empty()) status = path();
   set_text(host_, IDC_STATUS, status);
   show_captions();
 }

@@ -23,10 +23,11 @@ class Session {
   // `host` has its controls already; the drawings' windows are made here.
   Session(HWND host, HINSTANCE module);
 
-  // Opens a database and shows its first product. Throws UserError, and then leaves what was open as it was.
+  // Opens a database, and shows its first product, or the same as before if it has that too. Throws
+  // UserError, and then leaves what was open as it was.
   void open(const std::wstring& path);
 
-  // Opens the same file again, and shows the same family.
+  // Opens the same file again.
   void reload();
 
   // Path of the database, empty while there is none.

@@ -18,6 +18,7 @@
 #include "../../apps/viewer/resource.h"
 #include "viewer_numbers.h"
 #include "viewer_pixels.h"
+#include "viewer_printer.h"
 #include "viewer_remote.h"
 
 namespace drive {
@@ -25,7 +26,10 @@ namespace {
 
 constexpr int kDrawings = 3;
 constexpr int kBadCall = 99;
+constexpr SIZE_T kMostGrowth = 1024 * 1024;  // bytes
 constexpr DWORD kPaintMs = 400;
+constexpr SIZE kPagePicture = {720, 1040};  // pixels of metafiles played
+constexpr SIZE kDiagramPicture = {640, 480};
 constexpr Colour kBlack = {0, 0, 0};
 constexpr Colour kRed = {255, 0, 0};
 constexpr Colour kBlue = {0, 0, 255};
@@ -101,6 +105,9 @@ class Run {
   void keyboard();
   void copies();
   void saves();
+  void opens();
+  void classes();
+  void answer_file_dialog(const std::wstring& path);
   void prints();
   void visits_all();
   void visit(HTREEITEM branch);
@@ -112,6 +119,7 @@ class Run {
   std::wstring results() const { return text_of(viewer_->control(IDC_RESULTS)); }
   void shoot(const std::wstring& name) const;
   void write(const std::wstring& name, const std::wstring& text) const;
+  static std::string read(const std::wstring& path);
 
   std::wstring program_, database_, no_database_, folder_;
   Viewer* viewer_ = nullptr;
@@ -132,7 +140,8 @@ int Run::all() {
 
   Viewer viewer(program_, L'"' + database_ + L'"');
   viewer_ = &viewer;
-  SetWindowPos(viewer.window(), nullptr, 0, 0, 1240, 800, SWP_NOZORDER);
+  SetWindowPos(viewer.window(), nullptr, 0, 0, 1240, 840, SWP_NOZORDER);
+  classes();
   selects();
   answers(L"QZSA-*", L"QZSA-160", {"ASD", "QZSA-160", 60, 40, "G", "45"});
   draws();
@@ -143,11 +152,12 @@ int Run::all() {
   copies();
   saves();
   prints();
+  opens();
   answers(L"QZFA-*", L"QZFA-160", {"FAN", "QZFA-160", 60, 100, "", ""});
   shoot(L"viewer-fan");
   answers(L"QZMA-*", L"QZMA-600x400", {"MLD", "QZMA-600x400", 3, 60, "", ""});
   visits_all();
-  answers(L"QZSA-*", L"QZSA-200", {"ASD", "QZSA-200", 80, 50, "G", "30"});
+  answers(L"QZSA-*", L"QZSA-200", {"ASD", "QZSA-200", 80, 50, "G", "90"});
   scales();
   closes();
   return failed_;
@@ -183,7 +193,7 @@ void Run::open_branch(const std::wstring& class_id, const std::wstring& family) 
 void Run::selects() {
   const bool shown = wait_until([&] { return contains(text_of(viewer_->window()), L"viewer.tavdb"); });
   check(shown, L"the title names the file: " + text_of(viewer_->window()));
-  check(viewer_->children(IDC_PRODUCTS, nullptr).size() == 12, L"the tree has twelve classes");
+  check(viewer_->children(IDC_PRODUCTS, nullptr).size() == 13, L"the tree has thirteen classes");
   open_branch(L"ASD", L"QZSA-*");
   HTREEITEM parent = viewer_->find_branch(IDC_PRODUCTS, nullptr, L"ASD");
   HTREEITEM family = viewer_->find_branch(IDC_PRODUCTS, parent, L"QZSA-*");
@@ -307,7 +317,7 @@ void Run::resizes() {
   }
   const RECT smallest = rect_on_screen(viewer_->window());
   check(smallest.right - smallest.left == 1000, L"the window has the last size");
-  SetWindowPos(viewer_->window(), nullptr, 0, 0, 1240, 800, SWP_NOZORDER);
+  SetWindowPos(viewer_->window(), nullptr, 0, 0, 1240, 840, SWP_NOZORDER);
 }
 
 // Escape and F6 go by the focus, which is another process's: its thread's input is shared for the while.
@@ -346,8 +356,8 @@ void Run::copies() {
       auto* metafile = static_cast<HENHMETAFILE>(GetClipboardData(CF_ENHMETAFILE));
       if (metafile != nullptr) {
         records = records_of(metafile);
-        DeleteEnhMetaFile(
-            CopyEnhMetaFileW(metafile, (folder_ + L"\\copied-" + std::to_wstring(i) + L".emf").c_str()));
+        save_png(played(metafile, i == kDrawings ? kPagePicture : kDiagramPicture),
+                 folder_ + L"\\viewer-copied-" + std::to_wstring(i) + L".png");
       }
       CloseClipboard();
     }
@@ -370,15 +380,13 @@ void Run::copies() {
   check(text == results(), L"copied: results");
 }
 
-void Run::saves() {
-  const std::wstring path = folder_ + L"\\saved.emf";
-  DeleteFileW(path.c_str());
-  viewer_->post_command(IDM_SAVE_FIRST);
+// Answers a dialog for a file with a path.
+void Run::answer_file_dialog(const std::wstring& path) {
   HWND dialog = viewer_->wait_for_dialog();
   check(dialog != nullptr, L"the dialog for a file");
   if (dialog == nullptr) return;
   HWND field = nullptr;
-  wait_until([&] { return (field = FindWindowExW(dialog, nullptr, L"Edit", nullptr)) != nullptr; }, 5000);
+  wait_until([&] { return (field = FindWindowExW(dialog, nullptr, L"Edit", nullptr)) != nullptr; }, 3000);
   if (field == nullptr) {
     HWND combo = FindWindowExW(dialog, nullptr, L"ComboBoxEx32", nullptr);
     field =
@@ -386,26 +394,89 @@ void Run::saves() {
   }
   SendMessageW(field, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(path.c_str()));
   press(dialog, IDOK);
-  HENHMETAFILE saved = GetEnhMetaFileW(path.c_str());
+}
+
+void Run::saves() {
+  const std::wstring path = folder_ + L"\\saved.emf";
+  DeleteFileW(path.c_str());
+  viewer_->post_command(IDM_SAVE_FIRST);
+  answer_file_dialog(path);
+  HENHMETAFILE saved = nullptr;
+  wait_until([&] { return (saved = GetEnhMetaFileW(path.c_str())) != nullptr; });
   const Records records = records_of(saved);
-  check(saved != nullptr && records.lines > 20, L"saved: " + std::to_wstring(records.lines) + L" lines");
+  check(records.lines > 20, L"saved: " + std::to_wstring(records.lines) + L" lines");
   DeleteEnhMetaFile(saved);
 }
 
-// What Wine can do here depends on the machine's printers; without one the viewer must say so.
+// A file that is no database leaves the one that is open.
+void Run::opens() {
+  const std::wstring before = results();
+  viewer_->post_command(IDM_OPEN);
+  answer_file_dialog(no_database_);
+  HWND dialog = viewer_->wait_for_dialog();
+  check(dialog != nullptr && contains(message_of(dialog), L"not a product database"),
+        L"File, Open tells a wrong file");
+  if (dialog != nullptr) press(dialog, IDOK);
+  check(contains(text_of(viewer_->window()), L"viewer.tavdb") && results() == before,
+        L"and leaves what was open");
+  viewer_->post_command(IDM_OPEN);
+  answer_file_dialog(database_);
+  viewer_->pick_in_list(IDC_SIZES, L"QZSA-125");
+  check(results() != before, L"another size has other results");
+  viewer_->pick_in_list(IDC_SIZES, L"QZSA-160");
+  // The first class, which was opened at the start, is closed in a tree that is read anew.
+  HWND tree = viewer_->control(IDC_PRODUCTS);
+  const auto first_is_open = [&] { return TreeView_GetChild(tree, TreeView_GetRoot(tree)) != nullptr; };
+  check(first_is_open(), L"the first class was opened");
+  viewer_->post_command(IDM_OPEN);
+  answer_file_dialog(database_);
+  check(wait_until([&] { return !first_is_open(); }) && results() == before,
+        L"File, Open opens, here the same file at the same product");
+}
+
+// The library's windows, and ours with the library's procedure where the platform refused those.
+void Run::classes() {
+  const wchar_t* const library[] = {L"TAVDDGR", L"TAVDDGRL02", L"TAVDSHAPE"};
+  const wchar_t* const own[] = {L"TavdViewerFlow", L"TavdViewerThrow", L"TavdViewerShape"};
+  for (int i = 0; i < kDrawings; ++i) {
+    wchar_t name[32] = {};
+    GetClassNameW(viewer_->control(IDC_FIRST_DRAWING + i), name, 32);
+    check(name == std::wstring(library[i]) || (i > 0 && name == std::wstring(own[i])),
+          std::wstring(L"a window of the class ") + name);
+  }
+}
+
+// Without a printer the viewer says so; with one it prints a page, into a file.
 void Run::prints() {
+  if (!has_printer()) {
+    viewer_->post_command(IDM_PRINT);
+    HWND dialog = viewer_->wait_for_dialog();
+    check(dialog != nullptr && contains(message_of(dialog), L"no printer"),
+          L"that there is no printer is told");
+    if (dialog != nullptr) press(dialog, IDOK);
+  }
+  const std::wstring path = folder_ + L"\\printed.ps";
+  const TestPrinter printer(path);
+  check(printer.works(), L"a printer for the test");
+  if (!printer.works()) return;
   viewer_->post_command(IDM_PRINT);
   HWND dialog = viewer_->wait_for_dialog();
-  check(dialog != nullptr, L"printing asks or tells something");
+  check(dialog != nullptr && GetDlgItem(dialog, IDCANCEL) != nullptr, L"the dialog for printers");
   if (dialog == nullptr) return;
-  const std::wstring message = message_of(dialog);
-  if (contains(message, L"no printer")) {
-    std::printf("note: there is no printer here, the page is checked as a metafile alone\n");
-    press(dialog, IDOK);
-    return;
-  }
   press(dialog, IDCANCEL);
-  check(viewer_->is_running(), L"the dialog for printers was cancelled");
+  check(read(path).empty(), L"nothing is printed where the dialog is cancelled");
+  viewer_->post_command(IDM_PRINT);
+  dialog = viewer_->wait_for_dialog();
+  if (dialog == nullptr) return;
+  press(dialog, IDOK);
+  std::string page;
+  wait_until([&] { return (page = read(path)).find("%%EOF") != std::string::npos; });
+  int lines = 0;
+  for (std::size_t at = page.find(" lineto"); at != std::string::npos; at = page.find(" lineto", at + 1))
+    ++lines;
+  check(page.starts_with("%!PS") && page.find("%%Page: 1") != std::string::npos &&
+            page.find("%%Page: 2") == std::string::npos && lines > 150,
+        L"printed: one page with " + std::to_wstring(lines) + L" lines");
 }
 
 // Every product of the database: also those without flow data, throw data or a shape.
@@ -416,8 +487,16 @@ void Run::visits_all() {
       for (HTREEITEM size : viewer_->children(IDC_PRODUCTS, family)) visit(size);
     }
   }
+  const SIZE_T before = viewer_->private_bytes();
+  for (int i = 0; i < 10; ++i) viewer_->command(IDM_RELOAD);
+  for (int i = 0; i < 400; ++i) viewer_->pick_in_list(IDC_SIZES, viewer_->rows_of_list(IDC_SIZES).back());
+  const SIZE_T after = viewer_->private_bytes();
+  check(before > 0 && after < before + kMostGrowth, L"memory after reloading and choosing often: " +
+                                                        std::to_wstring(before / 1024) + L" KiB, then " +
+                                                        std::to_wstring(after / 1024) + L" KiB");
   check(visited_ > 60, L"visited " + std::to_wstring(visited_) + L" branches");
   open_branch(L"GRL", L"QZGA-400x200-D+C");
+  Sleep(kPaintMs);
   check(contains(results(), L"no flow data") &&
             contains(text_of(viewer_->control(IDC_FIRST_CAPTION)), L"no flow data") &&
             ink_share(screen(client_on_screen(viewer_->control(IDC_FIRST_DRAWING)))) < 0.001,
@@ -444,7 +523,7 @@ void Run::scales() {
   const RECT field = rect_on_screen(viewer_->control(IDC_FLOW));
   check(field.right - field.left == 105, L"fields are half as large again");
   shoot(L"viewer-144");
-  const RECT former = {0, 0, 1240, 800};
+  const RECT former = {0, 0, 1240, 840};
   viewer_->change_dpi(96, former);
   Sleep(kPaintMs);
   check_layout(L"back at 96");
@@ -467,6 +546,17 @@ void Run::write(const std::wstring& name, const std::wstring& text) const {
   const std::string bytes = narrow(text);
   std::fwrite(bytes.data(), 1, bytes.size(), file);
   std::fclose(file);
+}
+
+// All bytes of a file; none if it is not there.
+std::string Run::read(const std::wstring& path) {
+  std::string bytes;
+  FILE* file = _wfopen(path.c_str(), L"rb");
+  if (file == nullptr) return bytes;
+  char block[4096];
+  for (std::size_t n = 1; n > 0; bytes.append(block, n)) n = std::fread(block, 1, sizeof block, file);
+  std::fclose(file);
+  return bytes;
 }
 
 int run(const std::vector<std::wstring>& arguments) {

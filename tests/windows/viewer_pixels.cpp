@@ -57,6 +57,32 @@ std::vector<double> softened(const std::vector<double>& grid) {
   return soft;
 }
 
+// What `paint` leaves in a context of this size.
+template <typename Paint>
+Picture painted(SIZE size, Paint paint) {
+  Picture picture;
+  picture.width = static_cast<int>(size.cx);
+  picture.height = static_cast<int>(size.cy);
+  HDC memory = CreateCompatibleDC(nullptr);
+  BITMAPINFO info{};
+  info.bmiHeader.biSize = sizeof info.bmiHeader;
+  info.bmiHeader.biWidth = picture.width;
+  info.bmiHeader.biHeight = -picture.height;
+  info.bmiHeader.biPlanes = 1;
+  info.bmiHeader.biBitCount = 32;
+  void* bits = nullptr;
+  HBITMAP bitmap = CreateDIBSection(memory, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+  HGDIOBJ former = SelectObject(memory, bitmap);
+  paint(memory);
+  GdiFlush();
+  const auto* begin = static_cast<const std::uint32_t*>(bits);
+  picture.pixels.assign(begin, begin + static_cast<std::ptrdiff_t>(picture.width) * picture.height);
+  SelectObject(memory, former);
+  DeleteObject(bitmap);
+  DeleteDC(memory);
+  return picture;
+}
+
 double mean_of(const std::vector<double>& values) {
   double sum = 0;
   for (const double value : values) sum += value;
@@ -88,30 +114,21 @@ Picture Picture::part(const RECT& rect) const {
 }
 
 Picture screen(const RECT& rect) {
-  Picture picture;
-  picture.width = static_cast<int>(rect.right - rect.left);
-  picture.height = static_cast<int>(rect.bottom - rect.top);
-  HDC source = GetDC(nullptr);
-  HDC memory = CreateCompatibleDC(source);
-  BITMAPINFO info{};
-  info.bmiHeader.biSize = sizeof info.bmiHeader;
-  info.bmiHeader.biWidth = picture.width;
-  info.bmiHeader.biHeight = -picture.height;
-  info.bmiHeader.biPlanes = 1;
-  info.bmiHeader.biBitCount = 32;
-  void* bits = nullptr;
-  HBITMAP bitmap = CreateDIBSection(memory, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-  HGDIOBJ former = SelectObject(memory, bitmap);
-  BitBlt(memory, 0, 0, picture.width, picture.height, source, static_cast<int>(rect.left),
-         static_cast<int>(rect.top), SRCCOPY);
-  GdiFlush();
-  const auto* begin = static_cast<const std::uint32_t*>(bits);
-  picture.pixels.assign(begin, begin + static_cast<std::ptrdiff_t>(picture.width) * picture.height);
-  SelectObject(memory, former);
-  DeleteObject(bitmap);
-  DeleteDC(memory);
-  ReleaseDC(nullptr, source);
-  return picture;
+  const SIZE size = {rect.right - rect.left, rect.bottom - rect.top};
+  return painted(size, [&](HDC hdc) {
+    HDC source = GetDC(nullptr);
+    BitBlt(hdc, 0, 0, static_cast<int>(size.cx), static_cast<int>(size.cy), source,
+           static_cast<int>(rect.left), static_cast<int>(rect.top), SRCCOPY);
+    ReleaseDC(nullptr, source);
+  });
+}
+
+Picture played(HENHMETAFILE metafile, SIZE size) {
+  return painted(size, [&](HDC hdc) {
+    const RECT all = {0, 0, size.cx, size.cy};
+    FillRect(hdc, &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+    PlayEnhMetaFile(hdc, metafile, &all);
+  });
 }
 
 PictureFiles::PictureFiles() {

@@ -24,6 +24,9 @@ struct Picture {
 // A rectangle of the screen, as it is shown.
 Picture screen(const RECT& rect);
 
+// A metafile played on white.
+Picture played(HENHMETAFILE metafile, SIZE size);
+
 // GDI+ for as long as it lives; the two functions below need it.
 class PictureFiles {
  public:

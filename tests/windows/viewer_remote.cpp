@@ -1,5 +1,7 @@
 #include "viewer_remote.h"
 
+#include <psapi.h>
+
 #include <stdexcept>
 
 namespace drive {
@@ -105,6 +107,14 @@ Viewer::~Viewer() {
 
 bool Viewer::is_running() const {
   return WaitForSingleObject(process_.hProcess, 0) == WAIT_TIMEOUT;
+}
+
+SIZE_T Viewer::private_bytes() const {
+  PROCESS_MEMORY_COUNTERS_EX counters{};
+  counters.cb = sizeof counters;
+  GetProcessMemoryInfo(process_.hProcess, reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&counters),
+                       sizeof counters);
+  return counters.PrivateUsage != 0 ? counters.PrivateUsage : counters.PagefileUsage;
 }
 
 HWND Viewer::wait_for_dialog() const {

@@ -23,6 +23,7 @@ class Viewer {
   HWND window() const { return window_; }
   HWND control(int id) const { return GetDlgItem(window_, id); }
   bool is_running() const;
+  SIZE_T private_bytes() const;  // memory of the process
 
   // Waits for a message box or a dialog of the viewer, null if none comes in time.
   HWND wait_for_dialog() const;
