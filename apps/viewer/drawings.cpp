@@ -37,7 +37,7 @@ const DrawingCalls& calls_of(Drawing drawing) {
   return kCalls[static_cast<std::size_t>(drawing)];
 }
 
-// The part of the rectangle that the plane fills.
+// The part of the rectangle that the plane fills, from its upper edge on.
 RECT fitted(const DrawingKind& kind, const RECT& target) {
   if (kind.stretched) return target;
   const int width = static_cast<int>(target.right - target.left);
@@ -45,8 +45,7 @@ RECT fitted(const DrawingKind& kind, const RECT& target) {
   const int fit_width = std::min(width, MulDiv(height, kind.width, kind.height));
   const int fit_height = std::min(height, MulDiv(width, kind.height, kind.width));
   const LONG left = target.left + (width - fit_width) / 2;
-  const LONG top = target.top + (height - fit_height) / 2;
-  return {left, top, left + fit_width, top + fit_height};
+  return {left, target.top, left + fit_width, target.top + fit_height};
 }
 
 }  // namespace

@@ -17,7 +17,8 @@ struct DrawingKind {
   const char* own_class;      // ours, with the library's procedure, where the platform refused that one
   WNDPROC procedure;
   int width, height;  // of the logical plane
-  bool stretched;     // to the rectangle; otherwise it keeps its proportions and stands in the middle
+  bool stretched;     // to the rectangle; otherwise it keeps its proportions and stands in the middle of the
+                      // width
 };
 
 const DrawingKind& kind_of(Drawing drawing);

@@ -419,8 +419,6 @@ void Run::opens() {
   if (dialog != nullptr) press(dialog, IDOK);
   check(contains(text_of(viewer_->window()), L"viewer.tavdb") && results() == before,
         L"and leaves what was open");
-  viewer_->post_command(IDM_OPEN);
-  answer_file_dialog(database_);
   viewer_->pick_in_list(IDC_SIZES, L"QZSA-125");
   check(results() != before, L"another size has other results");
   viewer_->pick_in_list(IDC_SIZES, L"QZSA-160");
