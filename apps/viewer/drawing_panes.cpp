@@ -48,7 +48,7 @@ DrawingPanes::~DrawingPanes() {
 
 void DrawingPanes::create(HWND host, int first_id) {
   for (const Drawing drawing : kDrawings) {
-    const auto id = static_cast<std::intptr_t>(first_id + static_cast<int>(drawing));
+    const auto id = std::intptr_t{first_id} + static_cast<std::intptr_t>(drawing);
     windows_[place(drawing)] = CreateWindowExA(WS_EX_CLIENTEDGE, window_class(module_, kind_of(drawing)), "",
                                                WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS, 0, 0, 0, 0, host,
                                                reinterpret_cast<HMENU>(id), module_, nullptr);

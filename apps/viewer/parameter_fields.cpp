@@ -37,6 +37,11 @@ std::string value_of(const ParEntry& row) {
 
 }  // namespace
 
+ParameterFields::ParameterFields(HWND host)
+    : host_(host),
+      fields_{
+          {{IDC_FIRST_VALUE_LABEL, IDC_FIRST_VALUE, {}}, {IDC_SECOND_VALUE_LABEL, IDC_SECOND_VALUE, {}}}} {}
+
 void ParameterFields::fill(const Product& product) {
   const std::vector<Choice> wanted = choices();
   clear();
@@ -59,13 +64,11 @@ void ParameterFields::fill(const Product& product) {
 }
 
 void ParameterFields::clear() {
-  const Field empty[] = {{IDC_FIRST_VALUE_LABEL, IDC_FIRST_VALUE, {}},
-                         {IDC_SECOND_VALUE_LABEL, IDC_SECOND_VALUE, {}}};
-  for (std::size_t i = 0; i < fields_.size(); ++i) {
-    fields_[i] = empty[i];
-    SendDlgItemMessageW(host_, fields_[i].combo, CB_RESETCONTENT, 0, 0);
-    ShowWindow(GetDlgItem(host_, fields_[i].label), SW_HIDE);
-    ShowWindow(GetDlgItem(host_, fields_[i].combo), SW_HIDE);
+  for (Field& field : fields_) {
+    field.name.clear();
+    SendDlgItemMessageW(host_, field.combo, CB_RESETCONTENT, 0, 0);
+    ShowWindow(GetDlgItem(host_, field.label), SW_HIDE);
+    ShowWindow(GetDlgItem(host_, field.combo), SW_HIDE);
   }
 }
 

@@ -14,7 +14,7 @@ namespace viewer {
 
 class ParameterFields {
  public:
-  explicit ParameterFields(HWND host) : host_(host) {}
+  explicit ParameterFields(HWND host);
 
   // Lists the values of a product whose drawings have just been built, and chooses again what was chosen of
   // the same parameter. The library forgets the choices of its drawings on the way.
@@ -43,7 +43,7 @@ class ParameterFields {
   std::string chosen(const Field& field) const;
 
   HWND host_;
-  std::array<Field, 2> fields_ = {};
+  std::array<Field, 2> fields_;
 };
 
 }  // namespace viewer

@@ -3,7 +3,8 @@
 //   viewer_driver run VIEWER DATABASE NO-DATABASE FOLDER   NO-DATABASE is a file of another kind; pictures,
 //   metafiles
 //                                                          and results go to FOLDER
-//   viewer_driver like A.png B.png                         tells how alike two pictures are, -100 to 100 per
+//   viewer_driver like A.png B.png
+//                                 tells how alike two pictures are, -100 to 100 per
 //   cent
 //
 // Every check is a line "ok: ..." or "FAILED: ..."; the result of `run` is the number of the failed ones.
@@ -33,6 +34,7 @@ constexpr SIZE kDiagramPicture = {640, 480};
 constexpr Colour kBlack = {0, 0, 0};
 constexpr Colour kRed = {255, 0, 0};
 constexpr Colour kBlue = {0, 0, 255};
+constexpr int kBluePointSlack = 100;  // its lines are softened on Linux
 
 std::string narrow(const std::wstring& text) {
   std::string bytes(text.size() * 3, '\0');
@@ -85,9 +87,11 @@ Records records_of(HENHMETAFILE metafile) {
 
 class Run {
  public:
-  Run(std::wstring program, std::wstring database, std::wstring no_database, std::wstring folder)
+  Run(std::wstring program, std::wstring database, std::wstring variant, std::wstring no_database,
+      std::wstring folder)
       : program_(std::move(program)),
         database_(std::move(database)),
+        variant_(std::move(variant)),
         no_database_(std::move(no_database)),
         folder_(std::move(folder)) {}
 
@@ -112,6 +116,7 @@ class Run {
   void visits_all();
   void visit(HTREEITEM branch);
   void scales();
+  void chooses_throw_line();
   void closes();
 
   void open_branch(const std::wstring& class_id, const std::wstring& family);
@@ -121,7 +126,7 @@ class Run {
   void write(const std::wstring& name, const std::wstring& text) const;
   static std::string read(const std::wstring& path);
 
-  std::wstring program_, database_, no_database_, folder_;
+  std::wstring program_, database_, variant_, no_database_, folder_;
   Viewer* viewer_ = nullptr;
   int failed_ = 0;
   int visited_ = 0;
@@ -159,6 +164,7 @@ int Run::all() {
   visits_all();
   answers(L"QZSA-*", L"QZSA-200", {"ASD", "QZSA-200", 80, 50, "G", "90"});
   scales();
+  chooses_throw_line();
   closes();
   return failed_;
 }
@@ -528,14 +534,43 @@ void Run::scales() {
   shoot(L"viewer-throw");
 }
 
+// Where no parameter has the name that chooses throw lines, the second combo box is theirs. The name of the
+// file is not of one code page.
+void Run::chooses_throw_line() {
+  viewer_->post_command(IDM_OPEN);
+  answer_file_dialog(variant_);
+  const std::wstring name = variant_.substr(variant_.find_last_of(L'\\') + 1);
+  check(wait_until([&] { return contains(text_of(viewer_->window()), name); }), L"opened: " + name);
+  open_branch(L"ASD", L"QZSA-*");
+  viewer_->pick_in_list(IDC_SIZES, L"QZSA-160");
+  check(contains(text_of(viewer_->control(IDC_FIRST_VALUE_LABEL)), L"ANG") &&
+            contains(text_of(viewer_->control(IDC_SECOND_VALUE_LABEL)), L"Throw line"),
+        L"a parameter and the throw lines");
+  viewer_->type(IDC_FLOW, L"60");
+  viewer_->type(IDC_PRESSURE, L"40");
+  check(viewer_->pick_in_combo(IDC_SECOND_VALUE, L"90"), L"throw line 90");
+  const std::vector<std::wstring> wanted = expected_lines(variant_, {"ASD", "QZSA-160", 60, 40, "", "90"});
+  for (const std::wstring& line : wanted) check(contains(results(), L"\r\n" + line + L"\r\n"), line);
+  check(wanted.size() > 4 && viewer_->pick_in_combo(IDC_FIRST_VALUE, L"45"), L"and the parameter's 45");
+  for (const std::wstring& line : expected_lines(variant_, {"ASD", "QZSA-160", 60, 40, "ANG", "45"})) {
+    const bool of_throw = line.starts_with(L"Throw");
+    check(contains(results(), L"\r\n" + line + L"\r\n") != of_throw,
+          line + (of_throw ? L" is not chosen" : L""));
+  }
+  shoot(L"viewer-throw-line");
+}
+
 void Run::closes() {
   check(viewer_->close() == DWORD{0}, L"the viewer ends with 0");
 }
 
+// Menu and client area; title and frame are the system's.
 void Run::shoot(const std::wstring& name) const {
   SetForegroundWindow(viewer_->window());
   Sleep(kPaintMs);
-  save_png(screen(rect_on_screen(viewer_->window())), folder_ + L'\\' + name + L".png");
+  RECT rect = client_on_screen(viewer_->window());
+  rect.top -= GetSystemMetrics(SM_CYMENU);
+  save_png(screen(rect), folder_ + L'\\' + name + L".png");
 }
 
 void Run::write(const std::wstring& name, const std::wstring& text) const {
@@ -560,12 +595,14 @@ std::string Run::read(const std::wstring& path) {
 int run(const std::vector<std::wstring>& arguments) {
   const PictureFiles files;
   if (arguments.size() == 4 && arguments[1] == L"like") {
-    const double alike = likeness(load_png(arguments[2]), load_png(arguments[3]));
-    std::printf("%d\n", static_cast<int>(alike * 100));
+    const Picture a = load_png(arguments[2]);
+    const Picture b = load_png(arguments[3]);
+    std::printf("%d %d\n", static_cast<int>(likeness(a, b) * 100),
+                static_cast<int>(distance_of(a, b, kBlue, kBluePointSlack) * 1000));
     return 0;
   }
-  if (arguments.size() != 6 || arguments[1] != L"run") return kBadCall;
-  return Run(arguments[2], arguments[3], arguments[4], arguments[5]).all();
+  if (arguments.size() != 7 || arguments[1] != L"run") return kBadCall;
+  return Run(arguments[2], arguments[3], arguments[4], arguments[5], arguments[6]).all();
 }
 
 }  // namespace

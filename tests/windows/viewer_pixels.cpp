@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <cmath>
 namespace Gdiplus {
-using std::max;
-using std::min;
+using std::max;  // NOLINT(misc-unused-using-decls): its headers use them
+using std::min;  // NOLINT(misc-unused-using-decls)
 }  // namespace Gdiplus
 #include <gdiplus.h>
 
@@ -16,6 +16,7 @@ namespace {
 
 constexpr int kColumns = 40;  // of the grid
 constexpr int kRows = 30;
+constexpr std::size_t kCells = std::size_t{kColumns} * kRows;
 constexpr int kWhite = 250;  // and lighter
 const CLSID kPngEncoder = {0x557cf406, 0x1a04, 0x11d3, {0x9a, 0x73, 0x00, 0x00, 0xf8, 0x1e, 0xf3, 0x2e}};
 
@@ -23,14 +24,19 @@ double darkness(Colour colour) {
   return 1.0 - std::min({colour.red, colour.green, colour.blue}) / 255.0;
 }
 
+// Place in a field of rows.
+std::size_t place(int x, int y, int width) {
+  return static_cast<std::size_t>(y) * static_cast<std::size_t>(width) + static_cast<std::size_t>(x);
+}
+
 std::size_t cell_of(int x, int y, const Picture& picture) {
-  return static_cast<std::size_t>(y * kRows / picture.height * kColumns + x * kColumns / picture.width);
+  return place(x * kColumns / picture.width, y * kRows / picture.height, kColumns);
 }
 
 // Mean darkness of the cells.
 std::vector<double> grid_of(const Picture& picture) {
-  std::vector<double> sum(kColumns * kRows, 0.0);
-  std::vector<double> count(kColumns * kRows, 0.0);
+  std::vector<double> sum(kCells, 0.0);
+  std::vector<double> count(kCells, 0.0);
   for (int y = 0; y < picture.height; ++y) {
     for (int x = 0; x < picture.width; ++x) {
       sum[cell_of(x, y, picture)] += darkness(picture.at(x, y));
@@ -48,8 +54,7 @@ std::vector<double> softened(const std::vector<double>& grid) {
     for (int x = 0; x < kColumns; ++x) {
       for (int j = std::max(0, y - 1); j <= std::min(kRows - 1, y + 1); ++j) {
         for (int i = std::max(0, x - 1); i <= std::min(kColumns - 1, x + 1); ++i) {
-          soft[static_cast<std::size_t>(y * kColumns + x)] +=
-              grid[static_cast<std::size_t>(j * kColumns + i)];
+          soft[place(x, y, kColumns)] += grid[place(i, j, kColumns)];
         }
       }
     }
@@ -89,11 +94,34 @@ double mean_of(const std::vector<double>& values) {
   return sum / static_cast<double>(values.size());
 }
 
+bool is_like(Colour seen, Colour colour, int slack) {
+  return std::abs(seen.red - colour.red) <= slack && std::abs(seen.green - colour.green) <= slack &&
+         std::abs(seen.blue - colour.blue) <= slack;
+}
+
+struct Middle {
+  double x = 0, y = 0;  // shares of the width
+  int count = 0;        // of pixels
+};
+
+Middle middle_of(const Picture& picture, Colour colour, int slack) {
+  Middle middle;
+  for (int y = 0; y < picture.height; ++y) {
+    for (int x = 0; x < picture.width; ++x) {
+      if (!is_like(picture.at(x, y), colour, slack)) continue;
+      middle.x += x;
+      middle.y += y;
+      ++middle.count;
+    }
+  }
+  const double scale = std::max(1, middle.count) * static_cast<double>(picture.width);
+  return {middle.x / scale, middle.y / scale, middle.count};
+}
+
 }  // namespace
 
 Colour Picture::at(int x, int y) const {
-  const std::uint32_t pixel =
-      pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) + static_cast<std::size_t>(x)];
+  const std::uint32_t pixel = pixels[place(x, y, width)];
   return {static_cast<int>(pixel >> 16 & 0xFF), static_cast<int>(pixel >> 8 & 0xFF),
           static_cast<int>(pixel & 0xFF)};
 }
@@ -107,7 +135,7 @@ Picture Picture::part(const RECT& rect) const {
   cut.width = std::max(0, right - left);
   cut.height = std::max(0, bottom - top);
   for (int y = 0; y < cut.height; ++y) {
-    const auto row = pixels.begin() + (top + y) * width + left;
+    const auto row = pixels.begin() + static_cast<std::ptrdiff_t>(place(left, top + y, width));
     cut.pixels.insert(cut.pixels.end(), row, row + cut.width);
   }
   return cut;
@@ -164,15 +192,13 @@ Picture load_png(const std::wstring& path) {
 }
 
 int count_of(const Picture& picture, Colour colour, int slack) {
-  int count = 0;
-  for (int y = 0; y < picture.height; ++y) {
-    for (int x = 0; x < picture.width; ++x) {
-      const Colour seen = picture.at(x, y);
-      count += std::abs(seen.red - colour.red) <= slack && std::abs(seen.green - colour.green) <= slack &&
-               std::abs(seen.blue - colour.blue) <= slack;
-    }
-  }
-  return count;
+  return middle_of(picture, colour, slack).count;
+}
+
+double distance_of(const Picture& a, const Picture& b, Colour colour, int slack) {
+  const Middle first = middle_of(a, colour, slack);
+  const Middle second = middle_of(b, colour, slack);
+  return first.count > 0 && second.count > 0 ? std::hypot(first.x - second.x, first.y - second.y) : 1;
 }
 
 double ink_share(const Picture& picture) {

@@ -52,4 +52,8 @@ double ink_share(const Picture& picture);
 // a grid laid over each. They may have different sizes.
 double likeness(const Picture& a, const Picture& b);
 
+// Distance between the middles of the ink of one colour in two pictures, as a share of their width; 1 if
+// there is no such ink in one of them.
+double distance_of(const Picture& a, const Picture& b, Colour colour, int slack);
+
 }  // namespace drive
