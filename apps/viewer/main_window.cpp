@@ -206,7 +206,8 @@ void MainWindow::set_minimum(MINMAXINFO& info) const {
 void MainWindow::arrange() {
   HWND status = GetDlgItem(hwnd_, IDC_STATUS);
   if (status == nullptr) return;
-  SendMessageW(status, WM_SIZE, 0, 0);  // it places itself
+  SendMessageW(status, WM_SIZE, 0, 0);  // it places itself, and may leave its former grip behind
+  InvalidateRect(status, nullptr, TRUE);
   const Layout placed = layout();
   HDWP positions = BeginDeferWindowPos(static_cast<int>(placed.controls.size()));
   for (const Placed& control : placed.controls) {

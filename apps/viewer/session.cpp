@@ -232,7 +232,8 @@ void Session::update() {
   set_text(host_, IDC_RESULTS, text_of(lines_));
   std::wstring status = L"Open a product database: Ctrl+O, or drop its file here.";
   if (database_) status = record_ ? remark_of(product_, point_) : L"No product is selected.";
-  if (status.empty()) status = path();
+  const ProductKey& key = product_.listed.key;
+  if (status.empty()) status = wide(key.class_id) + L' ' + wide(key.object_id);
   set_text(host_, IDC_STATUS, status);
   show_captions();
 }
