@@ -7,7 +7,7 @@
 namespace drive {
 namespace {
 
-constexpr SIZE_T kMostGrowth = 1024 * 1024;  // bytes
+constexpr SIZE_T kMostGrowth = 0x100000;  // bytes
 
 }  // namespace
 
