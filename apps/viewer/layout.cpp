@@ -11,7 +11,7 @@ namespace {
 constexpr SIZE kSmallest = {820, 520};  // at 96 dots per inch
 constexpr double kSmallestShare = 0.12;
 constexpr double kLargestShare = 0.88;
-constexpr double kLargestColumn = 0.5;  // of a side column, so that the middle one keeps some room
+constexpr double kLargestColumns = 0.75;  // of both side columns together
 
 // Widths of the fields over the columns, at 96 dots per inch.
 constexpr int kFlowLabelWidth = 34;
@@ -134,11 +134,10 @@ void drag(const Splitter& splitter, POINT point, Shares& shares) {
   if (splitter.to <= splitter.from) return;
   const LONG at = splitter.upright ? point.x : point.y;
   const double share = static_cast<double>(at - splitter.from) / (splitter.to - splitter.from);
-  const double largest = splitter.upright ? kLargestColumn : kLargestShare;
+  // Both side columns together leave the middle one some room.
+  const double other = splitter.share == &Shares::tree ? shares.sketch : shares.tree;
+  const double largest = splitter.upright ? kLargestColumns - other : kLargestShare;
   shares.*splitter.share = std::clamp(splitter.reversed ? 1.0 - share : share, kSmallestShare, largest);
-  // Both side columns together leave the middle one its share.
-  double& other = splitter.share == &Shares::tree ? shares.sketch : shares.tree;
-  if (splitter.upright) other = std::min(other, kLargestShare - shares.*splitter.share - kSmallestShare);
 }
 
 }  // namespace viewer

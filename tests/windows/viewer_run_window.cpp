@@ -71,7 +71,7 @@ void Run::check_layout(const std::wstring& where) {
 }
 
 void Run::resizes() {
-  const SIZE sizes[] = {{900, 640}, {1380, 940}, {300, 200}, {1000, 900}};
+  const SIZE sizes[] = {{900, 640}, {1270, 1000}, {300, 200}, {1000, 900}};
   for (const SIZE& size : sizes) {
     SetWindowPos(viewer_->window(), nullptr, 0, 0, static_cast<int>(size.cx), static_cast<int>(size.cy),
                  SWP_NOZORDER);
@@ -111,7 +111,10 @@ void Run::drags() {
   check(wider > before + 54 && wider < before + 66,
         L"the tree is dragged wider, by " + std::to_wstring(wider - before));
   check_layout(L"with a wider tree");
+  const LONG sketch = rect_on_screen(viewer_->control(IDC_FIRST_DRAWING + 2)).left;
   drag_tree_edge(5000);
+  check(rect_on_screen(viewer_->control(IDC_FIRST_DRAWING + 2)).left == sketch,
+        L"the other columns keep theirs");
   check_layout(L"with the tree dragged as far as it goes");
   drag_tree_edge(-5000);
   check_layout(L"with the tree dragged as narrow as it gets");
@@ -122,7 +125,7 @@ void Run::drags() {
 }
 
 void Run::scales() {
-  const RECT larger = {0, 0, 1390, 960};
+  const RECT larger = {0, 0, 1270, 1000};
   viewer_->change_dpi(144, larger);
   Sleep(kPaintMs);
   check_layout(L"at 144 dots per inch");
