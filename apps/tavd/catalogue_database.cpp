@@ -14,6 +14,7 @@
 #include "catalogue_values.h"
 #include "errors.h"
 #include "families.h"
+#include "platform.h"
 #include "progress.h"
 #include "tavd/tavdsrv.h"
 #include "text.h"
@@ -136,7 +137,7 @@ void store_all(const Database& database, const std::vector<Entry>& entries) {
 void settle(const std::string& target) {
   std::error_code problem;
   if (!std::filesystem::exists(target, problem)) return;
-  const std::int16_t handle = tavbopendatabase(nullptr, target.c_str(), 0);
+  const std::int16_t handle = open_database_file(target, 0);
   if (handle >= 0) tavdsrv_closedatabase(handle);
   if (std::filesystem::exists(target + "-journal", problem)) {
     throw UserError(target + "-journal lies beside the file to be replaced and would spoil the new one");

@@ -7,6 +7,7 @@
 
 #include "errors.h"
 #include "languages.h"
+#include "platform.h"
 #include "tavd/tavd.h"
 #include "tavd/tavdcore.h"
 #include "tavd/tavdf.h"
@@ -56,7 +57,7 @@ std::int16_t open_file(const std::string& path, Database::Open open) {
   if (std::filesystem::is_directory(status)) {
     throw UserError(in_quotes(path) + " is a folder, expected a product database");
   }
-  const std::int16_t handle = tavdf_open_database(path.c_str(), open == Database::Open::kCreate ? 1 : 0);
+  const std::int16_t handle = open_database_file(path, open == Database::Open::kCreate ? 1 : 0);
   if (handle < 0) {
     const std::string reason = tavdsrv_lasterror();
     throw UserError("cannot open " + in_quotes(path) + " as a product database" +

@@ -68,7 +68,7 @@ void run_dump(const DumpOptions& options) {
     throw UserError(options.target + " is the database itself, expected another name for its text");
   }
   Draft draft(options.target);
-  std::ofstream out(draft.path(), std::ios::binary);
+  std::ofstream out(std::filesystem::path(draft.path()), std::ios::binary);
   const std::size_t records = dump_database(database, out);
   out.close();
   if (!out) throw UserError(options.target + ": cannot be written");

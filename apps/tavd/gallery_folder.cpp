@@ -1,5 +1,3 @@
-#include <unistd.h>
-
 #include <array>
 #include <cerrno>
 #include <cstdio>
@@ -9,7 +7,9 @@
 
 #include "errors.h"
 #include "gallery.h"
+#include "platform.h"
 #include "text.h"
+#include "whole_file.h"
 
 namespace tavdhost {
 namespace {
@@ -35,10 +35,6 @@ std::string safe(std::string_view text, bool with_dots) {
   return result;
 }
 
-UserError cannot_write(const fs::path& path, const std::string& reason) {
-  return UserError("cannot write " + in_quotes(path.string()) + ": " + printable(reason));
-}
-
 }  // namespace
 
 std::string GalleryNames::name(const RecordKey& key) {
@@ -59,11 +55,11 @@ GalleryFolder::GalleryFolder(fs::path target) : target_(std::move(target)) {
   if (exists && !fs::is_directory(target_)) {
     throw UserError(in_quotes(target_.string()) + " is a file, expected a folder");
   }
-  const std::string mark = ".unfinished-" + std::to_string(getpid());
+  const std::string mark = ".unfinished-" + std::to_string(process_number());
   // In one file system with the target, so that the files can be moved.
   unfinished_ = exists ? target_ / mark : fs::path(target_.string() + mark);
   fs::create_directories(unfinished_, error);
-  if (error) throw cannot_write(target_, error.message());
+  if (error) throw cannot_write(target_.string(), error.message());
 }
 
 GalleryFolder::~GalleryFolder() {
@@ -78,26 +74,27 @@ std::string GalleryFolder::place(const std::string& name) {
 
 void GalleryFolder::write(const std::string& name, const std::string& bytes) {
   errno = 0;
-  std::ofstream file(place(name), std::ios::binary);
+  std::ofstream file(fs::path(place(name)), std::ios::binary);
   file << bytes;
   file.close();
-  if (!file) throw cannot_write(target_ / name, std::generic_category().message(errno));
+  if (!file) throw cannot_write((target_ / name).string(), std::generic_category().message(errno));
 }
 
 void GalleryFolder::finish() {
   std::error_code error;
   if (!fs::exists(target_, error)) {
     fs::rename(unfinished_, target_, error);
-    if (error) throw cannot_write(target_, error.message());
+    if (error) throw cannot_write(target_.string(), error.message());
     return;
   }
   // Nothing is moved before everything can be.
   for (const std::string& name : names_) {
-    if (fs::is_directory(target_ / name, error)) throw cannot_write(target_ / name, "it is a folder");
+    if (fs::is_directory(target_ / name, error))
+      throw cannot_write((target_ / name).string(), "it is a folder");
   }
   for (const std::string& name : names_) {
     fs::rename(unfinished_ / name, target_ / name, error);
-    if (error) throw cannot_write(target_ / name, error.message());
+    if (error) throw cannot_write((target_ / name).string(), error.message());
   }
 }
 
