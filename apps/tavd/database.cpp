@@ -7,6 +7,7 @@
 
 #include "errors.h"
 #include "languages.h"
+#include "paths.h"
 #include "platform.h"
 #include "tavd/tavd.h"
 #include "tavd/tavdcore.h"
@@ -49,7 +50,7 @@ void start_library(const TextChoice& texts) {
 
 std::int16_t open_file(const std::string& path, Database::Open open) {
   std::error_code error;
-  const auto status = std::filesystem::status(path, error);
+  const auto status = std::filesystem::status(to_path(path), error);
   if (open == Database::Open::kExisting && !std::filesystem::exists(status)) {
     throw UserError("no database " + in_quotes(path) + ": " +
                     (error ? error.message() : std::string("there is no such file")));

@@ -1,4 +1,3 @@
-#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <string>
@@ -9,6 +8,7 @@
 #include "drawings.h"
 #include "errors.h"
 #include "gallery.h"
+#include "paths.h"
 #include "picture.h"
 #include "progress.h"
 #include "units.h"
@@ -100,7 +100,7 @@ void Drawer::draw_throw(const Record& record, const std::string& name, GalleryIt
 }
 
 void draw_products(const Database& database, const std::string& folder_name) {
-  GalleryFolder folder(folder_name);
+  GalleryFolder folder(to_path(folder_name));
   Drawer drawer(database, folder);
   const std::vector<Record> records = product_records(database);
   std::vector<GalleryItem> items;
@@ -111,11 +111,10 @@ void draw_products(const Database& database, const std::string& folder_name) {
       progress.step();
     }
   }
-  folder.write(kPage, gallery_page(std::filesystem::path(database.path()).filename().string(), items));
+  folder.write(kPage, gallery_page(to_text(to_path(database.path()).filename()), items));
   folder.finish();
-  std::cout << (std::filesystem::path(folder_name) / kPage).string() << ": " << items.size() << " products, "
-            << drawer.flows << " flow diagrams, " << drawer.throws << " throw diagrams, " << drawer.shapes
-            << " pictures\n";
+  std::cout << to_text(to_path(folder_name) / kPage) << ": " << items.size() << " products, " << drawer.flows
+            << " flow diagrams, " << drawer.throws << " throw diagrams, " << drawer.shapes << " pictures\n";
 }
 
 void check_options(const GalleryOptions& options) {
@@ -133,7 +132,7 @@ void check_options(const GalleryOptions& options) {
 
 void run_gallery(const GalleryOptions& options) {
   check_options(options);
-  if (options.shapes) draw_shapes(options.folder, picture_size(options.shape_size));
+  if (options.shapes) draw_shapes(to_path(options.folder), picture_size(options.shape_size));
   if (options.path.empty()) return;
   const Database database(options.path, Database::Open::kExisting, options.texts);
   if (!options.folder.empty()) draw_products(database, options.folder);

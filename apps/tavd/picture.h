@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 
+#include "area.h"
 #include "library_drawings.h"
 
 namespace tavdhost {
@@ -22,10 +23,6 @@ struct PictureSize {
 // "1200x900". Throws UserError if it is no size, or a side is not from 64 to 16384.
 PictureSize picture_size(const std::string& text);
 
-struct Area {
-  std::int32_t left, top, right, bottom;
-};
-
 // The pictures that this platform makes, in words and as endings.
 struct PictureForms {
   const char* endings;        // all, for messages: ".png, .svg, .pdf or .txt"
@@ -37,7 +34,8 @@ struct PictureForms {
 };
 extern const PictureForms kPictureForms;
 
-// A small drawing among others in a picture. Lines are cut at the edge of the window.
+// A small drawing among others in a picture. Of lines it has what lies in the window, and of texts
+// those whose reference point does; figures are drawn whole.
 struct Cell {
   Area place;                          // of the drawing's plane, pixels
   Area window;                         // logical units

@@ -2,11 +2,11 @@
 #include "picture.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <stdexcept>
 
 #include "cut_surface.h"
 #include "drawing_text.h"
+#include "paths.h"
 #include "platform.h"
 #include "tavdgui/tavdcairo.h"
 #include "tavdgui/tavdgui.h"
@@ -64,7 +64,7 @@ void draw_frame(tgui_surface* surface, const Area& window, std::uint32_t colour)
 
 Picture::Picture(const std::string& path, PictureSize size)
     : surface_(new Surface{path, size, false, nullptr}) {
-  const std::string ending = lower(std::filesystem::path(path).extension().string());
+  const std::string ending = lower(to_text(to_path(path).extension()));
   tgui_surface*& surface = surface_->surface;
   if (ending == ".png") {
     surface = tgui_cairo_png(path.c_str(), size.width, size.height);
@@ -114,8 +114,8 @@ void Picture::paint(const LibraryDrawing& drawing, const Cell& cell) {
   tgui_set_map_mode(surface, TGUI_MM_ANISOTROPIC);
   tgui_set_window_ext(surface, drawing.plane_width, drawing.plane_height);
   tgui_set_viewport_org(surface, place.left, place.top);
-  tgui_set_viewport_ext(surface, place.right - place.left, place.bottom - place.top);
-  tgui_surface* const cut = cut_surface(surface, {window.left, window.top, window.right, window.bottom});
+  tgui_set_viewport_ext(surface, place.width(), place.height());
+  tgui_surface* const cut = cut_surface(surface, window);
   draw(drawing, cut);
   tgui_surface_destroy(cut);
   if (cell.frame) draw_frame(surface, window, *cell.frame);

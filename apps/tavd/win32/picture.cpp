@@ -2,9 +2,9 @@
 #include "picture.h"
 
 #include <cmath>
-#include <filesystem>
 
 #include "drawing_text.h"
+#include "paths.h"
 #include "surface.h"
 #include "text.h"
 #include "whole_file.h"
@@ -34,7 +34,7 @@ Area place_of(const LibraryDrawing& drawing, PictureSize size) {
 }  // namespace
 
 Picture::Picture(const std::string& path, PictureSize size) : surface_(new Surface{path, size, nullptr}) {
-  const std::string ending = lower(std::filesystem::path(path).extension().string());
+  const std::string ending = lower(to_text(to_path(path).extension()));
   if (ending == ".png") {
     surface_->target = pixel_surface(size);
   } else if (ending == ".emf") {
@@ -52,11 +52,11 @@ void Picture::describe(const DrawingText& text) {
 }
 
 void Picture::paint(const LibraryDrawing& drawing) {
-  surface_->target->draw({drawing, place_of(drawing, surface_->size)});
+  surface_->target->draw(Recorded(drawing), {place_of(drawing, surface_->size)});
 }
 
 void Picture::paint(const LibraryDrawing& drawing, const Cell& cell) {
-  surface_->target->draw({drawing, cell.place, &cell});
+  surface_->target->draw(Recorded(drawing), {cell.place, &cell});
 }
 
 void Picture::finish() {

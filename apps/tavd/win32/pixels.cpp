@@ -86,7 +86,7 @@ class Pixels : public Surface {
         stride_((kChannels * static_cast<std::size_t>(size.width) + 3) / 4 * 4),
         pixels_(stride_ * static_cast<std::size_t>(size.height), static_cast<unsigned char>(kWhite)) {}
 
-  void draw(const Placed& placed) override;
+  void draw(const Recorded& drawing, const Placed& placed) override;
   std::string bytes() override;
 
  private:
@@ -97,21 +97,19 @@ class Pixels : public Surface {
   std::vector<unsigned char> pixels_;
 };
 
-void Pixels::draw(const Placed& placed) {
-  const Area area = covered(placed, size_);
+void Pixels::draw(const Recorded& drawing, const Placed& placed) {
+  const Area area = drawing.covered(placed, size_);
   const int width = area.right - area.left;
   if (width <= 0 || area.bottom <= area.top) return;
   const std::int64_t row_pixels = std::int64_t{width} * kFineness * kFineness;
   const int rows = std::clamp(static_cast<int>(kBandPixels / row_pixels), 1, area.bottom - area.top);
   Band band(width * kFineness, rows * kFineness);
-  placed.drawing.create_tools();
   for (int top = area.top; top < area.bottom; top += rows) {
     band.wipe();
-    draw_placed(band.hdc(), placed, {area.left, top}, kFineness);
+    drawing.draw(band.hdc(), placed, {area.left, top}, kFineness);
     GdiFlush();
     take_in(band, {area.left, top, area.right, std::min(top + rows, area.bottom)});
   }
-  placed.drawing.destroy_tools();
 }
 
 // Ink on ink grows darker, as where two drawings meet.

@@ -8,9 +8,9 @@
 #include <shellapi.h>
 
 #include <cstdio>
-#include <filesystem>
 #include <memory>
 
+#include "paths.h"
 #include "tavd/tavdf.h"
 
 namespace tavdhost {
@@ -79,7 +79,7 @@ int process_number() {
 }
 
 std::int16_t open_database_file(const std::string& path, std::int32_t mode) {
-  return tavdf_open_databasew(std::filesystem::path(path).c_str(), mode);
+  return tavdf_open_databasew(to_path(path).c_str(), mode);
 }
 
 tavd_hmodule program_module() {
