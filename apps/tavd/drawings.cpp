@@ -90,6 +90,8 @@ void choose_throw_line(const FlowData& flow, const std::string& value) {
 ThrowDiagram::ThrowDiagram(const Database& database, const Record& record, const Product& product, float qv,
                            std::int16_t unit, const std::string& value) {
   L2dg_reset_parameters();
+  // A platform that refuses the window class spoils the first init, and drawing needs no window.
+  L2dg_init_empty(program_module(), database.handle());
   L2dg_init(program_module(), database.handle(), nullptr, 0, qv, 0, unit);
   choose_throw_line(product.flow, value);
   drawable_ = L2dg_initdiagramdata(record.get()) == 0;
