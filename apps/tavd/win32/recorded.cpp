@@ -4,9 +4,11 @@
 #include <cmath>
 #include <cstddef>
 #include <map>
+#include <optional>
 #include <stdexcept>
 #include <vector>
 
+#include "dashes.h"
 #include "memory_metafile.h"
 
 namespace tavdhost {
@@ -15,7 +17,7 @@ namespace {
 // The units of texts: so many to a pixel, the same each way. In a plane that is stretched more in one
 // direction than in the other, players of metafiles disagree on the width of letters and on the pace of
 // rotated ones.
-constexpr int kTextUnits = 16;
+constexpr int kFineUnits = 16;
 
 // A text without the widths of its letters, which GDI records in one of several forms. mingw has no structure
 // for it.
@@ -34,6 +36,12 @@ const Record& as(const ENHMETARECORD* record) {
   return *reinterpret_cast<const Record*>(record);
 }
 
+// A pen of a drawing.
+struct Pen {
+  HPEN pen;
+  std::optional<Dashes> dashes;  // in fine units, as its width is then
+};
+
 // Draws record by record.
 class Player {
  public:
@@ -49,6 +57,7 @@ class Player {
       if (object != nullptr) DeleteObject(object);
     }
     for (const auto& [index, font] : fonts_) DeleteObject(font);
+    for (const auto& [index, pen] : pens_) DeleteObject(pen.pen);
   }
   Player(const Player&) = delete;
   Player& operator=(const Player&) = delete;
@@ -58,14 +67,18 @@ class Player {
 
  private:
   void use_plane();
-  void use_text_units();
-  // In units of texts.
-  LONG text_x(LONG x) const;
-  LONG text_y(LONG y) const;
+  void use_fine_units();
+  LONG fine_x(double x) const;
+  LONG fine_y(double y) const;
   void make_font(const EMREXTCREATEFONTINDIRECTW& record);
-  bool drop_font(DWORD index);
+  void make_pen(const EMRCREATEPEN& record);
+  // Whether there was a pen or font of that index, which another object may have next.
+  bool drop(DWORD index);
   void select(const ENHMETARECORD* record);
+  void move_to(LONG x, LONG y);
   void line_to(LONG x, LONG y);
+  void broken_line(DashPoint from, DashPoint to);
+  void broken_arc(const RECTL& box, POINTL start, POINTL end);
   template <typename Out>
   void text(LONG x, LONG y, Out out);
   void small_text(const ENHMETARECORD* record);
@@ -78,7 +91,9 @@ class Player {
   int fineness_;
   std::vector<HGDIOBJ> objects_;  // by their index in the metafile, which fonts have too
   std::map<DWORD, HFONT> fonts_;
-  LONG x_ = 0, y_ = 0;  // where the next line begins
+  std::map<DWORD, Pen> pens_;
+  Dashes* dashes_ = nullptr;  // of the selected pen, if it breaks lines
+  LONG x_ = 0, y_ = 0;        // where the next line begins
   int saved_;
 };
 
@@ -90,24 +105,23 @@ void Player::use_plane() {
   SetViewportExtEx(hdc_, placed_.place.width() * fineness_, placed_.place.height() * fineness_, nullptr);
 }
 
-void Player::use_text_units() {
-  SetWindowExtEx(hdc_, kTextUnits, kTextUnits, nullptr);
+void Player::use_fine_units() {
+  SetWindowExtEx(hdc_, kFineUnits, kFineUnits, nullptr);
   SetViewportExtEx(hdc_, fineness_, fineness_, nullptr);
 }
 
-LONG Player::text_x(LONG x) const {
-  return std::lround(static_cast<double>(x) * placed_.place.width() * kTextUnits / plane_.width);
+LONG Player::fine_x(double x) const {
+  return std::lround(x * placed_.place.width() * kFineUnits / plane_.width);
 }
 
-LONG Player::text_y(LONG y) const {
-  return std::lround(static_cast<double>(y) * placed_.place.height() * kTextUnits / plane_.height);
+LONG Player::fine_y(double y) const {
+  return std::lround(y * placed_.place.height() * kFineUnits / plane_.height);
 }
 
 void Player::play(const ENHMETARECORD* record) {
   switch (record->iType) {
     case EMR_MOVETOEX:
-      x_ = as<EMRMOVETOEX>(record).ptl.x;
-      y_ = as<EMRMOVETOEX>(record).ptl.y;
+      move_to(as<EMRMOVETOEX>(record).ptl.x, as<EMRMOVETOEX>(record).ptl.y);
       break;
     case EMR_LINETO:
       line_to(as<EMRLINETO>(record).ptl.x, as<EMRLINETO>(record).ptl.y);
@@ -119,7 +133,7 @@ void Player::play(const ENHMETARECORD* record) {
       select(record);
       break;
     case EMR_DELETEOBJECT:
-      if (!drop_font(as<EMRDELETEOBJECT>(record).ihObject)) play_as_it_is(record);
+      if (!drop(as<EMRDELETEOBJECT>(record).ihObject)) play_as_it_is(record);
       break;
     case EMR_EXTTEXTOUTW:
     case EMR_EXTTEXTOUTA: {
@@ -138,13 +152,30 @@ void Player::play(const ENHMETARECORD* record) {
     case EMR_SETBKMODE:
     case EMR_SETTEXTALIGN:
     case EMR_SETTEXTCOLOR:
-    case EMR_CREATEPEN:
     case EMR_EXTCREATEPEN:
     case EMR_CREATEBRUSHINDIRECT:
-    case EMR_ELLIPSE:
-    case EMR_ARC:
       play_as_it_is(record);
       break;
+    case EMR_CREATEPEN:
+      make_pen(as<EMRCREATEPEN>(record));
+      break;
+    case EMR_ELLIPSE: {
+      const RECTL& box = as<EMRELLIPSE>(record).rclBox;
+      const POINTL right = {box.right, (box.top + box.bottom) / 2};
+      if (dashes_ == nullptr)
+        play_as_it_is(record);
+      else
+        broken_arc(box, right, right);
+      break;
+    }
+    case EMR_ARC: {
+      const auto& told = as<EMRARC>(record);
+      if (dashes_ == nullptr)
+        play_as_it_is(record);
+      else
+        broken_arc(told.rclBox, told.ptlStart, told.ptlEnd);
+      break;
+    }
     default:  // the mapping is the player's own
       break;
   }
@@ -157,35 +188,79 @@ void Player::play_as_it_is(const ENHMETARECORD* record) {
 
 void Player::make_font(const EMREXTCREATEFONTINDIRECTW& record) {
   LOGFONTW font = record.elfw.elfLogFont;
-  font.lfHeight = text_y(font.lfHeight);
+  font.lfHeight = fine_y(font.lfHeight);
   // Shades in all directions: colours at the edges of letters are for screens.
   font.lfQuality = ANTIALIASED_QUALITY;
-  drop_font(record.ihFont);
+  drop(record.ihFont);
   fonts_[record.ihFont] = CreateFontIndirectW(&font);
 }
 
-// Whether there was one of that index, which another object may have next.
-bool Player::drop_font(DWORD index) {
+// No line is thinner than a pixel of the picture.
+void Player::make_pen(const EMRCREATEPEN& record) {
+  const LOGPEN& told = record.lopn;
+  const double pixel = static_cast<double>(plane_.width) / placed_.place.width();
+  const double width = std::max<double>(told.lopnWidth.x, pixel);
+  drop(record.ihPen);
+  const std::span<const double> pattern = dash_pattern(told.lopnStyle);
+  if (pattern.empty()) {
+    pens_[record.ihPen] = {
+        CreatePen(static_cast<int>(told.lopnStyle), static_cast<int>(std::lround(width)), told.lopnColor),
+        {}};
+    return;
+  }
+  const LOGBRUSH ink = {BS_SOLID, told.lopnColor, 0};
+  const LONG fine_width = fine_x(width);
+  pens_[record.ihPen] = {ExtCreatePen(PS_GEOMETRIC | PS_SOLID | PS_ENDCAP_FLAT,
+                                      static_cast<DWORD>(fine_width), &ink, 0, nullptr),
+                         Dashes(pattern, static_cast<double>(fine_width))};
+}
+
+bool Player::drop(DWORD index) {
   const auto font = fonts_.find(index);
-  if (font == fonts_.end()) return false;
-  DeleteObject(font->second);
-  fonts_.erase(font);
+  const auto pen = pens_.find(index);
+  if (font != fonts_.end()) {
+    DeleteObject(font->second);
+    fonts_.erase(font);
+    return true;
+  }
+  if (pen == pens_.end()) return false;
+  if (dashes_ && pen->second.dashes) dashes_ = nullptr;
+  DeleteObject(pen->second.pen);
+  pens_.erase(pen);
   return true;
 }
 
 void Player::select(const ENHMETARECORD* record) {
-  const auto font = fonts_.find(as<EMRSELECTOBJECT>(record).ihObject);
+  const DWORD index = as<EMRSELECTOBJECT>(record).ihObject;
+  const auto font = fonts_.find(index);
+  const auto pen = pens_.find(index);
   if (font != fonts_.end()) {
     SelectObject(hdc_, font->second);
+  } else if (pen != pens_.end()) {
+    SelectObject(hdc_, pen->second.pen);
+    dashes_ = pen->second.dashes ? &*pen->second.dashes : nullptr;
   } else {
     play_as_it_is(record);
+    // GDI's own pen may have taken the place of a broken one.
+    if (GetObjectType(GetCurrentObject(hdc_, OBJ_PEN)) == OBJ_PEN) dashes_ = nullptr;
   }
+}
+
+void Player::move_to(LONG x, LONG y) {
+  if (dashes_ != nullptr && (x != x_ || y != y_)) dashes_->restart();
+  x_ = x;
+  y_ = y;
 }
 
 void Player::line_to(LONG x, LONG y) {
   std::optional<Line> line = Line{x_, y_, x, y};
   if (placed_.cell != nullptr) line = cut_line(*line, placed_.cell->window);
-  if (line) {
+  if (line && dashes_ != nullptr) {
+    use_fine_units();
+    broken_line({static_cast<double>(line->x1), static_cast<double>(line->y1)},
+                {static_cast<double>(line->x2), static_cast<double>(line->y2)});
+    use_plane();
+  } else if (line) {
     MoveToEx(hdc_, line->x1, line->y1, nullptr);
     LineTo(hdc_, line->x2, line->y2);
   }
@@ -193,12 +268,32 @@ void Player::line_to(LONG x, LONG y) {
   y_ = y;
 }
 
-// `out` draws it at a point in units of texts.
+// Between two points of the plane; fine units are in use.
+void Player::broken_line(DashPoint from, DashPoint to) {
+  const auto fine = [this](DashPoint at) {
+    return DashPoint{static_cast<double>(fine_x(at.x)), static_cast<double>(fine_y(at.y))};
+  };
+  for (const Dash& dash : dashes_->cut(fine(from), fine(to))) {
+    MoveToEx(hdc_, std::lround(dash.from.x), std::lround(dash.from.y), nullptr);
+    LineTo(hdc_, std::lround(dash.to.x), std::lround(dash.to.y));
+  }
+}
+
+// The outline of an ellipse or a part of it. Broken ones are not filled.
+void Player::broken_arc(const RECTL& box, POINTL start, POINTL end) {
+  const std::vector<DashPoint> points = ellipse_points(box, start, end);
+  dashes_->restart();
+  use_fine_units();
+  for (std::size_t i = 1; i < points.size(); ++i) broken_line(points[i - 1], points[i]);
+  use_plane();
+}
+
+// `out` draws it at a point in fine units.
 template <typename Out>
 void Player::text(LONG x, LONG y, Out out) {
   if (placed_.cell != nullptr && !placed_.cell->window.holds(x, y)) return;
-  use_text_units();
-  out(text_x(x), text_y(y));
+  use_fine_units();
+  out(fine_x(x), fine_y(y));
   use_plane();
 }
 
