@@ -14,9 +14,9 @@
 namespace tavdhost {
 namespace {
 
-// The units of texts: so many to a pixel, the same each way. In a plane that is stretched more in one
-// direction than in the other, players of metafiles disagree on the width of letters and on the pace of
-// rotated ones.
+// The fine units, of texts and broken lines: so many to a pixel, the same each way. In a plane that is
+// stretched more in one direction than in the other, players of metafiles disagree on the width of letters
+// and on the pace of rotated ones.
 constexpr int kFineUnits = 16;
 
 // A text without the widths of its letters, which GDI records in one of several forms. mingw has no structure
@@ -68,6 +68,7 @@ class Player {
  private:
   void use_plane();
   void use_fine_units();
+  // Of the plane, in fine units.
   LONG fine_x(double x) const;
   LONG fine_y(double y) const;
   void make_font(const EMREXTCREATEFONTINDIRECTW& record);
