@@ -70,10 +70,11 @@ int run(const std::vector<const char*>& arguments) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const tavdhost::Streams streams;
+  tavdhost::set_up_streams();
   try {
     const std::vector<std::string> texts = tavdhost::arguments(argc, argv);
     std::vector<const char*> arguments;
+    arguments.reserve(texts.size());
     for (const std::string& text : texts) arguments.push_back(text.c_str());
     return run(arguments);
   } catch (const tavdhost::UserError& error) {

@@ -9,18 +9,9 @@
 
 namespace tavdhost {
 
-// While it lives, the standard streams are as every platform has them here: bytes go out as they were
+// Makes the standard streams what every platform has here until the program ends: bytes go out as they were
 // written, line ends too, and a terminal shows UTF-8.
-class Streams {
- public:
-  Streams();
-  ~Streams();
-  Streams(const Streams&) = delete;
-  Streams& operator=(const Streams&) = delete;
-
- private:
-  unsigned former_code_page_ = 0;  // of the terminal; 0: none to go back to
-};
+void set_up_streams();
 
 // The arguments as UTF-8, with the program's name first; of those that main() got where it gets them whole.
 std::vector<std::string> arguments(int argc, char** argv);

@@ -8,6 +8,7 @@
 #include <shellapi.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 
 #include "paths.h"
@@ -40,17 +41,14 @@ std::string to_narrow(const wchar_t* wide) {
 
 }  // namespace
 
-Streams::Streams() {
+void set_up_streams() {
   _setmode(_fileno(stdout), _O_BINARY);
   _setmode(_fileno(stderr), _O_BINARY);
   if (!is_terminal(Stream::kOutput) && !is_terminal(Stream::kErrors)) return;
-  former_code_page_ = GetConsoleOutputCP();
+  // The code page is the console's, not the program's, and would stay.
+  static const UINT former = GetConsoleOutputCP();
   SetConsoleOutputCP(CP_UTF8);
-}
-
-// The code page is the console's, not the program's, and would stay.
-Streams::~Streams() {
-  if (former_code_page_ != 0) SetConsoleOutputCP(former_code_page_);
+  std::atexit([] { SetConsoleOutputCP(former); });
 }
 
 // Those of main() are in the system's code page, and wild cards in them have become names of files.

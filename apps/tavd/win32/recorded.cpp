@@ -163,18 +163,20 @@ void Player::play(const ENHMETARECORD* record) {
     case EMR_ELLIPSE: {
       const RECTL& box = as<EMRELLIPSE>(record).rclBox;
       const POINTL right = {box.right, (box.top + box.bottom) / 2};
-      if (dashes_ == nullptr)
+      if (dashes_ == nullptr) {
         play_as_it_is(record);
-      else
+      } else {
         broken_arc(box, right, right);
+      }
       break;
     }
     case EMR_ARC: {
       const auto& told = as<EMRARC>(record);
-      if (dashes_ == nullptr)
+      if (dashes_ == nullptr) {
         play_as_it_is(record);
-      else
+      } else {
         broken_arc(told.rclBox, told.ptlStart, told.ptlEnd);
+      }
       break;
     }
     default:  // the mapping is the player's own
