@@ -17,16 +17,13 @@
 #include "paths.h"
 #include "platform.h"
 #include "progress.h"
+#include "record_layout.h"
 #include "tavd/tavdsrv.h"
 #include "text.h"
 
 namespace tavdhost {
 
 namespace {
-
-constexpr std::size_t kClassBytes = 3;
-constexpr std::size_t kIdBytes = 30;
-constexpr const char* kUsesUtf8 = "usesUTF8";
 
 // A source and the products in it.
 struct ParsedSource {
@@ -67,10 +64,9 @@ void store_encoding(const Database& database, const TextCodec& codec, const Pars
       if (!is_file_header(*product)) continue;
       Faults told_later;
       const auto header = read_entry(codec, source, *product, told_later);
-      const std::int16_t number = find_attribute(std::string_view(kUsesUtf8))->number;
-      if (!header || !header->attributes.contains(number)) continue;
+      if (!header || !header->attributes.contains(kUsesUtf8)) continue;
       store(database,
-            {header->class_id, header->object_id, {{number, header->attributes.at(number)}}, {}, {}});
+            {header->class_id, header->object_id, {{kUsesUtf8, header->attributes.at(kUsesUtf8)}}, {}, {}});
     }
   }
 }
@@ -100,7 +96,7 @@ class Collector {
   std::vector<Entry> take_sorted() {
     std::ranges::sort(entries_, {}, [](const Entry& entry) {
       std::string key = entry.class_id + entry.object_id;
-      key.resize(kClassBytes + kIdBytes, ' ');
+      key.resize(kClassChars + kIdChars, ' ');
       return key;
     });
     return std::move(entries_);

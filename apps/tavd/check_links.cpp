@@ -5,18 +5,13 @@
 #include "check.h"
 #include "families.h"
 #include "layers.h"
+#include "record_layout.h"
 #include "text.h"
 
 namespace tavdhost {
 
 namespace {
 
-constexpr std::int16_t kUsesUtf8 = 1049;
-constexpr std::int16_t kSizingMode = 1150;
-constexpr std::int16_t kModelId = 1525;
-constexpr std::int16_t kModelIdFallback = 1669;
-constexpr std::int16_t kMemberIds = 1604;
-constexpr std::size_t kIdChars = 30;
 constexpr int kMostEncodings = 2;  // 0, 1 and 2 are known
 
 int word_of(const Entry& entry, std::int16_t number) {
@@ -125,9 +120,9 @@ void LinkCheck::check_layers(int mode, const RecordKey& key, Findings& findings)
 void LinkCheck::check_model(const Record& record, const Entry& entry, Findings& findings) {
   const std::string id = model_id(database_, record);
   if (id.empty()) return;
-  const auto first = entry.attributes.find(kModelId);
+  const auto first = entry.attributes.find(kModelIds[0]);
   const bool is_first = first != entry.attributes.end() && !trim_end(first->second).empty();
-  const std::int16_t number = is_first ? kModelId : kModelIdFallback;
+  const std::int16_t number = kModelIds[is_first ? 0 : 1];
   const std::size_t length = trim_end(entry.attributes.at(number)).size();
   named_models_.insert(id);
   if (length > kIdChars) {

@@ -7,6 +7,7 @@
 
 #include "check.h"
 #include "numbers.h"
+#include "record_layout.h"
 #include "tavd/tavca.h"
 #include "text.h"
 
@@ -24,7 +25,6 @@ constexpr std::int16_t kFlowPoints = 1657;
 constexpr std::int16_t kFanLimits = 1658;
 constexpr std::int16_t kThrowPoints = 1659;
 constexpr std::int16_t kParameterThrow = 1660;
-constexpr std::int16_t kParameterTables[] = {1661, 1662};
 constexpr std::int16_t kFanCurve = 1666;
 
 constexpr double kSameResistance = 0.1;  // part of a curve's resistance by which its rows may differ

@@ -6,6 +6,7 @@
 #include "check.h"
 #include "codes_text.h"
 #include "numbers.h"
+#include "record_layout.h"
 #include "tavd/codes.h"
 #include "tavd/tavdf.h"
 #include "tavd/tavfm.h"
@@ -16,10 +17,7 @@ namespace tavdhost {
 namespace {
 
 constexpr std::int16_t kParameterNames = 1514;
-constexpr std::int16_t kParameterTables[] = {1661, 1662};
-constexpr std::int16_t kTemplate = 1511;
 constexpr std::size_t kNameBytes = 9;  // of a parameter's name; more are cut
-constexpr std::size_t kIdChars = 30;
 constexpr std::size_t kTemplateRoom = 256;
 
 std::string counted(std::size_t count, const char* what) {
@@ -148,7 +146,7 @@ void check_template(std::int16_t number, const std::string& text, const DuctSize
   if (result != 0) {
     findings.add(number, 0, "a template that suits a size of " + size_text(size) + " mm",
                  in_quotes(text) + ": " + template_text(result));
-  } else if (number == kTemplate && built.size() > kIdChars) {
+  } else if (number == kProductIdTemplate && built.size() > kIdChars) {
     findings.add(number, 0, "a product id of at most " + counted(kIdChars, "byte"), in_quotes(built));
   }
 }
@@ -171,7 +169,7 @@ void check_values(TextCodec& codec, const Entry& entry, Findings& findings) {
 void check_templates(TextCodec& codec, const Entry& entry, const DuctSize& size, Findings& findings) {
   if (size.b == 0) return;
   for (const auto& [number, bytes] : entry.attributes) {
-    if (number != kTemplate && !in_group(number, "code")) continue;
+    if (number != kProductIdTemplate && !in_group(number, "code")) continue;
     const auto text = codec.decode(tavdf_charsetId(number), bytes);
     if (text && text->find('{') != std::string::npos) check_template(number, *text, size, findings);
   }

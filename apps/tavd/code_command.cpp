@@ -14,6 +14,7 @@
 #include "json_text.h"
 #include "numbers.h"
 #include "product.h"
+#include "record_layout.h"
 #include "sheet.h"
 #include "tavd/codes.h"
 #include "tavd/tavdf.h"
@@ -22,7 +23,6 @@
 namespace tavdhost {
 namespace {
 
-constexpr std::int16_t kTemplate = 1511;
 constexpr int kMostMillimetres = 32767;
 constexpr std::int32_t kRoom = 256;  // of a code or product id, wide characters
 
@@ -69,7 +69,7 @@ Built build_product_id(const Database& database, const Record& record, const Duc
                        const DuctSize* second) {
   Built built;
   const Entry entry = stored_entry(database, record);
-  if (const auto found = entry.attributes.find(kTemplate); found != entry.attributes.end()) {
+  if (const auto found = entry.attributes.find(kProductIdTemplate); found != entry.attributes.end()) {
     TextCodec codec(database.handle());
     built.made_from = printable(codec.decode(0, found->second).value_or(found->second));
     const DuctSize none = {};

@@ -10,13 +10,12 @@
 #include "families.h"
 #include "json_text.h"
 #include "paths.h"
+#include "record_layout.h"
 #include "tavd/tavdf.h"
 #include "text.h"
 
 namespace tavdhost {
 namespace {
-
-constexpr std::int16_t kUsesUtf8 = 1049;
 
 struct CopyOptions {
   ProductChoice product;  // in the source

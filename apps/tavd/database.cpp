@@ -9,6 +9,7 @@
 #include "languages.h"
 #include "paths.h"
 #include "platform.h"
+#include "record_layout.h"
 #include "tavd/tavd.h"
 #include "tavd/tavdcore.h"
 #include "tavd/tavdf.h"
@@ -18,8 +19,6 @@
 namespace tavdhost {
 namespace {
 
-constexpr std::size_t kClassChars = 3;
-constexpr std::size_t kIdChars = 30;
 constexpr std::size_t kMarketChars = 39;        // that the library's settings hold
 constexpr std::int16_t kCodeOfNoMarket = 1562;  // product code attribute where a market has none of its own
 constexpr std::int16_t kExactly = 0;            // modes of tavbfindrec

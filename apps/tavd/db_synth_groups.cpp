@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "db_synth_product.h"
+#include "record_layout.h"
 
 namespace tavdhost {
 
@@ -21,8 +22,6 @@ constexpr std::int16_t kByPattern = 1;
 constexpr std::int16_t kByList = 2;
 constexpr std::int16_t kMainOfSet = 10;
 constexpr std::int16_t kSubOfSet = 11;
-
-constexpr std::size_t kIdBytes = 30;
 
 enum class Group { kFamily, kList, kSet, kSingle };
 
@@ -89,7 +88,7 @@ class ClassWriter {
     std::string& ids = main.attributes[kMemberIds];
     for (int i = 0; i < members; ++i) {
       std::string id = prefix + "-" + size_text(size_at(i));
-      id.resize(kIdBytes, ' ');
+      id.resize(kIdChars, ' ');
       ids += id;
     }
     emit(main);

@@ -8,6 +8,7 @@
 #include <type_traits>
 
 #include "errors.h"
+#include "record_layout.h"
 #include "tavd/tavdf.h"
 
 namespace tavdhost {
@@ -15,7 +16,6 @@ namespace tavdhost {
 namespace {
 
 enum Number : std::int16_t {
-  kUsesUtf8 = 1049,
   kDiameters = 1102,
   kShape = 1110,
   kSizeCoefficient = 1302,

@@ -13,9 +13,6 @@
 
 namespace tavdhost {
 
-inline constexpr std::int16_t kSizingMode = 1150;
-inline constexpr std::int16_t kMemberIds = 1604;
-
 // Numbers that are the same on every platform, which those of the standard library's distributions are not.
 class Dice {
  public:

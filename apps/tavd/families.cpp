@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "catalogue_text.h"
+#include "record_layout.h"
 #include "tavd/tavdcore.h"
 #include "tavd/tavfm.h"
 #include "text.h"
@@ -14,10 +15,6 @@ namespace tavdhost {
 
 namespace {
 
-constexpr std::int16_t kSizingMode = 1150;
-constexpr std::int16_t kMemberIds = 1604;
-constexpr std::int16_t kModelIds[] = {1525, 1669};  // the second where the first is absent or empty
-constexpr std::size_t kIdChars = 30;
 constexpr std::int16_t kAtOrAfter = 1;  // mode of tavbfindrec
 
 struct ModeText {

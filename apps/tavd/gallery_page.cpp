@@ -108,9 +108,10 @@ std::string gallery_page(const std::string& database_name, const std::vector<Gal
   for (const Section& section : sections_of(items)) {
     const std::string id = "class-" + std::to_string(++number);
     const std::string name = escaped(section.class_id);
-    links += "<li><a href=\"#" + id + "\">" + name + "</a> (" + std::to_string(section.count) + ")</li>\n";
-    body += "<section aria-labelledby=\"" + id + "\">\n<h2 id=\"" + id + "\">Class " + name + "</h2>\n" +
-            section.articles + "</section>\n";
+    links.append("<li><a href=\"#").append(id).append("\">").append(name);
+    links.append("</a> (").append(std::to_string(section.count)).append(")</li>\n");
+    body.append("<section aria-labelledby=\"").append(id).append("\">\n<h2 id=\"").append(id);
+    body.append("\">Class ").append(name).append("</h2>\n").append(section.articles).append("</section>\n");
   }
   const std::string nav =
       links.empty() ? "" : "<nav aria-label=\"Classes\">\n<ul>\n" + links + "</ul>\n</nav>\n";

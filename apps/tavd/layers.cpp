@@ -1,15 +1,10 @@
 #include "layers.h"
 
 #include "errors.h"
+#include "record_layout.h"
 #include "text.h"
 
 namespace tavdhost {
-
-namespace {
-
-constexpr std::size_t kIdChars = 30;
-
-}  // namespace
 
 bool has_separator(const std::string& object_id) {
   return object_id.find_first_of("-+") != std::string::npos;

@@ -7,6 +7,8 @@
 #include <cmath>
 #include <cstdint>
 
+#include "gwlog10.h"
+
 namespace tavd {
 
 // A float on its way into a step in double, above all a comparison with a decimal constant.
@@ -20,7 +22,7 @@ constexpr float narrow(double x) {
 }
 
 inline double lg(float x) {
-  return std::log10(wide(x));
+  return gwlog10(wide(x));
 }
 
 // Whether `first` is the first float above `bound`. A float then lies below the one where it lies below the

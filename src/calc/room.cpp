@@ -5,10 +5,12 @@
 #include "calc/classes.h"
 #include "calc/numeric.h"
 #include "calc/settings.h"
+#include "gwlog10.h"
 #include "tavd/tavca.h"
 
 namespace {
 
+using tavd::gwlog10;
 using tavd::narrow;
 using tavd::row_count;
 using tavd::wide;
@@ -41,7 +43,7 @@ float energy_sum(float a, float b) {
   const float hi = a > b ? a : b;
   const float lo = a > b ? b : a;
   const float d = -(hi - lo) / 10.0F;
-  return narrow(wide(hi) + 10.0 * std::log10(1.0 + std::pow(10.0, wide(d))));
+  return narrow(wide(hi) + 10.0 * gwlog10(1.0 + std::pow(10.0, wide(d))));
 }
 
 bool in_range(const EndReflection& curve, float area) {

@@ -10,6 +10,7 @@
 #include "base/gwgdi.h"
 #include "base/gwmem.h"
 #include "base/held.h"
+#include "gwlog10.h"
 
 namespace tavd {
 namespace {
@@ -151,8 +152,8 @@ AxisView chart_y_axis(const Chart& chart) {
 double axis_position(const AxisView& axis, float value) {
   const float scale = static_cast<float>(axis.sign) * axis.scale;
   if (axis.log) {
-    return axis.start + double{scale} * (std::log10(static_cast<double>(value)) -
-                                         std::log10(static_cast<double>(axis.min)));
+    return axis.start +
+           double{scale} * (gwlog10(static_cast<double>(value)) - gwlog10(static_cast<double>(axis.min)));
   }
   return static_cast<float>(axis.start) + scale * (value - axis.min);
 }
@@ -211,8 +212,8 @@ Chart* titled(Chart* chart, Char (Chart::*x)[axis_size], const Char* szX, Char (
 
 float axis_scale(int span, bool log, float min, float max) {
   if (log) {
-    min = static_cast<float>(std::log10(static_cast<double>(min)));
-    max = static_cast<float>(std::log10(static_cast<double>(max)));
+    min = static_cast<float>(gwlog10(static_cast<double>(min)));
+    max = static_cast<float>(gwlog10(static_cast<double>(max)));
   }
   return static_cast<float>(span) / (max - min);
 }

@@ -7,6 +7,7 @@
 #include "calc/interpolation.h"
 #include "calc/numeric.h"
 #include "calc/parameter.h"
+#include "gwlog10.h"
 #include "tavd/tavca.h"
 
 namespace tavd {
@@ -83,7 +84,7 @@ double LevelProbe::estimate(double way) const {
   for (int band = 0; band < TAVD_BANDS; ++band) {
     power += std::exp2((start_[band] + slope_[band] * way) * kDoublingsPerDb);
   }
-  return kDbPerDecade * std::log10(power);
+  return kDbPerDecade * gwlog10(power);
 }
 
 float LevelProbe::exact(float val) const {
