@@ -14,6 +14,8 @@
 #include "catalogue_values.h"
 #include "errors.h"
 #include "families.h"
+#include "paths.h"
+#include "platform.h"
 #include "progress.h"
 #include "record_layout.h"
 #include "tavd/tavdsrv.h"
@@ -131,10 +133,10 @@ void store_all(const Database& database, const std::vector<Entry>& entries) {
 // it would be taken for the new file's.
 void settle(const std::string& target) {
   std::error_code problem;
-  if (!std::filesystem::exists(target, problem)) return;
-  const std::int16_t handle = tavbopendatabase(nullptr, target.c_str(), 0);
+  if (!std::filesystem::exists(to_path(target), problem)) return;
+  const std::int16_t handle = open_database_file(target, 0);
   if (handle >= 0) tavdsrv_closedatabase(handle);
-  if (std::filesystem::exists(target + "-journal", problem)) {
+  if (std::filesystem::exists(to_path(target + "-journal"), problem)) {
     throw UserError(target + "-journal lies beside the file to be replaced and would spoil the new one");
   }
 }
@@ -142,7 +144,7 @@ void settle(const std::string& target) {
 void refuse_target_among(const std::vector<std::string>& sources, const std::string& target) {
   for (const std::string& source : sources) {
     std::error_code problem;
-    if (std::filesystem::equivalent(source, target, problem)) {
+    if (std::filesystem::equivalent(to_path(source), to_path(target), problem)) {
       throw UserError(target + " is one of the sources, expected another name for the database");
     }
   }

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "paths.h"
+
 namespace tavdhost {
 
 // The files that the user named; a folder stands for all *.json in it, by name. Throws UserError for a name
@@ -22,7 +24,7 @@ class Draft {
   Draft& operator=(const Draft&) = delete;
 
   // Where to write; the file is not there yet.
-  std::string path() const { return draft_.string(); }
+  std::string path() const { return to_text(draft_); }
 
   // Puts the draft in the target's place. Throws UserError if that cannot be done.
   void finish();

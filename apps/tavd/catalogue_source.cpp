@@ -12,6 +12,7 @@
 #include <tuple>
 
 #include "errors.h"
+#include "paths.h"
 
 namespace tavdhost {
 
@@ -58,7 +59,7 @@ Source::Source(std::string name, std::string text) : name_(std::move(name)), tex
 }
 
 Source Source::read(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
+  std::ifstream file(to_path(path), std::ios::binary);
   if (!file) throw UserError(path + ": cannot be opened");
   std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
   if (file.bad()) throw UserError(path + ": cannot be read");

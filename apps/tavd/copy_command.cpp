@@ -9,6 +9,7 @@
 #include "errors.h"
 #include "families.h"
 #include "json_text.h"
+#include "paths.h"
 #include "record_layout.h"
 #include "tavd/tavdf.h"
 #include "text.h"
@@ -77,10 +78,10 @@ Load load_of(const Database& source, const Record& record) {
 // The file to copy into; one that was made for it is removed again unless it is kept.
 class Target {
  public:
-  explicit Target(const std::string& path) : path_(path), is_new_(!std::filesystem::exists(path)) {}
+  explicit Target(const std::string& path) : path_(path), is_new_(!std::filesystem::exists(to_path(path))) {}
   ~Target() {
     std::error_code ignored;
-    if (is_new_ && !kept_) std::filesystem::remove(path_, ignored);
+    if (is_new_ && !kept_) std::filesystem::remove(to_path(path_), ignored);
   }
   Target(const Target&) = delete;
   Target& operator=(const Target&) = delete;
@@ -156,7 +157,7 @@ void run_copy(const CopyOptions& options) {
   const Database source(choice.path);
   Load load = load_of(source, source.product(choice.class_id, choice.object_id));
   std::error_code problem;
-  if (std::filesystem::equivalent(choice.path, options.target, problem)) {
+  if (std::filesystem::equivalent(to_path(choice.path), to_path(options.target), problem)) {
     throw UserError(options.target + " is the source itself, expected another database to copy to");
   }
   Target file(options.target);

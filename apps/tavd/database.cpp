@@ -7,6 +7,8 @@
 
 #include "errors.h"
 #include "languages.h"
+#include "paths.h"
+#include "platform.h"
 #include "record_layout.h"
 #include "tavd/tavd.h"
 #include "tavd/tavdcore.h"
@@ -47,7 +49,7 @@ void start_library(const TextChoice& texts) {
 
 std::int16_t open_file(const std::string& path, Database::Open open) {
   std::error_code error;
-  const auto status = std::filesystem::status(path, error);
+  const auto status = std::filesystem::status(to_path(path), error);
   if (open == Database::Open::kExisting && !std::filesystem::exists(status)) {
     throw UserError("no database " + in_quotes(path) + ": " +
                     (error ? error.message() : std::string("there is no such file")));
@@ -55,7 +57,7 @@ std::int16_t open_file(const std::string& path, Database::Open open) {
   if (std::filesystem::is_directory(status)) {
     throw UserError(in_quotes(path) + " is a folder, expected a product database");
   }
-  const std::int16_t handle = tavdf_open_database(path.c_str(), open == Database::Open::kCreate ? 1 : 0);
+  const std::int16_t handle = open_database_file(path, open == Database::Open::kCreate ? 1 : 0);
   if (handle < 0) {
     const std::string reason = tavdsrv_lasterror();
     throw UserError("cannot open " + in_quotes(path) + " as a product database" +

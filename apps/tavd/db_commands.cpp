@@ -64,11 +64,11 @@ void run_dump(const DumpOptions& options) {
     return;
   }
   std::error_code problem;
-  if (std::filesystem::equivalent(options.database, options.target, problem)) {
+  if (std::filesystem::equivalent(to_path(options.database), to_path(options.target), problem)) {
     throw UserError(options.target + " is the database itself, expected another name for its text");
   }
   Draft draft(options.target);
-  std::ofstream out(draft.path(), std::ios::binary);
+  std::ofstream out(to_path(draft.path()), std::ios::binary);
   const std::size_t records = dump_database(database, out);
   out.close();
   if (!out) throw UserError(options.target + ": cannot be written");

@@ -1,5 +1,3 @@
-#include <unistd.h>
-
 #include <iostream>
 #include <memory>
 #include <string>
@@ -9,6 +7,7 @@
 #include "errors.h"
 #include "families.h"
 #include "json_text.h"
+#include "platform.h"
 #include "tavd/tavdf.h"
 #include "text.h"
 
@@ -41,7 +40,7 @@ std::string described(const std::vector<RecordKey>& keys) {
 
 // Asks whoever sits at the terminal. Without one only --yes will do.
 void confirm(const std::vector<RecordKey>& keys, const std::string& path) {
-  if (isatty(STDIN_FILENO) == 0) {
+  if (!is_terminal(Stream::kInput)) {
     throw UserError("deleting " + described(keys) + " from " + path +
                     " needs a yes: there is no terminal to ask on, expected --yes");
   }

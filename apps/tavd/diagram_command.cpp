@@ -28,7 +28,7 @@ void run_diagram(const DiagramOptions& options) {
   if (!diagram.is_drawable()) throw undrawable(product);
   Picture picture(options.output, settings.size);
   picture.describe(flow_diagram_text(product, options.title, marked_point(settings)));
-  diagram.paint(picture.surface(), picture.size());
+  diagram.paint(picture);
   picture.finish();
 }
 
@@ -43,7 +43,8 @@ void add_diagram_command(CLI::App& app) {
   add_drawing_options(*command, *options);
   command->footer(
       "The end reflection of the duct is taken off the sound levels.\n"
-      "Example: tavd diagram catalogue.tavdb DMP QZDA-160 -o damper.svg --qv 50 --dp 60");
+      "Example: tavd diagram catalogue.tavdb DMP QZDA-160 -o damper" +
+      std::string(kPictureForms.vector_ending) + " --qv 50 --dp 60");
   command->callback([options] { run_diagram(*options); });
 }
 

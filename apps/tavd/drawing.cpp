@@ -9,9 +9,7 @@ void add_drawing_arguments(CLI::App& command, PictureOptions& options) {
   command.add_option("DB", options.path, "Product database")->required();
   command.add_option("CLASS", options.class_id, "Class of the product, 3 characters")->required();
   command.add_option("ID", options.object_id, "Object id of the product")->required();
-  command
-      .add_option("-o,--output", options.output,
-                  "File to write: .png, .svg, .pdf, or .txt for the list of drawing operations")
+  command.add_option("-o,--output", options.output, "File to write: " + std::string(kPictureForms.output))
       ->required()
       ->type_name("FILE");
 }

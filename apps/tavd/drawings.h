@@ -1,4 +1,4 @@
-// The drawings of a product, ready to be painted onto a surface. The library has one of each kind at a time,
+// The drawings of a product, ready to be painted into a picture. The library has one of each kind at a time,
 // so no two of a kind may live side by side.
 #pragma once
 
@@ -9,7 +9,6 @@
 #include "diagram_options.h"
 #include "picture.h"
 #include "product.h"
-#include "tavdgui/tavdgui.h"
 
 namespace tavdhost {
 
@@ -24,10 +23,10 @@ class FlowDiagram {
 
   // Whether the product's limits make a diagram.
   bool is_drawable() const { return drawable_; }
-  // Over the whole surface; of an SVG the curves stand in groups with their names.
-  void paint(tgui_surface* surface, PictureSize size) const;
-  // Small, on a part of a surface in device units.
-  void paint_cell(tgui_surface* surface, tgui_rect cell) const;
+  // Over the whole picture.
+  void paint(Picture& picture) const;
+  // Small, on a part of the picture, pixels.
+  void paint_cell(Picture& picture, Area place) const;
 
  private:
   bool drawable_;
@@ -45,8 +44,8 @@ class ThrowDiagram {
   ThrowDiagram& operator=(const ThrowDiagram&) = delete;
 
   bool is_drawable() const { return drawable_; }
-  void paint(tgui_surface* surface, PictureSize size) const;
-  void paint_cell(tgui_surface* surface, tgui_rect cell) const;
+  void paint(Picture& picture) const;
+  void paint_cell(Picture& picture, Area place) const;
 
  private:
   bool drawable_;
@@ -60,7 +59,7 @@ class ShapePicture {
   ShapePicture(const ShapePicture&) = delete;
   ShapePicture& operator=(const ShapePicture&) = delete;
 
-  void paint(tgui_surface* surface, PictureSize size) const;
+  void paint(Picture& picture) const;
 };
 
 inline constexpr const char* kThrowParameter = "G";  // the parameter that selects a throw line

@@ -12,11 +12,11 @@
 
 namespace tavdhost {
 
-// shapes.png and shapes.svg in the folder: every shape with its number, each `each` large. Throws UserError,
-// and makes no folder, if the sheet would be too large for a PNG.
+// shapes.png and a shapes file of the vector form in the folder: every shape with its number, each `each`
+// large. Throws UserError, and makes no folder, if the sheet would be too large for a PNG.
 void draw_shapes(const std::filesystem::path& folder, PictureSize each);
 
-// One PNG, SVG or PDF with small diagrams: the first product of each kind, and a throw diagram.
+// One picture with small diagrams: the first product of each kind, and a throw diagram.
 void draw_diagram_sheet(const Database& database, const std::string& path);
 
 // A product as the page shows it.

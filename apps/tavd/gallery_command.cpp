@@ -1,4 +1,3 @@
-#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <string>
@@ -9,6 +8,7 @@
 #include "drawings.h"
 #include "errors.h"
 #include "gallery.h"
+#include "paths.h"
 #include "picture.h"
 #include "progress.h"
 #include "units.h"
@@ -55,7 +55,7 @@ class Drawer {
                    PictureSize size) {
     Picture picture(folder_.place(name), size);
     picture.describe(text);
-    drawing.paint(picture.surface(), picture.size());
+    drawing.paint(picture);
     picture.finish();
     return name;
   }
@@ -74,7 +74,8 @@ GalleryItem Drawer::draw(const Record& record) {
   if (item.product.flow.nhdd != 0 && has_throw_data(item.product.flow)) draw_throw(record, name, item);
   if (has_shape(database_, record)) {
     const ShapePicture shape(database_, record);
-    item.shape = save(shape, name + "-picture.svg", shape_picture_text(item.product), kShapeSize);
+    item.shape = save(shape, name + "-picture" + kPictureForms.page_ending, shape_picture_text(item.product),
+                      kShapeSize);
     ++shapes;
   }
   return item;
@@ -84,7 +85,8 @@ GalleryItem Drawer::draw(const Record& record) {
 void Drawer::draw_flow(const Record& record, const std::string& name, GalleryItem& item) {
   const FlowDiagram diagram(database_, record, item.product, default_diagram_settings(kDiagramSize), false);
   if (!diagram.is_drawable()) return;
-  item.flow = save(diagram, name + "-flow.svg", flow_diagram_text(item.product), kDiagramSize);
+  item.flow = save(diagram, name + "-flow" + kPictureForms.page_ending, flow_diagram_text(item.product),
+                   kDiagramSize);
   ++flows;
 }
 
@@ -92,13 +94,13 @@ void Drawer::draw_throw(const Record& record, const std::string& name, GalleryIt
   const std::string value = first_throw_value(item.product.flow);
   const ThrowDiagram diagram(database_, record, item.product, 0, throw_flow_unit_number("l/s"), value);
   if (!diagram.is_drawable()) return;
-  item.throw_length =
-      save(diagram, name + "-throw.svg", throw_diagram_text(item.product, "", value), kDiagramSize);
+  item.throw_length = save(diagram, name + "-throw" + kPictureForms.page_ending,
+                           throw_diagram_text(item.product, "", value), kDiagramSize);
   ++throws;
 }
 
 void draw_products(const Database& database, const std::string& folder_name) {
-  GalleryFolder folder(folder_name);
+  GalleryFolder folder(to_path(folder_name));
   Drawer drawer(database, folder);
   const std::vector<Record> records = product_records(database);
   std::vector<GalleryItem> items;
@@ -109,11 +111,10 @@ void draw_products(const Database& database, const std::string& folder_name) {
       progress.step();
     }
   }
-  folder.write(kPage, gallery_page(std::filesystem::path(database.path()).filename().string(), items));
+  folder.write(kPage, gallery_page(to_text(to_path(database.path()).filename()), items));
   folder.finish();
-  std::cout << (std::filesystem::path(folder_name) / kPage).string() << ": " << items.size() << " products, "
-            << drawer.flows << " flow diagrams, " << drawer.throws << " throw diagrams, " << drawer.shapes
-            << " pictures\n";
+  std::cout << to_text(to_path(folder_name) / kPage) << ": " << items.size() << " products, " << drawer.flows
+            << " flow diagrams, " << drawer.throws << " throw diagrams, " << drawer.shapes << " pictures\n";
 }
 
 void check_options(const GalleryOptions& options) {
@@ -131,7 +132,7 @@ void check_options(const GalleryOptions& options) {
 
 void run_gallery(const GalleryOptions& options) {
   check_options(options);
-  if (options.shapes) draw_shapes(options.folder, picture_size(options.shape_size));
+  if (options.shapes) draw_shapes(to_path(options.folder), picture_size(options.shape_size));
   if (options.path.empty()) return;
   const Database database(options.path, Database::Open::kExisting, options.texts);
   if (!options.folder.empty()) draw_products(database, options.folder);
@@ -142,16 +143,18 @@ void run_gallery(const GalleryOptions& options) {
 
 void add_gallery_command(CLI::App& app) {
   auto options = std::make_shared<GalleryOptions>();
-  CLI::App* command =
-      app.add_subcommand("gallery", "Draws every product of a database, as SVG with a page that shows them");
+  CLI::App* command = app.add_subcommand("gallery", "Draws every product of a database, as " +
+                                                        std::string(kPictureForms.page_name) +
+                                                        " with a page that shows them");
   command->add_option("DB", options->path, "Product database");
   command
       ->add_option("-o,--output", options->folder,
                    "Folder to write into, made if it is missing; its other files stay")
       ->type_name("DIR");
   command
-      ->add_option("--sheet", options->sheet,
-                   "One picture with a small diagram of each kind of product, .png, .svg or .pdf")
+      ->add_option(
+          "--sheet", options->sheet,
+          "One picture with a small diagram of each kind of product, " + std::string(kPictureForms.sheet))
       ->type_name("FILE");
   command->add_flag("--shapes", options->shapes,
                     "Draw every shape with its number, as products of plausible sizes");

@@ -17,7 +17,8 @@ namespace {
 constexpr int kColumns = 3;
 constexpr PictureSize kCell = {480, 360};  // pixels
 
-struct Cell {
+// What a cell of the sheet shows.
+struct Choice {
   Record record;
   Product product;
   bool is_throw;
@@ -25,8 +26,8 @@ struct Cell {
 
 // The first product of each kind and the first with throw data. Main records of families come only where the
 // family has no member of its own.
-std::vector<Cell> choose_cells(const Database& database) {
-  std::vector<Cell> cells;
+std::vector<Choice> choose_cells(const Database& database) {
+  std::vector<Choice> cells;
   std::set<int> kinds;
   bool has_throw = false;
   for (const bool main_records : {false, true}) {
@@ -47,7 +48,7 @@ std::vector<Cell> choose_cells(const Database& database) {
       }
     }
   }
-  std::ranges::stable_sort(cells, [](const Cell& a, const Cell& b) {
+  std::ranges::stable_sort(cells, [](const Choice& a, const Choice& b) {
     const int kind_a = a.product.flow.kind;
     const int kind_b = b.product.flow.kind;
     return a.is_throw != b.is_throw ? b.is_throw : kind_a < kind_b;
@@ -56,12 +57,12 @@ std::vector<Cell> choose_cells(const Database& database) {
 }
 
 // False if the limits of the product make no diagram.
-bool draw_cell(const Database& database, const Cell& cell, tgui_surface* surface, int number) {
+bool draw_cell(const Database& database, const Choice& cell, Picture& sheet, int number) {
   const int left = number % kColumns * kCell.width;
   const int top = number / kColumns * kCell.height;
-  const tgui_rect place = {left, top, left + kCell.width, top + kCell.height};
+  const Area place = {left, top, left + kCell.width, top + kCell.height};
   const auto paint = [&](const auto& diagram) {
-    if (diagram.is_drawable()) diagram.paint_cell(surface, place);
+    if (diagram.is_drawable()) diagram.paint_cell(sheet, place);
     return diagram.is_drawable();
   };
   if (cell.is_throw) {
@@ -74,14 +75,14 @@ bool draw_cell(const Database& database, const Cell& cell, tgui_surface* surface
 }  // namespace
 
 void draw_diagram_sheet(const Database& database, const std::string& path) {
-  const std::vector<Cell> cells = choose_cells(database);
+  const std::vector<Choice> cells = choose_cells(database);
   if (cells.empty()) throw UserError(database.path() + " has no products with flow data to draw");
   const int rows = (static_cast<int>(cells.size()) + kColumns - 1) / kColumns;
   Picture sheet(path, {kColumns * kCell.width, rows * kCell.height});
   std::string names;
   int drawn = 0;
-  for (const Cell& cell : cells) {
-    if (draw_cell(database, cell, sheet.surface(), drawn)) {
+  for (const Choice& cell : cells) {
+    if (draw_cell(database, cell, sheet, drawn)) {
       names += (drawn++ == 0 ? "" : ", ") + name_of(cell.product) + " (" +
                (cell.is_throw ? "throw length" : kind_text(cell.product.flow)) + ")";
     }

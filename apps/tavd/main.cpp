@@ -3,10 +3,12 @@
 #include <exception>
 #include <iostream>
 #include <string>
+#include <vector>
 
 #include "commands.h"
 #include "db_commands.h"
 #include "errors.h"
+#include "platform.h"
 #include "text.h"
 
 namespace {
@@ -31,17 +33,19 @@ std::string where_to_look(const CLI::App& app) {
 }
 
 // What is wrong with the arguments, in one line.
-std::string explain(const CLI::App& app, const CLI::ParseError& error, int argc, char** argv) {
-  const bool names_command = argc > 1 && argv[1][0] != '-';
+std::string explain(const CLI::App& app, const CLI::ParseError& error,
+                    const std::vector<const char*>& arguments) {
+  const bool names_command = arguments.size() > 1 && arguments[1][0] != '-';
   if (!names_command || !app.get_subcommands().empty()) return error.what() + where_to_look(app);
   std::string known;
   for (const CLI::App* command : app.get_subcommands({}))
     known += (known.empty() ? "" : ", ") + command->get_name();
-  return "no command " + tavdhost::in_quotes(argv[1]) + "; there are " + known + where_to_look(app);
+  return "no command " + tavdhost::in_quotes(arguments[1]) + "; there are " + known + where_to_look(app);
 }
 
-int run(int argc, char** argv) {
+int run(const std::vector<const char*>& arguments) {
   CLI::App app("Calculates, lists and draws ventilation products from a product database.", "tavd");
+  app.allow_windows_style_options(false);  // "/x" is a path on every platform
   tavdhost::add_commands(app);
   tavdhost::add_db_commands(app);
   app.footer(
@@ -50,13 +54,13 @@ int run(int argc, char** argv) {
       "program failed.");
   int exit_code = 0;
   try {
-    app.parse(argc, argv);
+    app.parse(static_cast<int>(arguments.size()), arguments.data());
   } catch (const tavdhost::EndWith& end) {
     exit_code = end.exit_code;
   } catch (const CLI::Success& done) {  // --help, --version
     app.exit(done);
   } catch (const CLI::ParseError& error) {
-    return report(explain(app, error, argc, argv).c_str(), kUserError);
+    return report(explain(app, error, arguments).c_str(), kUserError);
   }
   std::cout.flush();
   if (!std::cout) return report("cannot write to standard output", kFailed);
@@ -66,8 +70,13 @@ int run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  tavdhost::set_up_streams();
   try {
-    return run(argc, argv);
+    const std::vector<std::string> texts = tavdhost::arguments(argc, argv);
+    std::vector<const char*> arguments;
+    arguments.reserve(texts.size());
+    for (const std::string& text : texts) arguments.push_back(text.c_str());
+    return run(arguments);
   } catch (const tavdhost::UserError& error) {
     return report(error.what(), kUserError);
   } catch (const std::exception& error) {

@@ -1,11 +1,14 @@
-// Picture files that a diagram is drawn into, by the ending of their name.
+// Picture files that drawings go into, by the ending of their name. What endings there are and how a picture
+// is made is the platform's; the rest of the program knows no surface.
 #pragma once
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
-#include "tavdgui/tavdgui.h"
+#include "area.h"
+#include "library_drawings.h"
 
 namespace tavdhost {
 
@@ -20,31 +23,51 @@ struct PictureSize {
 // "1200x900". Throws UserError if it is no size, or a side is not from 64 to 16384.
 PictureSize picture_size(const std::string& text);
 
+// The pictures that this platform makes, in words and as endings.
+struct PictureForms {
+  const char* endings;        // all, for messages: ".png, .svg, .pdf or .txt"
+  const char* output;         // all, for the help of an option
+  const char* sheet;          // those for a sheet of drawings
+  const char* page_ending;    // what a web page shows best
+  const char* page_name;      // what that is called
+  const char* vector_ending;  // for what is enlarged and printed
+};
+extern const PictureForms kPictureForms;
+
+// A small drawing among others in a picture. Of lines it has what lies in the window, and of texts
+// those whose reference point does; figures are drawn whole.
+struct Cell {
+  Area place;                          // of the drawing's plane, pixels
+  Area window;                         // logical units
+  std::optional<std::uint32_t> frame;  // colour of a thin line about the window, 0x00BBGGRR
+};
+
 // A file being drawn. Nothing is on disk before finish(), and nothing is left there if finish() fails.
 class Picture {
  public:
-  // Throws UserError if the ending is none of .png, .svg, .pdf and .txt. A .pdf has one page in the
-  // proportions of the picture, as large as fits on A4 across; a .txt lists the drawing operations.
+  // Throws UserError if the ending is none of the platform's.
   Picture(const std::string& path, PictureSize size);
   ~Picture();
   Picture(const Picture&) = delete;
   Picture& operator=(const Picture&) = delete;
 
-  tgui_surface* surface() const { return surface_; }
-  PictureSize size() const { return size_; }
-
-  // What it shows, for screen readers; only an SVG has a place for it.
+  // What it shows, for screen readers and lists of files, where the form has a place for it. Comes before
+  // what is painted.
   void describe(const DrawingText& text);
+
+  // The drawing as the library's state has it now: over the whole picture, or small.
+  void paint(const LibraryDrawing& drawing);
+  void paint(const LibraryDrawing& drawing, const Cell& cell);
 
   // Writes the file. Throws UserError with the reason if it cannot be written.
   void finish();
 
  private:
-  void finish_recording();
-  std::string path_;
-  PictureSize size_;
-  bool is_recording_;
-  tgui_surface* surface_ = nullptr;
+  struct Surface;
+  std::unique_ptr<Surface> surface_;
 };
+
+// Whether the drawing as it is now has more than texts.
+bool has_lines(const LibraryDrawing& drawing);
 
 }  // namespace tavdhost

@@ -32,7 +32,7 @@ void run_picture(const PictureOptions& options) {
   const ShapePicture shape(database, record);
   Picture picture(options.output, size);
   picture.describe(shape_picture_text(product, options.title));
-  shape.paint(picture.surface(), picture.size());
+  shape.paint(picture);
   picture.finish();
 }
 
@@ -47,7 +47,8 @@ void add_picture_command(CLI::App& app) {
   add_picture_options(*command, *options);
   command->footer(
       "The sketch keeps its proportions, 500 to 840, in the middle of the picture.\n"
-      "Example: tavd picture catalogue.tavdb DMP QZDA-160 -o damper.svg");
+      "Example: tavd picture catalogue.tavdb DMP QZDA-160 -o damper" +
+      std::string(kPictureForms.vector_ending));
   command->callback([options] { run_picture(*options); });
 }
 

@@ -1,10 +1,10 @@
 #include "progress.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <utility>
+
+#include "platform.h"
 
 namespace tavdhost {
 
@@ -19,7 +19,7 @@ constexpr std::size_t kBarWidth = 30;
 Progress::Progress(std::string what, std::size_t total)
     : what_(std::move(what)),
       total_(total),
-      on_terminal_(isatty(STDERR_FILENO) != 0),
+      on_terminal_(can_wipe_lines(Stream::kErrors)),
       next_(Clock::now() + kQuietTime) {}
 
 Progress::~Progress() {

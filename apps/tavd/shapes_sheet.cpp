@@ -6,23 +6,22 @@
 #include <utility>
 #include <vector>
 
-#include "cut_surface.h"
 #include "errors.h"
 #include "gallery.h"
+#include "paths.h"
 #include "picture.h"
+#include "platform.h"
 #include "tavd/tavdshapepic.h"
 #include "tavd/tavdsrv.h"
-#include "tavdgui/tavdgui.h"
 #include "text.h"
 
 namespace tavdhost {
 namespace {
 
-// The plane of a picture, and what stands about it on the contact sheet.
-constexpr int kPlaneWidth = 500;
-constexpr int kPlaneHeight = 840;
-constexpr int kMargin = 15;                                                // about each picture, pixels
-constexpr tgui_rect kFrame = {-8, -8, kPlaneWidth + 8, kPlaneHeight + 8};  // in the plane's units
+// What stands about a picture on the contact sheet.
+constexpr int kMargin = 15;                  // about each picture, pixels
+constexpr Area kFrame = {-8, -8, 508, 848};  // in the plane's units
+constexpr std::uint32_t kPaleGrey = 0xD0D0D0;
 constexpr int kColumns = 8;
 
 constexpr int kFirstNumber = 101;
@@ -144,22 +143,11 @@ Record make_product(const Variant& variant) {
   return record;
 }
 
-void draw(tgui_surface* surface) {
-  tgui_set_background_mode(surface, TGUI_TRANSPARENT);
-  tavdshapepic_create_drawing_tools();
-  tavdshapepic_draw(surface);
-  tavdshapepic_destroy_drawing_tools();
-}
-
 // Whether more than the title is drawn.
 bool is_drawn(int number) {
   const Record record = make_product({number, "", {{1, 1}}});
   tavdshapepic_initdata(record.get());
-  tgui_surface* recording = tgui_recording_create(kPlaneWidth, kPlaneHeight);
-  draw(recording);
-  const bool drawn = std::string(tgui_recording_text(recording)).find("\nline ") != std::string::npos;
-  tgui_surface_destroy(recording);
-  return drawn;
+  return has_lines(kShapeDrawing);
 }
 
 std::vector<Variant> all_variants() {
@@ -171,36 +159,15 @@ std::vector<Variant> all_variants() {
   return all;
 }
 
-void draw_frame(tgui_surface* sheet) {
-  constexpr std::uint32_t kPaleGrey = 0xD0D0D0;
-  tgui_object* const pen = tgui_create_pen(TGUI_PEN_SOLID, 1, kPaleGrey);
-  tgui_object* const former = tgui_select(sheet, pen);
-  tgui_move_to(sheet, kFrame.left, kFrame.top);
-  tgui_line_to(sheet, kFrame.right, kFrame.top);
-  tgui_line_to(sheet, kFrame.right, kFrame.bottom);
-  tgui_line_to(sheet, kFrame.left, kFrame.bottom);
-  tgui_line_to(sheet, kFrame.left, kFrame.top);
-  tgui_select(sheet, former);
-  tgui_delete_object(pen);
-}
-
 int with_margins(int pixels) {
   return pixels + 2 * kMargin;
 }
 
 // A picture with a frame in pale grey about it, and nothing of it outside.
-void draw_cell(tgui_surface* sheet, int cell, PictureSize size) {
-  const int saved = tgui_save(sheet);
-  tgui_set_map_mode(sheet, TGUI_MM_ANISOTROPIC);
-  tgui_set_window_ext(sheet, kPlaneWidth, kPlaneHeight);
-  tgui_set_viewport_org(sheet, cell % kColumns * with_margins(size.width) + kMargin,
-                        cell / kColumns * with_margins(size.height) + kMargin);
-  tgui_set_viewport_ext(sheet, size.width, size.height);
-  tgui_surface* const picture = cut_surface(sheet, kFrame);
-  draw(picture);
-  tgui_surface_destroy(picture);
-  draw_frame(sheet);
-  tgui_restore(sheet, saved);
+void draw_cell(Picture& sheet, int cell, PictureSize size) {
+  const int left = cell % kColumns * with_margins(size.width) + kMargin;
+  const int top = cell / kColumns * with_margins(size.height) + kMargin;
+  sheet.paint(kShapeDrawing, {{left, top, left + size.width, top + size.height}, kFrame, kPaleGrey});
 }
 
 // Of one picture, and of all on a sheet, pixels.
@@ -226,7 +193,7 @@ void draw_sheet(const std::string& path, const std::vector<Variant>& variants, c
   for (const Variant& variant : variants) {
     const Record record = make_product(variant);
     tavdshapepic_initdata(record.get());
-    draw_cell(sheet.surface(), cell++, size.picture);
+    draw_cell(sheet, cell++, size.picture);
   }
   sheet.finish();
 }
@@ -234,14 +201,14 @@ void draw_sheet(const std::string& path, const std::vector<Variant>& variants, c
 }  // namespace
 
 void draw_shapes(const std::filesystem::path& folder, PictureSize each) {
-  tavdshapepic_init(tgui_main_module(), 0, nullptr, 0);
+  tavdshapepic_init(program_module(), 0, nullptr, 0);
   const std::vector<Variant> variants = all_variants();
   const SheetSize size = sheet_size(variants.size(), each);
   std::error_code problem;
   std::filesystem::create_directories(folder, problem);
-  if (problem) throw UserError("cannot make " + in_quotes(folder.string()) + ": " + problem.message());
-  for (const char* name : {"shapes.png", "shapes.svg"}) {
-    const std::string path = (folder / name).string();
+  if (problem) throw UserError("cannot make " + in_quotes(to_text(folder)) + ": " + problem.message());
+  for (const char* ending : {".png", kPictureForms.vector_ending}) {
+    const std::string path = to_text(folder / "shapes") + ending;
     draw_sheet(path, variants, size);
     std::cout << path << ": " << variants.size() << " drawings\n";
   }

@@ -1,5 +1,3 @@
-#include <unistd.h>
-
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -8,6 +6,7 @@
 #include "commands.h"
 #include "errors.h"
 #include "operating_point.h"
+#include "platform.h"
 #include "progress.h"
 #include "sweep_range.h"
 #include "sweep_rows.h"
@@ -53,7 +52,7 @@ bool flush(std::string& text) {
 void write_points(const Product& product, const Answers& answers, const Grid& grid, SweepRows& rows) {
   // Rows that run over the terminal are progress enough.
   std::optional<Progress> progress;
-  if (isatty(STDOUT_FILENO) == 0) progress.emplace("Calculating", grid.count());
+  if (!is_terminal(Stream::kOutput)) progress.emplace("Calculating", grid.count());
   const std::uint64_t pressures = grid.dp ? grid.dp->count() : 1;
   std::string text;
   text.reserve(2 * kBlock);

@@ -92,7 +92,7 @@ void run_throw(const ThrowOptions& options) {
   if (!diagram.is_drawable()) throw undrawable(product);
   Picture picture(options.output, settings.size);
   picture.describe(throw_diagram_text(product, options.title, options.value, MarkedPoint{settings.qv, {}}));
-  diagram.paint(picture.surface(), picture.size());
+  diagram.paint(picture);
   picture.finish();
 }
 
@@ -112,7 +112,8 @@ void add_throw_command(CLI::App& app) {
   command->add_option("--unit", options->unit, "Flow axis: l/s, l/h, m3/s, m3/h, cfm, m3/h/m or l/s/m")
       ->type_name("UNIT");
   add_drawing_options(*command, *options);
-  command->footer("Example: tavd throw catalogue.tavdb ASD QZSA-160 -o throw.svg --qv 60 --value 45");
+  command->footer("Example: tavd throw catalogue.tavdb ASD QZSA-160 -o throw" +
+                  std::string(kPictureForms.vector_ending) + " --qv 60 --value 45");
   command->callback([options] { run_throw(*options); });
 }
 

@@ -127,8 +127,8 @@ void CairoCanvas::text(const std::string& utf8, Point reference, const TextStyle
   cairo_save(cairo_);
   cairo_translate(cairo_, reference.x, reference.y);
   cairo_rotate(cairo_, -style.angle * std::numbers::pi / 180);
-  const Layout layout = make_layout(cairo_, utf8, style);
-  const LineMetrics metrics = measure(utf8, style);
+  const bool width_counts = style.opaque || style.horizontal != Horizontal::kLeft;
+  const LineMetrics metrics = width_counts ? measure(utf8, style) : measure_height(style);
   const Point baseline = baseline_offset(metrics, style);
   if (style.opaque) {
     cairo_set_source_rgb(cairo_, 1, 1, 1);
@@ -138,9 +138,7 @@ void CairoCanvas::text(const std::string& utf8, Point reference, const TextStyle
   }
   colour(style.colour);
   cairo_move_to(cairo_, baseline.x, baseline.y);
-  if (pango_layout_get_line_count(layout.get()) > 0) {
-    pango_cairo_show_layout_line(cairo_, pango_layout_get_line_readonly(layout.get(), 0));
-  }
+  pango_cairo_show_layout_line(cairo_, shape(cairo_, utf8, style));
   cairo_restore(cairo_);
   cairo_new_path(cairo_);
 }

@@ -135,7 +135,7 @@ void SvgCanvas::arc(const Ellipse& ellipse, double from, double to, const Stroke
 
 void SvgCanvas::text(const std::string& utf8, Point reference, const TextStyle& style) {
   static constexpr std::array<const char*, 3> kAnchors = {"start", "middle", "end"};
-  const LineMetrics metrics = measure(utf8, style);
+  const LineMetrics metrics = style.opaque ? measure(utf8, style) : measure_height(style);
   const Point baseline = baseline_offset(metrics, style);
   const std::string turn = style.angle == 0 ? "" : " rotate(" + number(-style.angle) + ")";
   enter_group();

@@ -2,8 +2,10 @@
 
 #include <array>
 #include <map>
+#include <memory>
 #include <string_view>
 #include <tuple>
+#include <utility>
 
 namespace tavdcairo {
 
@@ -23,13 +25,63 @@ constexpr std::array<Substitute, 4> kSubstitutes = {{
     {"", kSans},
 }};
 
-// Ascent and descent of a font's cell, device units.
-struct Cell {
-  double ascent, descent;
+struct Unref {
+  void operator()(void* object) const { g_object_unref(object); }
+};
+using Context = std::unique_ptr<PangoContext, Unref>;
+using Layout = std::unique_ptr<PangoLayout, Unref>;
+
+struct FreeDescription {
+  void operator()(PangoFontDescription* description) const { pango_font_description_free(description); }
+};
+using Description = std::unique_ptr<PangoFontDescription, FreeDescription>;
+
+struct DestroyOptions {
+  void operator()(cairo_font_options_t* options) const { cairo_font_options_destroy(options); }
+};
+using FontOptions = std::unique_ptr<cairo_font_options_t, DestroyOptions>;
+
+// Shapes for one turn on surfaces of one kind.
+struct Drawing {
+  Context context;
+  FontOptions surface;  // those of the last surface
 };
 
-PangoFontDescription* describe(const TextStyle& style);
-Cell cell_of(PangoLayout* layout, const TextStyle& style);
+// Scale and rotation of a drawing: Pango shapes for them, wherever the text stands.
+using Turn = std::array<double, 4>;  // xx, yx, xy, yy
+
+// A font, and the lines that were measured and shaped in it.
+struct Font {
+  using Line = std::tuple<Turn, bool, bool, std::string>;  // turn, underline, strikeout, text
+
+  Description description;
+  double ascent, descent;  // of its cell, device units
+  std::map<std::string, double, std::less<>> widths;
+  std::map<Line, Layout> lines;
+};
+
+// What is kept from text to text and from picture to picture. When it is full all of it goes, so that a host
+// that draws ever other texts pays no more than the shaping of each.
+struct Shelf {
+  using FontKey = std::tuple<std::string, double, int, bool>;  // face, size, weight, italic
+
+  std::map<FontKey, Font> fonts;
+  std::map<Turn, Drawing> drawings;
+  Context measuring;           // of no cairo context
+  std::size_t lines = 0;       // measured or shaped, of all fonts
+  std::size_t text_bytes = 0;  // of them
+};
+constexpr std::size_t kMostFonts = 64;
+constexpr std::size_t kMostDrawings = 16;
+constexpr std::size_t kMostLines = 512;
+constexpr std::size_t kMostTextBytes = 65536;
+
+Shelf& shelf_with_room();
+void count(Shelf& shelf, const std::string& utf8);
+Context make_context();
+PangoContext* context_for(Shelf& shelf, cairo_t* cairo, const Turn& turn);
+Layout make_layout(PangoContext* context, const Font& font, const std::string& utf8, const TextStyle& style);
+Font& font_of(Shelf& shelf, const TextStyle& style);
 
 }  // namespace
 
@@ -42,46 +94,37 @@ std::string families(const std::string& face) {
   return face + "," + std::string(kSans);
 }
 
-Layout make_layout(cairo_t* cairo, const std::string& utf8, const TextStyle& style) {
-  const std::unique_ptr<PangoContext, Unref> context(
-      pango_font_map_create_context(pango_cairo_font_map_get_default()));
-  // Unhinted, so that a text is as wide in every format and at every size as its design says.
-  cairo_font_options_t* options = cairo_font_options_create();
-  cairo_font_options_set_hint_style(options, CAIRO_HINT_STYLE_NONE);
-  cairo_font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
-  cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
-  pango_cairo_context_set_font_options(context.get(), options);
-  cairo_font_options_destroy(options);
-  pango_context_set_round_glyph_positions(context.get(), FALSE);
-  if (cairo != nullptr) {
-    pango_cairo_update_context(cairo, context.get());
+PangoLayoutLine* shape(cairo_t* cairo, const std::string& utf8, const TextStyle& style) {
+  Shelf& shelf = shelf_with_room();
+  Font& font = font_of(shelf, style);
+  cairo_matrix_t matrix;
+  cairo_get_matrix(cairo, &matrix);
+  const Turn turn = {matrix.xx, matrix.yx, matrix.xy, matrix.yy};
+  PangoContext* context = context_for(shelf, cairo, turn);
+  Layout& layout = font.lines[{turn, style.underline, style.strikeout, utf8}];
+  if (!layout) {
+    layout = make_layout(context, font, utf8, style);
+    count(shelf, utf8);
   }
-
-  Layout layout(pango_layout_new(context.get()));
-  PangoFontDescription* description = describe(style);
-  pango_layout_set_font_description(layout.get(), description);
-  pango_font_description_free(description);
-  pango_layout_set_single_paragraph_mode(layout.get(), TRUE);
-  PangoAttrList* attributes = pango_attr_list_new();
-  if (style.underline) {
-    pango_attr_list_insert(attributes, pango_attr_underline_new(PANGO_UNDERLINE_SINGLE));
-  }
-  if (style.strikeout) {
-    pango_attr_list_insert(attributes, pango_attr_strikethrough_new(TRUE));
-  }
-  pango_layout_set_attributes(layout.get(), attributes);
-  pango_attr_list_unref(attributes);
-  pango_layout_set_text(layout.get(), utf8.c_str(), static_cast<int>(utf8.size()));
-  return layout;
+  return pango_layout_get_line_readonly(layout.get(), 0);
 }
 
 LineMetrics measure(const std::string& utf8, const TextStyle& style) {
-  const Layout shaped = make_layout(nullptr, utf8, style);
-  PangoLayout* layout = shaped.get();
-  PangoRectangle logical;
-  pango_layout_get_extents(layout, nullptr, &logical);
-  const Cell cell = cell_of(layout, style);
-  return {cell.ascent, cell.descent, pango_units_to_double(logical.width)};
+  Shelf& shelf = shelf_with_room();
+  Font& font = font_of(shelf, style);
+  auto known = font.widths.find(utf8);
+  if (known == font.widths.end()) {
+    PangoRectangle logical;
+    pango_layout_get_extents(make_layout(shelf.measuring.get(), font, utf8, style).get(), nullptr, &logical);
+    known = font.widths.emplace(utf8, pango_units_to_double(logical.width)).first;
+    count(shelf, utf8);
+  }
+  return {font.ascent, font.descent, known->second};
+}
+
+LineMetrics measure_height(const TextStyle& style) {
+  const Font& font = font_of(shelf_with_room(), style);
+  return {font.ascent, font.descent, 0};
 }
 
 double cell_height(const std::string& face, int weight, bool italic) {
@@ -91,7 +134,7 @@ double cell_height(const std::string& face, int weight, bool italic) {
   style.size = kProbe;
   style.weight = weight;
   style.italic = italic;
-  const LineMetrics metrics = measure("", style);
+  const LineMetrics metrics = measure_height(style);
   return (metrics.ascent + metrics.descent) / kProbe;
 }
 
@@ -122,34 +165,92 @@ Point baseline_offset(const LineMetrics& metrics, const TextStyle& style) {
 
 namespace {
 
-PangoFontDescription* describe(const TextStyle& style) {
-  PangoFontDescription* description = pango_font_description_new();
-  pango_font_description_set_family(description, families(style.family).c_str());
-  pango_font_description_set_absolute_size(description, style.size * PANGO_SCALE);
-  pango_font_description_set_weight(description, static_cast<PangoWeight>(style.weight));
-  pango_font_description_set_style(description, style.italic ? PANGO_STYLE_ITALIC : PANGO_STYLE_NORMAL);
+Shelf& shelf_with_room() {
+  static thread_local Shelf shelf;
+  if (shelf.fonts.size() >= kMostFonts || shelf.drawings.size() >= kMostDrawings ||
+      shelf.lines >= kMostLines || shelf.text_bytes >= kMostTextBytes) {
+    shelf = {};
+  }
+  if (!shelf.measuring) {
+    shelf.measuring = make_context();
+  }
+  return shelf;
+}
+
+void count(Shelf& shelf, const std::string& utf8) {
+  ++shelf.lines;
+  shelf.text_bytes += utf8.size();
+}
+
+Context make_context() {
+  Context context(pango_font_map_create_context(pango_cairo_font_map_get_default()));
+  // Unhinted, so that a text is as wide in every format and at every size as its design says.
+  const FontOptions options(cairo_font_options_create());
+  cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_NONE);
+  cairo_font_options_set_hint_metrics(options.get(), CAIRO_HINT_METRICS_OFF);
+  cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_GRAY);
+  pango_cairo_context_set_font_options(context.get(), options.get());
+  pango_context_set_round_glyph_positions(context.get(), FALSE);
+  return context;
+}
+
+// Pango takes every update for a change, and then shapes the lines of the context anew: it is told only where
+// the surface has other font options than the last one under the same turn.
+PangoContext* context_for(Shelf& shelf, cairo_t* cairo, const Turn& turn) {
+  Drawing& drawing = shelf.drawings[turn];
+  FontOptions options(cairo_font_options_create());
+  cairo_surface_get_font_options(cairo_get_target(cairo), options.get());
+  if (!drawing.context) {
+    drawing.context = make_context();
+  }
+  if (!drawing.surface || !cairo_font_options_equal(drawing.surface.get(), options.get())) {
+    pango_cairo_update_context(cairo, drawing.context.get());
+    drawing.surface = std::move(options);
+  }
+  return drawing.context.get();
+}
+
+Layout make_layout(PangoContext* context, const Font& font, const std::string& utf8, const TextStyle& style) {
+  Layout layout(pango_layout_new(context));
+  pango_layout_set_font_description(layout.get(), font.description.get());
+  pango_layout_set_single_paragraph_mode(layout.get(), TRUE);
+  PangoAttrList* attributes = pango_attr_list_new();
+  if (style.underline) {
+    pango_attr_list_insert(attributes, pango_attr_underline_new(PANGO_UNDERLINE_SINGLE));
+  }
+  if (style.strikeout) {
+    pango_attr_list_insert(attributes, pango_attr_strikethrough_new(TRUE));
+  }
+  pango_layout_set_attributes(layout.get(), attributes);
+  pango_attr_list_unref(attributes);
+  pango_layout_set_text(layout.get(), utf8.c_str(), static_cast<int>(utf8.size()));
+  return layout;
+}
+
+Description describe(const TextStyle& style) {
+  Description description(pango_font_description_new());
+  pango_font_description_set_family(description.get(), families(style.family).c_str());
+  pango_font_description_set_absolute_size(description.get(), style.size * PANGO_SCALE);
+  pango_font_description_set_weight(description.get(), static_cast<PangoWeight>(style.weight));
+  pango_font_description_set_style(description.get(), style.italic ? PANGO_STYLE_ITALIC : PANGO_STYLE_NORMAL);
   return description;
 }
 
 // The cell is the chosen font's, not that of the glyphs shown: a title keeps its place when one of its
-// characters comes from another font. A drawing has many texts in few fonts, and Pango shapes a sample of the
-// language each time that it is asked: the answers of the last fonts are kept.
-Cell cell_of(PangoLayout* layout, const TextStyle& style) {
-  using Font = std::tuple<std::string, double, int, bool>;
-  constexpr std::size_t kMostFonts = 64;
-  static std::map<Font, Cell> known;
-  const Font font(style.family, style.size, style.weight, style.italic);
-  const auto found = known.find(font);
-  if (found != known.end()) return found->second;
-
-  PangoFontMetrics* metrics = pango_context_get_metrics(pango_layout_get_context(layout),
-                                                        pango_layout_get_font_description(layout), nullptr);
-  const Cell cell = {pango_units_to_double(pango_font_metrics_get_ascent(metrics)),
-                     pango_units_to_double(pango_font_metrics_get_descent(metrics))};
-  pango_font_metrics_unref(metrics);
-  if (known.size() == kMostFonts) known.clear();
-  known.emplace(font, cell);
-  return cell;
+// characters comes from another font. It is costly: Pango shapes a sample of the language to tell it.
+Font& font_of(Shelf& shelf, const TextStyle& style) {
+  const auto [place, is_new] =
+      shelf.fonts.try_emplace({style.family, style.size, style.weight, style.italic});
+  Font& font = place->second;
+  if (is_new) {
+    font.description = describe(style);
+    PangoFontMetrics* metrics =
+        pango_context_get_metrics(shelf.measuring.get(), font.description.get(), nullptr);
+    font.ascent = pango_units_to_double(pango_font_metrics_get_ascent(metrics));
+    font.descent = pango_units_to_double(pango_font_metrics_get_descent(metrics));
+    pango_font_metrics_unref(metrics);
+  }
+  return font;
 }
 
 }  // namespace

@@ -1,9 +1,10 @@
-// Fonts: which installed face stands for the one that was asked for, and its measures.
+// Fonts: which installed face stands for the one that was asked for, its measures, and shaped lines of text.
+// What a drawing asks for again and again (ten axis labels in one font, the same label in the next picture)
+// is kept from one picture to the next, for each thread by itself.
 #pragma once
 
 #include <pango/pangocairo.h>
 
-#include <memory>
 #include <string>
 
 #include "gui/cairo/canvas.h"
@@ -20,16 +21,14 @@ struct LineMetrics {
   double width;    // advance of the text
 };
 
-struct Unref {
-  void operator()(void* object) const { g_object_unref(object); }
-};
-using Layout = std::unique_ptr<PangoLayout, Unref>;
-
-// One line of text, shaped for `cairo`.
-Layout make_layout(cairo_t* cairo, const std::string& utf8, const TextStyle& style);
+// One line of text, shaped for `cairo` under its matrix. Good until the next call.
+PangoLayoutLine* shape(cairo_t* cairo, const std::string& utf8, const TextStyle& style);
 
 // The same whatever the text is drawn on: cairo reports other ascents under the scale of a page.
 LineMetrics measure(const std::string& utf8, const TextStyle& style);
+
+// The same without the width, which has to be shaped for: it is 0.
+LineMetrics measure_height(const TextStyle& style);
 
 // Height of a character cell (ascent and descent) for an em height of 1.
 double cell_height(const std::string& face, int weight, bool italic);

@@ -1,53 +1,25 @@
 #include "cut_surface.h"
 
-#include <algorithm>
-#include <cmath>
+#include <optional>
 
 namespace tavdhost {
 namespace {
 
 struct Cut {
   tgui_surface* target;
-  tgui_rect window;
+  Area window;
 };
 
 const Cut& cut(void* context) {
   return *static_cast<const Cut*>(context);
 }
 
-// The part of a line that lies in the window, from 0 at its start to 1 at its end.
-struct Part {
-  double from = 0;
-  double to = 1;
-  bool is_empty() const { return from > to; }
-};
-
-// Keeps what lies between `low` and `high` on one axis of a line from `start`, `delta` long.
-void keep(Part& part, double start, double delta, double low, double high) {
-  if (delta == 0) {
-    if (start < low || start > high) part.to = -1;
-    return;
-  }
-  const double a = (low - start) / delta;
-  const double b = (high - start) / delta;
-  part.from = std::max(part.from, std::min(a, b));
-  part.to = std::min(part.to, std::max(a, b));
-}
-
-int32_t along(int32_t start, int32_t delta, double part) {
-  return start + static_cast<int32_t>(std::lround(delta * part));
-}
-
 void line_to(void* context, tgui_surface* /*surface*/, int32_t x1, int32_t y1, int32_t x2, int32_t y2) {
   const auto& [target, window] = cut(context);
-  const int32_t dx = x2 - x1;
-  const int32_t dy = y2 - y1;
-  Part part;
-  keep(part, x1, dx, window.left, window.right);
-  keep(part, y1, dy, window.top, window.bottom);
-  if (part.is_empty()) return;
-  tgui_move_to(target, along(x1, dx, part.from), along(y1, dy, part.from));
-  tgui_line_to(target, along(x1, dx, part.to), along(y1, dy, part.to));
+  const std::optional<Line> part = cut_line({x1, y1, x2, y2}, window);
+  if (!part) return;
+  tgui_move_to(target, part->x1, part->y1);
+  tgui_line_to(target, part->x2, part->y2);
 }
 
 // Only selecting takes an object that may be changed, and it does not change it.
@@ -77,19 +49,15 @@ void text_colour(void* context, tgui_surface* /*surface*/, uint32_t colour) {
   tgui_set_text_colour(cut(context).target, colour);
 }
 
-bool holds(const tgui_rect& window, int32_t x, int32_t y) {
-  return x >= window.left && x <= window.right && y >= window.top && y <= window.bottom;
-}
-
 void text(void* context, tgui_surface* /*surface*/, int32_t x, int32_t y, const char* text, int32_t length) {
   const auto& [target, window] = cut(context);
-  if (holds(window, x, y)) tgui_text(target, x, y, text, length);
+  if (window.holds(x, y)) tgui_text(target, x, y, text, length);
 }
 
 void textw(void* context, tgui_surface* /*surface*/, int32_t x, int32_t y, const tavd_wchar* text,
            int32_t length) {
   const auto& [target, window] = cut(context);
-  if (holds(window, x, y)) tgui_textw(target, x, y, text, length);
+  if (window.holds(x, y)) tgui_textw(target, x, y, text, length);
 }
 
 void release(void* context) {
@@ -98,7 +66,7 @@ void release(void* context) {
 
 }  // namespace
 
-tgui_surface* cut_surface(tgui_surface* target, tgui_rect window) {
+tgui_surface* cut_surface(tgui_surface* target, Area window) {
   tgui_operations operations = {};
   operations.size = sizeof operations;
   operations.select = select;

@@ -1,0 +1,57 @@
+#include "library_drawings.h"
+
+#include "tavd/L2dg.h"
+#include "tavd/tavdg.h"
+#include "tavd/tavdshapepic.h"
+
+namespace tavdhost {
+namespace {
+
+constexpr std::uint32_t kBlack = 0x000000;
+constexpr std::uint32_t kGrey = 0x808080;
+constexpr std::uint32_t kRed = 0x0000FF;
+constexpr std::uint32_t kBlue = 0xFF0000;
+constexpr int kThin = kDiagramPlane / 1000;
+constexpr int kWide = kDiagramPlane / 500;
+
+constexpr PenName kFlowPens[] = {
+    {kBlack, kThin, "Axes"},       {kBlack, kThin, "Curves"},        {kGrey, kThin, "Curves between"},
+    {kRed, kWide, "Sound levels"}, {kRed, 2 * kWide, "Flow limits"}, {kBlue, kThin, "Operating point"},
+};
+
+constexpr PenName kThrowPens[] = {
+    {kBlack, kThin, "Axes"},
+    {kRed, kWide, "Throw length"},
+    {kBlue, kThin, "Operating point"},
+};
+
+}  // namespace
+
+const LibraryDrawing kFlowDrawing = {"TAVDDGR",
+                                     kDiagramPlane,
+                                     kDiagramPlane,
+                                     false,
+                                     tavdg_create_drawing_tools,
+                                     tavdg_draw_diagram,
+                                     tavdg_destroy_drawing_tools,
+                                     kFlowPens};
+
+const LibraryDrawing kThrowDrawing = {"TAVDDGRL02",
+                                      kDiagramPlane,
+                                      kDiagramPlane,
+                                      false,
+                                      L2dg_create_drawing_tools,
+                                      L2dg_draw_diagram,
+                                      L2dg_destroy_drawing_tools,
+                                      kThrowPens};
+
+const LibraryDrawing kShapeDrawing = {"TAVDSHAPE",
+                                      500,
+                                      840,
+                                      true,
+                                      tavdshapepic_create_drawing_tools,
+                                      tavdshapepic_draw,
+                                      tavdshapepic_destroy_drawing_tools,
+                                      {}};
+
+}  // namespace tavdhost

@@ -1,0 +1,35 @@
+// The drawings that the library makes, one of each kind at a time: how a picture has them drawn.
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+#include "tavd/types.h"
+
+namespace tavdhost {
+
+// A pen of a drawing and what is drawn with it. Pens of one look stand in the order in which they draw.
+struct PenName {
+  std::uint32_t colour;  // 0x00BBGGRR
+  int width;             // in the units of the plane
+  const char* name;
+};
+
+// The drawing is in a plane of logical units that a window stretches over the picture.
+struct LibraryDrawing {
+  const char* window_class;  // whose windows paint the drawing
+  int plane_width, plane_height;
+  bool keeps_proportions;  // as high as the picture, and in the middle of it
+  void (*create_tools)();  // pens and fonts for the next draw()
+  void (*draw)(tavd_hdc);
+  void (*destroy_tools)();
+  std::span<const PenName> pens;
+};
+
+inline constexpr int kDiagramPlane = 10000;
+
+extern const LibraryDrawing kFlowDrawing;   // of the state that tavdg_ functions set
+extern const LibraryDrawing kThrowDrawing;  // L2dg_
+extern const LibraryDrawing kShapeDrawing;  // tavdshapepic_
+
+}  // namespace tavdhost

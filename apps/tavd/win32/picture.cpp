@@ -1,0 +1,66 @@
+// Pictures through Windows's own GDI.
+#include "picture.h"
+
+#include <cmath>
+
+#include "drawing_text.h"
+#include "paths.h"
+#include "surface.h"
+#include "text.h"
+#include "whole_file.h"
+
+namespace tavdhost {
+
+const PictureForms kPictureForms = {
+    ".png or .emf", ".png, or .emf for an enhanced metafile", ".png or .emf", ".png", "PNG", ".emf"};
+
+struct Picture::Surface {
+  std::string path;
+  PictureSize size;
+  std::unique_ptr<tavdhost::Surface> target;
+};
+
+namespace {
+
+// As the windows of the library's classes place their drawings.
+Area place_of(const LibraryDrawing& drawing, PictureSize size) {
+  if (!drawing.keeps_proportions) return {0, 0, size.width, size.height};
+  const double proportion = static_cast<double>(drawing.plane_width) / drawing.plane_height;
+  const auto width = static_cast<std::int32_t>(std::floor(size.height * proportion + 0.5));
+  const std::int32_t left = size.width / 2 - width / 2;
+  return {left, 0, left + width, size.height};
+}
+
+}  // namespace
+
+Picture::Picture(const std::string& path, PictureSize size) : surface_(new Surface{path, size, nullptr}) {
+  const std::string ending = lower(to_text(to_path(path).extension()));
+  if (ending == ".png") {
+    surface_->target = pixel_surface(size);
+  } else if (ending == ".emf") {
+    surface_->target = metafile_surface(size);
+  } else {
+    throw UserError("cannot tell what to write into " + in_quotes(path) + ", expected a name that ends in " +
+                    kPictureForms.endings);
+  }
+}
+
+Picture::~Picture() = default;
+
+void Picture::describe(const DrawingText& text) {
+  surface_->target->describe(text.title);
+}
+
+void Picture::paint(const LibraryDrawing& drawing) {
+  surface_->target->draw(Recorded(drawing), {place_of(drawing, surface_->size)});
+}
+
+void Picture::paint(const LibraryDrawing& drawing, const Cell& cell) {
+  surface_->target->draw(Recorded(drawing), {cell.place, &cell});
+}
+
+void Picture::finish() {
+  write_whole_file(surface_->path, surface_->target->bytes());
+}
+
+}  // namespace tavdhost
