@@ -20,6 +20,11 @@ constexpr Numbers kComboBox = {tgui_create_combo_box, TGUI_CB_ADDSTRING, TGUI_CB
                                TGUI_CB_SETCURSEL,     TGUI_CB_GETCURSEL, TGUI_CB_GETLBTEXT,
                                TGUI_CB_GETLBTEXTLEN,  TGUI_CB_GETCOUNT};
 
+// What the names of the tests say of it.
+void PrintTo(const Numbers& numbers, std::ostream* out) {
+  *out << (numbers.add == kListBox.add ? "list" : "combo");
+}
+
 class Box : public testing::TestWithParam<Numbers> {
  protected:
   Box() { GetParam().create(dialog, kId); }

@@ -36,6 +36,11 @@ constexpr Control kComboBox = {"ComboBox",          tgui_create_combo_box, tavd:
                                tavd::gwcb_addw,     tavd::gwcb_clear,      tavd::gwcb_gettext,
                                tavd::gwcb_gettextw, TGUI_CB_SETCURSEL,     TGUI_CB_GETCOUNT};
 
+// What the names of the tests say of it.
+void PrintTo(const Control& control, std::ostream* out) {
+  *out << control.name;
+}
+
 class Rows : public testing::TestWithParam<Control> {
  protected:
   Rows() : dialog_(tavdtest::make_dialog()) {

@@ -116,16 +116,6 @@ TEST(Opening, NarrowPathWithLettersBeyondAsciiNamesTheSameFileAsTheWideOne) {
   tavdsrv_closedatabase(wide);
 }
 
-TEST(Opening, FileThatIsMissingIsToldInUtf8) {
-  const Path path(serial_name("missing-") += letters_of_narrow_names());
-  const std::u8string name = path.get().u8string();
-  const std::string told = std::string(name.begin(), name.end()) + ": no such file";
-  EXPECT_EQ(tavbopendatabase(nullptr, narrow_name(path.get()).c_str(), kOpenExisting), -1);
-  EXPECT_EQ(tavdsrv_lasterror(), told);
-  EXPECT_EQ(tavbopendatabasew(nullptr, path.get().string<tavd_wchar>().c_str(), kOpenExisting), -1);
-  EXPECT_EQ(tavdsrv_lasterror(), told);
-}
-
 TEST(Opening, NoPathOpensNothing) {
   for (const std::int32_t mode : {kOpenExisting, kCreate}) {
     EXPECT_EQ(tavbopendatabase(nullptr, nullptr, mode), -1);

@@ -2,8 +2,18 @@
 #include <random>
 
 #include "foreign.h"
+#include "support/narrow_path.h"
 
 using namespace tavdtest;
+
+TEST_F(Foreign, FileThatIsMissingIsToldInUtf8) {
+  const fs::path path = folder / letters_of_narrow_names();
+  const std::string told = utf8(path) + ": no such file";
+  EXPECT_EQ(tavbopendatabase(nullptr, narrow_name(path).c_str(), kOpenExisting), -1);
+  EXPECT_EQ(tavdsrv_lasterror(), told);
+  EXPECT_EQ(tavbopendatabasew(nullptr, path.string<tavd_wchar>().c_str(), kOpenExisting), -1);
+  EXPECT_EQ(tavdsrv_lasterror(), told);
+}
 
 TEST_F(Foreign, EmptyFileIsRefused) {
   write_file(folder / "empty", "");
