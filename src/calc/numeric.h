@@ -7,7 +7,7 @@
 #include <cmath>
 #include <cstdint>
 
-#include "gwlog10.h"
+#include "gwmath.h"
 
 namespace tavd {
 

@@ -5,7 +5,7 @@
 #include "calc/classes.h"
 #include "calc/numeric.h"
 #include "calc/settings.h"
-#include "gwlog10.h"
+#include "gwmath.h"
 #include "tavd/tavca.h"
 
 namespace {

@@ -10,7 +10,7 @@
 #include "base/gwgdi.h"
 #include "base/gwmem.h"
 #include "base/held.h"
-#include "gwlog10.h"
+#include "gwmath.h"
 
 namespace tavd {
 namespace {

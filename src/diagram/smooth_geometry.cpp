@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "calc/numeric.h"
+#include "gwmath.h"
 
 namespace tavd {
 namespace {
@@ -73,7 +74,7 @@ float angle_norm(float a) {
 float angle_of(CurvePoint a, CurvePoint b) {
   if (std::fabs(a.x - b.x) >= std::fabs(b.x / kSameX)) {
     const float slope = (b.y - a.y) / (b.x - a.x);
-    const float t = narrow(std::atan(wide(slope)));
+    const float t = narrow(gwatan(wide(slope)));
     if (a.x > b.x) {
       return t + kHalfTurn;
     }
@@ -102,8 +103,8 @@ float angle_through(CurvePoint a, CurvePoint b, CurvePoint c) {
 int tangent_cross(float x1, float y1, float a1, float x2, float y2, float a2, float* x, float* y) {
   const bool vertical1 = std::fabs(std::cos(wide(a1))) < kVertical;
   const bool vertical2 = std::fabs(std::cos(wide(a2))) < kVertical;
-  const float m1 = vertical1 ? 0.0F : narrow(std::tan(wide(a1)));
-  const float m2 = vertical2 ? 0.0F : narrow(std::tan(wide(a2)));
+  const float m1 = vertical1 ? 0.0F : narrow(gwtan(wide(a1)));
+  const float m2 = vertical2 ? 0.0F : narrow(gwtan(wide(a2)));
   const float b1 = y1 - m1 * x1;
   const float b2 = y2 - m2 * x2;
   if (vertical2) {

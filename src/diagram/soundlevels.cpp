@@ -7,7 +7,7 @@
 #include "calc/interpolation.h"
 #include "calc/numeric.h"
 #include "calc/parameter.h"
-#include "gwlog10.h"
+#include "gwmath.h"
 #include "tavd/tavca.h"
 
 namespace tavd {

@@ -7,7 +7,7 @@
 using namespace tavdtest;
 
 TEST_F(Foreign, FileThatIsMissingIsToldInUtf8) {
-  const fs::path path = folder / letters_of_narrow_names();
+  const fs::path path = folder.path() / letters_of_narrow_names();
   const std::string told = utf8(path) + ": no such file";
   EXPECT_EQ(tavbopendatabase(nullptr, narrow_name(path).c_str(), kOpenExisting), -1);
   EXPECT_EQ(tavdsrv_lasterror(), told);

@@ -2,7 +2,7 @@
 // elsewhere, where both take the C library's.
 #include <cmath>
 
-#include "base/win32/gwlog10.h"
+#include "base/win32/gwmath.h"
 
 // What has no logarithm is the same for every base, and gwlog10 would come back here for it.
 extern "C" double log10(double x) {

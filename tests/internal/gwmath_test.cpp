@@ -6,7 +6,7 @@
 #include <limits>
 #include <random>
 
-#include "../../src/base/win32/gwlog10.h"
+#include "../../src/base/win32/gwmath.h"
 
 namespace {
 
