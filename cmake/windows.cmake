@@ -5,11 +5,16 @@ add_link_options(-static -static-libgcc -static-libstdc++)
 # printf and its kin as C99 has them, not as the system's old C library has them.
 add_compile_definitions(__USE_MINGW_ANSI_STDIO=1 _WIN32_WINNT=0x0601)
 
-# The DLL of `target` exports the named functions and nothing else. Its name carries no "lib".
+# The DLL of `target` exports the named functions and nothing else. Its name carries no "lib". The list of exports and
+# the import library stand beside it.
 function(tavd_export target)
-  set(file ${CMAKE_CURRENT_BINARY_DIR}/${target}.def)
+  get_target_property(name ${target} OUTPUT_NAME)
+  if(NOT name)
+    set(name ${target})
+  endif()
+  set(file ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${name}.def)
   list(JOIN ARGN "\n  " names)
   file(CONFIGURE OUTPUT ${file} CONTENT "EXPORTS\n  @names@\n" @ONLY)
   target_sources(${target} PRIVATE ${file})
-  set_target_properties(${target} PROPERTIES PREFIX "")
+  set_target_properties(${target} PROPERTIES PREFIX "" ARCHIVE_OUTPUT_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
 endfunction()

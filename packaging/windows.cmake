@@ -1,7 +1,6 @@
 # The zip for Windows.
-install(FILES ${CMAKE_BINARY_DIR}/src/libtavd.def RENAME tavd.def
+install(FILES ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/tavd.def ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/tavdsrv.def
   DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
-install(FILES ${CMAKE_BINARY_DIR}/service/tavdsrv.def DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
 install(FILES windows.txt RENAME README.txt DESTINATION . COMPONENT development)
 install(FILES ${CMAKE_SOURCE_DIR}/README.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/docs ${CMAKE_SOURCE_DIR}/catalogue
