@@ -129,6 +129,35 @@ TEST(DuctDerivedSizes, HydraulicDiameterWithoutAreaIsZeroOverThePerimeter) {
   EXPECT_EQ(ewads_dhydr(&negative), 0.0F);
 }
 
+// Negative measures run through the formulas; only the bounds told in the header stop them.
+TEST(DuctDerivedSizes, RectangleWithOneNegativeSide) {
+  const DuctSize ds = rectangle(-100, 300);
+  EXPECT_EQ(ewads_dekv(&ds), 0.0F);
+  EXPECT_EQ(ewads_dhydr(&ds), -300.0F);  // four times -0.03 m2 over 0.4 m
+  EXPECT_EQ(ewads_diagonal(&ds), 316);
+  EXPECT_EQ(ewads_m2(&ds), -0.03F);
+  EXPECT_EQ(ewads_vms(&ds, 30.0), 0.0F);
+}
+
+TEST(DuctDerivedSizes, RectangleWithBothSidesNegativeHasThePositiveAreaAndNoPerimeter) {
+  const DuctSize ds = rectangle(-400, -200);
+  const DuctSize positive = rectangle(400, 200);
+  EXPECT_EQ(ewads_dekv(&ds), ewads_dekv(&positive));
+  EXPECT_EQ(ewads_dhydr(&ds), 0.0F);
+  EXPECT_EQ(ewads_diagonal(&ds), 447);
+  EXPECT_EQ(ewads_m2(&ds), 0.08F);
+  EXPECT_EQ(ewads_vms(&ds, 160.0), ewads_vms(&positive, 160.0));
+}
+
+TEST(DuctDerivedSizes, NegativeDiameterIsGivenAsItStandsWithAPositiveArea) {
+  const DuctSize ds = round_duct(-200);
+  EXPECT_EQ(ewads_dekv(&ds), -200.0F);
+  EXPECT_EQ(ewads_dhydr(&ds), -200.0F);
+  EXPECT_EQ(ewads_diagonal(&ds), -200);
+  EXPECT_EQ(ewads_m2(&ds), 0.031415927F);
+  EXPECT_FLOAT_EQ(ewads_vms(&ds, 31.415927), 1.0F);
+}
+
 TEST(DuctDerivedSizes, EquivalentDiameterTakesItsQuotientInFloat) {
   const DuctSize ds = rectangle(1, 2);
   const float quotient = 8.0F / 3.1415927F;

@@ -332,6 +332,18 @@ TEST(SizeTerm, ComesAfterTheLimits) {
   expect_all(level_of(fd, 70.0F, 100.0F, &duct), 0, -5.0F);
 }
 
+// The coefficient is in dB for each doubling of the area, which counts as 0.3 of a decade, from 1 m2 on.
+TEST(SizeTerm, IsTheCoefficientForEachDoublingOfTheArea) {
+  FlowData fd = groups_product();
+  fd.lwsizecoef = 3.0F;
+  const DuctSize one = {1, 1000, 1000};
+  const DuctSize two = {1, 2000, 1000};
+  const DuctSize ten = {1, 10000, 1000};
+  expect_all(level_of(fd, 50.0F, 20.0F, &one), 0, 20.0F);
+  EXPECT_NEAR(level_of(fd, 50.0F, 20.0F, &two).bands[0], 23.0, 0.02);
+  expect_all(level_of(fd, 50.0F, 20.0F, &ten), 0, 30.0F);
+}
+
 TEST(SizeTerm, OfADuctWithoutAreaLeavesOutTheParameterTermToo) {
   FlowData fd = groups_product();
   fd.lwsizecoef = 3.0F;

@@ -340,6 +340,65 @@ TEST_F(FlowDiagramSetup, ResizingWithoutADiagramLeavesTheToolsAtTheirDefault) {
   EXPECT_EQ("select pen solid width=10 colour=#000000", curves("select").front());
 }
 
+// Both ends count: 0 to 49 is 50 units.
+TEST_F(FlowDiagramSetup, RectanglesUnderFiftyUnitsOrReversedLeaveTheLayout) {
+  ASSERT_EQ(0, tavdg_initdiagramdata(resistance(product_).rec()));
+  const Strings lines = draw().lines("line");
+  const Strings texts = draw().lines("text");
+  const int rectangles[][4] = {
+      {0, 0, 48, 9999}, {0, 0, 9999, 48}, {9999, 0, 0, 9999}, {0, 9999, 9999, 0}, {9999, 9999, 0, 0}};
+  for (const auto& r : rectangles) {
+    tavdg_resize(r[0], r[1], r[2], r[3]);
+    EXPECT_EQ(lines, draw().lines("line")) << r[0] << ' ' << r[1] << ' ' << r[2] << ' ' << r[3];
+    EXPECT_EQ(texts, draw().lines("text")) << r[0] << ' ' << r[1] << ' ' << r[2] << ' ' << r[3];
+  }
+  tavdg_resize(0, 0, 49, 49);
+  EXPECT_NE(lines, draw().lines("line"));
+}
+
+TEST_F(FlowDiagramSetup, ToolsAndMarksFollowEveryRectangle) {
+  ASSERT_EQ(0, tavdg_initdiagramdata(resistance(product_).rec()));
+  tavdg_set_operation_point(300, 1000);
+  tavdg_resize(9999, 9999, 4999, 0);  // 5000 units to the left, upside down
+  EXPECT_EQ("select pen solid width=1 colour=#000000", curves("select").front());
+  const tavdtest::Segment mark = draw().figures("ellipse").front();
+  EXPECT_EQ(-200, mark[2] - mark[0]);  // a circle of that size either way
+  EXPECT_EQ(-200, mark[3] - mark[1]);
+}
+
+TEST_F(FlowDiagramSetup, BuildLaysOutTheDefaultRectangleWithToolsOfTheFormerOne) {
+  ASSERT_EQ(0, tavdg_initdiagramdata(resistance(product_).rec()));
+  const Strings lines = draw().lines("line");
+  tavdg_resize(0, 0, 5000, 2500);
+  ASSERT_NE(lines, draw().lines("line"));
+  ASSERT_EQ(0, tavdg_initdiagramdata(product_.rec()));
+  EXPECT_EQ(lines, draw().lines("line"));
+  EXPECT_EQ("select pen solid width=2 colour=#000000", curves("select").front());
+}
+
+// The axis stays in l/s; the point at 300 l/s is 1080 m3/h and so lies beyond its end.
+TEST_F(FlowDiagramSetup, UnitsSetBehindABuildMoveWhatIsDrawnOverTheFormerAxis) {
+  ASSERT_EQ(0, tavdg_initdiagramdata(resistance(product_).rec()));
+  tavdg_set_operation_point(300, 1000);
+  EXPECT_EQ(3U, draw().figures("ellipse").size());
+  tavdg_set_xunit(3);
+  EXPECT_EQ(0U, draw().figures("ellipse").size());
+  ASSERT_EQ(0, tavdg_initdiagramdata(product_.rec()));
+  EXPECT_EQ(3U, draw().figures("ellipse").size());
+}
+
+TEST_F(FlowDiagramSetup, OperatingPointCountsFromTheNextDrawingUntilTheNextInit) {
+  ASSERT_EQ(0, tavdg_initdiagramdata(resistance(product_).rec()));
+  EXPECT_EQ(0U, draw().figures("ellipse").size());
+  tavdg_set_operation_point(300, 1000);
+  EXPECT_EQ(3U, draw().figures("ellipse").size());
+  ASSERT_EQ(0, tavdg_initdiagramdata(product_.rec()));  // another build leaves it
+  EXPECT_EQ(3U, draw().figures("ellipse").size());
+  tavdg_init_empty(tgui_main_module(), db());
+  ASSERT_EQ(0, tavdg_initdiagramdata(product_.rec()));
+  EXPECT_EQ(0U, draw().figures("ellipse").size());
+}
+
 TEST_F(FlowDiagramSetup, ParametersAreAppliedToEachProductAndSurviveAnInit) {
   // k = 0.01 of the product; each parameter's value 1 adds 0.03, so that the curve starts at 400 Pa, or 700
   // with both.

@@ -78,6 +78,17 @@ TEST_F(SoundMarks, StandOnTheCurveWithTheLabelBehindTheFirst) {
   EXPECT_EQ(expected, curves());
 }
 
+TEST_F(SoundMarks, LabelCountsFromTheNextDrawingUntilTheNextInit) {
+  build_marks(rows_);
+  tavdg_set_LpA_label("dB(A)");
+  EXPECT_TRUE(curves("text").at(0).ends_with(" \"20 dB(A)\""));
+  build_marks(rows_);
+  EXPECT_TRUE(curves("text").at(0).ends_with(" \"20 dB(A)\""));
+  tavdg_init_empty(tgui_main_module(), db());
+  build_marks(rows_);
+  EXPECT_TRUE(curves("text").at(0).ends_with(" \"20\""));
+}
+
 TEST_F(SoundMarks, WithoutALabelAreNumbersAlone) {
   build_marks(rows_);
   const Strings texts = curves("text");

@@ -297,6 +297,18 @@ TEST_F(ThrowLine, ResizingBackGivesTheFormerDrawing) {
   EXPECT_EQ(before, draw().text());
 }
 
+TEST_F(ThrowLine, RectanglesUnderFiftyUnitsOrReversedLeaveTheLayout) {
+  ASSERT_EQ(0, init(db(), terminal_by_value(product_).rec(), 1000));
+  const Strings lines = draw().lines("line");
+  const int rectangles[][4] = {{0, 0, 48, 9999}, {0, 0, 9999, 48}, {9999, 0, 0, 9999}, {9999, 9999, 0, 0}};
+  for (const auto& r : rectangles) {
+    L2dg_resize(r[0], r[1], r[2], r[3]);
+    EXPECT_EQ(lines, draw().lines("line")) << r[0] << ' ' << r[1] << ' ' << r[2] << ' ' << r[3];
+  }
+  L2dg_resize(0, 0, 49, 49);
+  EXPECT_NE(lines, draw().lines("line"));
+}
+
 TEST_F(ThrowLine, ResizingWithoutADiagramChangesNothing) {
   L2dg_resize(0, 0, 100, 100);
   L2dg_resize_default();
