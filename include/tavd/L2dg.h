@@ -116,9 +116,15 @@ TAVD_API void L2dg_update_parameter_combo(tavd_hwnd hdlg, int id);
 
 /* ---- Drawing ----------------------------------------------------------- */
 
-/* Lays the diagram out in a rectangle of logical units, at least 50 wide and
- * high, within 16 bits; without a diagram nothing happens. The default is 0, 0
- * to 10000, 10000. */
+/* Lays the diagram out in a rectangle of logical units, within 16 bits; without
+ * a diagram nothing happens. The default is 0, 0 to 10000, 10000, and every
+ * build lays out in that again.
+ *
+ * A rectangle of fewer than 50 units across or down, both ends counted, and one
+ * whose right or bottom comes before its left or top, leave the layout as it
+ * was. Pens, font and marks take their size from it all the same: pens and font
+ * their least from one that is upside down, marks its width either way. They
+ * keep it over builds. */
 TAVD_API void L2dg_resize(int left, int top, int right, int bottom);
 TAVD_API void L2dg_resize_default(void);
 
@@ -136,7 +142,9 @@ TAVD_API void L2dg_destroy_drawing_tools(void);
 TAVD_API void L2dg_draw_diagram(tavd_hdc hdc);
 
 /* The procedure of the window class "TAVDDGRL02": paints the diagram stretched
- * over the client area and leaves all else to the system. */
+ * over the client area and leaves all else to the system, WM_PAINT without a
+ * diagram included. Returns 0 for what it has painted, otherwise the answer of
+ * the system's default procedure (DefWindowProc, tgui_default_procedure). */
 TAVD_API intptr_t L2dg_diagram_proc(tavd_hwnd hwnd, unsigned int msg, uintptr_t wparam, intptr_t lparam);
 
 TAVD_EXTERN_C_END

@@ -49,11 +49,14 @@ enum {
 
 /* Room that the forms without `destLen` need. */
 enum {
-  TAVD_CODE_WIDTH = 30,           /* bytes, tavd_build_code_ds */
-  TAVD_PRODUCTID_CHARS = 31,      /* characters with the terminator,
-                                     tavd_build_productId_ds */
-  TAVD_CODE_WIDE_CHARS = 256,     /* wide characters, tavd_build_code_dsw */
-  TAVD_PRODUCTID_WIDE_CHARS = 256 /* wide characters, tavd_build_productId_dsw */
+  TAVD_CODE_WIDTH = 30,           /* bytes, tavd_build_code_ds: a field, without
+                                     a terminator */
+  TAVD_PRODUCTID_CHARS = 31,      /* characters, tavd_build_productId_ds: 30 and
+                                     the terminator */
+  TAVD_CODE_WIDE_CHARS = 256,     /* wide characters with the terminator,
+                                     tavd_build_code_dsw */
+  TAVD_PRODUCTID_WIDE_CHARS = 256 /* wide characters with the terminator,
+                                     tavd_build_productId_dsw */
 };
 
 /* Builds a code into a FIELD: `destLen` bytes, filled up with blanks, WITHOUT a

@@ -6,6 +6,12 @@
  * Values of `shape` other than 0 and 1 count as round for
  * ewads_is_circular, ewads_is_rectangular and the two writers of texts, and as
  * rectangular for the derived sizes.
+ *
+ * Negative measures are not refused. A round size gives its negative diameter
+ * as diameter and diagonal, and has the area of the positive one. A rectangle
+ * with one negative side has a negative area, hence no velocity and no
+ * equivalent diameter; with both sides negative it has the area, the diagonal
+ * and the equivalent diameter of the positive one, but no perimeter.
  */
 #ifndef TAVD_EWADS_H
 #define TAVD_EWADS_H
@@ -27,22 +33,23 @@ TAVD_API int ewads_equal_size(const DuctSize* ds1, const DuctSize* ds2);
 TAVD_API int ewads_greater_b_or_h(const DuctSize* ds1, const DuctSize* ds2);
 
 /* Equivalent diameter, mm: that of the circle of equal area. 0 for a rectangle
- * without area. */
+ * without area or with a negative one. */
 TAVD_API float ewads_dekv(const DuctSize* ds);
 
-/* Hydraulic diameter, mm: four times the area over the perimeter. 0 for a
- * rectangle without perimeter. */
+/* Hydraulic diameter, mm: four times the area over the perimeter, negative where
+ * one side is negative and the perimeter is not. 0 for a rectangle whose
+ * perimeter is 0 or negative. */
 TAVD_API float ewads_dhydr(const DuctSize* ds);
 
 /* Diagonal of a rectangle, rounded to whole mm, at most 32767; the diameter of
  * a round duct. */
 TAVD_API int16_t ewads_diagonal(const DuctSize* ds);
 
-/* Cross section, m2. */
+/* Cross section, m2; negative for a rectangle with one negative side. */
 TAVD_API float ewads_m2(const DuctSize* ds);
 
 /* Air velocity, m/s, at the flow `qv`, l/s. 0 where the cross section is 1 mm2
- * or less. */
+ * or less, negative ones included. */
 TAVD_API float ewads_vms(const DuctSize* ds, double qv);
 
 /* Copies all three fields; the two may be the same record or overlap. */

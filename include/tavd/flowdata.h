@@ -130,7 +130,9 @@ typedef struct FlowData {
   int16_t kind;     /* data kind, below 100 */
   float ductarea;   /* cross section of the connection, m2; 0 if isvelocity
                        is set or b is 10 or less */
-  float lwsizecoef; /* size coefficient of the sound level; attribute 1302 */
+  float lwsizecoef; /* size coefficient of the sound level: dB for each doubling
+                       of the duct's area (10/3 of it a decade) from 1 m2 on;
+                       0.1 and less, either sign, is none; attribute 1302 */
   int16_t kind100;  /* kind of the header with 100 added; attribute 1650 */
   int16_t b;        /* diameter or width of the connection, mm */
   int16_t h;        /* height of the connection, mm; 0 or less: circular */

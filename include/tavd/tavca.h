@@ -233,8 +233,14 @@ TAVD_API int tavca_dlw(const FlowData* fd, float qv, float dp, float* dlw);
 TAVD_API float tavca_LpA(const float* lw);
 
 /* End reflection, dB, 0 or more, of an opening of `area` m2 in octave band
- * `band` (0 for 63 Hz and up). 0 for bands other than 0 to 4 and for areas of
- * 0 or less, or above the range of the band. */
+ * `band`. 0 for an area of 0 or less or outside the range of the band, and for
+ * every other band:
+ *
+ *   band 0,   63 Hz  up to 2.0 m2, that included
+ *   band 1,  125 Hz  below 2.0 m2
+ *   band 2,  250 Hz  below 0.6 m2
+ *   band 3,  500 Hz  below 0.2 m2
+ *   band 4, 1000 Hz  below 0.05 m2 */
 TAVD_API float tavca_endref_A(int band, float area);
 
 /* Takes the end reflection, in whole dB, off the sound power table of the

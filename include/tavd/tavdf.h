@@ -3,9 +3,15 @@
  *
  * `db` is a database handle of tavdf_open_database; `rec` is a record handle
  * of the service (tavd/tavb.h). The functions that take a `rec` leave it with
- * its owner and keep nothing of it; a null `rec` counts as a record without
- * attributes. Nothing here reports a failure: where an attribute is absent the
- * next source is asked, in the order that each function tells.
+ * its owner and keep nothing of it. Nothing here reports a failure: where an
+ * attribute is absent the next source is asked, in the order that each function
+ * gives.
+ *
+ * Null arguments are allowed. A null `rec` counts as a record without
+ * attributes, and without an id. With a null destination nothing is written,
+ * and the answer is that of a record that has nothing: -1 for a size or an
+ * installation text, 0 words of a shape. A null path, class or object id names
+ * nothing: -1.
  */
 #ifndef TAVD_TAVDF_H
 #define TAVD_TAVDF_H
@@ -59,19 +65,21 @@ TAVD_API int16_t tavdf_load_shapedata(int16_t db, tavb_rec rec, const DuctSize* 
  * 181 and 183 need `ds`; with a null one they stay as they are.
  *   shapedata  room for at least 10 words
  *   nsh        number of words, in and out
- * Sums are 16-bit numbers and wrap. Returns 0. */
+ * Sums are 16-bit numbers and wrap. Returns 0, also for a null `shapedata` or
+ * `nsh`, with which nothing happens. */
 TAVD_API int32_t tavdf_check_shapedata(int16_t* shapedata, int16_t* nsh, const DuctSize* ds);
 
 /* Reads the installation text 1513, in the database's narrow encoding, into
  * `buffer` of `capacity` bytes (32767 count at most). A text that fills the
  * buffer is cut there and has no terminator. Returns 0, or -1 with an empty
- * `buffer` if the product has no such text. With a `capacity` of 0 or less
- * nothing is written. */
+ * `buffer` if the product has no such text, and -1 for a null `buffer`. With a
+ * `capacity` of 0 or less nothing is written. */
 TAVD_API int32_t tavdf_load_installationdef(int16_t db, tavb_rec rec, char* buffer, int32_t capacity);
 
 /* Copies the product code: the first that exists of the market's own attribute
  * (tavdcore_pcodeAttId), 1562, 1505, 1501, and last the object id, all 30
- * characters of it with its trailing blanks.
+ * characters of it with its trailing blanks: 31 with the terminator. Empty for
+ * a null `rec`.
  *   dest     always terminated
  *   destLen  room in characters (bytes in the narrow form), with the
  *            terminator; 0 or less writes nothing

@@ -56,12 +56,13 @@ TAVD_API void tavdg_set_tavb(int16_t db);
 
 /* Display unit of the flow axis: 0 l/s, 1 l/h, 2 m3/s, 3 m3/h, 4 cfm; other
  * values are ignored. Products measured by velocity show m/s in any case. The
- * axis follows at the next build. */
+ * axis follows at the next build; build before the next drawing, since curves
+ * and marks follow at once. */
 TAVD_API void tavdg_set_xunit(int u);
 
 /* Display unit of the pressure axis: 0 Pa, 1 kPa, 2 inches of water ("WC), 3
- * the same titled "in wg"; other values are ignored. The axis follows at the
- * next build. */
+ * the same titled "in wg"; other values are ignored. As with the flow axis,
+ * build before the next drawing. */
 TAVD_API void tavdg_set_yunit(int u);
 
 /* 1: the curves show static pressure; anything else: total pressure. Static
@@ -73,7 +74,9 @@ TAVD_API void tavdg_set_dptype(int t);
  * from the next build on, in databases with narrow texts. */
 TAVD_API void tavdg_set_title(const char* text);
 
-/* Text behind the first sound level mark, at most 149 characters. */
+/* Text behind the first sound level mark, at most 149 characters. Counts from
+ * the next drawing on, over builds, until the next tavdg_init; so do the
+ * settings that follow, down to tavdg_setcurveresolution. */
 TAVD_API void tavdg_set_LpA_label(const char* text);
 
 /* Text before the first damper position, at most 149 characters. As in
@@ -91,7 +94,8 @@ TAVD_API void tavdg_set_a_label(float value, const char* text);
  * above 0 replaces what the diagram would choose; others leave what is set. */
 TAVD_API void tavdg_set_lpmin_lpmax_lpstep(float lpmin, float lpmax, float lpstep);
 
-/* Operating point, l/s (m/s) and Pa. */
+/* Operating point, l/s (m/s) and Pa, in place of the one given to tavdg_init. It
+ * counts from the next drawing on, without a build. */
 TAVD_API void tavdg_set_operation_point(float qv, float dp);
 
 /* Flow limits to mark on the lower edge, l/s (m/s). Limits outside the
@@ -142,9 +146,15 @@ TAVD_API void tavdg_update_parameter_combo(tavd_hwnd hdlg, int id);
 
 /* ---- Drawing ----------------------------------------------------------- */
 
-/* Lays the diagram out in a rectangle of logical units, at least 50 wide and
- * high, within 16 bits; without a diagram nothing happens. The default is 0, 0
- * to 10000, 10000. */
+/* Lays the diagram out in a rectangle of logical units, within 16 bits; without
+ * a diagram nothing happens. The default is 0, 0 to 10000, 10000, and every
+ * build lays out in that again.
+ *
+ * A rectangle of fewer than 50 units across or down, both ends counted, and one
+ * whose right or bottom comes before its left or top, leave the layout as it
+ * was. Pens, font and marks take their size from it all the same: pens and font
+ * their least from one that is upside down, marks its width either way. They
+ * keep it over builds. */
 TAVD_API void tavdg_resize(int left, int top, int right, int bottom);
 TAVD_API void tavdg_resize_default(void);
 
@@ -158,8 +168,10 @@ TAVD_API void tavdg_destroy_drawing_tools(void);
  * afterwards; the text alignment is not. */
 TAVD_API void tavdg_draw_diagram(tavd_hdc hdc);
 
-/* The procedure of the window class "TAVDDGR": paints the diagram stretched
- * over the client area and leaves all else to the system. */
+/* The procedure of the window class "TAVDDGR": paints the diagram stretched over
+ * the client area and leaves all else to the system, WM_PAINT without a diagram
+ * included. Returns 0 for what it has painted, otherwise the answer of the
+ * system's default procedure (DefWindowProc, tgui_default_procedure). */
 TAVD_API intptr_t tavdg_diagram_proc(tavd_hwnd hwnd, unsigned int msg, uintptr_t wparam, intptr_t lparam);
 
 TAVD_EXTERN_C_END

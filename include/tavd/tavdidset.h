@@ -29,8 +29,8 @@
 
 TAVD_EXTERN_C_BEGIN
 
-/* Room of the fields, in characters, terminators included where there are
- * any. */
+/* Room of the fields, in characters: a class of 3 without a terminator, an id
+ * of 30 and 19 signs with one. */
 enum { TAVDIDSET_CLASS_CHARS = 3, TAVDIDSET_ID_CHARS = 31, TAVDIDSET_SIGN_CHARS = 20 };
 
 /* What the functions answer besides 0 and 1. */

@@ -67,7 +67,9 @@ TAVD_API void tavdshapepic_update_from_list(tavd_hwnd hdlg);
 
 /* Lays the picture out in a rectangle of device units: a title band of a
  * twentieth of the height, and below it the plane of the sketches, 500 units
- * wide and 798 high. */
+ * wide and 798 high. Every rectangle is taken: one without an area draws all at
+ * one point, one whose right or bottom comes before its left or top mirrors the
+ * sketch. */
 TAVD_API void tavdshapepic_resize(int left, int top, int right, int bottom);
 
 /* The default: 0, 0 to 500, 840, with a title band of 40 and a device unit to
@@ -87,7 +89,8 @@ TAVD_API void tavdshapepic_draw(tavd_hdc hdc);
 
 /* The procedure of the window class "TAVDSHAPE": paints the default rectangle
  * as high as the client area, in its own proportions, in the middle, and leaves
- * all else to the system. */
+ * all else to the system. Returns 0 for WM_PAINT, otherwise the answer of the
+ * system's default procedure (DefWindowProc, tgui_default_procedure). */
 TAVD_API intptr_t tavdshapepic_picproc(tavd_hwnd hwnd, unsigned int msg, uintptr_t wparam, intptr_t lparam);
 
 TAVD_EXTERN_C_END

@@ -27,7 +27,9 @@
 
 TAVD_EXTERN_C_BEGIN
 
-/* Room of the fields, in characters or words. */
+/* Room of the fields, in characters or words. Class and object id fill theirs
+ * without a terminator (elsewhere an id as text takes 31 characters, 30 and the
+ * terminator); the terminators of the texts are counted. */
 enum {
   TAVFM_CLASS_CHARS = 3,
   TAVFM_ID_CHARS = 30,
