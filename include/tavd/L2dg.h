@@ -20,6 +20,23 @@
  * are narrow, terminated, and cut where their field ends; a null text counts
  * as empty. No function shows a message. All functions belong to the thread of
  * the host's window.
+ *
+ * Arguments, where a function says nothing else:
+ *   hmodule    module that the window class is registered for
+ *   db         database handle
+ *   text       narrow, terminated; null counts as empty
+ *   name       name of a parameter; null counts as empty
+ *   value      its value; null counts as empty
+ *   n          halvings per span
+ *   hdlg       dialog of the host that holds the control; null does nothing
+ *   id         control id of the combo box
+ *   hdc        device context to draw on; null draws nothing
+ *   left, top  upper left corner, logical units
+ *   right, bottom  lower right corner, logical units
+ *   hwnd       window of the class
+ *   msg        message, as are wparam and lparam, as the system hands it over
+ *   wparam     with the message
+ *   lparam     with the message
  */
 #ifndef TAVD_L2DG_H
 #define TAVD_L2DG_H

@@ -23,6 +23,13 @@
  * both in mm: a `shape` of 0 is round with its diameter in `b`, any other
  * rectangular. A null size counts as all zero, hence round; a null template as
  * empty. A null `dest`, or a `destLen` below 1, writes nothing and gives 0.
+ *
+ * Arguments, where a function says nothing else:
+ *   db       database handle
+ *   rec      product record; stays the host's, null gives an empty id
+ *   destLen  room in `dest`, with the terminator where there is one
+ *   ds1      size of the first connection, mm; may be null
+ *   ds2      size of the second connection, mm; may be null
  */
 #ifndef TAVD_CODES_H
 #define TAVD_CODES_H
@@ -88,12 +95,9 @@ TAVD_API int16_t tavd_build_code_dsw2(tavd_wchar* dest, int32_t destLen, const t
  * `rec`, or, if there is none or it cannot be used, the record's own object id.
  * (Characters that a template wrote behind the 30th before it failed then stand
  * behind the id's 30.)
- *   db    database handle
  *   dest  room for `destLen` characters with the terminator, or for
  *         TAVD_PRODUCTID_CHARS; all of that room is written. Terminated,
  *         without trailing blanks, in the database's own encoding
- *   rec   stays the host's; null gives an empty id
- *   ds2   may be null
  * At most 200 bytes of template and 30 of id are used by
  * tavd_build_productId_ds, 256 and 256 by tavd_build_productId_ds2.
  * Returns 0. */

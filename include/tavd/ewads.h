@@ -12,6 +12,12 @@
  * with one negative side has a negative area, hence no velocity and no
  * equivalent diameter; with both sides negative it has the area, the diagonal
  * and the equivalent diameter of the positive one, but no perimeter.
+ *
+ * Arguments, where a function says nothing else:
+ *   ds        the size
+ *   ds1, ds2  two sizes
+ *   dst       the size to be written
+ *   src       the size to be copied
  */
 #ifndef TAVD_EWADS_H
 #define TAVD_EWADS_H

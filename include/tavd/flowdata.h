@@ -101,14 +101,14 @@ typedef struct ParEntry {
 /* One selection parameter of a product. Tables of numbers stand in strictly
  * rising order. */
 typedef struct ParTable {
-  char name[10];  /* name of the parameter, terminated; attribute 1514 */
-  char value[10]; /* chosen value, at most 6 characters, terminated; empty:
-                     none is chosen and the parameter adds nothing */
-  int16_t idx1;   /* lower neighbouring row of the chosen value */
-  int16_t idx2;   /* upper neighbouring row */
-  float frac;     /* place of the chosen value between them, 0 to 1 */
-  int16_t count;  /* rows in `table` */
-  ParEntry table[TAVD_PARAMETER_ROWS];
+  char name[10];                       /* name of the parameter, terminated; attribute 1514 */
+  char value[10];                      /* chosen value, at most 6 characters, terminated; empty:
+                                          none is chosen and the parameter adds nothing */
+  int16_t idx1;                        /* lower neighbouring row of the chosen value */
+  int16_t idx2;                        /* upper neighbouring row */
+  float frac;                          /* place of the chosen value between them, 0 to 1 */
+  int16_t count;                       /* rows in `table` */
+  ParEntry table[TAVD_PARAMETER_ROWS]; /* a row per value */
 } ParTable;
 
 /* The product record.
@@ -124,46 +124,46 @@ typedef struct ParTable {
  *   40  fancurve         fan: dp is what the product delivers
  */
 typedef struct FlowData {
-  char szclass[8];  /* class of the record; its first 3 characters count */
-  char szobjID[32]; /* object id as text */
-  char isvelocity;  /* 1: every qv of the record is an air velocity, m/s */
-  int16_t kind;     /* data kind, below 100 */
-  float ductarea;   /* cross section of the connection, m2; 0 if isvelocity
-                       is set or b is 10 or less */
-  float lwsizecoef; /* size coefficient of the sound level: dB for each doubling
-                       of the duct's area (10/3 of it a decade) from 1 m2 on;
-                       0.1 and less, either sign, is none; attribute 1302 */
-  int16_t kind100;  /* kind of the header with 100 added; attribute 1650 */
-  int16_t b;        /* diameter or width of the connection, mm */
-  int16_t h;        /* height of the connection, mm; 0 or less: circular */
-  float qvmin;      /* lowest flow, l/s or m/s */
-  float qvmax;      /* highest flow, l/s or m/s */
-  float dpmin;      /* lowest total pressure, Pa */
-  float dpmax;      /* highest total pressure, Pa */
-  float qvref;      /* reference flow, l/s or m/s; attribute 1651 */
-  float dpref;      /* reference pressure, Pa */
-  DamperPoint damper[TAVD_DAMPER_ROWS];
-  QvDpPoint qvdppoints[TAVD_QVDP_ROWS];
-  FanPoint fancurve[TAVD_FAN_ROWS];
-  LwPoint lwpoints[TAVD_LW_ROWS];
-  uint8_t dlw[TAVD_BANDS]; /* attenuation per band, dB; attribute 1654 */
-  DlwPoint dlwpoints[TAVD_DLW_ROWS];
-  QvL2Point qvL2[TAVD_QVL2_ROWS];
-  ParL2Point parL2[TAVD_PARL2_ROWS];
-  int16_t nhdd;       /* items of the header; 0: no usable flow data */
-  int16_t nref;       /* items of attribute 1651 */
-  int16_t ndamper;    /* rows in damper */
-  int16_t nqvdp;      /* rows in qvdppoints */
-  int16_t nfan;       /* rows in fancurve */
-  int16_t nlw;        /* rows in lwpoints */
-  int16_t ndlw;       /* items of attribute 1654; not 0: dlw holds data */
-  int16_t ndlwpoints; /* rows in dlwpoints */
-  int16_t nqvL2;      /* rows in qvL2 */
-  int16_t nparL2;     /* rows in parL2 */
-  ParTable par[TAVD_PARAMETERS];
-  int16_t npar;       /* usable parameters: 0, 1 or 2 */
-  int16_t intpair[2]; /* attribute 1670, 0 if absent; kept for the host */
-  float floatpair[2]; /* attribute 1671, 0 if absent; kept for the host */
+  char szclass[8];                      /* class of the record; its first 3 characters count */
+  char szobjID[32];                     /* object id as text */
+  char isvelocity;                      /* 1: every qv of the record is an air velocity, m/s */
+  int16_t kind;                         /* data kind, below 100 */
+  float ductarea;                       /* cross section of the connection, m2; 0 if isvelocity
+                                           is set or b is 10 or less */
+  float lwsizecoef;                     /* size coefficient of the sound level: dB for each doubling
+                                           of the duct's area (10/3 of it a decade) from 1 m2 on;
+                                           0.1 and less, either sign, is none; attribute 1302 */
+  int16_t kind100;                      /* kind of the header with 100 added; attribute 1650 */
+  int16_t b;                            /* diameter or width of the connection, mm */
+  int16_t h;                            /* height of the connection, mm; 0 or less: circular */
+  float qvmin;                          /* lowest flow, l/s or m/s */
+  float qvmax;                          /* highest flow, l/s or m/s */
+  float dpmin;                          /* lowest total pressure, Pa */
+  float dpmax;                          /* highest total pressure, Pa */
+  float qvref;                          /* reference flow, l/s or m/s; attribute 1651 */
+  float dpref;                          /* reference pressure, Pa */
+  DamperPoint damper[TAVD_DAMPER_ROWS]; /* attribute 1652 */
+  QvDpPoint qvdppoints[TAVD_QVDP_ROWS]; /* attribute 1657 */
+  FanPoint fancurve[TAVD_FAN_ROWS];     /* attribute 1666 */
+  LwPoint lwpoints[TAVD_LW_ROWS];       /* attribute 1653 */
+  uint8_t dlw[TAVD_BANDS];              /* attenuation per band, dB; attribute 1654 */
+  DlwPoint dlwpoints[TAVD_DLW_ROWS];    /* attribute 1655 */
+  QvL2Point qvL2[TAVD_QVL2_ROWS];       /* attribute 1659 */
+  ParL2Point parL2[TAVD_PARL2_ROWS];    /* attribute 1660 */
+  int16_t nhdd;                         /* items of the header; 0: no usable flow data */
+  int16_t nref;                         /* items of attribute 1651 */
+  int16_t ndamper;                      /* rows in damper */
+  int16_t nqvdp;                        /* rows in qvdppoints */
+  int16_t nfan;                         /* rows in fancurve */
+  int16_t nlw;                          /* rows in lwpoints */
+  int16_t ndlw;                         /* items of attribute 1654; not 0: dlw holds data */
+  int16_t ndlwpoints;                   /* rows in dlwpoints */
+  int16_t nqvL2;                        /* rows in qvL2 */
+  int16_t nparL2;                       /* rows in parL2 */
+  ParTable par[TAVD_PARAMETERS];        /* the parameters that can be chosen */
+  int16_t npar;                         /* usable parameters: 0, 1 or 2 */
+  int16_t intpair[2];                   /* attribute 1670, 0 if absent; kept for the host */
+  float floatpair[2];                   /* attribute 1671, 0 if absent; kept for the host */
 } FlowData;
 
 #pragma pack(pop)

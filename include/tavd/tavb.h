@@ -20,6 +20,22 @@
  * ids and destinations are allowed everywhere: a null record has no attribute,
  * a null id counts as empty, a null destination is left out. Any number of
  * records may be open. Threads may share a database, but not a record.
+ *
+ * Arguments, where a function says nothing else:
+ *   db        handle of an open database
+ *   dbPath    terminated path, in the system's encoding or UTF-16
+ *   classId   class of the record, 3 characters
+ *   objId     object id, up to 30 characters
+ *   rec       record handle
+ *   attId     number of the attribute
+ *   buffer    receives the value
+ *   count     receives the number of items
+ *   capacity  bytes that `buffer` holds
+ *   data      the bytes to store
+ *   length    bytes; where the function answers, receives them
+ *   block     what the service handed out, or what is to be stored
+ *   classIdx  receives the class id
+ *   objIdx    the raw object id
  */
 #ifndef TAVD_TAVB_H
 #define TAVD_TAVB_H

@@ -24,6 +24,22 @@
  *
  * No function starts a thread, takes a lock, blocks or allocates. A record is
  * used by one caller at a time; any number of records may be in use.
+ *
+ * Arguments, where a function says nothing else:
+ *   fd            the product record
+ *   qv            flow, l/s or m/s
+ *   dp            total pressure, Pa
+ *   pos           damper position as its table has it, no unit
+ *   qmin, qmax    receive the lowest and the highest flow, l/s or m/s
+ *   mindp, maxdp  receive the lowest and the highest total pressure, Pa
+ *   dlw           receives the attenuation, eight bands, dB
+ *   x1, y1        first point of the line
+ *   x2, y2        second point of the line
+ *   x             where the line is asked
+ *   real          receives the number
+ *   value         parameter value; at most 6 characters count
+ *   isvelocity    0: `qv` is a flow; else a velocity
+ *   roomdamp      dB
  */
 #ifndef TAVD_TAVCA_H
 #define TAVD_TAVCA_H

@@ -9,6 +9,10 @@
  *
  * The settings are one block for the whole process, zero at load, without a
  * lock. An unknown market or language is no error: it leads to the defaults.
+ *
+ * Arguments, where a function says nothing else:
+ *   lng         number of the language
+ *   marketArea  narrow, terminated
  */
 #ifndef TAVD_TAVDCORE_H
 #define TAVD_TAVDCORE_H

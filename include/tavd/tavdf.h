@@ -12,6 +12,15 @@
  * and the answer is that of a record that has nothing: -1 for a size or an
  * installation text, 0 words of a shape. A null path, class or object id names
  * nothing: -1.
+ *
+ * Arguments, where a function says nothing else:
+ *   db            database handle
+ *   srcdb, dstdb  database handles of source and destination
+ *   rec           product record; stays the host's
+ *   dest          receives the text
+ *   destLen       room in `dest`, characters with the terminator
+ *   classId       class of the record, 3 characters
+ *   objId         object id, up to 30 characters
  */
 #ifndef TAVD_TAVDF_H
 #define TAVD_TAVDF_H

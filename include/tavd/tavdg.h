@@ -19,6 +19,27 @@
  * pressures are Pa, whatever unit the axes show. Texts are narrow, terminated,
  * and cut where their field ends; a null text counts as empty. No function
  * shows a message. All functions belong to the thread of the host's window.
+ *
+ * Arguments, where a function says nothing else:
+ *   hmodule       module that the window class is registered for
+ *   db            database handle
+ *   u             index of the unit
+ *   qv, qv1, qv2  flow, l/s (m/s)
+ *   dp            pressure, Pa
+ *   text          narrow, terminated; null counts as empty
+ *   name          name of a parameter; null counts as empty
+ *   value         its value; null counts as empty
+ *   n             halvings per span
+ *   hdlg          dialog of the host that holds the control; null does nothing
+ *   id            control id of the combo box
+ *   hdc           device context to draw on; null draws nothing
+ *   left, top     upper left corner, logical units
+ *   right, bottom  lower right corner, logical units
+ *   hwnd          window of the class
+ *   msg           message, as are wparam and lparam, as the system hands it
+ *                 over
+ *   wparam        with the message
+ *   lparam        with the message
  */
 #ifndef TAVD_TAVDG_H
 #define TAVD_TAVDG_H
@@ -65,7 +86,7 @@ TAVD_API void tavdg_set_xunit(int u);
  * build before the next drawing. */
 TAVD_API void tavdg_set_yunit(int u);
 
-/* 1: the curves show static pressure; anything else: total pressure. Static
+/* `t` 1: the curves show static pressure; anything else: total pressure. Static
  * pressure is known for the classes ASD, AOD, CCB, AEX and AED; the curves of
  * other classes stay as they are. The title follows at the next build. */
 TAVD_API void tavdg_set_dptype(int t);
@@ -90,8 +111,9 @@ TAVD_API void tavdg_set_damperpos_label(const char* text);
  * it stands. */
 TAVD_API void tavdg_set_a_label(float value, const char* text);
 
-/* Lowest and highest sound level line and their distance, dB(A). Each value
- * above 0 replaces what the diagram would choose; others leave what is set. */
+/* Lowest and highest sound level line (`lpmin`, `lpmax`) and their distance
+ * (`lpstep`), dB(A). Each value above 0 replaces what the diagram would choose;
+ * others leave what is set. */
 TAVD_API void tavdg_set_lpmin_lpmax_lpstep(float lpmin, float lpmax, float lpstep);
 
 /* Operating point, l/s (m/s) and Pa, in place of the one given to tavdg_init. It

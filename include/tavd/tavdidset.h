@@ -21,6 +21,11 @@
  * host's; the record handles in it are the set's, open from tavdidset_read to
  * tavdidset_reset. One thread at a time uses a set. A null set is allowed
  * everywhere and does nothing.
+ *
+ * Arguments, where a function says nothing else:
+ *   set    the set
+ *   db     database handle
+ *   attId  number of the attribute
  */
 #ifndef TAVD_TAVDIDSET_H
 #define TAVD_TAVDIDSET_H

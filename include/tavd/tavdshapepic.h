@@ -19,6 +19,19 @@
  * the product does not have is drawn as "##". Texts are narrow, terminated,
  * and cut where their field ends; a null text counts as empty. No function
  * shows a message. All functions belong to the thread of the host's window.
+ *
+ * Arguments, where a function says nothing else:
+ *   hmodule    module that the window class is registered for
+ *   db         database handle
+ *   text       narrow, terminated; null counts as empty
+ *   hdlg       dialog of the host that holds the control; null does nothing
+ *   hdc        device context to draw on; null draws nothing
+ *   hwnd       window of the class
+ *   msg        message, as are wparam and lparam, as the system hands it over
+ *   wparam     with the message
+ *   lparam     with the message
+ *   left, top  upper left corner, device units
+ *   right, bottom  lower right corner, device units
  */
 #ifndef TAVD_TAVDSHAPEPIC_H
 #define TAVD_TAVDSHAPEPIC_H

@@ -1,6 +1,18 @@
 /* What libtavdsrv offers beside the 17 functions of tavd/tavb.h, for tools
  * that make, list and maintain databases. The library itself uses none of
  * these, so an implementation of the 17 alone serves it.
+ *
+ * Arguments, where a function says nothing else:
+ *   db        handle of an open database
+ *   rec       record handle
+ *   classId   class of the record, 3 characters
+ *   objId     object id, up to 30 characters
+ *   attId     receives the number of the attribute
+ *   data      receives the address of its bytes
+ *   length    receives their number
+ *   text      UTF-16, terminated
+ *   buffer    receives the bytes
+ *   capacity  bytes that `buffer` holds
  */
 #ifndef TAVD_TAVDSRV_H
 #define TAVD_TAVDSRV_H

@@ -19,6 +19,11 @@
  * count, tavfm_release at the end. A null list is allowed everywhere and does
  * nothing. An object id in a record of this header is raw: blank-padded to 30
  * characters, not terminated.
+ *
+ * Arguments, where a function says nothing else:
+ *   list  the list
+ *   db    database handle
+ *   rec   product record; stays the host's
  */
 #ifndef TAVD_TAVFM_H
 #define TAVD_TAVFM_H

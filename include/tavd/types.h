@@ -52,9 +52,9 @@ typedef struct HDC__* tavd_hdc;
 struct tgui_window;
 struct tgui_module;
 struct tgui_surface;
-typedef struct tgui_window* tavd_hwnd;
-typedef struct tgui_module* tavd_hmodule;
-typedef struct tgui_surface* tavd_hdc;
+typedef struct tgui_window* tavd_hwnd;    /* window: HWND on Windows */
+typedef struct tgui_module* tavd_hmodule; /* module: HINSTANCE on Windows */
+typedef struct tgui_surface* tavd_hdc;    /* what is drawn on: HDC on Windows */
 #endif
 
 /* A record handle of the product-database service (tavd/tavb.h): a private

@@ -3,6 +3,19 @@
  *
  * Text is shaped by Pango and stays text in SVG and PDF. The same drawing
  * gives the same bytes: no dates, no random ids.
+ *
+ * Arguments, where a function says nothing else:
+ *   surface      a surface of this library
+ *   path         file to be written, in the system's encoding
+ *   width        device units, 1 to 16384
+ *   height       device units, 1 to 16384
+ *   width_mm     width of the page, mm, 1 to 5000
+ *   height_mm    height of the page, mm, 1 to 5000
+ *   context      where to draw
+ *   title        UTF-8, terminated; null or empty for none
+ *   description  UTF-8, terminated; null or empty for none
+ *   reason       receives why it failed
+ *   capacity     bytes that `reason` holds
  */
 #ifndef TAVDCAIRO_H
 #define TAVDCAIRO_H

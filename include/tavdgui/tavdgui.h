@@ -8,6 +8,52 @@
  * then does nothing and answers 0 (rectangles, sizes and places are set to 0).
  * Other pointers through which a function answers may be null as well. Narrow
  * texts are windows-1252, wide ones UTF-16.
+ *
+ * Arguments, where a function says nothing else:
+ *   surface       what is drawn on
+ *   window        a window, dialog or control
+ *   dialog        window that holds the control
+ *   owner         window over which a message is shown, or null
+ *   module        who registers classes; null is the main one
+ *   object        a pen, brush or font
+ *   font          the font that is asked for
+ *   style         pen style; style of a window as Win32 counts it
+ *   colour        0x00BBGGRR
+ *   stock         number of a stock object
+ *   context       handed to the host's functions as it stands
+ *   operations    the host's table
+ *   id            control id; id of a saved state
+ *   index         number of a system colour
+ *   x, y          a place: logical units on a surface, device units of windows
+ *                 and the screen
+ *   device_x      receives device units
+ *   device_y      receives device units
+ *   width         device units; of a pen logical units
+ *   height        device units
+ *   left, top     upper left corner, logical units
+ *   right, bottom  lower right corner, logical units
+ *   xs, ys        a point on the ray at which an arc starts
+ *   xe, ye        a point on the ray at which it ends
+ *   align         TGUI_TA_ values
+ *   mode          a TGUI_ mode
+ *   text          the characters; terminated where no length is given
+ *   length        number of characters
+ *   rect          receives the rectangle
+ *   state         receives the state
+ *   info          receives the description
+ *   name          name of a module or a class, terminated
+ *   class_name    name of the class, terminated
+ *   title         UTF-8, terminated
+ *   caption       narrow, terminated, or null
+ *   window_class  the class; receives it where one is asked for
+ *   message       number of the message
+ *   wparam        with the message
+ *   lparam        with the message
+ *   value         the new value
+ *   result        what the dialog is to return
+ *   procedure     the dialog's procedure
+ *   dialog_template  the template
+ *   callback      asked for a button, or null
  */
 #ifndef TAVDGUI_H
 #define TAVDGUI_H
@@ -18,10 +64,10 @@
 
 TAVD_EXTERN_C_BEGIN
 
-typedef struct tgui_surface tgui_surface;
-typedef struct tgui_window tgui_window;
-typedef struct tgui_module tgui_module;
-typedef struct tgui_object tgui_object;
+typedef struct tgui_surface tgui_surface; /* what is drawn on: a device context */
+typedef struct tgui_window tgui_window;   /* a window, dialog or control */
+typedef struct tgui_module tgui_module;   /* who registers window classes */
+typedef struct tgui_object tgui_object;   /* a pen, brush or font */
 
 /* ---- Drawing objects --------------------------------------------------- */
 
@@ -115,16 +161,18 @@ TAVD_API void tgui_fail_objects(int32_t skip, int32_t n);
 
 /* The drawing state of a surface, as GDI keeps it in a device context. */
 typedef struct tgui_state {
-  const tgui_object* pen;                   /* selected pen, never null */
-  const tgui_object* brush;                 /* selected brush, never null */
-  const tgui_object* font;                  /* selected font, never null */
-  uint32_t text_align;                      /* TGUI_TA_ values */
-  uint32_t text_colour;                     /* 0x00BBGGRR */
-  int32_t background_mode;                  /* TGUI_TRANSPARENT or TGUI_OPAQUE */
-  int32_t map_mode;                         /* TGUI_MM_TEXT or TGUI_MM_ANISOTROPIC */
-  int32_t window_org[2], window_ext[2];     /* logical units */
-  int32_t viewport_org[2], viewport_ext[2]; /* device units */
-  int32_t position[2];                      /* current position of lines, logical units */
+  const tgui_object* pen;   /* selected pen, never null */
+  const tgui_object* brush; /* selected brush, never null */
+  const tgui_object* font;  /* selected font, never null */
+  uint32_t text_align;      /* TGUI_TA_ values */
+  uint32_t text_colour;     /* 0x00BBGGRR */
+  int32_t background_mode;  /* TGUI_TRANSPARENT or TGUI_OPAQUE */
+  int32_t map_mode;         /* TGUI_MM_TEXT or TGUI_MM_ANISOTROPIC */
+  int32_t window_org[2];    /* logical units, x and y */
+  int32_t window_ext[2];    /* logical units, x and y */
+  int32_t viewport_org[2];  /* device units, x and y */
+  int32_t viewport_ext[2];  /* device units, x and y */
+  int32_t position[2];      /* current position of lines, logical units, x and y */
 } tgui_state;
 
 /* What a surface does with what is drawn on it: a table that a host may supply
@@ -141,10 +189,13 @@ typedef struct tgui_state {
  * its surface. */
 typedef struct tgui_operations {
   size_t size; /* sizeof(tgui_operations) */
+  /* A pen, brush or font was selected. */
   void (*select)(void* context, tgui_surface* surface, const tgui_object* object);
+  /* The state's text alignment, text colour or background mode has changed. */
   void (*text_align)(void* context, tgui_surface* surface, uint32_t align);
   void (*text_colour)(void* context, tgui_surface* surface, uint32_t colour);
   void (*background_mode)(void* context, tgui_surface* surface, int32_t mode);
+  /* The position of lines has moved without drawing. */
   void (*move_to)(void* context, tgui_surface* surface, int32_t x, int32_t y);
   /* A line from the former position (x1, y1) to the new one (x2, y2). */
   void (*line_to)(void* context, tgui_surface* surface, int32_t x1, int32_t y1, int32_t x2, int32_t y2);
@@ -158,11 +209,13 @@ typedef struct tgui_operations {
   void (*text)(void* context, tgui_surface* surface, int32_t x, int32_t y, const char* text, int32_t length);
   void (*textw)(void* context, tgui_surface* surface, int32_t x, int32_t y, const tavd_wchar* text,
                 int32_t length);
+  /* The mapping has changed. */
   void (*map_mode)(void* context, tgui_surface* surface, int32_t mode);
   void (*window_org)(void* context, tgui_surface* surface, int32_t x, int32_t y);
   void (*window_ext)(void* context, tgui_surface* surface, int32_t x, int32_t y);
   void (*viewport_org)(void* context, tgui_surface* surface, int32_t x, int32_t y);
   void (*viewport_ext)(void* context, tgui_surface* surface, int32_t x, int32_t y);
+  /* The state was saved under `id`, or the one of that id restored. */
   void (*save)(void* context, tgui_surface* surface, int32_t id);
   void (*restore)(void* context, tgui_surface* surface, int32_t id);
   /* The surface is being destroyed: the context may go. */
@@ -259,8 +312,12 @@ enum {
   TGUI_CB_SETCURSEL = 0x014E
 };
 
+/* A rectangle in device units; right and bottom lie just outside. */
 typedef struct tgui_rect {
-  int32_t left, top, right, bottom;
+  int32_t left;   /* included */
+  int32_t top;    /* included */
+  int32_t right;  /* not included */
+  int32_t bottom; /* not included */
 } tgui_rect;
 
 /* A window or dialog procedure. */
@@ -277,16 +334,16 @@ TAVD_API void tgui_module_destroy(tgui_module* module);
 /* What a window class is. `size` may be 0x48 or 0x50; anything else is
  * refused. */
 typedef struct tgui_class {
-  uint32_t size;
-  uint32_t style;
-  tgui_procedure procedure;
-  int32_t class_extra;  /* bytes kept with the class */
-  int32_t window_extra; /* bytes kept with each window, 0 to 256 */
-  tgui_module* module;
-  uint32_t cursor;     /* number of a stock cursor, 0x7F00 the arrow */
-  uint32_t background; /* system colour index plus 1 */
-  const char* name;    /* up to 63 characters; compared without regard to
-                          the case of ASCII letters */
+  uint32_t size;            /* 0x48 or 0x50 */
+  uint32_t style;           /* class style as Win32 counts it; carried, not used */
+  tgui_procedure procedure; /* of its windows */
+  int32_t class_extra;      /* bytes kept with the class */
+  int32_t window_extra;     /* bytes kept with each window, 0 to 256 */
+  tgui_module* module;      /* who registers it */
+  uint32_t cursor;          /* number of a stock cursor, 0x7F00 the arrow */
+  uint32_t background;      /* system colour index plus 1 */
+  const char* name;         /* up to 63 characters; compared without regard to
+                               the case of ASCII letters */
 } tgui_class;
 
 /* Registers a class: a number above 0, or 0 if the record is bad or the module
