@@ -23,6 +23,7 @@
  *
  * Arguments, where a function says nothing else:
  *   db        handle of an open database
+ *   mode      how to open, or how to look
  *   dbPath    terminated path, in the system's encoding or UTF-16
  *   classId   class of the record, 3 characters
  *   objId     object id, up to 30 characters
