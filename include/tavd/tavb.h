@@ -57,7 +57,7 @@ TAVD_API int16_t tavbopendatabasew(const tavd_wchar* vlkFile, const tavd_wchar* 
 /* Finds a record. `mode` 0: exactly this class and object id, or null.
  * `mode` 1: the first record at or after the key in the record order, which
  * may lie in a later class, or null past the end. The caller owns the handle
- * until tavbreleaserec. */
+ * until tavbreleaserec. Returns the handle or null. */
 TAVD_API tavb_rec tavbfindrec(int16_t db, const char* classId, const char* objId, int16_t mode);
 
 /* The next record after `rec` in the record order, a new handle, or null
@@ -87,7 +87,8 @@ TAVD_API void tavbobjIDtosz(int16_t db, const char* objIdx, char* sz);
  * does. With a null buffer and capacity 0 the result is a block with the whole
  * value and a terminator behind it, to be given back with tavbreleaseatt; with
  * a null buffer and any other capacity it only tells that the attribute is
- * there. Returns null if the attribute is absent. */
+ * there. Returns the buffer or the block, without either an address that is not
+ * to be read; null if the attribute is absent. */
 TAVD_API void* tavbcopyatt(int16_t db, tavb_rec rec, int16_t attId, int16_t* count, void* buffer,
                            int16_t capacity);
 
@@ -96,12 +97,14 @@ TAVD_API void* tavbcopyatt(int16_t db, tavb_rec rec, int16_t attId, int16_t* cou
  * so, 1 UTF-8, 6 windows-1257, 7 windows-1250, 8 windows-1251; any other
  * number counts as 0. A terminator follows where there is room behind the
  * text, so a buffer that must end in one is told two bytes short and zeroed
- * before. A surrogate pair that does not fit is left out whole. Returns null
- * if the attribute is absent, and then leaves the buffer untouched. */
+ * before. A surrogate pair that does not fit is left out whole. Returns the
+ * buffer, without one an address that is not to be read; null if the attribute
+ * is absent, and then leaves the buffer untouched. */
 TAVD_API void* tavbcopywsz(int16_t db, tavb_rec rec, int16_t attId, tavd_wchar* buffer, int32_t capacity,
                            int32_t charset);
 
-/* Finds a record and copies an attribute of it as tavbcopyatt does. */
+/* Finds a record and copies an attribute of it as tavbcopyatt does. Returns what
+ * that returns; null also if there is no such record. */
 TAVD_API void* tavbfindatt(int16_t db, const char* classId, const char* objId, int16_t attId, int16_t* count,
                            void* buffer, int16_t capacity);
 

@@ -26,6 +26,8 @@
  * used by one caller at a time; any number of records may be in use.
  *
  * Arguments, where a function says nothing else:
+ *   db            database handle
+ *   rec           record handle
  *   fd            the product record
  *   qv            flow, l/s or m/s
  *   dp            total pressure, Pa
