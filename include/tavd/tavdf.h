@@ -57,10 +57,12 @@ TAVD_API int32_t tavdf_load_ductsize(int16_t db, tavb_rec rec, DuctSize* ds);
 
 /* Reads the shape description 1110 and repairs it with tavdf_check_shapedata.
  *   ds         duct size against which margins are resolved, may be null
- *   shapedata  room for at least 10 words, whatever `maxwords` says
- *   maxwords   words to read at most; 0 or less reads nothing
- * Returns the number of words, at most `maxwords`, 0 without a shape;
- * `shapedata` is then untouched. */
+ *   shapedata  room for at least 10 words, whatever `maxwords` says: the repair
+ *              looks at words behind those that were read, and writes to them
+ *   maxwords   words to read at most; a negative number counts as 0. With 0,
+ *              what stands in `shapedata` is repaired if the product has a shape
+ * Returns the number of words, at most `maxwords`, 0 without a shape, which
+ * leaves `shapedata` untouched. */
 TAVD_API int16_t tavdf_load_shapedata(int16_t db, tavb_rec rec, const DuctSize* ds, int16_t* shapedata,
                                       int16_t maxwords);
 

@@ -118,14 +118,15 @@ int32_t tavdf_load_ductsize(int16_t db, tavb_rec rec, DuctSize* ds) {
 
 int16_t tavdf_load_shapedata(int16_t db, tavb_rec rec, const DuctSize* ds, int16_t* shapedata,
                              int16_t maxwords) {
-  if (rec == nullptr || shapedata == nullptr || maxwords <= 0) return 0;
+  if (rec == nullptr || shapedata == nullptr) return 0;
   constexpr int kMostWords = std::numeric_limits<int16_t>::max() / 2;  // the service counts bytes in 16 bits
-  const int capacity = 2 * std::min<int>(maxwords, kMostWords);
+  const int16_t room = std::max<int16_t>(maxwords, 0);
+  const int capacity = 2 * std::min<int>(room, kMostWords);
   int16_t nsh = 0;
   tavbcopyatt(db, rec, tavd::kAttShapeData, &nsh, shapedata, static_cast<int16_t>(capacity));
   if (nsh <= 0) return 0;
   tavdf_check_shapedata(shapedata, &nsh, ds);
-  return std::min(nsh, maxwords);
+  return std::min(nsh, room);
 }
 
 int32_t tavdf_check_shapedata(int16_t* shapedata, int16_t* nsh, const DuctSize* ds) {

@@ -76,11 +76,11 @@ TEST(HostileRecord, ShapeOfAnyKindAndLengthStaysInItsRoom) {
     for (std::size_t length = 0; length <= 40; ++length) {
       Record record("ASD", "A");
       record.bytes(1110, shape.data(), length);
-      for (int16_t maxwords = 1; maxwords <= 12; ++maxwords) {
+      for (int16_t maxwords = 0; maxwords <= 12; ++maxwords) {
         AtPageEnd<int16_t> room(std::max<std::size_t>(10, static_cast<std::size_t>(maxwords)));
         const int16_t nsh = tavdf_load_shapedata(0, record.rec(), &ds, room.data(), maxwords);
         ASSERT_LE(nsh, maxwords) << kind << ' ' << length;
-        ASSERT_EQ(nsh > 0, length >= 2) << kind << ' ' << length;
+        ASSERT_EQ(nsh > 0, length >= 2 && maxwords > 0) << kind << ' ' << length;
       }
     }
   }

@@ -197,14 +197,43 @@ TEST(LoadShapeData, RepairOfAShortShapeIsCutToOneWord) {
   EXPECT_TRUE(shape.untouched_from(3));
 }
 
-TEST(LoadShapeData, NoWordsReadNothing) {
+TEST(LoadShapeData, NoWordsReadNothingAndTheWordsThatStandThereAreRepaired) {
   Record record("ASD", "A");
-  record.words(1110, {104, 1, 2, 3});
+  record.words(1110, {101, 1, 2, 3});
   for (const int16_t maxwords : std::initializer_list<int16_t>{0, -1, -32768}) {
-    Guarded<int16_t> shape(10);
-    EXPECT_EQ(tavdf_load_shapedata(0, record.rec(), nullptr, shape.data(), maxwords), 0) << maxwords;
-    EXPECT_TRUE(shape.untouched_from(0)) << maxwords;
+    Guarded<int16_t> old_form(10);
+    old_form[0] = 104;
+    old_form[1] = 41;
+    EXPECT_EQ(tavdf_load_shapedata(0, record.rec(), nullptr, old_form.data(), maxwords), 0) << maxwords;
+    EXPECT_THAT(std::vector<int16_t>(old_form.data(), old_form.data() + 5),
+                ElementsAre(118, 0x5A, 41, 20, 41))
+        << maxwords;
+    EXPECT_TRUE(old_form.intact()) << maxwords;
+    Guarded<int16_t> margins(10);
+    margins[0] = 183;
+    const DuctSize ds = {1, 200, 100};
+    EXPECT_EQ(tavdf_load_shapedata(0, record.rec(), &ds, margins.data(), maxwords), 0) << maxwords;
+    EXPECT_THAT(std::vector<int16_t>(margins.data(), margins.data() + 3),
+                ElementsAre(182, 0x5A, 200 + 2 * 0x5A))
+        << maxwords;
+    EXPECT_TRUE(margins.untouched_from(3)) << maxwords;
   }
+}
+
+TEST(LoadShapeData, NoWordsOfARecordWithoutShapeRepairNothing) {
+  const Record record("ASD", "A");
+  Guarded<int16_t> shape(10, 104);
+  EXPECT_EQ(tavdf_load_shapedata(0, record.rec(), nullptr, shape.data(), 0), 0);
+  EXPECT_TRUE(shape.untouched_from(0));
+}
+
+TEST(LoadShapeData, NoWordsStillAskForTheNumberOfThoseStored) {
+  Record record("ASD", "A");
+  record.words(1110, {101, 1, 2, 3});
+  Guarded<int16_t> shape(10);
+  tavdtest::clear_calls();
+  EXPECT_EQ(tavdf_load_shapedata(0, record.rec(), nullptr, shape.data(), 0), 0);
+  EXPECT_THAT(tavdtest::calls(), ElementsAre("att 1110 0 counted"));
 }
 
 TEST(LoadShapeData, RoomBeyondSixteenBitsOfBytesIsHeldBelowThem) {
