@@ -3,6 +3,7 @@
 #include <array>
 #include <map>
 #include <memory>
+#include <set>
 #include <string_view>
 #include <tuple>
 #include <utility>
@@ -28,6 +29,7 @@ constexpr std::array<Substitute, 4> kSubstitutes = {{
 struct Unref {
   void operator()(void* object) const { g_object_unref(object); }
 };
+using FontMap = std::unique_ptr<PangoFontMap, Unref>;
 using Context = std::unique_ptr<PangoContext, Unref>;
 using Layout = std::unique_ptr<PangoLayout, Unref>;
 
@@ -49,6 +51,7 @@ struct Drawing {
 
 // Scale and rotation of a drawing: Pango shapes for them, wherever the text stands.
 using Turn = std::array<double, 4>;  // xx, yx, xy, yy
+constexpr Turn kUpright = {1, 0, 0, 1};
 
 // A font, and the lines that were measured and shaped in it.
 struct Font {
@@ -60,11 +63,11 @@ struct Font {
   std::map<Line, Layout> lines;
 };
 
+using FontKey = std::tuple<std::string, double, int, bool>;  // face, size, weight, italic
+
 // What is kept from text to text and from picture to picture. When it is full all of it goes, so that a host
 // that draws ever other texts pays no more than the shaping of each.
 struct Shelf {
-  using FontKey = std::tuple<std::string, double, int, bool>;  // face, size, weight, italic
-
   std::map<FontKey, Font> fonts;
   std::map<Turn, Drawing> drawings;
   Context measuring;           // of no cairo context
@@ -76,11 +79,23 @@ constexpr std::size_t kMostDrawings = 16;
 constexpr std::size_t kMostLines = 512;
 constexpr std::size_t kMostTextBytes = 65536;
 
+// Pango keeps every font that was ever looked up, for each size and turn some 30 to 80 KB, as long as its
+// font map lives, so the map is renewed from time to time. It outlives the shelf many times over: looking up
+// a font takes longer than drawing a picture.
+struct Fonts {
+  FontMap map;
+  std::set<std::pair<FontKey, Turn>> looked_up;
+};
+constexpr std::size_t kMostLookedUp = 128;
+
+Fonts& fonts();
+void note_look_up(const TextStyle& style, const Turn& turn);
 Shelf& shelf_with_room();
 void count(Shelf& shelf, const std::string& utf8);
 Context make_context();
 PangoContext* context_for(Shelf& shelf, cairo_t* cairo, const Turn& turn);
 Layout make_layout(PangoContext* context, const Font& font, const std::string& utf8, const TextStyle& style);
+FontKey key_of(const TextStyle& style);
 Font& font_of(Shelf& shelf, const TextStyle& style);
 
 }  // namespace
@@ -104,6 +119,7 @@ PangoLayoutLine* shape(cairo_t* cairo, const std::string& utf8, const TextStyle&
   Layout& layout = font.lines[{turn, style.underline, style.strikeout, utf8}];
   if (!layout) {
     layout = make_layout(context, font, utf8, style);
+    note_look_up(style, turn);
     count(shelf, utf8);
   }
   return pango_layout_get_line_readonly(layout.get(), 0);
@@ -165,11 +181,27 @@ Point baseline_offset(const LineMetrics& metrics, const TextStyle& style) {
 
 namespace {
 
+Fonts& fonts() {
+  static thread_local Fonts fonts;
+  if (!fonts.map) {
+    fonts.map.reset(pango_cairo_font_map_new());
+  }
+  return fonts;
+}
+
+void note_look_up(const TextStyle& style, const Turn& turn) {
+  fonts().looked_up.insert({key_of(style), turn});
+}
+
 Shelf& shelf_with_room() {
   static thread_local Shelf shelf;
-  if (shelf.fonts.size() >= kMostFonts || shelf.drawings.size() >= kMostDrawings ||
+  const bool renews_fonts = fonts().looked_up.size() >= kMostLookedUp;
+  if (renews_fonts || shelf.fonts.size() >= kMostFonts || shelf.drawings.size() >= kMostDrawings ||
       shelf.lines >= kMostLines || shelf.text_bytes >= kMostTextBytes) {
     shelf = {};
+  }
+  if (renews_fonts) {
+    fonts() = {};
   }
   if (!shelf.measuring) {
     shelf.measuring = make_context();
@@ -183,7 +215,7 @@ void count(Shelf& shelf, const std::string& utf8) {
 }
 
 Context make_context() {
-  Context context(pango_font_map_create_context(pango_cairo_font_map_get_default()));
+  Context context(pango_font_map_create_context(fonts().map.get()));
   // Unhinted, so that a text is as wide in every format and at every size as its design says.
   const FontOptions options(cairo_font_options_create());
   cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_NONE);
@@ -236,13 +268,17 @@ Description describe(const TextStyle& style) {
   return description;
 }
 
+FontKey key_of(const TextStyle& style) {
+  return {style.family, style.size, style.weight, style.italic};
+}
+
 // The cell is the chosen font's, not that of the glyphs shown: a title keeps its place when one of its
 // characters comes from another font. It is costly: Pango shapes a sample of the language to tell it.
 Font& font_of(Shelf& shelf, const TextStyle& style) {
-  const auto [place, is_new] =
-      shelf.fonts.try_emplace({style.family, style.size, style.weight, style.italic});
+  const auto [place, is_new] = shelf.fonts.try_emplace(key_of(style));
   Font& font = place->second;
   if (is_new) {
+    note_look_up(style, kUpright);
     font.description = describe(style);
     PangoFontMetrics* metrics =
         pango_context_get_metrics(shelf.measuring.get(), font.description.get(), nullptr);

@@ -15,6 +15,9 @@
 
 #include "tavdgui/tavdcairo.h"
 
+// Only there under AddressSanitizer.
+extern "C" std::size_t __sanitizer_get_current_allocated_bytes() __attribute__((weak));
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -213,6 +216,46 @@ TEST(ShapedText, ContextsOfTheHostDoNotMix) {
   EXPECT_TRUE(pixels(1, CAIRO_FORMAT_ARGB32) == plain);
   EXPECT_TRUE(pixels(1, CAIRO_FORMAT_A8) == grey);
   EXPECT_TRUE(pixels(1.5, CAIRO_FORMAT_ARGB32) == larger);
+}
+
+// Bytes that the process holds: the sanitizer's own count of what is allocated where it keeps freed memory
+// for a while, otherwise what is resident.
+std::size_t memory_held() {
+  if (__sanitizer_get_current_allocated_bytes != nullptr) return __sanitizer_get_current_allocated_bytes();
+  std::size_t all = 0;
+  std::size_t resident = 0;
+  std::ifstream("/proc/self/statm") >> all >> resident;
+  return resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+}
+
+// One text in `count` sizes from `from` up, each a hundredth of a device unit above the last.
+void write_in_sizes(int from, int count) {
+  constexpr int kLogical = 100;  // per device unit
+  cairo_surface_t* image = cairo_image_surface_create(CAIRO_FORMAT_RGB24, 300, 200);
+  cairo_t* cairo = cairo_create(image);
+  tgui_surface* surface = tgui_cairo_context(cairo, 300, 200);
+  tgui_set_map_mode(surface, TGUI_MM_ANISOTROPIC);
+  tgui_set_window_ext(surface, kLogical, kLogical);
+  for (int i = 0; i < count; ++i) {
+    const tgui_font sized = font(-(from * kLogical + i));
+    tgui_object* const object = tgui_create_font(&sized);
+    tgui_object* const former = tgui_select(surface, object);
+    tgui_text(surface, 100 * kLogical, 100 * kLogical, "12 Pa", 5);
+    tgui_select(surface, former);
+    tgui_delete_object(object);
+  }
+  EXPECT_EQ(tgui_cairo_finish(surface, nullptr, 0), 0);
+  cairo_destroy(cairo);
+  cairo_surface_destroy(image);
+}
+
+TEST(ShapedText, MemoryDoesNotGrowWithTheNumberOfSizes) {
+  constexpr std::size_t kMostGrowth = std::size_t{8} << 20;  // 2000 fonts that are kept take more than 40 MB
+  write_in_sizes(20, 300);                                   // until every cache is as full as it gets
+  const std::size_t before = memory_held();
+  write_in_sizes(23, 2000);
+  const std::size_t after = memory_held();
+  EXPECT_LT(after, before + kMostGrowth);
 }
 
 }  // namespace
