@@ -64,7 +64,8 @@ TEST(ParameterNumber, EndsAfterSixCharacters) {
 }
 
 TEST(ParameterNumber, ReadsAPointInEveryLocale) {
-  if (std::setlocale(LC_NUMERIC, "de_DE.UTF-8") == nullptr) GTEST_SKIP() << "no locale with a decimal comma";
+  ASSERT_NE(std::setlocale(LC_NUMERIC, "de_DE.UTF-8"), nullptr) << "scripts/setup test makes this locale";
+  ASSERT_STREQ(std::localeconv()->decimal_point, ",");
   const Number number = number_of("1.5");
   std::setlocale(LC_NUMERIC, "C");
   EXPECT_EQ(number.value, 1.5F);
