@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "support/decimal_comma.h"
 #include "tavdgui/tavdcairo.h"
 
 // Only there under AddressSanitizer.
@@ -216,6 +217,23 @@ TEST(ShapedText, ContextsOfTheHostDoNotMix) {
   EXPECT_TRUE(pixels(1, CAIRO_FORMAT_ARGB32) == plain);
   EXPECT_TRUE(pixels(1, CAIRO_FORMAT_A8) == grey);
   EXPECT_TRUE(pixels(1.5, CAIRO_FORMAT_ARGB32) == larger);
+}
+
+TEST(ShapedText, PictureIsTheSameUnderADecimalComma) {
+  const auto lines_and_text = [](tgui_surface* surface) {
+    tgui_set_map_mode(surface, TGUI_MM_ANISOTROPIC);
+    tgui_set_window_ext(surface, 7, 7);
+    tgui_move_to(surface, 10, 10);
+    tgui_line_to(surface, 501, 303);
+    tgui_font turned = font(-80);
+    turned.escapement = 333;
+    write(surface, turned, 1003, 701, u"1.5 Pa");
+  };
+  for (const Format format : kFormats) {
+    const std::string expected = picture(format, lines_and_text);
+    const tavdtest::DecimalCommaLocale locale;
+    EXPECT_TRUE(picture(format, lines_and_text) == expected) << "format " << static_cast<int>(format);
+  }
 }
 
 // Bytes that the process holds: the sanitizer's own count of what is allocated where it keeps freed memory

@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <cstring>
 #include <string>
 
 #include "calc/products.h"
+#include "support/decimal_comma.h"
 
 namespace {
 
@@ -64,10 +64,8 @@ TEST(ParameterNumber, EndsAfterSixCharacters) {
 }
 
 TEST(ParameterNumber, ReadsAPointInEveryLocale) {
-  ASSERT_NE(std::setlocale(LC_NUMERIC, "de_DE.UTF-8"), nullptr) << "scripts/setup test makes this locale";
-  ASSERT_STREQ(std::localeconv()->decimal_point, ",");
+  const tavdtest::DecimalCommaLocale locale;
   const Number number = number_of("1.5");
-  std::setlocale(LC_NUMERIC, "C");
   EXPECT_EQ(number.value, 1.5F);
 }
 

@@ -1,12 +1,12 @@
 // What the program writes is read by other programs: a decimal comma of the user's locale never gets into it.
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <cstdlib>
 #include <string>
 #include <vector>
 
 #include "program.h"
+#include "support/decimal_comma.h"
 
 namespace {
 
@@ -28,10 +28,7 @@ Outcome run_in(const char* locale, const std::vector<std::string>& arguments) {
 class DecimalComma : public testing::Test {
  protected:
   void SetUp() override {
-    ASSERT_NE(std::setlocale(LC_NUMERIC, kComma), nullptr) << "scripts/setup test makes this locale";
-    const std::string point = std::localeconv()->decimal_point;
-    std::setlocale(LC_NUMERIC, "C");
-    ASSERT_EQ(point, ",");
+    const tavdtest::DecimalCommaLocale there_is_one;
     database_ = build("C", "c.tavdb");
   }
 
