@@ -80,9 +80,9 @@ TAVD_API void tavdshapepic_update_from_list(tavd_hwnd hdlg);
 
 /* Lays the picture out in a rectangle of device units: a title band of a
  * twentieth of the height, and below it the plane of the sketches, 500 units
- * wide and 798 high. Every rectangle is taken: one without an area draws all at
- * one point, one whose right or bottom comes before its left or top mirrors the
- * sketch. */
+ * wide and 798 high. Every rectangle is taken: one without width or height draws
+ * all on a line or at a point, one whose right or bottom comes before its left
+ * or top mirrors the sketch. */
 TAVD_API void tavdshapepic_resize(int left, int top, int right, int bottom);
 
 /* The default: 0, 0 to 500, 840, with a title band of 40 and a device unit to
