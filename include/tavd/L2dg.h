@@ -43,7 +43,36 @@
 
 #include "tavd/types.h"
 
+/* The window class that L2dg_init registers. */
+#define L2DG_WINDOW_CLASS "TAVDDGRL02"
+
+/* The parameter whose chosen value selects the throw line. */
+#define L2DG_THROW_PARAMETER "G"
+
 TAVD_EXTERN_C_BEGIN
+
+/* From L2dg_init and L2dg_initdiagramdata: there is no diagram. */
+enum { L2DG_NOT_BUILT = -1 };
+
+/* Sizes of the drawing, logical units. */
+enum {
+  L2DG_EXTENT = 10000,      /* width and height unless L2dg_resize sets others */
+  L2DG_SMALLEST_EXTENT = 50 /* width and height from which L2dg_resize follows */
+};
+
+/* Room of the texts, in characters with the terminator. Longer texts are cut. */
+enum { L2DG_TITLE_CHARS = 80, L2DG_LABEL_CHARS = 50 };
+
+/* Display units of the flow axis. */
+enum {
+  L2DG_FLOW_L_S = 0,    /* l/s */
+  L2DG_FLOW_L_H = 1,    /* l/h */
+  L2DG_FLOW_M3_S = 2,   /* m3/s */
+  L2DG_FLOW_M3_H = 3,   /* m3/h */
+  L2DG_FLOW_CFM = 4,    /* cubic feet a minute */
+  L2DG_FLOW_M3_H_M = 5, /* m3/h for each metre of the terminal */
+  L2DG_FLOW_L_S_M = 6   /* l/s for each metre */
+};
 
 /* ---- Setting up -------------------------------------------------------- */
 
@@ -61,12 +90,12 @@ TAVD_EXTERN_C_BEGIN
  *         point is not shown
  * L2      its throw length, m; the diagram calculates it anew as soon as it
  *         draws the line
- * xunit   display unit of the flow axis: 0 l/s, 1 l/h, 2 m3/s, 3 m3/h, 4 cfm,
- *         5 m3/h/m, 6 l/s/m; any other counts as 0
+ * xunit   display unit of the flow axis, one of L2DG_FLOW_; any other counts as
+ *         0
  *
- * Returns 0, or -1: the platform refuses the window class (told once, the
- * next call goes on without it), and the diagram is left empty; or the diagram
- * was to be built and cannot be (see L2dg_initdiagramdata). */
+ * Returns 0, or L2DG_NOT_BUILT: the platform refuses the window class (reported
+ * once, the next call goes on without it), and the diagram is left empty; or
+ * the diagram was to be built and cannot be (see L2dg_initdiagramdata). */
 TAVD_API int L2dg_init(tavd_hmodule hmodule, int16_t db, tavb_rec rec, int listid, float qv, float L2,
                        int16_t xunit);
 
@@ -105,7 +134,7 @@ TAVD_API void L2dg_reset_parameters(void);
  * m at the lowest) around an estimate from the first and the last row of its
  * throw table. `rec` stays the host's and is not needed afterwards.
  *
- * Returns 0, or -1: `rec` is null; the product has no throw table; it has no
+ * Returns 0, or L2DG_NOT_BUILT: `rec` is null; the product has no throw table; it has no
  * flow data, its limits of flow or pressure do not rise or start at or below
  * 0; or memory ran out. Without flow data, usable limits or memory the window
  * stays blank until L2dg_update_from_list finds a product or the diagram is
@@ -158,7 +187,7 @@ TAVD_API void L2dg_destroy_drawing_tools(void);
  * restores it before the tools are destroyed. */
 TAVD_API void L2dg_draw_diagram(tavd_hdc hdc);
 
-/* The procedure of the window class "TAVDDGRL02": paints the diagram stretched
+/* The procedure of the window class L2DG_WINDOW_CLASS: paints the diagram stretched
  * over the client area and leaves all else to the system, WM_PAINT without a
  * diagram included. Returns 0 for what it has painted, otherwise the answer of
  * the system's default procedure (DefWindowProc, tgui_default_procedure). */

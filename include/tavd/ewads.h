@@ -26,6 +26,12 @@
 
 TAVD_EXTERN_C_BEGIN
 
+/* From ewads_sscanf: a number is missing. */
+enum { EWADS_NO_SIZE = -1 };
+
+/* Room that the writers of texts need, in characters with the terminator. */
+enum { EWADS_TEXT_CHARS = 14 };
+
 /* Whether `shape` is not 1, and whether it is. */
 TAVD_API bool ewads_is_circular(const DuctSize* ds);
 TAVD_API bool ewads_is_rectangular(const DuctSize* ds);
@@ -65,16 +71,16 @@ TAVD_API void ewads_copy(DuctSize* dst, const DuctSize* src);
 TAVD_API void ewads_swap(DuctSize* ds);
 
 /* Writes the size as text and returns `buffer`: "400x200" for a rectangle,
- * "160" for any other shape. At most 14 characters with the terminator. */
+ * "160" for any other shape. At most EWADS_TEXT_CHARS characters. */
 TAVD_API char* ewads_sprintf(const DuctSize* ds, char* buffer);
 TAVD_API tavd_wchar* ewads_swprintf(const DuctSize* ds, tavd_wchar* buffer);
 
 /* Reads a size from text: "160" or "400x200", with "x" or "X". Returns 0, or
- * -1 if a number is missing. Blanks in front of a number are skipped, anything
+ * EWADS_NO_SIZE. Blanks in front of a number are skipped, anything
  * behind it is ignored; a number beyond 16 bits is held at their end.
  *
  * `text` is changed: its first "X" becomes "x", and its first "x" a terminator.
- * A round size gets h = b. After -1 a `b` that was read stays in `ds`, shape
+ * A round size gets h = b. After EWADS_NO_SIZE a `b` that was read stays in `ds`, shape
  * and h keep what they were. */
 TAVD_API int ewads_sscanf(char* text, DuctSize* ds);
 TAVD_API int ewads_swscanf(tavd_wchar* text, DuctSize* ds);

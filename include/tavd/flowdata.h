@@ -16,6 +16,7 @@
 #ifndef TAVD_FLOWDATA_H
 #define TAVD_FLOWDATA_H
 
+#include "tavd/attributes.h"
 #include "tavd/types.h"
 
 /* Rows that each table of FlowData holds. */
@@ -113,7 +114,7 @@ typedef struct ParTable {
 
 /* The product record.
  *
- * kind  curve            what the product is
+ * kind  curve            what the product is (names: TAVD_KIND_, tavd/attributes.h)
  *   10  qvref, dpref     fixed resistance, dp = dpref*(qv/qvref)^2
  *   11  qvref, dpref     the same by air velocity
  *   12  qvdppoints       fixed resistance measured at several flows

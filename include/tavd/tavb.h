@@ -45,19 +45,36 @@
 
 TAVD_EXTERN_C_BEGIN
 
+/* In place of a database handle: there is none. */
+enum { TAVB_NO_DATABASE = -1 };
+
+/* How a text is stored, for tavbcopywsz. */
+enum {
+  TAVB_CHARSET_DEFAULT = 0,          /* windows-1252, or UTF-8 where the database says so */
+  TAVB_CHARSET_UTF8 = 1,             /* UTF-8 */
+  TAVB_CHARSET_BALTIC = 6,           /* windows-1257 */
+  TAVB_CHARSET_CENTRAL_EUROPEAN = 7, /* windows-1250 */
+  TAVB_CHARSET_CYRILLIC = 8          /* windows-1251 */
+};
+
+/* How tavbfindrec looks. */
+enum {
+  TAVB_FIND_EXACT = 0, /* this class and object id, or null */
+  TAVB_FIND_FROM = 1   /* the first record at or after the key, or null past the end */
+};
+
 /* Opens the database at dbPath. `mode` 0 opens what exists; any other value
  * creates the database if the file is missing. `vlkFile` may be null and is
  * not needed by this service. A file, or a folder, that may not be written is
  * opened for reading; saving then changes nothing. Returns the database
- * handle, 1 or more, or -1: no such file, or a file that is no product
- * database, which is left untouched. */
+ * handle, 1 or more, or TAVB_NO_DATABASE: no such file, or a file that is no
+ * product database, which is left untouched. */
 TAVD_API int16_t tavbopendatabase(const char* vlkFile, const char* dbPath, int32_t mode);
 TAVD_API int16_t tavbopendatabasew(const tavd_wchar* vlkFile, const tavd_wchar* dbPath, int32_t mode);
 
-/* Finds a record. `mode` 0: exactly this class and object id, or null.
- * `mode` 1: the first record at or after the key in the record order, which
- * may lie in a later class, or null past the end. The caller owns the handle
- * until tavbreleaserec. Returns the handle or null. */
+/* Finds a record, by one of TAVB_FIND_. The first record at or after the key in
+ * the record order may lie in a later class. The caller owns the handle until
+ * tavbreleaserec. Returns the handle or null. */
 TAVD_API tavb_rec tavbfindrec(int16_t db, const char* classId, const char* objId, int16_t mode);
 
 /* The next record after `rec` in the record order, a new handle, or null
@@ -92,12 +109,10 @@ TAVD_API void tavbobjIDtosz(int16_t db, const char* objIdx, char* sz);
 TAVD_API void* tavbcopyatt(int16_t db, tavb_rec rec, int16_t attId, int16_t* count, void* buffer,
                            int16_t capacity);
 
-/* Copies a text attribute as UTF-16. `capacity` is in bytes. `charset` tells
- * how the text is stored: 0 windows-1252, or UTF-8 where the database says
- * so, 1 UTF-8, 6 windows-1257, 7 windows-1250, 8 windows-1251; any other
- * number counts as 0. A terminator follows where there is room behind the
- * text, so a buffer that must end in one is told two bytes short and zeroed
- * before. A surrogate pair that does not fit is left out whole. Returns the
+/* Copies a text attribute as UTF-16. `capacity` is in bytes. `charset` is one of
+ * TAVB_CHARSET_; any other number counts as 0. A terminator follows where there
+ * is room behind the text, so a buffer that must end in one is given two bytes
+ * short and zeroed before. A surrogate pair that does not fit is left out whole. Returns the
  * buffer, without one an address that is not to be read; null if the attribute
  * is absent, and then leaves the buffer untouched. */
 TAVD_API void* tavbcopywsz(int16_t db, tavb_rec rec, int16_t attId, tavd_wchar* buffer, int32_t capacity,

@@ -14,8 +14,10 @@
  * Results: a function with one number returns it, and 0 where it has no
  * answer. A function with several results returns a code and writes the
  * results through pointers; these are set to 0 before any test, so that a
- * failed call leaves zeros. 0 is success. The pressure term of the chosen
- * parameter values is part of every pressure that goes in or out.
+ * failed call leaves zeros. TAVCA_OK, 0, is success; one number may mean
+ * different things for different functions, so each has names of its own. The
+ * pressure term of the chosen parameter values is part of every pressure that
+ * goes in or out.
  *
  * A null record counts as one without flow data. Null outputs are allowed and
  * not written. Row counts, parameter counts and row indices of a record are
@@ -51,7 +53,16 @@
 
 TAVD_EXTERN_C_BEGIN
 
+/* From every function that returns a code: done. */
+enum { TAVCA_OK = 0 };
+
 /* ---- The product record ------------------------------------------------- */
+
+/* tavca_load_flowdata and tavca_qminqmax. */
+enum {
+  TAVCA_LOAD_NO_HEADER = -1, /* the record has no header attribute */
+  TAVCA_LIMITS_NO_DATA = -1  /* no flow data */
+};
 
 /* Fills `fd` from the attributes of record `rec` of database `db`, replacing
  * all that it held; chosen parameter values are gone. Afterwards the pressures
@@ -59,15 +70,15 @@ TAVD_EXTERN_C_BEGIN
  * or total, kPa or Pa), but a fan curve that comes with the older header
  * (attribute 1649) stays as it was read. `rec` stays the caller's.
  *
- *    0  loaded; tables that the product does not have are empty
- *   -1  the record has no header attribute: `fd` holds its ids, else zeros
- *       (only zeros for a null `rec`) */
+ *    0  TAVCA_OK: loaded; tables that the product does not have are empty
+ *   -1  TAVCA_LOAD_NO_HEADER: `fd` holds the ids of the record, else zeros (only
+ *       zeros for a null `rec`) */
 TAVD_API int tavca_load_flowdata(int16_t db, tavb_rec rec, FlowData* fd);
 
 /* Limits of the product's flow, l/s or m/s.
  *
- *    0  given
- *   -1  no flow data */
+ *    0  TAVCA_OK: given
+ *   -1  TAVCA_LIMITS_NO_DATA */
 TAVD_API int tavca_qminqmax(const FlowData* fd, float* qmin, float* qmax);
 
 /* ---- Settings of the process -------------------------------------------- */
@@ -105,6 +116,12 @@ TAVD_API float tavca_loglin_interp(float x1, float x2, float x, float y1, float 
 
 /* ---- Parameters --------------------------------------------------------- */
 
+/* tavca_param_setvalue and tavca_param_valuetoreal. */
+enum {
+  TAVCA_PARAM_NO_NAME = -1,  /* no parameter of that name */
+  TAVCA_PARAM_NO_NUMBER = -1 /* a label */
+};
+
 /* Chooses a value of a parameter, for all later calculations.
  *
  *   name   one of FlowData.par[].name, without regard to case; only its first
@@ -114,15 +131,16 @@ TAVD_API float tavca_loglin_interp(float x1, float x2, float x, float y1, float 
  *          held at the first or last row. A text that no row holds counts as
  *          the first row.
  *
- *    0  chosen
- *   -1  no parameter of that name; the record is unchanged */
+ *    0  TAVCA_OK: chosen
+ *   -1  TAVCA_PARAM_NO_NAME: the record is unchanged */
 TAVD_API int tavca_param_setvalue(FlowData* fd, const char* name, const char* value);
 
 /* The number that a parameter value stands for: a plain unsigned decimal with
  * an optional point, blanks around it allowed, in the first 6 characters.
  *
- *    0  `*real` is the number
- *   -1  no number (a sign or an exponent makes it a label); `*real` is 0 */
+ *    0  TAVCA_OK: `*real` is the number
+ *   -1  TAVCA_PARAM_NO_NUMBER (a sign or an exponent makes it a label); `*real`
+ *       is 0 */
 TAVD_API int tavca_param_valuetoreal(const char* value, float* real);
 
 /* Compares two parameter values: as numbers if both are, else as texts without
@@ -138,39 +156,57 @@ TAVD_API int tavca_param_valuecmp(const char* a, const char* b);
  * of 0 or less that the search meets raises a warning. */
 TAVD_API float tavca_floating_dp(const FlowData* fd, float qv);
 
+/* tavca_fan_dp and tavca_fan_op_check. */
+enum {
+  TAVCA_FAN_NO_RECORD = -10,    /* null record */
+  TAVCA_FAN_BELOW_CURVE = -100, /* left of the system line through the curve's first point */
+  TAVCA_FAN_ABOVE_CURVE = -200, /* right of that through its last point, or no curve */
+  TAVCA_FAN_OVER_CURVE = -300   /* more pressure than the curve has at this flow */
+};
+
 /* What a fan (kind 40) delivers at flow `qv`.
  *
  *   dptot  total pressure, Pa
  *   dpst   static pressure, Pa
  *   pd     dynamic pressure in the connection, Pa
  *
- *     0  on the curve
- *   -10  null record
- *  -100  flow below the curve: outputs on the system line through its first
- *        point
- *  -200  flow above the curve, or no curve: outputs 0 */
+ *     0  TAVCA_OK: on the curve
+ *   -10  TAVCA_FAN_NO_RECORD
+ *  -100  TAVCA_FAN_BELOW_CURVE: flow below the curve; outputs on the system line
+ *        through its first point
+ *  -200  TAVCA_FAN_ABOVE_CURVE: flow above the curve, or no curve; outputs 0 */
 TAVD_API int tavca_fan_dp(const FlowData* fd, float qv, float* dptot, float* dpst, float* pd);
 
 /* Whether a fan (kind 40) can serve the point (qv, dp).
  *
- *     0  it can
- *   -10  null record
- *  -100  pressure above the system line through the curve's first point
- *  -200  flow above the curve, or pressure below the system line through its
- *        last point, or no curve
- *  -300  pressure above the curve at this flow */
+ *     0  TAVCA_OK: it can
+ *   -10  TAVCA_FAN_NO_RECORD
+ *  -100  TAVCA_FAN_BELOW_CURVE: pressure above the system line through the
+ *        curve's first point
+ *  -200  TAVCA_FAN_ABOVE_CURVE: flow above the curve, or pressure below the
+ *        system line through its last point, or no curve
+ *  -300  TAVCA_FAN_OVER_CURVE: pressure above the curve at this flow */
 TAVD_API int tavca_fan_op_check(const FlowData* fd, float qv, float dp);
+
+/* tavca_minmaxdptot; also, as a number, tavca_dptot_damperpos. */
+enum {
+  TAVCA_DPTOT_NO_DATA = -2,    /* no flow data */
+  TAVCA_DPTOT_BAD_POINT = -3,  /* kinds 10, 11: no reference point, or an unusable one */
+  TAVCA_DPTOT_BAD_DAMPER = -4, /* kinds 20, 22: no damper table, or an unusable one */
+  TAVCA_DPTOT_OTHER_KIND = -6  /* a kind without a pressure law */
+};
 
 /* Lowest and highest total pressure of the product at flow `qv`, Pa. A product
  * without setting has one pressure. For kind 12 the pressure term of the
  * chosen parameter values is contained twice.
  *
- *    0  given
- *   -2  no flow data
- *   -3  kinds 10, 11: no reference point, or one with a flow of 0 or less
- *   -4  kinds 20, 22: no damper table, or a first or last row with a flow of 0
- *       or less
- *   -6  a kind without a pressure law */
+ *    0  TAVCA_OK: given
+ *   -2  TAVCA_DPTOT_NO_DATA
+ *   -3  TAVCA_DPTOT_BAD_POINT: no reference point, or one with a flow of 0 or
+ *       less
+ *   -4  TAVCA_DPTOT_BAD_DAMPER: no damper table, or a first or last row with a
+ *       flow of 0 or less
+ *   -6  TAVCA_DPTOT_OTHER_KIND */
 TAVD_API int tavca_minmaxdptot(const FlowData* fd, float qv, float* mindp, float* maxdp);
 
 /* One of the two results of tavca_minmaxdptot; 0 if it fails. */
@@ -179,9 +215,20 @@ TAVD_API float tavca_dptotmax(const FlowData* fd, float qv);
 
 /* ---- Damper position ---------------------------------------------------- */
 
+/* tavca_damper_pos and tavca_damper_pos_fixed. */
+enum {
+  TAVCA_POS_NO_DAMPER = 2,    /* the product has no position */
+  TAVCA_POS_ABOVE_TABLE = 1,  /* more pressure than the most throttled row takes */
+  TAVCA_POS_BELOW_TABLE = -1, /* less pressure than the most open row takes */
+  TAVCA_POS_NO_TABLE = -3,    /* no flow data, or no damper table */
+  TAVCA_POS_BAD_POINT = -4,   /* an operating point without flow or pressure */
+  TAVCA_POS_BAD_ROW = -5      /* a row of the table that can't be used */
+};
+
 /* Total pressure, Pa, of a damper at flow `qv` and position `pos`, which is
- * held inside the table. A product without damper gives tavca_dptotmin. -2.0
- * if the record has no flow data; 0 if the table can't be used. */
+ * held inside the table. A product without damper gives tavca_dptotmin.
+ * TAVCA_DPTOT_NO_DATA, -2.0, if the record has no flow data; 0 if the table
+ * can't be used. */
 TAVD_API float tavca_dptot_damperpos(const FlowData* fd, float qv, float pos);
 
 /* Position of a damper at which it takes the total pressure `dp` (Pa) at flow
@@ -189,21 +236,40 @@ TAVD_API float tavca_dptot_damperpos(const FlowData* fd, float qv, float pos);
  * row nearest by pressure ratio (tavca_damper_pos_fixed; a table of one or two
  * rows is solved as by tavca_damper_pos).
  *
- *    2  kind is neither 20 nor 22: the product has no position; 0
- *    1  more pressure than the first, most throttled row takes: its position.
+ *    2  TAVCA_POS_NO_DAMPER: kind is neither 20 nor 22; 0
+ *    1  TAVCA_POS_ABOVE_TABLE: the position of the first, most throttled row.
  *       tavca_damper_pos allows 1 % beyond it, tavca_damper_pos_fixed counts
  *       the row's own pressure as outside
- *    0  solved
- *   -1  less pressure than the last, most open row takes: its position; the
+ *    0  TAVCA_OK: solved
+ *   -1  TAVCA_POS_BELOW_TABLE: the position of the last, most open row; the
  *       margins as above
- *   -3  no flow data, or no damper table; 0
- *   -4  `qv` or `dp` below 1e-6; 0
- *   -5  a row with a flow, or for tavca_damper_pos_fixed a pressure, below
- *       1e-6; 0 */
+ *   -3  TAVCA_POS_NO_TABLE; 0
+ *   -4  TAVCA_POS_BAD_POINT: `qv` or `dp` below 1e-6; 0
+ *   -5  TAVCA_POS_BAD_ROW: a row with a flow, or for tavca_damper_pos_fixed a
+ *       pressure, below 1e-6; 0 */
 TAVD_API int tavca_damper_pos(const FlowData* fd, float qv, float dp, float* pos);
 TAVD_API int tavca_damper_pos_fixed(const FlowData* fd, float qv, float dp, float* pos);
 
 /* ---- Sound -------------------------------------------------------------- */
+
+/* tavca_lw. */
+enum {
+  TAVCA_LW_NO_FLOW = -1,        /* qv below 0.001 */
+  TAVCA_LW_NO_DATA = -2,        /* no flow data (or `lw` is null) */
+  TAVCA_LW_FEW_ROWS = -3,       /* fewer than 2 rows in lwpoints */
+  TAVCA_LW_OTHER_KIND = -9,     /* a kind without sound data */
+  TAVCA_LW_NO_PRESSURE = -11,   /* kinds 10, 11, 12: no pressure at this flow */
+  TAVCA_LW_NO_PAIR = -12,       /* no pair of rows */
+  TAVCA_LW_MANY_CURVES = -21,   /* kinds 13, 20, 22: a further row after 20 curves */
+  TAVCA_LW_BAD_CURVE_ROW = -22, /* a row with a flow or a pressure below 0.001 */
+  TAVCA_LW_FEW_CURVES = -23,    /* fewer than 2 curves */
+  TAVCA_LW_RISING_CURVES = -24, /* the curves do not fall */
+  TAVCA_LW_SHORT_CURVE = -25,   /* a curve that is needed has fewer than 2 rows */
+  TAVCA_LW_MANY_FLOWS = -31,    /* kinds 30, 40: a further row after 20 flows */
+  TAVCA_LW_BAD_FLOW_ROW = -32,  /* a row with a flow or a pressure below 0.001 */
+  TAVCA_LW_FEW_FLOWS = -33,     /* fewer than 2 flows */
+  TAVCA_LW_SHORT_FLOW = -34     /* a flow that is needed has fewer than 2 rows */
+};
 
 /* Sound power level at the operating point (qv, dp).
  *
@@ -212,37 +278,27 @@ TAVD_API int tavca_damper_pos_fixed(const FlowData* fd, float qv, float dp, floa
  *   duct  the duct size that the level is to hold for; read only if
  *         abs(lwsizecoef) is above 0.1
  *
- *    0  given. With a significant lwsizecoef and a duct that is null or has an
- *       area below 1e-7 m2, the size and parameter terms are left out
- *   -1  qv below 0.001
- *   -2  no flow data (or `lw` is null)
- *   -3  fewer than 2 rows in lwpoints
- *   -9  a kind without sound data
+ *    0  TAVCA_OK: given. With a significant lwsizecoef and a duct that is null or
+ *       has an area below 1e-7 m2, the size and parameter terms are left out
+ *   -1 to -9  TAVCA_LW_NO_FLOW, _NO_DATA, _FEW_ROWS, _OTHER_KIND
  *
  *  kinds 10, 11, 12
- *  -11  no pressure at this flow
- *  -12  no pair of rows
+ *  -11, -12  TAVCA_LW_NO_PRESSURE, _NO_PAIR
  *
  *  kinds 13, 20, 22: curves of constant resistance, rows within 10 % belong to
  *  one curve, the curves from the highest resistance to the lowest
- *  -21  a further row after 20 curves
- *  -22  a row with a flow or a pressure below 0.001
- *  -23  fewer than 2 curves
- *  -24  the curves do not fall
- *  -25  a curve that is needed has fewer than 2 rows
+ *  -21 to -25  TAVCA_LW_MANY_CURVES, _BAD_CURVE_ROW, _FEW_CURVES,
+ *              _RISING_CURVES, _SHORT_CURVE
  *
  *  kinds 30, 40: groups of rows at one flow, within 0.1 l/s, by rising flow;
  *  beyond the limits of the product 30 dB per decade of pressure and of flow
- *  -31  a further row after 20 flows
- *  -32  a row with a flow or a pressure below 0.001
- *  -33  fewer than 2 flows
- *  -34  a flow that is needed has fewer than 2 rows */
+ *  -31 to -34  TAVCA_LW_MANY_FLOWS, _BAD_FLOW_ROW, _FEW_FLOWS, _SHORT_FLOW */
 TAVD_API int tavca_lw(const FlowData* fd, float qv, float dp, float* lw, const DuctSize* duct);
 
 /* Attenuation of the product, eight bands, dB: the one value that the product
  * has, or by damper position or flow (kinds 30, 40) on the line through the
  * first two rows of dlwpoints. Where there is none the bands are 0. Always
- * returns 0. */
+ * returns TAVCA_OK. */
 TAVD_API int tavca_dlw(const FlowData* fd, float qv, float dp, float* dlw);
 
 /* A-weighted sound pressure level in the room, dB(A), of the sound power level

@@ -8,6 +8,7 @@
 #define TAVD_TAVD_H
 
 #include "tavd/L2dg.h"
+#include "tavd/attributes.h"
 #include "tavd/codes.h"
 #include "tavd/ewads.h"
 #include "tavd/flowdata.h"
@@ -20,14 +21,15 @@
 #include "tavd/tavfm.h"
 #include "tavd/types.h"
 
-/* The version of this interface. */
+/* The version of this interface, and what tavd_version_nmb answers to any other. */
 #define TAVD_INTERFACE_VERSION 190
+#define TAVD_INTERFACE_REFUSED (-TAVD_INTERFACE_VERSION)
 
 TAVD_EXTERN_C_BEGIN
 
 /* The handshake: `version` is the interface that the host was built for.
- * Returns 190 for TAVD_INTERFACE_VERSION and -190, a refusal, for any other
- * number. No other function depends on the call. */
+ * Returns TAVD_INTERFACE_VERSION for that number and TAVD_INTERFACE_REFUSED for
+ * any other. No other function depends on the call. */
 TAVD_API int tavd_version_nmb(int version);
 
 TAVD_EXTERN_C_END

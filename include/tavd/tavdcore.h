@@ -25,6 +25,40 @@ TAVD_EXTERN_C_BEGIN
  * cut. */
 enum { TAVDCORE_MARKET_CHARS = 40, TAVDCORE_PATH_CHARS = 300 };
 
+/* Languages of descriptions, for tavdcore_set_user_lng. */
+enum {
+  TAVD_LANGUAGE_FINNISH = 1510,
+  TAVD_LANGUAGE_SWEDISH = 1511,
+  TAVD_LANGUAGE_ENGLISH = 1512,
+  TAVD_LANGUAGE_GERMAN = 1513,
+  TAVD_LANGUAGE_NORWEGIAN = 1514,
+  TAVD_LANGUAGE_FRENCH = 1515,
+  TAVD_LANGUAGE_SPANISH = 1516,
+  TAVD_LANGUAGE_ITALIAN = 1517,
+  TAVD_LANGUAGE_POLISH = 1518,
+  TAVD_LANGUAGE_DANISH = 1519,
+  TAVD_LANGUAGE_CZECH = 1520,
+  TAVD_LANGUAGE_PORTUGUESE = 1521,
+  TAVD_LANGUAGE_HUNGARIAN = 1522,
+  TAVD_LANGUAGE_DUTCH = 1523,
+  TAVD_LANGUAGE_ICELANDIC = 1524,
+  TAVD_LANGUAGE_ESTONIAN = 1525,
+  TAVD_LANGUAGE_LITHUANIAN = 1526,
+  TAVD_LANGUAGE_LETTISH = 1527,
+  TAVD_LANGUAGE_RUSSIAN = 1528,
+  TAVD_LANGUAGE_FLEMISH = 1529,
+  TAVD_LANGUAGE_SLOVAK = 1530,
+  TAVD_LANGUAGE_BULGARIAN = 1531,
+  TAVD_LANGUAGE_ROMANIAN = 1532,
+  TAVD_LANGUAGE_BOSNIAN = 1533,
+  TAVD_LANGUAGE_CROATIAN = 1534,
+  TAVD_LANGUAGE_SLOVENIAN = 1535,
+  TAVD_LANGUAGE_ARABIC = 1536,
+  TAVD_LANGUAGE_JAPANESE = 1537,
+  TAVD_LANGUAGE_TURKISH = 1538,
+  TAVD_LANGUAGE_CHINESE = 1539
+};
+
 /* Clears all settings and sets language, market area and the path of the vlk
  * file, narrow or wide. Each form leaves the other form's path empty, and
  * tavdf_open_database passes on the narrow path, tavdf_open_databasew the wide
@@ -39,8 +73,8 @@ TAVD_API void tavdcore_initw(int16_t lng, const char* marketArea, const tavd_wch
  * most 39 characters, kept in upper case. Null or empty: no market. */
 TAVD_API void tavdcore_set_market_area(const char* marketArea);
 
-/* Sets the language of descriptions, a number from 1510 (Finnish) to 1539
- * (Chinese). A number without a language gives no description. */
+/* Sets the language of descriptions, one of TAVD_LANGUAGE_. A number without a
+ * language gives no description. */
 TAVD_API void tavdcore_set_user_lng(int16_t lng);
 
 /* The settings as they are held: the address of the process's own field, valid
@@ -49,17 +83,20 @@ TAVD_API const char* tavdcore_vlkFilename(void);
 TAVD_API const tavd_wchar* tavdcore_vlkFilenamew(void);
 TAVD_API const char* tavdcore_marketArea(void);
 
-/* The attribute that holds the product code of the market area, 9500 to 9533;
- * 1562, the code for markets without an attribute of their own, if the market
- * is unknown, empty, or only a language. */
+/* The attribute that holds the product code of the market area, one of
+ * TAVD_ATT_CODE_ (tavd/attributes.h); TAVD_ATT_CODE_DEFAULT, the code for
+ * markets without an attribute of their own, if the market is unknown, empty,
+ * or only a language. */
 TAVD_API int16_t tavdcore_pcodeAttId(void);
 
-/* The attribute that holds the description in the user's language, 9550 to
- * 9594; 0 if the language is unknown: there is no default description. */
+/* The attribute that holds the description in the user's language, one of
+ * TAVD_ATT_DESCRIPTION_; 0 if the language is unknown: there is no default
+ * description. */
 TAVD_API int16_t tavdcore_pdescAttId(void);
 
-/* The attribute that holds the web link of the market area, 8500 to 8533; the
- * default link 8529 where tavdcore_pcodeAttId would answer 1562. */
+/* The attribute that holds the web link of the market area, one of
+ * TAVD_ATT_WEBLINK_; TAVD_ATT_WEBLINK_DEFAULT where tavdcore_pcodeAttId would
+ * answer TAVD_ATT_CODE_DEFAULT. */
 TAVD_API int16_t tavdcore_weblinkAttId(void);
 
 TAVD_EXTERN_C_END

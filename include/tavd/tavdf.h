@@ -33,26 +33,34 @@ TAVD_EXTERN_C_BEGIN
  * the told length. */
 enum { TAVDF_SHAPE_MIN_WORDS = 10 };
 
+/* What these functions answer besides 0, counts and handles. */
+enum {
+  TAVDF_NO_DATABASE = -1, /* from opening, in place of a handle */
+  TAVDF_OTHER_SIZE = -1,  /* tavdf_load_ductsize: the size, if any, is not from 1650 */
+  TAVDF_NO_TEXT = -1,     /* tavdf_load_installationdef: no such text */
+  TAVDF_NO_RECORD = -1    /* tavdf_copy_recs, tavdf_delete_recs: no such product */
+};
+
 /* Opens the product database at `dbPath`, a terminated path in the system's
  * encoding or UTF-16. `mode` 0 opens what exists, any other value creates the
  * file if it is missing. The path of the vlk file goes along as tavdcore_init
- * (tavdcore_initw for the wide form) stored it. Returns the handle, or -1: no
- * such file, no path, or the service's own -1. The library closes no
- * database. */
+ * (tavdcore_initw for the wide form) stored it. Returns the handle, or
+ * TAVDF_NO_DATABASE: no such file, no path, or the service's own refusal. The
+ * library closes no database. */
 TAVD_API int16_t tavdf_open_database(const char* dbPath, int32_t mode);
 TAVD_API int16_t tavdf_open_databasew(const tavd_wchar* dbPath, int32_t mode);
 
-/* How the text of attribute `attId` is stored, as tavbcopywsz wants to know:
- * 0 the database's default, 1 UTF-8, 6 Baltic, 7 Central European, 8 Cyrillic.
- * 0 for every number that is no text of a market or language. */
+/* How the text of attribute `attId` is stored: one of TAVB_CHARSET_
+ * (tavd/tavb.h), for tavbcopywsz. TAVB_CHARSET_DEFAULT for every number that is
+ * no text of a market or language. */
 TAVD_API int16_t tavdf_charsetId(int16_t attId);
 
 /* Reads the duct size of a product, mm, from the first that exists of: the
  * flow header 1650 (round if its height is 0), the older header 1649 (round),
  * the first diameter of 1102 (round). Otherwise all of `ds` is zero. A round
  * size has its diameter in `h` too.
- * Returns 0 if the size came from 1650, otherwise -1. So -1 does not mean that
- * the size is missing: a size from 1649 or 1102 is valid. */
+ * Returns 0 if the size came from 1650, otherwise TAVDF_OTHER_SIZE. That does
+ * not mean that the size is missing: a size from 1649 or 1102 is valid. */
 TAVD_API int32_t tavdf_load_ductsize(int16_t db, tavb_rec rec, DuctSize* ds);
 
 /* Reads the shape description 1110 and repairs it with tavdf_check_shapedata.
@@ -82,9 +90,9 @@ TAVD_API int32_t tavdf_check_shapedata(int16_t* shapedata, int16_t* nsh, const D
 
 /* Reads the installation text 1513, in the database's narrow encoding, into
  * `buffer` of `capacity` bytes (32767 count at most). A text that fills the
- * buffer is cut there and has no terminator. Returns 0, or -1 with an empty
- * `buffer` if the product has no such text, and -1 for a null `buffer`. With a
- * `capacity` of 0 or less nothing is written. */
+ * buffer is cut there and has no terminator. Returns 0, or TAVDF_NO_TEXT with
+ * an empty `buffer` if the product has no such text, and for a null `buffer`.
+ * With a `capacity` of 0 or less nothing is written. */
 TAVD_API int32_t tavdf_load_installationdef(int16_t db, tavb_rec rec, char* buffer, int32_t capacity);
 
 /* Copies the product code: the first that exists of the market's own attribute
@@ -120,12 +128,12 @@ TAVD_API void tavdf_copyweblinkw(int16_t db, tavb_rec rec, tavd_wchar* dest, int
  * else 1669, at most 30 characters), where it has them. The source is not
  * changed, unless it is the destination.
  *   classId, objId  of the product, 3 characters and up to 30
- * Returns 0, or -1 if there is no such record. Failures of the service while
- * saving are not detected. */
+ * Returns 0, or TAVDF_NO_RECORD. Failures of the service while saving are not
+ * detected. */
 TAVD_API int32_t tavdf_copy_recs(int16_t srcdb, int16_t dstdb, const char* classId, const char* objId);
 
 /* Deletes a product: the record and, if it is the main record of a family, all
- * members. Model records stay. Returns 0, or -1 if there is no such record. */
+ * members. Model records stay. Returns 0, or TAVDF_NO_RECORD. */
 TAVD_API int32_t tavdf_delete_recs(int16_t db, const char* classId, const char* objId);
 
 TAVD_EXTERN_C_END

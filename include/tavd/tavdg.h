@@ -46,7 +46,52 @@
 
 #include "tavd/types.h"
 
+/* The window class that tavdg_init registers. */
+#define TAVDG_WINDOW_CLASS "TAVDDGR"
+
 TAVD_EXTERN_C_BEGIN
+
+/* The diagram is not built: the product is missing or has no usable limits, or
+ * memory ran out. */
+enum { TAVDG_NOT_BUILT = -1 };
+
+/* Sizes of the drawing, logical units. */
+enum {
+  TAVDG_EXTENT = 10000,      /* width and height unless tavdg_resize sets others */
+  TAVDG_SMALLEST_EXTENT = 50 /* width and height from which tavdg_resize follows */
+};
+
+/* Room of the texts, in characters with the terminator, and of the list of
+ * them. Longer texts are cut. */
+enum {
+  TAVDG_TITLE_CHARS = 80,
+  TAVDG_LABEL_CHARS = 150, /* LpA, damper position and a-labels */
+  TAVDG_A_LABELS = 200     /* a-labels that are kept */
+};
+
+/* Display units of the flow axis. */
+enum {
+  TAVDG_FLOW_L_S = 0,  /* l/s */
+  TAVDG_FLOW_L_H = 1,  /* l/h */
+  TAVDG_FLOW_M3_S = 2, /* m3/s */
+  TAVDG_FLOW_M3_H = 3, /* m3/h */
+  TAVDG_FLOW_CFM = 4   /* cubic feet a minute */
+};
+
+/* Display units of the pressure axis. */
+enum {
+  TAVDG_PRESSURE_PA = 0,   /* Pa */
+  TAVDG_PRESSURE_KPA = 1,  /* kPa */
+  TAVDG_PRESSURE_WC = 2,   /* inches of water, titled "WC */
+  TAVDG_PRESSURE_IN_WG = 3 /* the same titled in wg */
+};
+
+/* What the curves show. */
+enum { TAVDG_DP_TOTAL = 0, TAVDG_DP_STATIC = 1 };
+
+/* Halvings of a span of a smoothed curve unless tavdg_setcurveresolution sets
+ * others. */
+enum { TAVDG_RESOLUTION = 2 };
 
 /* ---- Setting up -------------------------------------------------------- */
 
@@ -61,8 +106,8 @@ TAVD_EXTERN_C_BEGIN
  *         here. Otherwise tavdg_update_from_list builds it
  * qv, dp  operating point, l/s (m/s) and Pa; outside the axes it is not shown
  *
- * Returns 0, or -1 if the diagram was to be built and the product has no
- * usable limits (see tavdg_initdiagramdata). */
+ * Returns 0, or TAVDG_NOT_BUILT if the diagram was to be built and could not be
+ * (see tavdg_initdiagramdata). */
 TAVD_API int tavdg_init(tavd_hmodule hmodule, int16_t db, tavb_rec rec, int listid, float qv, float dp);
 
 /* The same without a product, to be given with tavdg_initdiagramdata. There is
@@ -75,20 +120,20 @@ TAVD_API void tavdg_release(void);
 /* Replaces the database. */
 TAVD_API void tavdg_set_tavb(int16_t db);
 
-/* Display unit of the flow axis: 0 l/s, 1 l/h, 2 m3/s, 3 m3/h, 4 cfm; other
- * values are ignored. Products measured by velocity show m/s in any case. The
- * axis follows at the next build; build before the next drawing, since curves
- * and marks follow at once. */
+/* Display unit of the flow axis, one of TAVDG_FLOW_; other values are ignored.
+ * Products measured by velocity show m/s in any case. The axis follows at the
+ * next build; build before the next drawing, since curves and marks follow at
+ * once. */
 TAVD_API void tavdg_set_xunit(int u);
 
-/* Display unit of the pressure axis: 0 Pa, 1 kPa, 2 inches of water ("WC), 3
- * the same titled "in wg"; other values are ignored. As with the flow axis,
- * build before the next drawing. */
+/* Display unit of the pressure axis, one of TAVDG_PRESSURE_; other values are
+ * ignored. As with the flow axis, build before the next drawing. */
 TAVD_API void tavdg_set_yunit(int u);
 
-/* `t` 1: the curves show static pressure; anything else: total pressure. Static
- * pressure is known for the classes ASD, AOD, CCB, AEX and AED; the curves of
- * other classes stay as they are. The title follows at the next build. */
+/* `t` TAVDG_DP_STATIC: the curves show static pressure; anything else: total
+ * pressure. Static pressure is known for the classes ASD, AOD, CCB, AEX and
+ * AED; the curves of other classes stay as they are. The title follows at the
+ * next build. */
 TAVD_API void tavdg_set_dptype(int t);
 
 /* Title of the chart, at most 79 characters; empty: the product code. Shown
@@ -106,7 +151,7 @@ TAVD_API void tavdg_set_damperpos_label(const char* text);
 
 /* Adds a text, at most 149 characters, for the damper line of position `value`
  * (to within 0.001), in place of its number; the last one added counts. At
- * most 200 are kept, further ones are dropped. "%%" draws one percent sign, a
+ * most TAVDG_A_LABELS are kept, further ones are dropped. "%%" draws one percent sign, a
  * print conversion such as "%d" draws nothing, and any other "%" is drawn as
  * it stands. */
 TAVD_API void tavdg_set_a_label(float value, const char* text);
@@ -125,7 +170,7 @@ TAVD_API void tavdg_set_operation_point(float qv, float dp);
 TAVD_API void tavdg_set_qvlimits(float qv1, float qv2);
 
 /* How finely curves are smoothed: halvings per span, cut to an even number.
- * 2 unless set. */
+ * TAVDG_RESOLUTION unless set. */
 TAVD_API void tavdg_setcurveresolution(int n);
 
 /* Remembers the choice of a parameter's value, at most 6 characters each; it
@@ -143,9 +188,9 @@ TAVD_API void tavdg_reset_parameters(void);
  * the chart over the product's own limits, both axes logarithmic (linear for a
  * fan). `rec` stays the host's and is not needed afterwards.
  *
- * Returns 0, or -1: `rec` is null, the product has no flow data, its limits do
- * not rise or start at or below 0 (below 0 for a fan), or memory ran out. The
- * window then stays blank. */
+ * Returns 0, or TAVDG_NOT_BUILT: `rec` is null, the product has no flow data,
+ * its limits do not rise or start at or below 0 (below 0 for a fan), or memory
+ * ran out. The window then stays blank. */
 TAVD_API int tavdg_initdiagramdata(tavb_rec rec);
 
 /* Fills the list box given to tavdg_init, in dialog `hdlg`, with the product
@@ -190,7 +235,7 @@ TAVD_API void tavdg_destroy_drawing_tools(void);
  * afterwards; the text alignment is not. */
 TAVD_API void tavdg_draw_diagram(tavd_hdc hdc);
 
-/* The procedure of the window class "TAVDDGR": paints the diagram stretched over
+/* The procedure of the window class TAVDG_WINDOW_CLASS: paints the diagram stretched over
  * the client area and leaves all else to the system, WM_PAINT without a diagram
  * included. Returns 0 for what it has painted, otherwise the answer of the
  * system's default procedure (DefWindowProc, tgui_default_procedure). */

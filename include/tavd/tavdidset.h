@@ -38,8 +38,10 @@ TAVD_EXTERN_C_BEGIN
  * of 30 and 19 signs with one. */
 enum { TAVDIDSET_CLASS_CHARS = 3, TAVDIDSET_ID_CHARS = 31, TAVDIDSET_SIGN_CHARS = 20 };
 
-/* What the functions answer besides 0 and 1. */
+/* What the functions answer besides 0. */
 enum {
+  TAVDIDSET_FOUND = 1,        /* tavdidset_findatt: a layer holds the attribute */
+  TAVDIDSET_NOT_FOUND = 0,    /* none does */
   TAVDIDSET_NO_PRODUCT = -1,  /* no main record, or nothing that could be read */
   TAVDIDSET_REFUSED = -1,     /* from the setters */
   TAVDIDSET_NOT_ADJUSTED = -3 /* the id does not fit the main record's, or the
@@ -89,7 +91,8 @@ TAVD_API void tavdidset_release(IdSet* set);
  * terminated, is one. At most 19, what stands behind them is left out.
  * Characters from '0' (0x30) to 0x7F, so digits, letters and "?" and "_" among
  * others, are refused; bytes from 0x80 on count as negative and are accepted.
- * Returns 0, or -1 with nothing changed if one is refused or `chars` is null.
+ * Returns 0, or TAVDIDSET_REFUSED with nothing changed if one is refused or
+ * `chars` is null.
  * What has been read and adjusted stays as it is until it is read and adjusted
  * anew. */
 TAVD_API int32_t tavdidset_set_wildchars(IdSet* set, const char* chars);
@@ -101,8 +104,8 @@ TAVD_API int32_t tavdidset_set_separators(IdSet* set, const char* chars);
  *   id       up to 30 characters, ending early at a NUL: the id of any record or
  *            variant of the product
  * Returns 0, also if no main record was found (tavdidset_adjust then tells);
- * -1, with an empty set, if `id` has no separator, if memory ran out, or if
- * there are two main records. The last is told to the user in a message, and
+ * TAVDIDSET_NO_PRODUCT, with an empty set, if `id` has no separator, if memory
+ * ran out, or if there are two main records. The last is told to the user in a message, and
  * the handle of the second main record is then lost: neither the set nor the
  * host can release it. */
 TAVD_API int32_t tavdidset_read(IdSet* set, int16_t db, const char* classId, const char* id);
@@ -114,8 +117,9 @@ TAVD_API int32_t tavdidset_read(IdSet* set, int16_t db, const char* classId, con
  * equally many those whose wildcards stand further back, by the number of
  * separators in front of each; then the one that has a plain character where
  * the other has a wildcard.
- * Returns 0; -1 without a main record; -3 if `id` does not fit the main
- * record's id: the set is then adjusted to nothing. */
+ * Returns 0; TAVDIDSET_NO_PRODUCT without a main record; TAVDIDSET_NOT_ADJUSTED
+ * if `id` does not fit the main record's id: the set is then adjusted to
+ * nothing. */
 TAVD_API int32_t tavdidset_adjust(IdSet* set, int16_t db, const char* id);
 
 /* Reads an attribute of the variant, from the first layer that holds it.
@@ -125,8 +129,8 @@ TAVD_API int32_t tavdidset_adjust(IdSet* set, int16_t db, const char* id);
  *             absent; a text gets a terminator where there is room behind it.
  *             Null: only `count` is told
  *   capacity  bytes; nothing is copied if it is 0 or less
- * Returns 1 if found, 0 if no layer holds it, -1 without a main record, -3
- * before a successful tavdidset_adjust. */
+ * Returns TAVDIDSET_FOUND or TAVDIDSET_NOT_FOUND, TAVDIDSET_NO_PRODUCT without
+ * a main record, TAVDIDSET_NOT_ADJUSTED before a successful tavdidset_adjust. */
 TAVD_API int32_t tavdidset_findatt(IdSet* set, int16_t db, int16_t attId, int16_t* count, void* buffer,
                                    int16_t capacity);
 

@@ -38,7 +38,18 @@
 
 #include "tavd/types.h"
 
+/* The window class that tavdshapepic_init registers. */
+#define TAVDSHAPEPIC_WINDOW_CLASS "TAVDSHAPE"
+
 TAVD_EXTERN_C_BEGIN
+
+/* Sizes of the default picture, device units, and room of its title. */
+enum {
+  TAVDSHAPEPIC_WIDTH = 500,
+  TAVDSHAPEPIC_HEIGHT = 840,
+  TAVDSHAPEPIC_TITLE_BAND = 40, /* at the top of that height */
+  TAVDSHAPEPIC_TITLE_CHARS = 80 /* characters with the terminator */
+};
 
 /* ---- Setting up -------------------------------------------------------- */
 
@@ -100,7 +111,7 @@ TAVD_API void tavdshapepic_destroy_drawing_tools(void);
  * afterwards; the text alignment is not. */
 TAVD_API void tavdshapepic_draw(tavd_hdc hdc);
 
-/* The procedure of the window class "TAVDSHAPE": paints the default rectangle
+/* The procedure of the window class TAVDSHAPEPIC_WINDOW_CLASS: paints the default rectangle
  * as high as the client area, in its own proportions, in the middle, and leaves
  * all else to the system. Returns 0 for WM_PAINT, otherwise the answer of the
  * system's default procedure (DefWindowProc, tgui_default_procedure). */

@@ -21,6 +21,12 @@
 
 TAVD_EXTERN_C_BEGIN
 
+/* What these functions answer besides 0 and counts. */
+enum {
+  TAVDSRV_FAILED = -1, /* not done; tavdsrv_lasterror has the reason, where there is more than one */
+  TAVDSRV_NO_ROOM = -2 /* the text does not fit the buffer */
+};
+
 /* A new record in memory, without attributes, to be filled with tavbinsertatt,
  * stored with tavbsaverec and given back with tavbreleaserec. Null if the
  * object id is empty or blank, or memory ran out. */
@@ -31,15 +37,16 @@ TAVD_API int32_t tavdsrv_attributecount(tavb_rec rec);
 
 /* The attribute at `index` (0 and up, by rising number): its number, and the
  * address and length of its bytes, which stay the record's and are valid
- * until the record is changed or released. Returns 0, or -1 if `index` is
- * outside. */
+ * until the record is changed or released. Returns 0, or TAVDSRV_FAILED if
+ * `index` is outside. */
 TAVD_API int32_t tavdsrv_attributeat(tavb_rec rec, int32_t index, int16_t* attId, const void** data,
                                      int32_t* length);
 
 /* Encodes UTF-16 text (terminated) as the service stores it under `charset`
- * in database `db`, without terminator. Returns the number of bytes, or -1 if
- * a character has no place in that charset (or the text is null, or charset 0
- * is asked of no open database), or -2 if `capacity` is too small. */
+ * in database `db`, without terminator. Returns the number of bytes, or
+ * TAVDSRV_FAILED if a character has no place in that charset (or the text is
+ * null, or charset 0 is asked of no open database), or TAVDSRV_NO_ROOM if
+ * `capacity` is too small. */
 TAVD_API int32_t tavdsrv_encodetext(int16_t db, int32_t charset, const tavd_wchar* text, char* buffer,
                                     int32_t capacity);
 

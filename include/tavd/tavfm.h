@@ -5,8 +5,8 @@
  * come narrow and wide: the functions with a trailing w work on the wide
  * records and do the same.
  *
- * Attribute 1150 of the main record, its sizing mode, says how the members are
- * found:
+ * Attribute 1150 of the main record, its sizing mode (TAVD_SIZING_ of
+ * tavd/attributes.h), says how the members are found:
  *   below 0      there are none
  *   0            the record itself is the one member
  *   1            all records of the class whose id fits the main record's id
@@ -42,6 +42,16 @@ enum {
   TAVFM_DESCR_CHARS = 80,
   TAVFM_INSTALLATION_CHARS = 80,
   TAVFM_SHAPE_WORDS = 50
+};
+
+/* What the functions answer besides 0 and counts. */
+enum {
+  TAVFM_REFUSED = -1,       /* tavfm_add: a null record, or a list that is not initialised */
+  TAVFM_NO_MEMORY = -2,     /* tavfm_add: memory ran out */
+  TAVFM_NO_SUCH_INDEX = -1, /* tavfm_get */
+  TAVFM_MEMBER = 0,         /* tavfm_is_member: a member */
+  TAVFM_NO_MEMBER = -1,     /* no member */
+  TAVFM_PAST_FAMILY = 1     /* no member, nor is any id that sorts behind it */
 };
 
 /* A family list, narrow. 256 bytes. */
@@ -125,14 +135,13 @@ TAVD_API void tavfm_releasew(FamilyListW* list);
 TAVD_API int32_t tavfm_read(FamilyList* list, int16_t db, const char* classId, const char* objId);
 TAVD_API int32_t tavfm_readw(FamilyListW* list, int16_t db, const char* classId, const char* objId);
 
-/* Appends a member made from `rec`, which stays the host's. Returns 0; -1 for
- * a null record or a list that is not initialised; -2 if memory ran out: the
- * list is then empty. */
+/* Appends a member made from `rec`, which stays the host's. Returns 0,
+ * TAVFM_REFUSED, or TAVFM_NO_MEMORY: the list is then empty. */
 TAVD_API int32_t tavfm_add(FamilyList* list, int16_t db, tavb_rec rec);
 TAVD_API int32_t tavfm_addw(FamilyListW* list, int16_t db, tavb_rec rec);
 
-/* Copies member `index`, from 0, into `fmb`. Returns 0, or -1 with all of
- * `fmb` zero if there is no such member. */
+/* Copies member `index`, from 0, into `fmb`. Returns 0, or TAVFM_NO_SUCH_INDEX
+ * with all of `fmb` zero if there is no such member. */
 TAVD_API int32_t tavfm_get(const FamilyList* list, int32_t index, FamilyMember* fmb);
 TAVD_API int32_t tavfm_getw(const FamilyListW* list, int32_t index, FamilyMemberW* fmb);
 
@@ -142,9 +151,9 @@ TAVD_API int32_t tavfm_getw(const FamilyListW* list, int32_t index, FamilyMember
  * begins with it. Separators must be the same; fields of `id` behind the
  * pattern's last one do not count, and a separator of `id` right at the first
  * '*' is passed over.
- * Returns 0 for a member; -1 for no member; 1 if `id` differs in front of the
- * first '*': ids sort by that part, so no member follows. The main record's own
- * id is no member. */
+ * Returns TAVFM_MEMBER, TAVFM_NO_MEMBER, or TAVFM_PAST_FAMILY if `id` differs
+ * in front of the first '*': ids sort by that part, so no member follows. The
+ * main record's own id is no member. */
 TAVD_API int32_t tavfm_is_member(const FamilyList* list, const char* id);
 TAVD_API int32_t tavfm_is_memberw(const FamilyListW* list, const char* id);
 

@@ -62,9 +62,12 @@ typedef struct tgui_surface* tavd_hdc;    /* what is drawn on: HDC on Windows */
  * gives it back with tavbreleaserec. */
 typedef void* tavb_rec;
 
+/* Shapes of a duct. */
+enum { TAVD_DUCT_ROUND = 0, TAVD_DUCT_RECTANGULAR = 1 };
+
 /* A duct size, 6 bytes. All zero means that no size is known. */
 typedef struct DuctSize {
-  int16_t shape; /* 0 round, 1 rectangular */
+  int16_t shape; /* TAVD_DUCT_ROUND or TAVD_DUCT_RECTANGULAR */
   int16_t b;     /* diameter of a round duct, width of a rectangular one, mm */
   int16_t h;     /* height of a rectangular duct, mm; a round size that was
                     read from a database or a text holds its diameter here */
