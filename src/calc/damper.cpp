@@ -76,7 +76,7 @@ float interpolated_dp(const FlowData& fd, float qv, float pos) {
   const DamperPoint& lower = fd.damper[i + 1];
   if (wide(upper.qv) < kSmallestForward || wide(lower.qv) < kSmallestForward) return 0.0F;
   float dp = tavca_linlog_interp(upper.pos, lower.pos, pos, pressure_of(upper, qv), pressure_of(lower, qv));
-  tavd::tavca_param_add_dp(&fd, qv, &dp);
+  tavd::param_add_dp(&fd, qv, &dp);
   return dp;
 }
 
@@ -103,7 +103,7 @@ float position_between(const DamperPoint& upper, const DamperPoint& lower, float
 
 int solve_stepless(const FlowData& fd, float qv, float dp, float* pos) {
   const DamperPoint* rows = fd.damper;
-  tavd::tavca_param_remove_dp(&fd, qv, &dp);
+  tavd::param_remove_dp(&fd, qv, &dp);
   const float k = tavd::resistance(qv, dp);
   if (wide(k) > kMargin * wide(resistance_of(rows[0]))) {
     *pos = rows[0].pos;
@@ -127,7 +127,7 @@ int solve_stepless(const FlowData& fd, float qv, float dp, float* pos) {
 
 int solve_stepped(const FlowData& fd, float qv, float dp, float* pos) {
   const DamperPoint* rows = fd.damper;
-  tavd::tavca_param_remove_dp(&fd, qv, &dp);
+  tavd::param_remove_dp(&fd, qv, &dp);
   const float k = tavd::resistance(qv, dp);
   if (!(k < resistance_of(rows[0]))) {
     *pos = rows[0].pos;
@@ -174,7 +174,7 @@ float tavca_dptot_damperpos(const FlowData* fd, float qv, float pos) {
   if (n == 0 || wide(fd->damper[0].qv) < kSmallestForward) return 0.0F;
   if (n > 1) return interpolated_dp(*fd, qv, pos);
   float dp = pressure_of(fd->damper[0], qv);
-  tavd::tavca_param_add_dp(fd, qv, &dp);
+  tavd::param_add_dp(fd, qv, &dp);
   return dp;
 }
 

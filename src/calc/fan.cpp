@@ -35,7 +35,7 @@ int find_bracket(const FlowData& fd, float qv) {
 float curve_dp(const FlowData& fd, float qv, int upper) {
   const FanPoint& below = fd.fancurve[upper - 1];
   const FanPoint& above = fd.fancurve[upper];
-  return tavd::tavca_lin_interp(below.qv, above.qv, qv, below.dp, above.dp);
+  return tavd::lin_interp(below.qv, above.qv, qv, below.dp, above.dp);
 }
 
 // The coefficient of the system line through a point of the curve. The parameter term belongs to the

@@ -15,7 +15,7 @@ inline bool same_abscissa(float x1, float x2) {
 }
 
 // y at `x` on the line through (x1, y1) and (x2, y2), beyond them too, all in float.
-inline float tavca_lin_interp(float x1, float x2, float x, float y1, float y2) {
+inline float lin_interp(float x1, float x2, float x, float y1, float y2) {
   if (same_abscissa(x1, x2)) return y1;
   return y1 + ((y2 - y1) / (x2 - x1)) * (x - x1);
 }

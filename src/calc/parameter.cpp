@@ -124,8 +124,8 @@ int tavca_param_valuecmp(const char* a, const char* b) {
   }
   ValueText text_a(a);
   ValueText text_b(b);
-  tavd::tavca_strip_quotes(text_a.data());
-  tavd::tavca_strip_quotes(text_b.data());
+  tavd::strip_quotes(text_a.data());
+  tavd::strip_quotes(text_b.data());
   const int order = tavd::gwstricmp(text_a.data(), text_b.data());
   return static_cast<int>(order > 0) - static_cast<int>(order < 0);
 }
@@ -142,8 +142,8 @@ int tavca_param_setvalue(FlowData* fd, const char* name, const char* value) {
   std::int16_t idx1;
   std::int16_t idx2;
   float frac;
-  tavd::tavca_param_locate(par->value, par->table, tavd::row_count(par->count, TAVD_PARAMETER_ROWS), &idx1,
-                           &idx2, &frac);
+  tavd::param_locate(par->value, par->table, tavd::row_count(par->count, TAVD_PARAMETER_ROWS), &idx1, &idx2,
+                     &frac);
   par->idx1 = idx1;
   par->idx2 = idx2;
   par->frac = frac;
@@ -152,7 +152,7 @@ int tavca_param_setvalue(FlowData* fd, const char* name, const char* value) {
 
 namespace tavd {
 
-bool tavca_strip_quotes(char* s) {
+bool strip_quotes(char* s) {
   bool removed = false;
   if (s[0] == '"') {
     std::memmove(s, s + 1, std::strlen(s));
@@ -166,8 +166,8 @@ bool tavca_strip_quotes(char* s) {
   return removed;
 }
 
-int tavca_param_locate(const char* value, const ParEntry* table, int n, std::int16_t* idx1,
-                       std::int16_t* idx2, float* frac) {
+int param_locate(const char* value, const ParEntry* table, int n, std::int16_t* idx1, std::int16_t* idx2,
+                 float* frac) {
   *idx1 = *idx2 = 0;
   *frac = 0.0F;
   if (n <= 0) return -1;
@@ -177,31 +177,31 @@ int tavca_param_locate(const char* value, const ParEntry* table, int n, std::int
                  : locate_text(value, table, n, idx1, idx2);
 }
 
-void tavca_param_add_dp(const FlowData* fd, float qv, float* dp) {
+void param_add_dp(const FlowData* fd, float qv, float* dp) {
   *dp = PressureTerm(*fd, qv).added_to(*dp);
 }
 
-void tavca_param_remove_dp(const FlowData* fd, float qv, float* dp) {
+void param_remove_dp(const FlowData* fd, float qv, float* dp) {
   if (wide(*dp) < kSmallestPressure) return;
   float with_term = *dp;
-  tavca_param_add_dp(fd, qv, &with_term);
+  param_add_dp(fd, qv, &with_term);
   const float term = with_term - *dp;
   if (!(std::fabs(wide(term)) > kSmallestPressureTerm && wide(with_term) > kSmallestPressure)) return;
   *dp -= term;
   if (wide(*dp) < kSmallestPressure) *dp = narrow(kSmallestPressure);
 }
 
-void tavca_param_apply_factor(const FlowData* fd, float* x) {
+void param_apply_factor(const FlowData* fd, float* x) {
   if (fd->npar < 1) return;
   *x = term_of<factor_term>(*fd, 0, 1.0F) * term_of<factor_term>(*fd, 1, 1.0F) * *x;
 }
 
-void tavca_param_add_lw(const FlowData* fd, float* lw) {
+void param_add_lw(const FlowData* fd, float* lw) {
   if (fd->npar < 1) return;
   add_to_bands(lw, sum_of_terms<dlw_term>(*fd));
 }
 
-void tavca_param_add_dlw(const FlowData* fd, float* dlw) {
+void param_add_dlw(const FlowData* fd, float* dlw) {
   if (fd->npar < 1) return;
   add_to_bands(dlw, sum_of_terms<ddlw_term>(*fd));
 }

@@ -9,28 +9,28 @@
 namespace tavd {
 
 // The place of `value` between the rows of a table: 0, or -1 with zero outputs if it has none.
-int tavca_param_locate(const char* value, const ParEntry* table, int n, std::int16_t* idx1,
-                       std::int16_t* idx2, float* frac);
+int param_locate(const char* value, const ParEntry* table, int n, std::int16_t* idx1, std::int16_t* idx2,
+                 float* frac);
 
 // Adds the pressure term of the chosen values at flow `qv`, Pa.
-void tavca_param_add_dp(const FlowData* fd, float qv, float* dp);
+void param_add_dp(const FlowData* fd, float qv, float* dp);
 // Takes that term out of a demanded pressure; leaves at least 1e-5 Pa.
-void tavca_param_remove_dp(const FlowData* fd, float qv, float* dp);
+void param_remove_dp(const FlowData* fd, float qv, float* dp);
 // Multiplies by the throw factors of the chosen values.
-void tavca_param_apply_factor(const FlowData* fd, float* x);
+void param_apply_factor(const FlowData* fd, float* x);
 // Adds the sound terms to eight bands, dB.
-void tavca_param_add_lw(const FlowData* fd, float* lw);
-void tavca_param_add_dlw(const FlowData* fd, float* dlw);
+void param_add_lw(const FlowData* fd, float* lw);
+void param_add_dlw(const FlowData* fd, float* dlw);
 
 // Removes a leading and a trailing double quote in place; whether it removed one.
-bool tavca_strip_quotes(char* s);
+bool strip_quotes(char* s);
 
 // Fits L2 = kL2*qv^nL2 through the first two points (one point: exponent 1): 0 or -1.
-int tavca_fit_power(const QvL2Point* points, int n, float* nL2, float* kL2);
+int fit_power(const QvL2Point* points, int n, float* nL2, float* kL2);
 // The measured points of the record's throw line for a parameter value; their number, below 1 if there are
 // none. A table by parameter value goes first, also when the value has no place in it.
 int throw_points(const FlowData& fd, const char* value, QvL2Point (&points)[TAVD_QVL2_ROWS]);
 // The throw points (qv, L2 pairs) for a parameter value: their number 1 or 2, or negative.
-int tavca_param_l2_points(const ParL2Point* table, int n, float out[4], const char* value);
+int param_l2_points(const ParL2Point* table, int n, float out[4], const char* value);
 
 }  // namespace tavd

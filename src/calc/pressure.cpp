@@ -127,7 +127,7 @@ int pressure_range(const FlowData* fd, float qv, PressureRange* range) {
 float tavca_floating_dp(const FlowData* fd, float qv) {
   float dp = 0.0F;
   if (fd == nullptr || !curve_dp(*fd, qv, &dp)) return 0.0F;
-  tavd::tavca_param_add_dp(fd, qv, &dp);
+  tavd::param_add_dp(fd, qv, &dp);
   return dp;
 }
 

@@ -66,7 +66,7 @@ int rounded_reflection(int band, float area) {
 
 float tavca_LpA(const float* lw) {
   if (lw == nullptr) return 0.0F;
-  const float roomdamp = tavd::tavca_roomdamp();
+  const float roomdamp = tavd::room_damping();
   float sum = 0.0F;
   for (int band = 0; band < TAVD_BANDS; ++band) {
     const float lphz = (lw[band] + kAWeighting[band]) - roomdamp;

@@ -15,7 +15,7 @@ float roomdamp_db = 4.0F;
 
 namespace tavd {
 
-float tavca_roomdamp() {
+float room_damping() {
   return roomdamp_db;
 }
 

@@ -4,6 +4,6 @@
 namespace tavd {
 
 // Level difference between sound power and room sound pressure, dB.
-float tavca_roomdamp();
+float room_damping();
 
 }  // namespace tavd

@@ -168,7 +168,7 @@ LogPlace place_on_qv(const Table& table, Pair pair, LogValue qv) {
 // Kinds 10, 11, 12: rows are points of the one curve that the product has.
 int fixed_curve(const FlowData& fd, float qv, Bands& lw) {
   float dp = tavca_dptotmin(&fd, qv);
-  tavd::tavca_param_remove_dp(&fd, qv, &dp);
+  tavd::param_remove_dp(&fd, qv, &dp);
   if (wide(dp) <= kSmallestCurvePressure) return -11;
   const Table table(fd);
   const Pair pair = choose_pair(
@@ -188,7 +188,7 @@ int resistance_curves(const FlowData& fd, float qv, float dp, Bands& lw) {
   float maxdp;
   tavca_minmaxdptot(&fd, qv, &mindp, &maxdp);
   dp = std::max(std::min(dp, maxdp), mindp);
-  tavd::tavca_param_remove_dp(&fd, qv, &dp);
+  tavd::param_remove_dp(&fd, qv, &dp);
   const float k = tavd::resistance(qv, dp);
 
   const Table table(fd);
@@ -251,7 +251,7 @@ int flow_groups(const FlowData& fd, float qv, float dp, Bands& lw) {
   tavca_minmaxdptot(&fd, qv, &mindp, &maxdp);
   float extra = bring_inside(&dp, mindp, maxdp);
   extra += bring_inside(&qv, fd.qvmin, fd.qvmax);
-  tavd::tavca_param_remove_dp(&fd, qv, &dp);
+  tavd::param_remove_dp(&fd, qv, &dp);
 
   const Table table(fd);
   const auto flow = [&](int row) { return table.qv(row); };
@@ -317,7 +317,7 @@ void add_corrections(const FlowData& fd, const DuctSize* duct, Bands& lw) {
     const float size_term = narrow((wide(lwsizecoef) / 3.0 * 10.0) * lg(area));
     for (float& level : lw) level += size_term;
   }
-  tavd::tavca_param_add_lw(&fd, lw);
+  tavd::param_add_lw(&fd, lw);
 }
 
 int sound_power(const FlowData* fd, float qv, float dp, const DuctSize* duct, Bands& lw) {
@@ -377,6 +377,6 @@ int tavca_dlw(const FlowData* fd, float qv, float dp, float* dlw) {
   if (dlw == nullptr) return 0;
   std::fill_n(dlw, TAVD_BANDS, 0.0F);
   if (fd == nullptr || fd->nhdd == 0) return 0;
-  if (attenuation(*fd, qv, dp, dlw)) tavd::tavca_param_add_dlw(fd, dlw);
+  if (attenuation(*fd, qv, dp, dlw)) tavd::param_add_dlw(fd, dlw);
   return 0;
 }

@@ -11,7 +11,7 @@ int throw_points(const FlowData& fd, const char* value, QvL2Point (&points)[TAVD
   const int by_value = row_count(fd.nparL2, TAVD_PARL2_ROWS);
   if (by_value > 0) {
     float pairs[4];
-    const int n = tavca_param_l2_points(fd.parL2, by_value, pairs, value);
+    const int n = param_l2_points(fd.parL2, by_value, pairs, value);
     points[0] = {pairs[0], pairs[1]};
     points[1] = {pairs[2], pairs[3]};
     return n;
@@ -33,8 +33,8 @@ float tavca_L2_isothermal(const FlowData* fd, float qv, const char* value) {
   if (n < 1) return 0.0F;
   float nL2;
   float kL2;
-  if (tavd::tavca_fit_power(points, n, &nL2, &kL2) != 0) return 0.0F;
+  if (tavd::fit_power(points, n, &nL2, &kL2) != 0) return 0.0F;
   float L2 = narrow(wide(kL2) * std::pow(wide(qv), wide(nL2)));
-  tavd::tavca_param_apply_factor(fd, &L2);
+  tavd::param_apply_factor(fd, &L2);
   return L2;
 }

@@ -156,7 +156,7 @@ int take_number_rows(const ParL2Point* table, int n, float* out, float pos) {
 
 namespace tavd {
 
-int tavca_fit_power(const QvL2Point* points, int n, float* nL2, float* kL2) {
+int fit_power(const QvL2Point* points, int n, float* nL2, float* kL2) {
   *nL2 = 0.0F;
   *kL2 = 0.0F;
   if (n < 1 || wide(points[0].qv) < kSmallestFlow) return -1;
@@ -172,7 +172,7 @@ int tavca_fit_power(const QvL2Point* points, int n, float* nL2, float* kL2) {
   return 0;
 }
 
-int tavca_param_l2_points(const ParL2Point* table, int n, float out[4], const char* value) {
+int param_l2_points(const ParL2Point* table, int n, float out[4], const char* value) {
   std::fill_n(out, 4, 0.0F);
   if (n < 1) return -1;
   n = std::min<int>(n, TAVD_PARL2_ROWS);

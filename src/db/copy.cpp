@@ -79,12 +79,12 @@ void copy_member(std::int16_t srcdb, std::int16_t dstdb, const char* classId, co
   insert_text(dstdb, member, kAttMaker, heritage.szManu);
   insert_text(dstdb, member, kAttModelId, heritage.szTvmodelID);
   tavbsaverec(dstdb, member.get());
-  tavdf_copy_tvm(srcdb, dstdb, member.get());
+  copy_model(srcdb, dstdb, member.get());
 }
 
 }  // namespace
 
-void tavdf_copy_tvm(std::int16_t srcdb, std::int16_t dstdb, tavb_rec rec) {
+void copy_model(std::int16_t srcdb, std::int16_t dstdb, tavb_rec rec) {
   char tvmName[kIdRoom] = {};
   if (!copy_text(srcdb, rec, kAttModelId, tvmName) && !copy_text(srcdb, rec, kAttModelIdFallback, tvmName)) {
     return;
@@ -105,7 +105,7 @@ int32_t tavdf_copy_recs(int16_t srcdb, int16_t dstdb, const char* classId, const
   if (!rec) return -1;
   const bool is_family = tavd::heads_family(srcdb, rec.get());
   tavbsaverec(dstdb, rec.get());
-  tavd::tavdf_copy_tvm(srcdb, dstdb, rec.get());
+  tavd::copy_model(srcdb, dstdb, rec.get());
   const tavd::Heritage heritage = tavd::read_heritage(srcdb, rec.get());
   rec.release();
   if (!is_family) return 0;

@@ -9,6 +9,6 @@ namespace tavd {
 
 // Copies the model record of class "TVM" that `rec` names, with its ahm block. Nothing if it names none, or
 // one that `srcdb` does not have.
-void tavdf_copy_tvm(std::int16_t srcdb, std::int16_t dstdb, tavb_rec rec);
+void copy_model(std::int16_t srcdb, std::int16_t dstdb, tavb_rec rec);
 
 }  // namespace tavd

@@ -73,7 +73,7 @@ Prefix prefix_of(const IdSet* set, const char* classId, const char* id) {
   for (std::size_t i = 0; i < kClassChars && classId[i] != '\0'; ++i) prefix.classId[i] = classId[i];
   for (std::size_t i = 0; i < kIdChars && id[i] != '\0'; ++i) {
     prefix.id[i] = id[i];
-    if (tavdidset_is_separator(set, id[i]) == 0) continue;
+    if (idset_is_separator(set, id[i]) == 0) continue;
     prefix.length = i + 1;
     break;
   }
@@ -140,7 +140,7 @@ void sort_items(IdSet* set) {
   for (std::int32_t i = 0; i + 1 < set->subs.count; ++i) {
     IdSetItem si = items[i];
     for (std::int32_t j = i + 1; j < set->subs.count; ++j) {
-      if (tavdidset_compare(set, &si, &items[j]) > 0) std::swap(si, items[j]);
+      if (idset_compare(set, &si, &items[j]) > 0) std::swap(si, items[j]);
     }
     items[i] = si;
   }
@@ -156,8 +156,8 @@ Wildcards count_wildcards(const IdSet* set, const char* id) {
   Wildcards wildcards;
   int separators = 0;
   for (int i = 0; i < TAVDIDSET_ID_CHARS && id[i] != '\0'; ++i) {
-    separators += tavdidset_is_separator(set, id[i]);
-    if (tavdidset_is_wildchar(set, id[i]) == 0) continue;
+    separators += idset_is_separator(set, id[i]);
+    if (idset_is_wildchar(set, id[i]) == 0) continue;
     ++wildcards.count;
     wildcards.separators_before += separators;
   }
@@ -166,15 +166,15 @@ Wildcards count_wildcards(const IdSet* set, const char* id) {
 
 }  // namespace
 
-int tavdidset_is_wildchar(const IdSet* set, char c) {
+int idset_is_wildchar(const IdSet* set, char c) {
   return holds(set->wildchars, c);
 }
 
-int tavdidset_is_separator(const IdSet* set, char c) {
+int idset_is_separator(const IdSet* set, char c) {
   return holds(set->separators, c);
 }
 
-int tavdidset_match(const IdSet* set, const char* code, const char* pattern) {
+int idset_match(const IdSet* set, const char* code, const char* pattern) {
   if (code == nullptr || pattern == nullptr || *code == '\0' || *pattern == '\0') return 0;
   // A wildcard goes to the end of its field, steps back by one and is stepped over like any character. At a
   // separator in the first place that leads in front of the text, which counts as an end of text.
@@ -182,8 +182,8 @@ int tavdidset_match(const IdSet* set, const char* code, const char* pattern) {
   const auto at_end = [&] { return s < 0 || code[s] == '\0'; };
   const char* t = pattern;
   for (; !at_end() && *t != '\0'; ++t) {
-    if (tavdidset_is_wildchar(set, *t) != 0) {
-      while (code[s] != '\0' && tavdidset_is_separator(set, code[s]) == 0) ++s;
+    if (idset_is_wildchar(set, *t) != 0) {
+      while (code[s] != '\0' && idset_is_separator(set, code[s]) == 0) ++s;
       --s;
     } else if (code[s] != *t) {
       return 0;
@@ -193,7 +193,7 @@ int tavdidset_match(const IdSet* set, const char* code, const char* pattern) {
   return at_end() && *t == '\0' ? 1 : 0;
 }
 
-int tavdidset_compare(const IdSet* set, const IdSetItem* a, const IdSetItem* b) {
+int idset_compare(const IdSet* set, const IdSetItem* a, const IdSetItem* b) {
   if (a->matches == 0) return 1;
   if (b->matches == 0) return -1;
   if (std::strncmp(a->id, b->id, sizeof a->id) == 0) return 0;
@@ -204,8 +204,8 @@ int tavdidset_compare(const IdSet* set, const IdSetItem* a, const IdSetItem* b) 
     return of_a.separators_before < of_b.separators_before ? 1 : -1;
   }
   for (int i = 0; i < TAVDIDSET_ID_CHARS && a->id[i] != '\0' && b->id[i] != '\0'; ++i) {
-    const bool wild_a = tavdidset_is_wildchar(set, a->id[i]) != 0;
-    const bool wild_b = tavdidset_is_wildchar(set, b->id[i]) != 0;
+    const bool wild_a = idset_is_wildchar(set, a->id[i]) != 0;
+    const bool wild_b = idset_is_wildchar(set, b->id[i]) != 0;
     if (wild_a != wild_b) return wild_b ? -1 : 1;
   }
   return 0;
@@ -265,13 +265,13 @@ int32_t tavdidset_adjust(IdSet* set, int16_t db, const char* id) {
   char key[tavd::kIdRoom] = {};
   tavd::gwstrcpyfield(key, id, tavd::kIdChars + 1);
   tavd::gwstrtrimcpy(set->curId, key, tavd::kIdChars);
-  if (tavd::tavdidset_match(set, set->curId, set->mainId) == 0) {
+  if (tavd::idset_match(set, set->curId, set->mainId) == 0) {
     std::memset(set->curId, 0, sizeof set->curId);
     return TAVDIDSET_NOT_ADJUSTED;
   }
   for (std::int32_t i = 0; i < set->subs.count; ++i) {
     IdSetItem& item = tavd::items_of(set)[i];
-    item.matches = static_cast<char>(tavd::tavdidset_match(set, set->curId, item.id));
+    item.matches = static_cast<char>(tavd::idset_match(set, set->curId, item.id));
   }
   tavd::sort_items(set);
   set->curRec = tavbfindrec(db, set->classId, key, 0);

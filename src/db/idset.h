@@ -5,15 +5,15 @@
 
 namespace tavd {
 
-int tavdidset_is_wildchar(const IdSet* set, char c);
-int tavdidset_is_separator(const IdSet* set, char c);
+int idset_is_wildchar(const IdSet* set, char c);
+int idset_is_separator(const IdSet* set, char c);
 
 // Whether the concrete id `code` fits `pattern`, in which a wildcard stands for one field: 1 or 0. Null and
 // empty texts fit nothing.
-int tavdidset_match(const IdSet* set, const char* code, const char* pattern);
+int idset_match(const IdSet* set, const char* code, const char* pattern);
 
 // The order in which items are asked: negative if `a` comes first, positive if `b`. Items that do not match
 // come last, in no order among themselves: each of them is behind the other.
-int tavdidset_compare(const IdSet* set, const IdSetItem* a, const IdSetItem* b);
+int idset_compare(const IdSet* set, const IdSetItem* a, const IdSetItem* b);
 
 }  // namespace tavd

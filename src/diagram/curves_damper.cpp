@@ -42,7 +42,7 @@ void draw_damper_lines(tavd_hdc hdc) {
       continue;
     }
     float dpref = row.dp;
-    tavca_param_add_dp(&fd, row.qv, &dpref);
+    param_add_dp(&fd, row.qv, &dpref);
     dg_static_dp(row.qv, &dpref);
     const float k = resistance(row.qv, dpref);
     if (!(k > 0.0F)) {

@@ -21,7 +21,7 @@ struct Parabola {
 CurvePoint fan_point(int row) {
   const FanPoint fan = dg.flowdata.fancurve[row];
   float dp = fan.dp;
-  tavca_param_add_dp(&dg.flowdata, fan.qv, &dp);
+  param_add_dp(&dg.flowdata, fan.qv, &dp);
   return {fan.qv, dp};
 }
 

@@ -15,7 +15,7 @@ constexpr double kSmallestMeasured = 1e-05;       // l/s and Pa, of a measured p
 // One measured point with the parameter term in its pressure.
 struct MeasuredPoint {
   explicit MeasuredPoint(int row) : qv(dg.flowdata.qvdppoints[row].qv), dp(dg.flowdata.qvdppoints[row].dp) {
-    tavca_param_add_dp(&dg.flowdata, qv, &dp);
+    param_add_dp(&dg.flowdata, qv, &dp);
   }
   float qv, dp;  // l/s, Pa
 };
@@ -52,7 +52,7 @@ void draw_ref_curve(tavd_hdc hdc) {
   if (!(qvref > kSmallestReferenceFlow)) {
     return;
   }
-  tavca_param_add_dp(&dg.flowdata, qvref, &dpref);
+  param_add_dp(&dg.flowdata, qvref, &dpref);
   const float k = resistance(qvref, dpref);
   const DiagramRanges r = dg_ranges();
   float y1 = k * r.xmin * r.xmin;

@@ -42,7 +42,7 @@ int fill_parameter_values(tavd_hwnd dialog, int item, const FlowData& fd) {
   for (int i = 0; i < rows; ++i) {
     char value[TAVD_PARAMETER_CHARS + 1];
     gwstrtrimcpy(value, fd.par[parameter].table[i].value, TAVD_PARAMETER_CHARS);
-    tavca_strip_quotes(value);
+    strip_quotes(value);
     gwcb_add(dialog, item, value);
   }
   return rows;

@@ -198,14 +198,14 @@ bool read_levels(const FlowData& fd, bool along_flow, LevelTable* table) {
     if (row.qv < kSmallestRow) {
       return false;
     }
-    tavca_param_add_dp(&fd, row.qv, &row.dp);
+    param_add_dp(&fd, row.qv, &row.dp);
     if (row.dp < kSmallestRow) {
       return false;
     }
     row.k = resistance(row.qv, row.dp);
     row.val = along_flow ? row.qv : row.dp;
     std::copy(std::begin(point.lw), std::end(point.lw), row.lw);
-    tavca_param_add_lw(&fd, row.lw);
+    param_add_lw(&fd, row.lw);
     table->add(row);
   }
   return true;

@@ -38,7 +38,7 @@ int fill_throw_values(tavd_hwnd dialog, int item, const FlowData& fd) {
   for (int i = 0; i < rows; ++i) {
     char value[TAVD_PARAMETER_CHARS + 1];
     gwstrtrimcpy(value, fd.parL2[i].value, TAVD_PARAMETER_CHARS);
-    tavca_strip_quotes(value);
+    strip_quotes(value);
     if (gwstricmp(value, former) != 0) {
       gwcb_add(dialog, item, value);
       gwstrcpyfield(former, value, sizeof former);

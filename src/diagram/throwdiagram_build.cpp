@@ -28,7 +28,7 @@ struct ThrowRange {
 // Throw at flow `qv` by one measured point alone, which makes it proportional to the flow.
 float estimate(QvL2Point point, float qv) {
   ThrowLine line;
-  tavca_fit_power(&point, 1, &line.nL2, &line.kL2);
+  fit_power(&point, 1, &line.nL2, &line.kL2);
   return line.at(qv);
 }
 
@@ -48,8 +48,8 @@ bool estimate_range(const FlowData& fd, ThrowRange* range) {
   } else {
     return false;
   }
-  tavca_param_apply_factor(&fd, &range->min);
-  tavca_param_apply_factor(&fd, &range->max);
+  param_apply_factor(&fd, &range->min);
+  param_apply_factor(&fd, &range->max);
   return true;
 }
 

@@ -61,7 +61,7 @@ void L2dg_draw_diagram(tavd_hdc hdc) {
     gwstrtrimcpy(label, L2dg_choices.parL2value, TAVD_PARAMETER_CHARS);
   }
   ThrowLine line;
-  if (tavca_fit_power(points, n, &line.nL2, &line.kL2) == 0) {
+  if (fit_power(points, n, &line.nL2, &line.kL2) == 0) {
     draw_throw_line(hdc, line, label);
   }
   mark_operating_point(hdc);
@@ -78,7 +78,7 @@ namespace {
 // The throw at a flow with the factors of the chosen parameter values, m.
 float throw_at(const ThrowLine& line, float qv) {
   float L2 = line.at(qv);
-  tavca_param_apply_factor(&L2dg.flowdata, &L2);
+  param_apply_factor(&L2dg.flowdata, &L2);
   return L2;
 }
 

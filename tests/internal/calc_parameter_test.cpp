@@ -23,7 +23,7 @@ struct Place {
 template <int N>
 Place locate(const char* value, const ParEntry (&table)[N], int n = N) {
   Place place;
-  place.code = tavd::tavca_param_locate(value, table, n, &place.idx1, &place.idx2, &place.frac);
+  place.code = tavd::param_locate(value, table, n, &place.idx1, &place.idx2, &place.frac);
   return place;
 }
 
@@ -78,7 +78,7 @@ TEST(StripQuotes, TakesEachEndOnItsOwn) {
   for (const auto& c : cases) {
     char text[8];
     std::strcpy(text, c.before);
-    EXPECT_EQ(tavd::tavca_strip_quotes(text), c.removed) << c.before;
+    EXPECT_EQ(tavd::strip_quotes(text), c.removed) << c.before;
     EXPECT_STREQ(text, c.after) << c.before;
   }
 }
@@ -88,7 +88,7 @@ TEST(AddPressureTerm, OfTheBlendedRows) {
   add_parameter(fd, "P", {entry("100", 0.0F), entry("200", 0.001F), entry("300", 0.004F)});
   tavca_param_setvalue(&fd, "P", "250");
   float dp = 7.0F;
-  tavd::tavca_param_add_dp(&fd, 100.0F, &dp);
+  tavd::param_add_dp(&fd, 100.0F, &dp);
   EXPECT_FLOAT_EQ(dp, 32.0F);
 }
 
@@ -96,7 +96,7 @@ TEST(RemovePressureTerm, LargerThanTheDemandLeavesTheSmallestPressure) {
   FlowData fd = product(10);
   add_pressure_term(fd, 0.01F);
   float dp = 60.0F;
-  tavd::tavca_param_remove_dp(&fd, 100.0F, &dp);
+  tavd::param_remove_dp(&fd, 100.0F, &dp);
   EXPECT_EQ(dp, 1e-5F);
 }
 
@@ -104,7 +104,7 @@ TEST(RemovePressureTerm, BelowAThousandthOfAPascalIsIgnored) {
   FlowData fd = product(10);
   add_pressure_term(fd, 0.0005F);
   float dp = 0.25F;
-  tavd::tavca_param_remove_dp(&fd, 1.0F, &dp);
+  tavd::param_remove_dp(&fd, 1.0F, &dp);
   EXPECT_EQ(dp, 0.25F);
 }
 
@@ -112,7 +112,7 @@ TEST(RemovePressureTerm, FromNearlyNothingDoesNothing) {
   FlowData fd = product(10);
   add_pressure_term(fd, 0.01F);
   float dp = 9e-6F;
-  tavd::tavca_param_remove_dp(&fd, 100.0F, &dp);
+  tavd::param_remove_dp(&fd, 100.0F, &dp);
   EXPECT_EQ(dp, 9e-6F);
 }
 
@@ -120,10 +120,10 @@ TEST(RemovePressureTerm, ThatTurnsTheDemandNegativeIsIgnored) {
   FlowData fd = product(10);
   add_pressure_term(fd, -0.01F);
   float dp = 50.0F;  // 50 - 100 Pa is not above 1e-5 Pa
-  tavd::tavca_param_remove_dp(&fd, 100.0F, &dp);
+  tavd::param_remove_dp(&fd, 100.0F, &dp);
   EXPECT_EQ(dp, 50.0F);
   dp = 150.0F;
-  tavd::tavca_param_remove_dp(&fd, 100.0F, &dp);
+  tavd::param_remove_dp(&fd, 100.0F, &dp);
   EXPECT_FLOAT_EQ(dp, 250.0F);
 }
 
@@ -135,8 +135,8 @@ TEST(SoundTerms, AddUpAndBlendAsIntegers) {
   tavca_param_setvalue(&fd, "B", "1");
   float lw[8] = {};
   float dlw[8] = {};
-  tavd::tavca_param_add_lw(&fd, lw);
-  tavd::tavca_param_add_dlw(&fd, dlw);
+  tavd::param_add_lw(&fd, lw);
+  tavd::param_add_dlw(&fd, dlw);
   for (int band = 0; band < 8; ++band) {
     EXPECT_EQ(lw[band], 10.5F);
     EXPECT_EQ(dlw[band], 21.5F);
@@ -148,7 +148,7 @@ TEST(SoundTerms, OfExtremeRowsDoNotOverflow) {
   add_parameter(fd, "A", {entry("1", 0.0F, -32768), entry("2", 0.0F, 32767)});
   tavca_param_setvalue(&fd, "A", "2");
   float lw[8] = {};
-  tavd::tavca_param_add_lw(&fd, lw);
+  tavd::param_add_lw(&fd, lw);
   EXPECT_EQ(lw[0], 32767.0F);
 }
 
@@ -159,13 +159,13 @@ TEST(ThrowFactors, TooSmallCountAsOne) {
       {entry("1", 0.0F, 0, 0, 9e-6F), entry("2", 0.0F, 0, 0, -9e-6F), entry("3", 0.0F, 0, 0, -2.0F)});
   float x = 3.0F;
   tavca_param_setvalue(&fd, "A", "1");
-  tavd::tavca_param_apply_factor(&fd, &x);
+  tavd::param_apply_factor(&fd, &x);
   EXPECT_EQ(x, 3.0F);
   tavca_param_setvalue(&fd, "A", "2");
-  tavd::tavca_param_apply_factor(&fd, &x);
+  tavd::param_apply_factor(&fd, &x);
   EXPECT_EQ(x, 3.0F);
   tavca_param_setvalue(&fd, "A", "3");
-  tavd::tavca_param_apply_factor(&fd, &x);
+  tavd::param_apply_factor(&fd, &x);
   EXPECT_EQ(x, -6.0F);
 }
 
@@ -175,7 +175,7 @@ TEST(Terms, OfASecondParameterAloneApply) {
   add_parameter(fd, "B", {entry("1", 0.02F)});
   tavca_param_setvalue(&fd, "B", "1");
   float dp = 0.0F;
-  tavd::tavca_param_add_dp(&fd, 10.0F, &dp);
+  tavd::param_add_dp(&fd, 10.0F, &dp);
   EXPECT_EQ(dp, 0.02F * 10.0F * 10.0F);
 }
 

@@ -20,7 +20,7 @@ struct Fit {
 template <int N>
 Fit fit(const QvL2Point (&points)[N], int n = N) {
   Fit f;
-  f.code = tavd::tavca_fit_power(points, n, &f.nL2, &f.kL2);
+  f.code = tavd::fit_power(points, n, &f.nL2, &f.kL2);
   return f;
 }
 
@@ -32,7 +32,7 @@ struct Points {
 template <int N>
 Points points_of(const ParL2Point (&table)[N], const char* value, int n = N) {
   Points p;
-  p.code = tavd::tavca_param_l2_points(table, n, p.out, value);
+  p.code = tavd::param_l2_points(table, n, p.out, value);
   return p;
 }
 
@@ -148,11 +148,11 @@ TEST(ThrowPoints, OfNoValueAreTheFirstRows) {
 }
 
 TEST(LinearInterpolation, IsTakenInFloatAndGuarded) {
-  EXPECT_EQ(tavd::tavca_lin_interp(100.0F, 100.0F, 150.0F, 3.0F, 7.0F), 3.0F);
-  EXPECT_FLOAT_EQ(tavd::tavca_lin_interp(100.0F, 200.0F, 200.0F, 3.0F, 7.0F), 7.0F);
-  EXPECT_EQ(tavd::tavca_lin_interp(0.1F, 33.3F, 7.77F, 41.7F, 0.3F),
+  EXPECT_EQ(tavd::lin_interp(100.0F, 100.0F, 150.0F, 3.0F, 7.0F), 3.0F);
+  EXPECT_FLOAT_EQ(tavd::lin_interp(100.0F, 200.0F, 200.0F, 3.0F, 7.0F), 7.0F);
+  EXPECT_EQ(tavd::lin_interp(0.1F, 33.3F, 7.77F, 41.7F, 0.3F),
             41.7F + ((0.3F - 41.7F) / (33.3F - 0.1F)) * (7.77F - 0.1F));
-  EXPECT_TRUE(std::isnan(tavd::tavca_lin_interp(0.0F, 0.0F, 0.0F, 3.0F, 7.0F)));
+  EXPECT_TRUE(std::isnan(tavd::lin_interp(0.0F, 0.0F, 0.0F, 3.0F, 7.0F)));
 }
 
 }  // namespace

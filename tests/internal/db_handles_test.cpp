@@ -37,7 +37,7 @@ TEST(CopyModel, NothingIsWrittenForARecordWithoutModel) {
   const tavdtest::Database from;
   const tavdtest::Database to;
   const tavdtest::Record record("ASD", "A");
-  tavd::tavdf_copy_tvm(from.handle(), to.handle(), record.rec());
+  tavd::copy_model(from.handle(), to.handle(), record.rec());
   const RecordHandle any(tavbfindrec(to.handle(), "   ", "", 1));
   EXPECT_FALSE(any);
 }
@@ -48,7 +48,7 @@ TEST(CopyModel, PresentButEmptyIdHidesTheOlderOne) {
   tavdtest::Record("TVM", "OLDER").save(from.handle());
   tavdtest::Record record("ASD", "A");
   record.text(1525, "").text(1669, "OLDER");
-  tavd::tavdf_copy_tvm(from.handle(), to.handle(), record.rec());
+  tavd::copy_model(from.handle(), to.handle(), record.rec());
   const RecordHandle model(tavbfindrec(to.handle(), "TVM", "OLDER", 0));
   EXPECT_FALSE(model);
 }

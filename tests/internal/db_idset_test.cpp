@@ -8,10 +8,10 @@
 
 namespace {
 
-using tavd::tavdidset_compare;
-using tavd::tavdidset_is_separator;
-using tavd::tavdidset_is_wildchar;
-using tavd::tavdidset_match;
+using tavd::idset_compare;
+using tavd::idset_is_separator;
+using tavd::idset_is_wildchar;
+using tavd::idset_match;
 
 class SetWithSigns {
  public:
@@ -24,11 +24,11 @@ class SetWithSigns {
   SetWithSigns(const SetWithSigns&) = delete;
   SetWithSigns& operator=(const SetWithSigns&) = delete;
 
-  int match(const char* code, const char* pattern) const { return tavdidset_match(&set, code, pattern); }
+  int match(const char* code, const char* pattern) const { return idset_match(&set, code, pattern); }
   int compare(const char* a, const char* b, bool a_matches = true, bool b_matches = true) const {
     const IdSetItem first = item(a, a_matches);
     const IdSetItem second = item(b, b_matches);
-    return tavdidset_compare(&set, &first, &second);
+    return idset_compare(&set, &first, &second);
   }
   static IdSetItem item(const char* id, bool matches) {
     IdSetItem item = {};
@@ -42,20 +42,20 @@ class SetWithSigns {
 
 TEST(IdSetSigns, EndOfTextIsNoSign) {
   const SetWithSigns set;
-  EXPECT_EQ(tavdidset_is_wildchar(&set.set, '\0'), 0);
-  EXPECT_EQ(tavdidset_is_separator(&set.set, '\0'), 0);
-  EXPECT_NE(tavdidset_is_wildchar(&set.set, '*'), 0);
-  EXPECT_NE(tavdidset_is_separator(&set.set, '-'), 0);
-  EXPECT_NE(tavdidset_is_separator(&set.set, '+'), 0);
-  EXPECT_EQ(tavdidset_is_separator(&set.set, '*'), 0);
-  EXPECT_EQ(tavdidset_is_wildchar(&set.set, '-'), 0);
+  EXPECT_EQ(idset_is_wildchar(&set.set, '\0'), 0);
+  EXPECT_EQ(idset_is_separator(&set.set, '\0'), 0);
+  EXPECT_NE(idset_is_wildchar(&set.set, '*'), 0);
+  EXPECT_NE(idset_is_separator(&set.set, '-'), 0);
+  EXPECT_NE(idset_is_separator(&set.set, '+'), 0);
+  EXPECT_EQ(idset_is_separator(&set.set, '*'), 0);
+  EXPECT_EQ(idset_is_wildchar(&set.set, '-'), 0);
 }
 
 TEST(IdSetSigns, FieldWithoutTerminatorIsReadNoFurther) {
   SetWithSigns set;
   std::memset(set.set.wildchars, '*', sizeof set.set.wildchars);
   std::memcpy(set.set.separators, "/", 2);
-  EXPECT_EQ(tavdidset_is_wildchar(&set.set, '/'), 0);
+  EXPECT_EQ(idset_is_wildchar(&set.set, '/'), 0);
 }
 
 struct Match {
@@ -201,7 +201,7 @@ TEST(IdSetCompare, IdsWithoutTerminatorAreReadNoFurther) {
   std::memset(a.id, '*', sizeof a.id);
   std::memset(b.id, '*', sizeof b.id);
   b.id[30] = 'x';
-  EXPECT_GT(tavdidset_compare(&set.set, &a, &b), 0) << "31 wildcards and 30";
+  EXPECT_GT(idset_compare(&set.set, &a, &b), 0) << "31 wildcards and 30";
 }
 
 }  // namespace
