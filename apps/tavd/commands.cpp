@@ -3,11 +3,12 @@
 #include "errors.h"
 #include "tavd/tavca.h"
 #include "text.h"
+#include "version.h"
 
 namespace tavdhost {
 namespace {
 
-constexpr const char* kVersion = "tavd 1.90.0";
+constexpr const char* kVersion = "tavd " TAVD_VERSION_TEXT;
 
 }  // namespace
 

@@ -2,7 +2,6 @@
 
 #include "base/gwmsg.h"
 #include "tavd/tavca.h"
-#include "tavd/tavd.h"
 
 namespace {
 
@@ -20,10 +19,6 @@ float room_damping() {
 }
 
 }  // namespace tavd
-
-int tavd_version_nmb(int version) {
-  return version == TAVD_INTERFACE_VERSION ? TAVD_INTERFACE_VERSION : -TAVD_INTERFACE_VERSION;
-}
 
 void tavca_setwarningmode(tavd_hwnd wnd, std::int16_t mode) {
   warningwnd = wnd;
