@@ -4,6 +4,8 @@
 #include <array>
 #include <limits>
 
+#include "tavd/attributes.h"
+
 namespace tavdsrv {
 
 namespace {
@@ -15,28 +17,28 @@ struct ItemSize {
 
 // Attributes that hold numbers or ids, by rising number, with the bytes of one item.
 constexpr std::array kItemSizes = std::to_array<ItemSize>({
-    {1049, 2},   // usesUTF8: int16
-    {1102, 2},   // d: int16 each
-    {1110, 2},   // shapedata: int16 each
-    {1150, 2},   // sizingmode: int16
-    {1302, 4},   // lwsizecoef: float
-    {1604, 30},  // memberids: raw object id
-    {1649, 20},  // hdd: int16 kind, b; float qvmin, qvmax, dpmin, dpmax
-    {1650, 22},  // flowheader: int16 kind, b, h; float qvmin, qvmax, dpmin, dpmax
-    {1651, 8},   // qvdpref: float qvref, dpref
-    {1652, 12},  // damperpoints: float pos, qv, dp
-    {1653, 16},  // lwpoints: float qv, dp; uint8 lw[8]
-    {1654, 8},   // dlw: uint8 dlw[8]
-    {1655, 12},  // dlwpoints: float pos; uint8 dlw[8]
-    {1657, 8},   // qvdppoints: float qv, dp
-    {1658, 16},  // QvDpLimits: float qvmin, qvmax, dpmin, dpmax
-    {1659, 8},   // qvL2: float qv, L2
-    {1660, 14},  // parL2: char value[6]; float qv, L2
-    {1661, 18},  // par1table: char value[6]; float dk; int16 dlw, ddlw; float factor
-    {1662, 18},  // par2table: as par1table
-    {1666, 12},  // fancurve: float qv, dp, aux
-    {1670, 4},   // intpair: two int16
-    {1671, 8},   // floatpair: two float
+    {TAVD_ATT_USES_UTF8, 2},       // int16
+    {TAVD_ATT_DIAMETERS, 2},       // int16 each
+    {TAVD_ATT_SHAPE_DATA, 2},      // int16 each
+    {TAVD_ATT_SIZING_MODE, 2},     // int16
+    {TAVD_ATT_LW_SIZE_COEF, 4},    // float
+    {TAVD_ATT_MEMBER_IDS, 30},     // raw object id
+    {TAVD_ATT_OLD_HEADER, 20},     // int16 kind, b; float qvmin, qvmax, dpmin, dpmax
+    {TAVD_ATT_FLOW_HEADER, 22},    // int16 kind, b, h; float qvmin, qvmax, dpmin, dpmax
+    {TAVD_ATT_QVDP_REF, 8},        // float qvref, dpref
+    {TAVD_ATT_DAMPER_POINTS, 12},  // float pos, qv, dp
+    {TAVD_ATT_LW_POINTS, 16},      // float qv, dp; uint8 lw[8]
+    {TAVD_ATT_DLW, 8},             // uint8 dlw[8]
+    {TAVD_ATT_DLW_POINTS, 12},     // float pos; uint8 dlw[8]
+    {TAVD_ATT_QVDP_POINTS, 8},     // float qv, dp
+    {TAVD_ATT_QVDP_LIMITS, 16},    // float qvmin, qvmax, dpmin, dpmax
+    {TAVD_ATT_QV_L2, 8},           // float qv, L2
+    {TAVD_ATT_PAR_L2, 14},         // char value[6]; float qv, L2
+    {TAVD_ATT_PAR1_TABLE, 18},     // char value[6]; float dk; int16 dlw, ddlw; float factor
+    {TAVD_ATT_PAR2_TABLE, 18},     // as par1table
+    {TAVD_ATT_FAN_CURVE, 12},      // float qv, dp, aux
+    {TAVD_ATT_INT_PAIR, 4},        // two int16
+    {TAVD_ATT_FLOAT_PAIR, 8},      // two float
 });
 
 struct Range {
@@ -46,19 +48,19 @@ struct Range {
 
 // Attributes that hold text.
 constexpr std::array kTexts = std::to_array<Range>({
-    {1501, 1501},  // pcode_alt2
-    {1503, 1503},  // szManu
-    {1505, 1505},  // pcode_alt1
-    {1511, 1511},  // szStruct
-    {1513, 1513},  // installationdef
-    {1514, 1514},  // parnames
-    {1525, 1525},  // tvmAtt
-    {1562, 1562},  // pcode_default
-    {1669, 1669},  // tvmAtt2
-    {1674, 1674},  // att1674
-    {8500, 8533},  // web links by market
-    {9500, 9533},  // product codes by market
-    {9550, 9594},  // descriptions by language
+    {TAVD_ATT_CODE_THIRD, TAVD_ATT_CODE_THIRD},
+    {TAVD_ATT_MAKER, TAVD_ATT_MAKER},
+    {TAVD_ATT_CODE_SECOND, TAVD_ATT_CODE_SECOND},
+    {TAVD_ATT_ID_TEMPLATE, TAVD_ATT_ID_TEMPLATE},
+    {TAVD_ATT_INSTALLATION, TAVD_ATT_INSTALLATION},
+    {TAVD_ATT_PAR_NAMES, TAVD_ATT_PAR_NAMES},
+    {TAVD_ATT_MODEL_ID, TAVD_ATT_MODEL_ID},
+    {TAVD_ATT_CODE_DEFAULT, TAVD_ATT_CODE_DEFAULT},
+    {TAVD_ATT_MODEL_ID_SECOND, TAVD_ATT_MODEL_ID_SECOND},
+    {TAVD_ATT_TEXT_1674, TAVD_ATT_TEXT_1674},
+    {TAVD_ATT_LOWEST_WEBLINK, TAVD_ATT_HIGHEST_WEBLINK},          // web links by market
+    {TAVD_ATT_LOWEST_CODE, TAVD_ATT_HIGHEST_CODE},                // product codes by market
+    {TAVD_ATT_LOWEST_DESCRIPTION, TAVD_ATT_HIGHEST_DESCRIPTION},  // descriptions by language
 });
 
 }  // namespace

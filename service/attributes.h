@@ -6,8 +6,6 @@
 
 namespace tavdsrv {
 
-inline constexpr std::int16_t kUsesUtf8 = 1049;
-
 // Number of whole items in `length` bytes of the attribute, held at 32767. A text is one item however long,
 // and so is the value of a number that the catalogue does not know.
 std::int16_t item_count(std::int16_t attribute, std::size_t length);

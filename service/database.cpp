@@ -5,13 +5,14 @@
 #include "attributes.h"
 #include "lasterror.h"
 #include "opening.h"
+#include "tavd/attributes.h"
 
 namespace tavdsrv {
 
 namespace {
 
 const Key& file_header_key() {
-  static const Key key = make_key("000", "FILEHEADER");
+  static const Key key = make_key(TAVD_FILEHEADER_CLASS, TAVD_FILEHEADER_ID);
   return key;
 }
 
@@ -118,7 +119,7 @@ bool Database::uses_utf8() {
   const std::lock_guard lock(mutex_);
   std::int16_t flag = 0;
   if (header != nullptr) {
-    const auto value = header->find(kUsesUtf8);
+    const auto value = header->find(TAVD_ATT_USES_UTF8);
     if (value.has_value() && value->size() >= sizeof flag) std::memcpy(&flag, value->data(), sizeof flag);
   }
   encoding_ = Encoding{flag == 1, data_version()};

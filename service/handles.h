@@ -5,10 +5,11 @@
 #include <memory>
 
 #include "database.h"
+#include "tavd/tavb.h"
 
 namespace tavdsrv {
 
-inline constexpr std::int16_t kNoDatabase = -1;
+inline constexpr std::int16_t kNoDatabase = TAVB_NO_DATABASE;
 
 // Takes the lowest free handle, 1 and up. Throws Failure when all are in use.
 std::int16_t add_handle(std::shared_ptr<Database> database);

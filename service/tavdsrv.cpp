@@ -14,8 +14,8 @@ using tavdsrv::Record;
 
 namespace {
 
-constexpr std::int32_t kFailed = -1;
-constexpr std::int32_t kTooSmall = -2;
+constexpr std::int32_t kFailed = TAVDSRV_FAILED;
+constexpr std::int32_t kTooSmall = TAVDSRV_NO_ROOM;
 
 // One step on a database, as a result code.
 template <typename Step>

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "codepage/codepage.h"
+#include "tavd/tavb.h"
 
 namespace tavdsrv {
 
@@ -16,10 +17,10 @@ struct Charset {
 };
 
 constexpr std::array kCharsets = std::to_array<Charset>({
-    {1, codepage::kUtf8},
-    {6, codepage::kWindows1257},
-    {7, codepage::kWindows1250},
-    {8, codepage::kWindows1251},
+    {TAVB_CHARSET_UTF8, codepage::kUtf8},
+    {TAVB_CHARSET_BALTIC, codepage::kWindows1257},
+    {TAVB_CHARSET_CENTRAL_EUROPEAN, codepage::kWindows1250},
+    {TAVB_CHARSET_CYRILLIC, codepage::kWindows1251},
 });
 
 const Charset* find_charset(std::int32_t number) {

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <charconv>
 
+#include "tavd/attributes.h"
 #include "tavd/flowdata.h"
+#include "tavd/tavfm.h"
 
 namespace tavdhost {
 
@@ -33,75 +35,106 @@ constexpr Column kParameter[] = {
 constexpr Column kFan[] = {{"qv", kFloat}, {"dp", kFloat}, {"aux", kFloat}};
 
 // An attribute's length is a signed 16-bit number of bytes.
-constexpr std::size_t kMostIds = 32767 / 30;
+constexpr std::size_t kMostIds = 32767 / TAVFM_ID_CHARS;
 constexpr std::size_t kTextLimit = 255;  // units of the buffers that product texts are read through
 
 constexpr const char* kIntegerExpected = "a whole number from -32768 to 32767";
 constexpr const char* kTextExpected = "a text";
 
 constexpr Attribute kAttributes[] = {
-    {1049, "usesUTF8", kSingle, kWord, 1, 1, kIntegerExpected},
-    {1102, "d", kList, kWord, 0, 80, "an array of diameters in mm"},
-    {1110, "shapedata", kList, kWord, 0, 50, "an array of the shape number and its dimensions in mm"},
-    {1150, "sizingmode", kSingle, kWord, 1, 1, kIntegerExpected},
-    {1302, "lwsizecoef", kSingle, kNumber, 1, 1, "a number"},
-    {1501, "pcode_alt2", kWide, {}, 0, kTextLimit, kTextExpected},
-    {1503, "szManu", kText, {}, 0, 99, kTextExpected},
-    {1505, "pcode_alt1", kWide, {}, 0, kTextLimit, kTextExpected},
-    {1511, "szStruct", kText, {}, 0, 255, kTextExpected},
-    {1513, "installationdef", kText, {}, 0, 79, kTextExpected},
-    {1514, "parnames", kText, {}, 0, 79, "a text, the names separated by a comma"},
-    {1525, "tvmAtt", kText, {}, 0, 39, kTextExpected},
-    {1604, "memberids", kList, kIdOnly, 0, kMostIds, "an array of object ids"},
-    {1649, "hdd", kRecord, kOldHeader, 1, 1, "an object with kind, b, qvmin, qvmax, dpmin, dpmax"},
-    {1650, "flowheader", kRecord, kFlowHeader, 1, 1, "an object with kind, b, h, qvmin, qvmax, dpmin, dpmax"},
-    {1651, "qvdpref", kRecord, kReference, 1, 1, "an object with qvref, dpref"},
-    {1652, "damperpoints", kRows, kDamper, 0, TAVD_DAMPER_ROWS, "an array of rows [pos, qv, dp]"},
-    {1653, "lwpoints", kRows, kSound, 0, TAVD_LW_ROWS, "an array of rows [qv, dp, [8 bands]]"},
-    {1654, "dlw", kSingle, kBandsOnly, 1, 1, "an array of 8 bands"},
-    {1655, "dlwpoints", kRows, kAttenuation, 0, TAVD_DLW_ROWS, "an array of rows [pos, [8 bands]]"},
-    {1657, "qvdppoints", kRows, kFlowPoint, 0, TAVD_QVDP_ROWS, "an array of rows [qv, dp]"},
-    {1658, "QvDpLimits", kRecord, kLimits, 1, 1, "an object with qvmin, qvmax, dpmin, dpmax"},
-    {1659, "qvL2", kRows, kThrow, 0, TAVD_QVL2_ROWS, "an array of rows [qv, L2]"},
-    {1660, "parL2", kRows, kParameterThrow, 0, TAVD_PARL2_ROWS, "an array of rows [value, qv, L2]"},
-    {1661, "par1table", kRows, kParameter, 0, TAVD_PARAMETER_ROWS,
+    {TAVD_ATT_USES_UTF8, "usesUTF8", kSingle, kWord, 1, 1, kIntegerExpected},
+    {TAVD_ATT_DIAMETERS, "d", kList, kWord, 0, TAVD_DIAMETER_ITEMS, "an array of diameters in mm"},
+    {TAVD_ATT_SHAPE_DATA, "shapedata", kList, kWord, 0, TAVD_SHAPE_ITEMS,
+     "an array of the shape number and its dimensions in mm"},
+    {TAVD_ATT_SIZING_MODE, "sizingmode", kSingle, kWord, 1, 1, kIntegerExpected},
+    {TAVD_ATT_LW_SIZE_COEF, "lwsizecoef", kSingle, kNumber, 1, 1, "a number"},
+    {TAVD_ATT_CODE_THIRD, "pcode_alt2", kWide, {}, 0, kTextLimit, kTextExpected},
+    {TAVD_ATT_MAKER, "szManu", kText, {}, 0, TAVD_MAKER_BYTES, kTextExpected},
+    {TAVD_ATT_CODE_SECOND, "pcode_alt1", kWide, {}, 0, kTextLimit, kTextExpected},
+    {TAVD_ATT_ID_TEMPLATE, "szStruct", kText, {}, 0, TAVD_ID_TEMPLATE_BYTES - 1, kTextExpected},
+    {TAVD_ATT_INSTALLATION, "installationdef", kText, {}, 0, TAVFM_INSTALLATION_CHARS - 1, kTextExpected},
+    {TAVD_ATT_PAR_NAMES,
+     "parnames",
+     kText,
+     {},
+     0,
+     TAVD_PAR_NAMES_BYTES - 1,
+     "a text, the names separated by a comma"},
+    {TAVD_ATT_MODEL_ID, "tvmAtt", kText, {}, 0, TAVD_MODEL_ID_BYTES, kTextExpected},
+    {TAVD_ATT_MEMBER_IDS, "memberids", kList, kIdOnly, 0, kMostIds, "an array of object ids"},
+    {TAVD_ATT_OLD_HEADER, "hdd", kRecord, kOldHeader, 1, 1,
+     "an object with kind, b, qvmin, qvmax, dpmin, dpmax"},
+    {TAVD_ATT_FLOW_HEADER, "flowheader", kRecord, kFlowHeader, 1, 1,
+     "an object with kind, b, h, qvmin, qvmax, dpmin, dpmax"},
+    {TAVD_ATT_QVDP_REF, "qvdpref", kRecord, kReference, 1, 1, "an object with qvref, dpref"},
+    {TAVD_ATT_DAMPER_POINTS, "damperpoints", kRows, kDamper, 0, TAVD_DAMPER_ROWS,
+     "an array of rows [pos, qv, dp]"},
+    {TAVD_ATT_LW_POINTS, "lwpoints", kRows, kSound, 0, TAVD_LW_ROWS, "an array of rows [qv, dp, [8 bands]]"},
+    {TAVD_ATT_DLW, "dlw", kSingle, kBandsOnly, 1, 1, "an array of 8 bands"},
+    {TAVD_ATT_DLW_POINTS, "dlwpoints", kRows, kAttenuation, 0, TAVD_DLW_ROWS,
+     "an array of rows [pos, [8 bands]]"},
+    {TAVD_ATT_QVDP_POINTS, "qvdppoints", kRows, kFlowPoint, 0, TAVD_QVDP_ROWS, "an array of rows [qv, dp]"},
+    {TAVD_ATT_QVDP_LIMITS, "QvDpLimits", kRecord, kLimits, 1, 1, "an object with qvmin, qvmax, dpmin, dpmax"},
+    {TAVD_ATT_QV_L2, "qvL2", kRows, kThrow, 0, TAVD_QVL2_ROWS, "an array of rows [qv, L2]"},
+    {TAVD_ATT_PAR_L2, "parL2", kRows, kParameterThrow, 0, TAVD_PARL2_ROWS,
+     "an array of rows [value, qv, L2]"},
+    {TAVD_ATT_PAR1_TABLE, "par1table", kRows, kParameter, 0, TAVD_PARAMETER_ROWS,
      "an array of rows [value, dk, dlw, ddlw, factor]"},
-    {1662, "par2table", kRows, kParameter, 0, TAVD_PARAMETER_ROWS,
+    {TAVD_ATT_PAR2_TABLE, "par2table", kRows, kParameter, 0, TAVD_PARAMETER_ROWS,
      "an array of rows [value, dk, dlw, ddlw, factor]"},
-    {1666, "fancurve", kRows, kFan, 0, TAVD_FAN_ROWS, "an array of rows [qv, dp, aux]"},
-    {1669, "tvmAtt2", kText, {}, 0, 39, kTextExpected},
-    {1670, "intpair", kList, kWord, 2, 2, "an array of two whole numbers"},
-    {1671, "floatpair", kList, kNumber, 2, 2, "an array of two numbers"},
-    {1674, "att1674", kWide, {}, 0, kTextLimit, kTextExpected},
+    {TAVD_ATT_FAN_CURVE, "fancurve", kRows, kFan, 0, TAVD_FAN_ROWS, "an array of rows [qv, dp, aux]"},
+    {TAVD_ATT_MODEL_ID_SECOND, "tvmAtt2", kText, {}, 0, TAVD_MODEL_ID_BYTES, kTextExpected},
+    {TAVD_ATT_INT_PAIR, "intpair", kList, kWord, 2, 2, "an array of two whole numbers"},
+    {TAVD_ATT_FLOAT_PAIR, "floatpair", kList, kNumber, 2, 2, "an array of two numbers"},
+    {TAVD_ATT_TEXT_1674, "att1674", kWide, {}, 0, kTextLimit, kTextExpected},
 };
 
 constexpr Attribute kGroupText = {0, "", kWide, {}, 0, kTextLimit, kTextExpected};
 
 constexpr GroupText kCodes[] = {
-    {1562, "default"}, {9500, "FIN"}, {9501, "SWE"}, {9502, "GBR"}, {9503, "DEU"}, {9504, "NOR"},
-    {9505, "FRA"},     {9506, "ESP"}, {9507, "ITA"}, {9508, "POL"}, {9509, "DNK"}, {9510, "CZE"},
-    {9511, "PRT"},     {9512, "HUN"}, {9513, "NLD"}, {9514, "ISL"}, {9515, "EST"}, {9516, "LTU"},
-    {9517, "LVA"},     {9518, "RUS"}, {9520, "SVK"}, {9521, "BGR"}, {9522, "ROU"}, {9523, "BIH"},
-    {9524, "HRV"},     {9525, "SVN"}, {9526, "CHN"}, {9527, "JPN"}, {9528, "TUR"}, {9530, "CHE"},
-    {9531, "UKR"},     {9532, "AUT"}, {9533, "BEL"},
+    {TAVD_ATT_CODE_DEFAULT, "default"}, {TAVD_ATT_CODE_FIN, "FIN"}, {TAVD_ATT_CODE_SWE, "SWE"},
+    {TAVD_ATT_CODE_GBR, "GBR"},         {TAVD_ATT_CODE_DEU, "DEU"}, {TAVD_ATT_CODE_NOR, "NOR"},
+    {TAVD_ATT_CODE_FRA, "FRA"},         {TAVD_ATT_CODE_ESP, "ESP"}, {TAVD_ATT_CODE_ITA, "ITA"},
+    {TAVD_ATT_CODE_POL, "POL"},         {TAVD_ATT_CODE_DNK, "DNK"}, {TAVD_ATT_CODE_CZE, "CZE"},
+    {TAVD_ATT_CODE_PRT, "PRT"},         {TAVD_ATT_CODE_HUN, "HUN"}, {TAVD_ATT_CODE_NLD, "NLD"},
+    {TAVD_ATT_CODE_ISL, "ISL"},         {TAVD_ATT_CODE_EST, "EST"}, {TAVD_ATT_CODE_LTU, "LTU"},
+    {TAVD_ATT_CODE_LVA, "LVA"},         {TAVD_ATT_CODE_RUS, "RUS"}, {TAVD_ATT_CODE_SVK, "SVK"},
+    {TAVD_ATT_CODE_BGR, "BGR"},         {TAVD_ATT_CODE_ROU, "ROU"}, {TAVD_ATT_CODE_BIH, "BIH"},
+    {TAVD_ATT_CODE_HRV, "HRV"},         {TAVD_ATT_CODE_SVN, "SVN"}, {TAVD_ATT_CODE_CHN, "CHN"},
+    {TAVD_ATT_CODE_JPN, "JPN"},         {TAVD_ATT_CODE_TUR, "TUR"}, {TAVD_ATT_CODE_CHE, "CHE"},
+    {TAVD_ATT_CODE_UKR, "UKR"},         {TAVD_ATT_CODE_AUT, "AUT"}, {TAVD_ATT_CODE_BEL, "BEL"},
 };
 
 constexpr GroupText kWeblinks[] = {
-    {8529, "default"}, {8500, "FIN"}, {8501, "SWE"}, {8502, "GBR"}, {8503, "DEU"}, {8504, "NOR"},
-    {8505, "FRA"},     {8506, "ESP"}, {8507, "ITA"}, {8508, "POL"}, {8509, "DNK"}, {8510, "CZE"},
-    {8511, "PRT"},     {8512, "HUN"}, {8513, "NLD"}, {8514, "ISL"}, {8515, "EST"}, {8516, "LTU"},
-    {8517, "LVA"},     {8518, "RUS"}, {8520, "SVK"}, {8521, "BGR"}, {8522, "ROU"}, {8523, "BIH"},
-    {8524, "HRV"},     {8525, "SVN"}, {8526, "CHN"}, {8527, "JPN"}, {8528, "TUR"}, {8530, "CHE"},
-    {8531, "UKR"},     {8532, "AUT"}, {8533, "BEL"},
+    {TAVD_ATT_WEBLINK_DEFAULT, "default"}, {TAVD_ATT_WEBLINK_FIN, "FIN"}, {TAVD_ATT_WEBLINK_SWE, "SWE"},
+    {TAVD_ATT_WEBLINK_GBR, "GBR"},         {TAVD_ATT_WEBLINK_DEU, "DEU"}, {TAVD_ATT_WEBLINK_NOR, "NOR"},
+    {TAVD_ATT_WEBLINK_FRA, "FRA"},         {TAVD_ATT_WEBLINK_ESP, "ESP"}, {TAVD_ATT_WEBLINK_ITA, "ITA"},
+    {TAVD_ATT_WEBLINK_POL, "POL"},         {TAVD_ATT_WEBLINK_DNK, "DNK"}, {TAVD_ATT_WEBLINK_CZE, "CZE"},
+    {TAVD_ATT_WEBLINK_PRT, "PRT"},         {TAVD_ATT_WEBLINK_HUN, "HUN"}, {TAVD_ATT_WEBLINK_NLD, "NLD"},
+    {TAVD_ATT_WEBLINK_ISL, "ISL"},         {TAVD_ATT_WEBLINK_EST, "EST"}, {TAVD_ATT_WEBLINK_LTU, "LTU"},
+    {TAVD_ATT_WEBLINK_LVA, "LVA"},         {TAVD_ATT_WEBLINK_RUS, "RUS"}, {TAVD_ATT_WEBLINK_SVK, "SVK"},
+    {TAVD_ATT_WEBLINK_BGR, "BGR"},         {TAVD_ATT_WEBLINK_ROU, "ROU"}, {TAVD_ATT_WEBLINK_BIH, "BIH"},
+    {TAVD_ATT_WEBLINK_HRV, "HRV"},         {TAVD_ATT_WEBLINK_SVN, "SVN"}, {TAVD_ATT_WEBLINK_CHN, "CHN"},
+    {TAVD_ATT_WEBLINK_JPN, "JPN"},         {TAVD_ATT_WEBLINK_TUR, "TUR"}, {TAVD_ATT_WEBLINK_CHE, "CHE"},
+    {TAVD_ATT_WEBLINK_UKR, "UKR"},         {TAVD_ATT_WEBLINK_AUT, "AUT"}, {TAVD_ATT_WEBLINK_BEL, "BEL"},
 };
 
 constexpr GroupText kDescriptions[] = {
-    {9550, "Finnish"},   {9551, "Swedish"},    {9552, "English"},   {9553, "German"},  {9554, "Norwegian"},
-    {9555, "French"},    {9556, "Spanish"},    {9557, "Italian"},   {9558, "Polish"},  {9559, "Danish"},
-    {9560, "Czech"},     {9561, "Portuguese"}, {9562, "Hungarian"}, {9563, "Dutch"},   {9564, "Icelandic"},
-    {9565, "Estonian"},  {9566, "Lithuanian"}, {9567, "Lettish"},   {9568, "Russian"}, {9569, "Flemish"},
-    {9570, "Slovak"},    {9571, "Bulgarian"},  {9572, "Romanian"},  {9573, "Bosnian"}, {9574, "Croatian"},
-    {9590, "Slovenian"}, {9591, "Arabic"},     {9592, "Japanese"},  {9593, "Chinese"}, {9594, "Turkish"},
+    {TAVD_ATT_DESCRIPTION_FINNISH, "Finnish"},       {TAVD_ATT_DESCRIPTION_SWEDISH, "Swedish"},
+    {TAVD_ATT_DESCRIPTION_ENGLISH, "English"},       {TAVD_ATT_DESCRIPTION_GERMAN, "German"},
+    {TAVD_ATT_DESCRIPTION_NORWEGIAN, "Norwegian"},   {TAVD_ATT_DESCRIPTION_FRENCH, "French"},
+    {TAVD_ATT_DESCRIPTION_SPANISH, "Spanish"},       {TAVD_ATT_DESCRIPTION_ITALIAN, "Italian"},
+    {TAVD_ATT_DESCRIPTION_POLISH, "Polish"},         {TAVD_ATT_DESCRIPTION_DANISH, "Danish"},
+    {TAVD_ATT_DESCRIPTION_CZECH, "Czech"},           {TAVD_ATT_DESCRIPTION_PORTUGUESE, "Portuguese"},
+    {TAVD_ATT_DESCRIPTION_HUNGARIAN, "Hungarian"},   {TAVD_ATT_DESCRIPTION_DUTCH, "Dutch"},
+    {TAVD_ATT_DESCRIPTION_ICELANDIC, "Icelandic"},   {TAVD_ATT_DESCRIPTION_ESTONIAN, "Estonian"},
+    {TAVD_ATT_DESCRIPTION_LITHUANIAN, "Lithuanian"}, {TAVD_ATT_DESCRIPTION_LETTISH, "Lettish"},
+    {TAVD_ATT_DESCRIPTION_RUSSIAN, "Russian"},       {TAVD_ATT_DESCRIPTION_FLEMISH, "Flemish"},
+    {TAVD_ATT_DESCRIPTION_SLOVAK, "Slovak"},         {TAVD_ATT_DESCRIPTION_BULGARIAN, "Bulgarian"},
+    {TAVD_ATT_DESCRIPTION_ROMANIAN, "Romanian"},     {TAVD_ATT_DESCRIPTION_BOSNIAN, "Bosnian"},
+    {TAVD_ATT_DESCRIPTION_CROATIAN, "Croatian"},     {TAVD_ATT_DESCRIPTION_SLOVENIAN, "Slovenian"},
+    {TAVD_ATT_DESCRIPTION_ARABIC, "Arabic"},         {TAVD_ATT_DESCRIPTION_JAPANESE, "Japanese"},
+    {TAVD_ATT_DESCRIPTION_CHINESE, "Chinese"},       {TAVD_ATT_DESCRIPTION_TURKISH, "Turkish"},
 };
 
 constexpr TextGroup kGroups[] = {
@@ -123,7 +156,7 @@ std::size_t column_size(ColumnType type) {
     case kValue:
       return TAVD_PARAMETER_CHARS;
     case kId:
-      return 30;
+      return TAVFM_ID_CHARS;
   }
   return 0;
 }

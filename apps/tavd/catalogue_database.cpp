@@ -18,6 +18,7 @@
 #include "platform.h"
 #include "progress.h"
 #include "record_layout.h"
+#include "tavd/attributes.h"
 #include "tavd/tavdsrv.h"
 #include "text.h"
 
@@ -64,9 +65,12 @@ void store_encoding(const Database& database, const TextCodec& codec, const Pars
       if (!is_file_header(*product)) continue;
       Faults told_later;
       const auto header = read_entry(codec, source, *product, told_later);
-      if (!header || !header->attributes.contains(kUsesUtf8)) continue;
-      store(database,
-            {header->class_id, header->object_id, {{kUsesUtf8, header->attributes.at(kUsesUtf8)}}, {}, {}});
+      if (!header || !header->attributes.contains(TAVD_ATT_USES_UTF8)) continue;
+      store(database, {header->class_id,
+                       header->object_id,
+                       {{TAVD_ATT_USES_UTF8, header->attributes.at(TAVD_ATT_USES_UTF8)}},
+                       {},
+                       {}});
     }
   }
 }

@@ -7,15 +7,18 @@
 #include <iterator>
 #include <vector>
 
+#include "tavd/attributes.h"
 #include "tavd/tavdsrv.h"
 
 namespace tavdhost {
 
 namespace {
 
+// Any text attribute serves: the charset is named at each read.
+constexpr std::int16_t kScratchAttribute = TAVD_ATT_CODE_DEFAULT;
+
 using WideText = std::basic_string<tavd_wchar>;
 
-constexpr std::int16_t kScratchAttribute = 1562;
 constexpr std::size_t kBytesPerUnit = 4;  // at most, in any charset of the service
 constexpr char kHexDigits[] = "0123456789abcdef";
 
@@ -33,11 +36,13 @@ std::optional<WideText> widen(const std::string& utf8) {
   return wide;
 }
 
+constexpr int kNoDigit = -1;
+
 int hex_value(char c) {
   if (c >= '0' && c <= '9') return c - '0';
   if (c >= 'a' && c <= 'f') return c - 'a' + 10;
   if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-  return -1;
+  return kNoDigit;
 }
 
 void append_escape(std::string& text, char32_t character) {
@@ -47,7 +52,7 @@ void append_escape(std::string& text, char32_t character) {
 
 }  // namespace
 
-TextCodec::TextCodec(std::int16_t db) : db_(db), scratch_(tavdsrv_newrec("000", "TEXT")) {}
+TextCodec::TextCodec(std::int16_t db) : db_(db), scratch_(tavdsrv_newrec(TAVD_FILEHEADER_CLASS, "TEXT")) {}
 
 std::optional<std::string> TextCodec::encode(int charset, const std::string& utf8) const {
   const auto wide = widen(utf8);

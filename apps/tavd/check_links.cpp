@@ -6,6 +6,7 @@
 #include "families.h"
 #include "layers.h"
 #include "record_layout.h"
+#include "tavd/attributes.h"
 #include "text.h"
 
 namespace tavdhost {
@@ -30,8 +31,8 @@ std::string product_prefix(const std::string& id) {
 }  // namespace
 
 bool is_layer(const Entry& entry) {
-  const int mode = word_of(entry, kSizingMode);
-  return mode == kLayeredMain || mode == kLayeredSub;
+  const int mode = word_of(entry, TAVD_ATT_SIZING_MODE);
+  return mode == TAVD_SIZING_MAIN_LAYER || mode == TAVD_SIZING_SUB_LAYER;
 }
 
 void LinkCheck::check(const Record& record, const Entry& entry, Findings& findings) {
@@ -39,20 +40,20 @@ void LinkCheck::check(const Record& record, const Entry& entry, Findings& findin
   check_header(entry, findings);
   if (key.class_id == kModelClass) models_.push_back(key.object_id);
   if (!is_product_class(key.class_id)) return;
-  const int mode = word_of(entry, kSizingMode);
+  const int mode = word_of(entry, TAVD_ATT_SIZING_MODE);
   switch (mode) {
-    case kSingleProduct:
+    case TAVD_SIZING_SINGLE:
       break;
-    case kFamilyByPattern:
-    case kFamilyByList:
+    case TAVD_SIZING_PATTERN:
+    case TAVD_SIZING_LIST:
       check_family(record, key, findings);
       break;
-    case kLayeredMain:
-    case kLayeredSub:
+    case TAVD_SIZING_MAIN_LAYER:
+    case TAVD_SIZING_SUB_LAYER:
       check_layers(mode, key, findings);
       break;
     default:
-      findings.add(kSizingMode, 0, "0, 1, 2, 10 or 11", std::to_string(mode));
+      findings.add(TAVD_ATT_SIZING_MODE, 0, "0, 1, 2, 10 or 11", std::to_string(mode));
   }
   check_model(record, entry, findings);
 }
@@ -60,58 +61,60 @@ void LinkCheck::check(const Record& record, const Entry& entry, Findings& findin
 void LinkCheck::check_header(const Entry& entry, Findings& findings) {
   const bool is_header = entry.class_id == kFileHeaderClass && entry.object_id == kFileHeaderId;
   has_header_ = has_header_ || is_header;
-  if (!entry.attributes.contains(kUsesUtf8)) return;
-  const int encoding = word_of(entry, kUsesUtf8);
+  if (!entry.attributes.contains(TAVD_ATT_USES_UTF8)) return;
+  const int encoding = word_of(entry, TAVD_ATT_USES_UTF8);
   if (!is_header) {
-    findings.add(kUsesUtf8, 0, "this on the file header only", std::to_string(encoding));
+    findings.add(TAVD_ATT_USES_UTF8, 0, "this on the file header only", std::to_string(encoding));
   } else if (encoding < 0 || encoding > kMostEncodings) {
-    findings.add(kUsesUtf8, 0, "0 or 2 for windows-1252, or 1 for UTF-8", std::to_string(encoding));
+    findings.add(TAVD_ATT_USES_UTF8, 0, "0 or 2 for windows-1252, or 1 for UTF-8", std::to_string(encoding));
   }
 }
 
 void LinkCheck::check_family(const Record& record, const RecordKey& key, Findings& findings) const {
   const Family family = read_family(database_, record);
-  if (family.mode == kFamilyByPattern && key.object_id.find('*') == std::string::npos) {
-    findings.add(kSizingMode, 0, "a * in the id of a main record with sizing mode 1",
+  if (family.mode == TAVD_SIZING_PATTERN && key.object_id.find('*') == std::string::npos) {
+    findings.add(TAVD_ATT_SIZING_MODE, 0, "a * in the id of a main record with sizing mode 1",
                  printable(key.object_id));
     return;
   }
   for (const std::string& id : family.missing) {
-    findings.add(kMemberIds, 0, "only ids that are in the database", in_quotes(id));
+    findings.add(TAVD_ATT_MEMBER_IDS, 0, "only ids that are in the database", in_quotes(id));
   }
   std::set<std::string> known;
   for (const FamilySize& size : family.sizes) {
     if (!known.insert(size.key.object_id).second) {
-      findings.add(kMemberIds, 0, "each id once", in_quotes(size.key.object_id) + " twice");
+      findings.add(TAVD_ATT_MEMBER_IDS, 0, "each id once", in_quotes(size.key.object_id) + " twice");
     }
-    if (size.key == key) findings.add(kMemberIds, 0, "ids of sizes", "the main record itself");
+    if (size.key == key) findings.add(TAVD_ATT_MEMBER_IDS, 0, "ids of sizes", "the main record itself");
   }
   if (family.sizes.empty()) {
-    const bool by_list = family.mode == kFamilyByList;
-    findings.add(by_list ? kMemberIds : kSizingMode, 0,
+    const bool by_list = family.mode == TAVD_SIZING_LIST;
+    findings.add(by_list ? TAVD_ATT_MEMBER_IDS : TAVD_ATT_SIZING_MODE, 0,
                  by_list ? "ids of the sizes" : "records whose ids fit that of the main record", "none");
   }
 }
 
 void LinkCheck::check_layers(int mode, const RecordKey& key, Findings& findings) const {
   if (!has_separator(key.object_id)) {
-    findings.add(kSizingMode, 0, "an id with \"-\" or \"+\" between its fields", printable(key.object_id));
+    findings.add(TAVD_ATT_SIZING_MODE, 0, "an id with \"-\" or \"+\" between its fields",
+                 printable(key.object_id));
     return;
   }
   try {
     Layers layers(database_, key.class_id, key.object_id);
     if (layers.main_id().empty()) {
       findings.add(
-          kSizingMode, 0,
+          TAVD_ATT_SIZING_MODE, 0,
           "a main record, sizing mode 10, whose id begins with " + in_quotes(product_prefix(key.object_id)),
           "none");
-    } else if (mode == kLayeredSub && !layers.adjust(key.object_id)) {
-      findings.add(kSizingMode, 0, "an id that fits that of the main record, " + in_quotes(layers.main_id()),
+    } else if (mode == TAVD_SIZING_SUB_LAYER && !layers.adjust(key.object_id)) {
+      findings.add(TAVD_ATT_SIZING_MODE, 0,
+                   "an id that fits that of the main record, " + in_quotes(layers.main_id()),
                    printable(key.object_id));
     }
   } catch (const UserError&) {
-    if (mode == kLayeredMain) {
-      findings.add(kSizingMode, 0,
+    if (mode == TAVD_SIZING_MAIN_LAYER) {
+      findings.add(TAVD_ATT_SIZING_MODE, 0,
                    "one main record whose id begins with " + in_quotes(product_prefix(key.object_id)), "two");
     }
   }

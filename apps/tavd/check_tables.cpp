@@ -8,24 +8,13 @@
 #include "check.h"
 #include "numbers.h"
 #include "record_layout.h"
+#include "tavd/attributes.h"
 #include "tavd/tavca.h"
 #include "text.h"
 
 namespace tavdhost {
 
 namespace {
-
-constexpr std::int16_t kOldHeader = 1649;
-constexpr std::int16_t kHeader = 1650;
-constexpr std::int16_t kReference = 1651;
-constexpr std::int16_t kDamperPoints = 1652;
-constexpr std::int16_t kSoundPoints = 1653;
-constexpr std::int16_t kAttenuationPoints = 1655;
-constexpr std::int16_t kFlowPoints = 1657;
-constexpr std::int16_t kFanLimits = 1658;
-constexpr std::int16_t kThrowPoints = 1659;
-constexpr std::int16_t kParameterThrow = 1660;
-constexpr std::int16_t kFanCurve = 1666;
 
 constexpr double kSameResistance = 0.1;  // part of a curve's resistance by which its rows may differ
 constexpr float kSameFlow = 0.1F;        // l/s by which the rows of one flow may differ
@@ -39,14 +28,14 @@ struct CurveOfKind {
 };
 
 constexpr CurveOfKind kCurves[] = {
-    {10, kReference, "a reference point"},
-    {11, kReference, "a reference point"},
-    {12, kFlowPoints, "a pressure curve"},
-    {13, 0, ""},
-    {20, kDamperPoints, "damper settings"},
-    {22, kDamperPoints, "damper settings"},
-    {30, 0, ""},
-    {40, kFanCurve, "a fan curve"},
+    {TAVD_KIND_RESISTANCE, TAVD_ATT_QVDP_REF, "a reference point"},
+    {TAVD_KIND_RESISTANCE_VELOCITY, TAVD_ATT_QVDP_REF, "a reference point"},
+    {TAVD_KIND_RESISTANCE_POINTS, TAVD_ATT_QVDP_POINTS, "a pressure curve"},
+    {TAVD_KIND_LIMITS, 0, ""},
+    {TAVD_KIND_DAMPER, TAVD_ATT_DAMPER_POINTS, "damper settings"},
+    {TAVD_KIND_DAMPER_VELOCITY, TAVD_ATT_DAMPER_POINTS, "damper settings"},
+    {TAVD_KIND_RANGE, 0, ""},
+    {TAVD_KIND_FAN, TAVD_ATT_FAN_CURVE, "a fan curve"},
 };
 
 template <typename Row, std::size_t N>
@@ -118,7 +107,8 @@ void TableCheck::limits(std::int16_t attribute, bool from_zero) {
 }
 
 void TableCheck::header() {
-  const std::int16_t attribute = entry_.attributes.contains(kHeader) ? kHeader : kOldHeader;
+  const std::int16_t attribute =
+      entry_.attributes.contains(TAVD_ATT_FLOW_HEADER) ? TAVD_ATT_FLOW_HEADER : TAVD_ATT_OLD_HEADER;
   const int kind = flow_.kind;
   const bool known =
       std::ranges::any_of(kCurves, [&](const CurveOfKind& curve) { return curve.kind == kind; });
@@ -128,8 +118,10 @@ void TableCheck::header() {
   }
   if (flow_.b <= 0) add(attribute, 0, "a width or diameter above 0 mm", std::to_string(flow_.b));
   if (flow_.h < 0) add(attribute, 0, "a height above 0 mm, or 0 for a round duct", std::to_string(flow_.h));
-  const bool is_fan = kind == 40;
-  limits(is_fan && entry_.attributes.contains(kFanLimits) ? kFanLimits : attribute, is_fan);
+  const bool is_fan = kind == TAVD_KIND_FAN;
+  limits(is_fan && entry_.attributes.contains(TAVD_ATT_QVDP_LIMITS) ? std::int16_t{TAVD_ATT_QVDP_LIMITS}
+                                                                    : attribute,
+         is_fan);
 }
 
 void TableCheck::curve() {
@@ -147,8 +139,8 @@ void TableCheck::curve() {
 
 void TableCheck::reference() {
   if (flow_.nref == 0) return;
-  positive(kReference, 0, "a flow", flow_.qvref);
-  positive(kReference, 0, "a pressure", flow_.dpref);
+  positive(TAVD_ATT_QVDP_REF, 0, "a flow", flow_.qvref);
+  positive(TAVD_ATT_QVDP_REF, 0, "a pressure", flow_.dpref);
 }
 
 void TableCheck::damper() {
@@ -156,11 +148,11 @@ void TableCheck::damper() {
   double before = HUGE_VAL;
   for (std::size_t i = 0; i < rows.size(); ++i) {
     const DamperPoint& row = rows[i];
-    const bool good = positive(kDamperPoints, i + 1, "a flow", row.qv);
-    if (!positive(kDamperPoints, i + 1, "a pressure", row.dp) || !good) continue;
+    const bool good = positive(TAVD_ATT_DAMPER_POINTS, i + 1, "a flow", row.qv);
+    if (!positive(TAVD_ATT_DAMPER_POINTS, i + 1, "a pressure", row.dp) || !good) continue;
     const double resistance = double{row.dp} / (double{row.qv} * double{row.qv});
     if (resistance >= before) {
-      add(kDamperPoints, i + 1, "less resistance than the row before, most throttled first",
+      add(TAVD_ATT_DAMPER_POINTS, i + 1, "less resistance than the row before, most throttled first",
           brief(static_cast<float>(resistance)) + " after " + brief(static_cast<float>(before)) +
               " Pa/flow2");
     }
@@ -168,7 +160,7 @@ void TableCheck::damper() {
     if (i == 0) continue;
     const bool table_rises = rows.back().pos > rows.front().pos;
     if (table_rises ? !(row.pos > rows[i - 1].pos) : !(row.pos < rows[i - 1].pos)) {
-      add(kDamperPoints, i + 1, "settings that rise, or that fall, from row to row",
+      add(TAVD_ATT_DAMPER_POINTS, i + 1, "settings that rise, or that fall, from row to row",
           shortest(row.pos) + " after " + shortest(rows[i - 1].pos));
     }
   }
@@ -177,40 +169,41 @@ void TableCheck::damper() {
 void TableCheck::pressure_curve() {
   const auto rows = rows_of(flow_.qvdppoints, flow_.nqvdp);
   for (std::size_t i = 0; i < rows.size(); ++i) {
-    positive(kFlowPoints, i + 1, "a flow", rows[i].qv);
-    positive(kFlowPoints, i + 1, "a pressure", rows[i].dp);
+    positive(TAVD_ATT_QVDP_POINTS, i + 1, "a flow", rows[i].qv);
+    positive(TAVD_ATT_QVDP_POINTS, i + 1, "a pressure", rows[i].dp);
     if (i == 0) continue;
-    rises(kFlowPoints, i + 1, "a flow", rows[i - 1].qv, rows[i].qv);
-    rises(kFlowPoints, i + 1, "a pressure", rows[i - 1].dp, rows[i].dp);
+    rises(TAVD_ATT_QVDP_POINTS, i + 1, "a flow", rows[i - 1].qv, rows[i].qv);
+    rises(TAVD_ATT_QVDP_POINTS, i + 1, "a pressure", rows[i - 1].dp, rows[i].dp);
   }
 }
 
 void TableCheck::fan() {
   const auto rows = rows_of(flow_.fancurve, flow_.nfan);
-  for (std::size_t i = 1; i < rows.size(); ++i) rises(kFanCurve, i + 1, "a flow", rows[i - 1].qv, rows[i].qv);
+  for (std::size_t i = 1; i < rows.size(); ++i)
+    rises(TAVD_ATT_FAN_CURVE, i + 1, "a flow", rows[i - 1].qv, rows[i].qv);
 }
 
 void TableCheck::sound() {
   const auto rows = rows_of(flow_.lwpoints, flow_.nlw);
   if (rows.empty()) return;
-  if (rows.size() < 2) add(kSoundPoints, 0, "at least 2 rows", "1");
+  if (rows.size() < 2) add(TAVD_ATT_LW_POINTS, 0, "at least 2 rows", "1");
   for (std::size_t i = 0; i < rows.size(); ++i) {
-    const bool good = positive(kSoundPoints, i + 1, "a flow", rows[i].qv);
-    if (!positive(kSoundPoints, i + 1, "a pressure", rows[i].dp) || !good) return;
+    const bool good = positive(TAVD_ATT_LW_POINTS, i + 1, "a flow", rows[i].qv);
+    if (!positive(TAVD_ATT_LW_POINTS, i + 1, "a pressure", rows[i].dp) || !good) return;
   }
   switch (flow_.kind) {
-    case 10:
-    case 11:
-    case 12:
+    case TAVD_KIND_RESISTANCE:
+    case TAVD_KIND_RESISTANCE_VELOCITY:
+    case TAVD_KIND_RESISTANCE_POINTS:
       sound_along_flow(rows);
       break;
-    case 13:
-    case 20:
-    case 22:
+    case TAVD_KIND_LIMITS:
+    case TAVD_KIND_DAMPER:
+    case TAVD_KIND_DAMPER_VELOCITY:
       sound_curves(rows);
       break;
-    case 30:
-    case 40:
+    case TAVD_KIND_RANGE:
+    case TAVD_KIND_FAN:
       sound_flows(rows);
       break;
     default:
@@ -220,7 +213,7 @@ void TableCheck::sound() {
 
 void TableCheck::sound_along_flow(const std::vector<LwPoint>& rows) {
   for (std::size_t i = 1; i < rows.size(); ++i)
-    rises(kSoundPoints, i + 1, "a flow", rows[i - 1].qv, rows[i].qv);
+    rises(TAVD_ATT_LW_POINTS, i + 1, "a flow", rows[i - 1].qv, rows[i].qv);
 }
 
 // Rows belong together whose resistance is that of the curve's first row within 10 %.
@@ -234,7 +227,7 @@ void TableCheck::sound_curves(const std::vector<LwPoint>& rows) {
     curve_of.push_back(static_cast<std::size_t>(known - resistances.begin()));
     if (known != resistances.end()) continue;
     if (!resistances.empty() && k > resistances.back()) {
-      add(kSoundPoints, i + 1, "curves from the highest resistance down",
+      add(TAVD_ATT_LW_POINTS, i + 1, "curves from the highest resistance down",
           brief(static_cast<float>(k)) + " after " + brief(static_cast<float>(resistances.back())) +
               " Pa/flow2");
     }
@@ -252,7 +245,7 @@ void TableCheck::sound_flows(const std::vector<LwPoint>& rows) {
         std::ranges::find_if(flows, [&](float other) { return std::abs(qv - other) < kSameFlow; });
     flow_of.push_back(static_cast<std::size_t>(known - flows.begin()));
     if (known != flows.end()) continue;
-    if (!flows.empty()) rises(kSoundPoints, i + 1, "a flow", flows.back(), qv);
+    if (!flows.empty()) rises(TAVD_ATT_LW_POINTS, i + 1, "a flow", flows.back(), qv);
     flows.push_back(qv);
   }
   sound_groups(rows, flow_of, flows.size(), "flow");
@@ -261,9 +254,9 @@ void TableCheck::sound_flows(const std::vector<LwPoint>& rows) {
 // At least two groups of at least two rows, whose pressures rise.
 void TableCheck::sound_groups(const std::vector<LwPoint>& rows, const std::vector<std::size_t>& group,
                               std::size_t groups, const char* what) {
-  if (groups < 2) add(kSoundPoints, 0, std::string("rows of more than one ") + what, "one");
+  if (groups < 2) add(TAVD_ATT_LW_POINTS, 0, std::string("rows of more than one ") + what, "one");
   if (groups > kMostCurves) {
-    add(kSoundPoints, 0, "rows of at most " + std::to_string(kMostCurves) + " of " + what,
+    add(TAVD_ATT_LW_POINTS, 0, "rows of at most " + std::to_string(kMostCurves) + " of " + what,
         std::to_string(groups));
   }
   std::vector<std::size_t> counts(groups);
@@ -271,43 +264,44 @@ void TableCheck::sound_groups(const std::vector<LwPoint>& rows, const std::vecto
   for (std::size_t i = 0; i < rows.size(); ++i) {
     const std::size_t g = group[i];
     if (counts[g]++ > 0 && !(rows[i].dp > before[g])) {
-      add(kSoundPoints, i + 1, std::string("pressures that rise within each ") + what,
+      add(TAVD_ATT_LW_POINTS, i + 1, std::string("pressures that rise within each ") + what,
           shortest(rows[i].dp) + " after " + shortest(before[g]));
     }
     before[g] = rows[i].dp;
   }
   for (std::size_t g = 0; g < groups; ++g) {
     const auto first = static_cast<std::size_t>(std::ranges::find(group, g) - group.begin());
-    if (counts[g] < 2) add(kSoundPoints, first + 1, std::string("at least 2 rows for each ") + what, "1");
+    if (counts[g] < 2)
+      add(TAVD_ATT_LW_POINTS, first + 1, std::string("at least 2 rows for each ") + what, "1");
   }
 }
 
 void TableCheck::attenuation() {
   const auto rows = rows_of(flow_.dlwpoints, flow_.ndlwpoints);
-  if (rows.size() > 1 && flow_.kind < 20) {
-    add(kAttenuationPoints, 0, "one row, as the attenuation of this kind follows nothing",
+  if (rows.size() > 1 && flow_.kind < TAVD_KIND_DAMPER) {
+    add(TAVD_ATT_DLW_POINTS, 0, "one row, as the attenuation of this kind follows nothing",
         std::to_string(rows.size()));
   }
-  const char* what = flow_.kind == 30 || flow_.kind == 40 ? "a flow" : "a setting";
+  const char* what = flow_.kind == TAVD_KIND_RANGE || flow_.kind == TAVD_KIND_FAN ? "a flow" : "a setting";
   for (std::size_t i = 1; i < rows.size(); ++i) {
-    rises(kAttenuationPoints, i + 1, what, rows[i - 1].pos, rows[i].pos);
+    rises(TAVD_ATT_DLW_POINTS, i + 1, what, rows[i - 1].pos, rows[i].pos);
   }
 }
 
 void TableCheck::throws() {
   const auto rows = rows_of(flow_.qvL2, flow_.nqvL2);
   for (std::size_t i = 0; i < rows.size(); ++i) {
-    positive(kThrowPoints, i + 1, "a flow", rows[i].qv);
-    positive(kThrowPoints, i + 1, "a throw", rows[i].L2);
-    if (i > 0) rises(kThrowPoints, i + 1, "a flow", rows[i - 1].qv, rows[i].qv);
+    positive(TAVD_ATT_QV_L2, i + 1, "a flow", rows[i].qv);
+    positive(TAVD_ATT_QV_L2, i + 1, "a throw", rows[i].L2);
+    if (i > 0) rises(TAVD_ATT_QV_L2, i + 1, "a flow", rows[i - 1].qv, rows[i].qv);
   }
   const auto by_value = rows_of(flow_.parL2, flow_.nparL2);
   for (std::size_t i = 0; i < by_value.size(); ++i) {
-    positive(kParameterThrow, i + 1, "a flow", by_value[i].qv);
-    positive(kParameterThrow, i + 1, "a throw", by_value[i].L2);
+    positive(TAVD_ATT_PAR_L2, i + 1, "a flow", by_value[i].qv);
+    positive(TAVD_ATT_PAR_L2, i + 1, "a throw", by_value[i].L2);
     const bool same =
         i > 0 && std::memcmp(by_value[i].value, by_value[i - 1].value, TAVD_PARAMETER_CHARS) == 0;
-    if (same) rises(kParameterThrow, i + 1, "a flow", by_value[i - 1].qv, by_value[i].qv);
+    if (same) rises(TAVD_ATT_PAR_L2, i + 1, "a flow", by_value[i - 1].qv, by_value[i].qv);
   }
 }
 

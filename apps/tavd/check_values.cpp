@@ -7,6 +7,7 @@
 #include "codes_text.h"
 #include "numbers.h"
 #include "record_layout.h"
+#include "tavd/attributes.h"
 #include "tavd/codes.h"
 #include "tavd/tavdf.h"
 #include "tavd/tavfm.h"
@@ -16,7 +17,6 @@ namespace tavdhost {
 
 namespace {
 
-constexpr std::int16_t kParameterNames = 1514;
 constexpr std::size_t kNameBytes = 9;  // of a parameter's name; more are cut
 constexpr std::size_t kTemplateRoom = 256;
 
@@ -112,17 +112,18 @@ void check_parameters(const Entry& entry, Findings& findings) {
     findings.add(kParameterTables[0], 0, "the first parameter's table, as there is a second", "none");
     return;
   }
-  const auto text = entry.attributes.find(kParameterNames);
+  const auto text = entry.attributes.find(TAVD_ATT_PAR_NAMES);
   const std::vector<std::string> names =
       text == entry.attributes.end() ? std::vector<std::string>{} : names_of(text->second);
   if (names.size() != tables) {
-    findings.add(kParameterNames, 0, counted(tables, "name") + ", one for each parameter table",
+    findings.add(TAVD_ATT_PAR_NAMES, 0, counted(tables, "name") + ", one for each parameter table",
                  counted(names.size(), "name"));
   }
   for (const std::string& name : names) {
-    if (trim_end(name).empty()) findings.add(kParameterNames, 0, "a name for each parameter", "an empty one");
+    if (trim_end(name).empty())
+      findings.add(TAVD_ATT_PAR_NAMES, 0, "a name for each parameter", "an empty one");
     if (name.size() > kNameBytes) {
-      findings.add(kParameterNames, 0, "names of at most " + counted(kNameBytes, "byte"), in_quotes(name));
+      findings.add(TAVD_ATT_PAR_NAMES, 0, "names of at most " + counted(kNameBytes, "byte"), in_quotes(name));
     }
   }
 }
@@ -146,7 +147,7 @@ void check_template(std::int16_t number, const std::string& text, const DuctSize
   if (result != 0) {
     findings.add(number, 0, "a template that suits a size of " + size_text(size) + " mm",
                  in_quotes(text) + ": " + template_text(result));
-  } else if (number == kProductIdTemplate && built.size() > kIdChars) {
+  } else if (number == TAVD_ATT_ID_TEMPLATE && built.size() > kIdChars) {
     findings.add(number, 0, "a product id of at most " + counted(kIdChars, "byte"), in_quotes(built));
   }
 }
@@ -169,7 +170,7 @@ void check_values(TextCodec& codec, const Entry& entry, Findings& findings) {
 void check_templates(TextCodec& codec, const Entry& entry, const DuctSize& size, Findings& findings) {
   if (size.b == 0) return;
   for (const auto& [number, bytes] : entry.attributes) {
-    if (number != kProductIdTemplate && !in_group(number, "code")) continue;
+    if (number != TAVD_ATT_ID_TEMPLATE && !in_group(number, "code")) continue;
     const auto text = codec.decode(tavdf_charsetId(number), bytes);
     if (text && text->find('{') != std::string::npos) check_template(number, *text, size, findings);
   }

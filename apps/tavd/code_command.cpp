@@ -16,6 +16,7 @@
 #include "product.h"
 #include "record_layout.h"
 #include "sheet.h"
+#include "tavd/attributes.h"
 #include "tavd/codes.h"
 #include "tavd/tavdf.h"
 #include "text.h"
@@ -69,7 +70,7 @@ Built build_product_id(const Database& database, const Record& record, const Duc
                        const DuctSize* second) {
   Built built;
   const Entry entry = stored_entry(database, record);
-  if (const auto found = entry.attributes.find(kProductIdTemplate); found != entry.attributes.end()) {
+  if (const auto found = entry.attributes.find(TAVD_ATT_ID_TEMPLATE); found != entry.attributes.end()) {
     TextCodec codec(database.handle());
     built.made_from = printable(codec.decode(0, found->second).value_or(found->second));
     const DuctSize none = {};

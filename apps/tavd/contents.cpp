@@ -7,6 +7,7 @@
 #include "catalogue_source.h"
 #include "catalogue_values.h"
 #include "numbers.h"
+#include "tavd/attributes.h"
 #include "text.h"
 
 namespace tavdhost {
@@ -51,37 +52,37 @@ constexpr const char* kFan[] = {"Flow, {flow}", "Pressure, Pa", "Host's own"};
 constexpr const char* kSound[] = {"Flow, {flow}", "Pressure, Pa", "dB"};
 
 constexpr Words kWords[] = {
-    {1049, "Text encoding", {}},
-    {1102, "Diameters, mm", {}},
-    {1110, "Shape as stored", {}},
-    {1150, "Sizing mode", {}},
-    {1302, "Size coefficient of the sound level", {}},
-    {1501, "Product code, third choice", {}},
-    {1503, "Maker", {}},
-    {1505, "Product code, second choice", {}},
-    {1511, "Template of the product id", {}},
-    {1513, "Installation", {}},
-    {1514, "Names of the parameters", {}},
-    {1525, "Model record", {}},
-    {1604, "Members", {}},
-    {1649, "Older flow header", kOldHeader},
-    {1650, "Flow header", kFlowHeader},
-    {1651, "Reference point", kFlowPoint},
-    {1652, "Damper settings", kDamper},
-    {1653, "Sound power, dB", kSound},
-    {1654, "Attenuation, dB", {}},
-    {1655, "Attenuation, dB", kAttenuation},
-    {1657, "Pressure by flow", kFlowPoint},
-    {1658, "Limits of the fan", kLimits},
-    {1659, "Throw", kThrow},
-    {1660, "Throw by value of the first parameter", kParameterThrow},
-    {1661, "First parameter", kParameter},
-    {1662, "Second parameter", kParameter},
-    {1666, "Fan curve", kFan},
-    {1669, "Model record, second choice", {}},
-    {1670, "Pair of whole numbers, the host's own", {}},
-    {1671, "Pair of numbers, the host's own", {}},
-    {1674, "Text read by nothing", {}},
+    {TAVD_ATT_USES_UTF8, "Text encoding", {}},
+    {TAVD_ATT_DIAMETERS, "Diameters, mm", {}},
+    {TAVD_ATT_SHAPE_DATA, "Shape as stored", {}},
+    {TAVD_ATT_SIZING_MODE, "Sizing mode", {}},
+    {TAVD_ATT_LW_SIZE_COEF, "Size coefficient of the sound level", {}},
+    {TAVD_ATT_CODE_THIRD, "Product code, third choice", {}},
+    {TAVD_ATT_MAKER, "Maker", {}},
+    {TAVD_ATT_CODE_SECOND, "Product code, second choice", {}},
+    {TAVD_ATT_ID_TEMPLATE, "Template of the product id", {}},
+    {TAVD_ATT_INSTALLATION, "Installation", {}},
+    {TAVD_ATT_PAR_NAMES, "Names of the parameters", {}},
+    {TAVD_ATT_MODEL_ID, "Model record", {}},
+    {TAVD_ATT_MEMBER_IDS, "Members", {}},
+    {TAVD_ATT_OLD_HEADER, "Older flow header", kOldHeader},
+    {TAVD_ATT_FLOW_HEADER, "Flow header", kFlowHeader},
+    {TAVD_ATT_QVDP_REF, "Reference point", kFlowPoint},
+    {TAVD_ATT_DAMPER_POINTS, "Damper settings", kDamper},
+    {TAVD_ATT_LW_POINTS, "Sound power, dB", kSound},
+    {TAVD_ATT_DLW, "Attenuation, dB", {}},
+    {TAVD_ATT_DLW_POINTS, "Attenuation, dB", kAttenuation},
+    {TAVD_ATT_QVDP_POINTS, "Pressure by flow", kFlowPoint},
+    {TAVD_ATT_QVDP_LIMITS, "Limits of the fan", kLimits},
+    {TAVD_ATT_QV_L2, "Throw", kThrow},
+    {TAVD_ATT_PAR_L2, "Throw by value of the first parameter", kParameterThrow},
+    {TAVD_ATT_PAR1_TABLE, "First parameter", kParameter},
+    {TAVD_ATT_PAR2_TABLE, "Second parameter", kParameter},
+    {TAVD_ATT_FAN_CURVE, "Fan curve", kFan},
+    {TAVD_ATT_MODEL_ID_SECOND, "Model record, second choice", {}},
+    {TAVD_ATT_INT_PAIR, "Pair of whole numbers, the host's own", {}},
+    {TAVD_ATT_FLOAT_PAIR, "Pair of numbers, the host's own", {}},
+    {TAVD_ATT_TEXT_1674, "Text read by nothing", {}},
 };
 
 const Words* words_of(std::int16_t number) {

@@ -11,6 +11,7 @@
 #include "json_text.h"
 #include "paths.h"
 #include "record_layout.h"
+#include "tavd/attributes.h"
 #include "tavd/tavdf.h"
 #include "text.h"
 
@@ -37,7 +38,7 @@ struct Load {
 int text_encoding(const Database& database) {
   std::int16_t encoding = 0;
   const Record header = database.find(kFileHeaderClass, kFileHeaderId);
-  tavbcopyatt(database.handle(), header.get(), kUsesUtf8, nullptr, &encoding, sizeof encoding);
+  tavbcopyatt(database.handle(), header.get(), TAVD_ATT_USES_UTF8, nullptr, &encoding, sizeof encoding);
   return encoding == 2 ? 0 : encoding;
 }
 
@@ -67,7 +68,7 @@ Load load_of(const Database& source, const Record& record) {
   const std::string model = model_id(source, record);
   add_model(source, record, model, load);
   const Family family = read_family(source, record);
-  if (family.mode != kFamilyByPattern && family.mode != kFamilyByList) return load;
+  if (family.mode != TAVD_SIZING_PATTERN && family.mode != TAVD_SIZING_LIST) return load;
   for (const FamilySize& size : family.sizes) {
     load.sizes.push_back(size.key);
     add_model(source, source.find(size.key.class_id, size.key.object_id), model, load);

@@ -10,6 +10,7 @@
 #include "paths.h"
 #include "platform.h"
 #include "record_layout.h"
+#include "tavd/attributes.h"
 #include "tavd/tavd.h"
 #include "tavd/tavdcore.h"
 #include "tavd/tavdf.h"
@@ -19,9 +20,8 @@
 namespace tavdhost {
 namespace {
 
-constexpr std::size_t kMarketChars = 39;        // that the library's settings hold
-constexpr std::int16_t kCodeOfNoMarket = 1562;  // product code attribute where a market has none of its own
-constexpr std::int16_t kExactly = 0;            // modes of tavbfindrec
+constexpr std::size_t kMarketChars = 39;  // that the library's settings hold
+constexpr std::int16_t kExactly = 0;      // modes of tavbfindrec
 constexpr std::int16_t kAtOrAfter = 1;
 constexpr std::size_t kNearIds = 5;  // shown at most
 const std::string kPastAllIds(kIdChars, '\xFF');
@@ -41,7 +41,7 @@ void start_library(const TextChoice& texts) {
       texts.language.empty() ? language_of_market(texts.market) : language_number(texts.language);
   const bool fits = texts.market.size() <= kMarketChars;
   tavdcore_init(language, fits ? texts.market.c_str() : "", "");
-  if (!texts.market.empty() && tavdcore_pcodeAttId() == kCodeOfNoMarket) {
+  if (!texts.market.empty() && tavdcore_pcodeAttId() == TAVD_ATT_CODE_DEFAULT) {
     throw UserError("no market area " + in_quotes(texts.market) +
                     "; expected a code such as FIN, SWE or GBR");
   }
@@ -111,7 +111,7 @@ void check_service() {
 }
 
 bool is_product_class(std::string_view class_id) {
-  return class_id != "000" && class_id != "TVM";
+  return class_id != TAVD_FILEHEADER_CLASS && class_id != TAVD_MODEL_CLASS;
 }
 
 Database::Database(const std::string& path, Open open, const TextChoice& texts) : path_(path) {

@@ -7,6 +7,7 @@
 
 #include "db_synth_product.h"
 #include "record_layout.h"
+#include "tavd/attributes.h"
 
 namespace tavdhost {
 
@@ -18,10 +19,6 @@ constexpr int kFirstSize = 100;         // mm
 constexpr int kSizeStep = 25;           // mm
 
 // sizingmode
-constexpr std::int16_t kByPattern = 1;
-constexpr std::int16_t kByList = 2;
-constexpr std::int16_t kMainOfSet = 10;
-constexpr std::int16_t kSubOfSet = 11;
 
 enum class Group { kFamily, kList, kSet, kSingle };
 
@@ -77,15 +74,15 @@ class ClassWriter {
 
   void write_family(const std::string& prefix, int members) {
     Entry main = maker_.product(kind_, traits_, prefix + "-*", size_at(members / 2));
-    put_word(main, kSizingMode, kByPattern);
+    put_word(main, TAVD_ATT_SIZING_MODE, TAVD_SIZING_PATTERN);
     emit(main);
     write_members(prefix, members);
   }
 
   void write_list(const std::string& prefix, int members) {
     Entry main = maker_.product(kind_, traits_, prefix, size_at(members / 2));
-    put_word(main, kSizingMode, kByList);
-    std::string& ids = main.attributes[kMemberIds];
+    put_word(main, TAVD_ATT_SIZING_MODE, TAVD_SIZING_LIST);
+    std::string& ids = main.attributes[TAVD_ATT_MEMBER_IDS];
     for (int i = 0; i < members; ++i) {
       std::string id = prefix + "-" + size_text(size_at(i));
       id.resize(kIdChars, ' ');
@@ -105,17 +102,17 @@ class ClassWriter {
   // measured data, one for a year its texts, an exact record an attenuation of its own.
   void write_set(const std::string& prefix, int sizes) {
     Entry main = maker_.product(kind_, traits_, prefix + "-*-*", size_at(sizes / 2));
-    put_word(main, kSizingMode, kMainOfSet);
+    put_word(main, TAVD_ATT_SIZING_MODE, TAVD_SIZING_MAIN_LAYER);
     emit(main);
     for (const char* year : {"20", "30"}) {
       Entry sub = maker_.texts(kind_, prefix + "-*-" + year);
-      put_word(sub, kSizingMode, kSubOfSet);
+      put_word(sub, TAVD_ATT_SIZING_MODE, TAVD_SIZING_SUB_LAYER);
       emit(sub);
     }
     for (int i = 0; i < sizes; ++i) {
       const std::string of_size = prefix + "-" + size_text(size_at(i));
       Entry sub = maker_.measurements(kind_, traits_, of_size + "-*", size_at(i));
-      put_word(sub, kSizingMode, kSubOfSet);
+      put_word(sub, TAVD_ATT_SIZING_MODE, TAVD_SIZING_SUB_LAYER);
       emit(sub);
       if (dice_.below(2) == 0) emit(maker_.attenuation(kind_, traits_, of_size + "-20"));
     }

@@ -9,66 +9,45 @@
 
 #include "errors.h"
 #include "record_layout.h"
+#include "tavd/attributes.h"
 #include "tavd/tavdf.h"
 
 namespace tavdhost {
 
 namespace {
 
-enum Number : std::int16_t {
-  kDiameters = 1102,
-  kShape = 1110,
-  kSizeCoefficient = 1302,
-  kAlternativeCode2 = 1501,
-  kMaker = 1503,
-  kAlternativeCode1 = 1505,
-  kInstallation = 1513,
-  kParameterNames = 1514,
-  kModel = 1525,
-  kDefaultCode = 1562,
-  kHeader = 1650,
-  kReference = 1651,
-  kDamperPoints = 1652,
-  kSoundPoints = 1653,
-  kAttenuation = 1654,
-  kPressurePoints = 1657,
-  kFanLimits = 1658,
-  kThrowPoints = 1659,
-  kParameterTable = 1661,
-  kFanCurve = 1666,
-  kIntegers = 1670,
-  kFloats = 1671,
-  kWebLink = 8529,
-};
-
 // The languages of SynthClass::nouns, in charsets windows-1252, -1250, -1257 and -1251, and UTF-8.
-constexpr std::array<std::int16_t, 7> kDescriptions = {9550, 9551, 9552, 9558, 9565, 9568, 9593};
+constexpr std::array<std::int16_t, 7> kDescriptions = {
+    TAVD_ATT_DESCRIPTION_FINNISH, TAVD_ATT_DESCRIPTION_SWEDISH,  TAVD_ATT_DESCRIPTION_ENGLISH,
+    TAVD_ATT_DESCRIPTION_POLISH,  TAVD_ATT_DESCRIPTION_ESTONIAN, TAVD_ATT_DESCRIPTION_RUSSIAN,
+    TAVD_ATT_DESCRIPTION_CHINESE};
 // Product codes of markets: Finland, Poland, Estonia, China.
-constexpr std::array<std::int16_t, 4> kCodes = {9500, 9508, 9515, 9526};
+constexpr std::array<std::int16_t, 4> kCodes = {TAVD_ATT_CODE_FIN, TAVD_ATT_CODE_POL, TAVD_ATT_CODE_EST,
+                                                TAVD_ATT_CODE_CHN};
 
 constexpr SynthClass kClasses[] = {
     {"AEX",
-     12,
+     TAVD_KIND_RESISTANCE_POINTS,
      5,
      {"Poistoilmaventtiili", "Frånluftsventil", "Exhaust valve", "Zawór wywiewny", "Väljatõmbeplafoon",
       "Вытяжной клапан", "排风阀"}},
     {"ASD",
-     10,
+     TAVD_KIND_RESISTANCE,
      4,
      {"Seinähajotin", "Väggdon", "Wall diffuser", "Nawiewnik ścienny", "Seinahajuti", "Настенный диффузор",
       "壁式散流器"}},
     {"CCB",
-     30,
+     TAVD_KIND_RANGE,
      20,
      {"Jäähdytyspalkki", "Kylbaffel", "Chilled beam", "Belka chłodząca", "Jahutustala", "Охлаждающая балка",
       "冷梁"}},
     {"DMP",
-     20,
+     TAVD_KIND_DAMPER,
      0.5,
      {"Säätöpelti", "Reglerspjäll", "Control damper", "Przepustnica regulująca", "Õhuklapp",
       "Регулирующая заслонка", "调节阀"}},
     {"FAN",
-     40,
+     TAVD_KIND_FAN,
      3,
      {"Kanavapuhallin", "Kanalfläkt", "Duct fan", "Wentylator kanałowy", "Kanaliventilaator",
       "Канальный вентилятор", "管道风机"}},
@@ -79,7 +58,6 @@ constexpr double kHighestVelocity = 8;
 constexpr double kLowestPressure = 5;  // Pa
 constexpr double kHighestPressure = 600;
 constexpr double kHalfDensity = 0.6;  // kg/m3: pressure = loss coefficient * kHalfDensity * velocity^2
-constexpr std::int16_t kTotalPressures = 100;  // added to the kind
 
 using Bands = std::array<std::uint8_t, 8>;
 constexpr std::array kSpectrum = {-4, -6, -8, -10, -13, -17, -22, -28};  // dB beside the level of all bands
@@ -159,27 +137,27 @@ class Measurements {
 void Measurements::add_pressures(Entry& entry) const {
   Rows rows;
   switch (kind_) {
-    case 10:
-      entry.attributes[kReference] = rows.add(flow(3), pressure(resistance_, 3)).take();
+    case TAVD_KIND_RESISTANCE:
+      entry.attributes[TAVD_ATT_QVDP_REF] = rows.add(flow(3), pressure(resistance_, 3)).take();
       break;
-    case 12:
+    case TAVD_KIND_RESISTANCE_POINTS:
       for (const double v : {0.8, 1.6, 3.0, 5.0, 7.0, 9.0}) rows.add(flow(v), pressure(resistance_, v));
-      entry.attributes[kPressurePoints] = rows.take();
+      entry.attributes[TAVD_ATT_QVDP_POINTS] = rows.take();
       break;
-    case 20:
+    case TAVD_KIND_DAMPER:
       for (int setting = 1; setting <= kSettings; ++setting) {
         const double z = resistance_of_setting(setting);
         const double v = std::clamp(std::sqrt(50 / (kHalfDensity * z)), 1.0, 6.0);
         rows.add(static_cast<float>(setting), flow(v), pressure(z, v));
       }
-      entry.attributes[kDamperPoints] = rows.take();
+      entry.attributes[TAVD_ATT_DAMPER_POINTS] = rows.take();
       break;
-    case 40:
+    case TAVD_KIND_FAN:
       for (const double v : {0.0, 2.0, 4.0, 6.0, 8.0}) {
         rows.add(flow(v), static_cast<float>(fan_pressure(v)), 0.0F);
       }
-      entry.attributes[kFanCurve] = rows.take();
-      entry.attributes[kFanLimits] = Rows().add(0.0F, flow(kHighestVelocity), 0.0F, 320.0F).take();
+      entry.attributes[TAVD_ATT_FAN_CURVE] = rows.take();
+      entry.attributes[TAVD_ATT_QVDP_LIMITS] = Rows().add(0.0F, flow(kHighestVelocity), 0.0F, 320.0F).take();
       break;
     default:
       break;
@@ -199,17 +177,17 @@ void Measurements::add_curve(Rows& rows, const Measurements& of, double resistan
 void Measurements::add_sound(Entry& entry) const {
   Rows rows;
   switch (kind_) {
-    case 20:
+    case TAVD_KIND_DAMPER:
       for (int setting = 1; setting <= kSettings; ++setting) {
         add_curve(rows, *this, resistance_of_setting(setting));
       }
       break;
-    case 30:
+    case TAVD_KIND_RANGE:
       for (const double v : {0.8, 2.0, 4.0, 8.0}) {
         for (const float p : {20.0F, 60.0F, 200.0F, 600.0F}) rows.add(flow(v), p, sound(v, p));
       }
       break;
-    case 40:
+    case TAVD_KIND_FAN:
       for (const double v : {1.0, 4.0, 6.0}) {
         for (const double part : {0.5, 1.0}) {
           const double p = part * fan_pressure(v);
@@ -221,7 +199,7 @@ void Measurements::add_sound(Entry& entry) const {
       add_curve(rows, *this, resistance_);
       break;
   }
-  entry.attributes[kSoundPoints] = rows.take();
+  entry.attributes[TAVD_ATT_LW_POINTS] = rows.take();
 }
 
 std::string parameter_table() {
@@ -257,8 +235,8 @@ std::span<const SynthClass> synth_classes() {
 
 // Narrow texts are in the default code page, so that every charset of the service comes to be used.
 Entry file_header() {
-  Entry entry{"000", "FILEHEADER", {}, {}, {}};
-  put_word(entry, kUsesUtf8, 0);
+  Entry entry{TAVD_FILEHEADER_CLASS, TAVD_FILEHEADER_ID, {}, {}, {}};
+  put_word(entry, TAVD_ATT_USES_UTF8, 0);
   return entry;
 }
 
@@ -267,8 +245,8 @@ std::string model_id(std::size_t serial) {
 }
 
 Entry model(std::size_t serial, Dice& dice) {
-  Entry entry{"TVM", model_id(serial), {}, {}, {}};
-  entry.attributes[kMaker] = "Synthetic Ventilation Works";
+  Entry entry{TAVD_MODEL_CLASS, model_id(serial), {}, {}, {}};
+  entry.attributes[TAVD_ATT_MAKER] = "Synthetic Ventilation Works";
   constexpr std::size_t kLargestBlock = 4000;
   std::string block(1 + dice.below(kLargestBlock), '\0');
   for (char& byte : block) byte = static_cast<char>(dice.below(256));
@@ -296,15 +274,15 @@ Entry ProductMaker::product(const SynthClass& kind, const Traits& traits, const 
   Entry entry = measurements(kind, traits, id, size);
   add_texts(entry, kind);
   auto& attributes = entry.attributes;
-  attributes[kAttenuation] = Rows().add(kDlw).take();
-  attributes[kMaker] = "Synthetic Ventilation Works";
-  if (!traits.model.empty()) attributes[kModel] = traits.model;
-  if (kind.kind != 40) {
-    attributes[kParameterNames] = "PLATE";
-    attributes[kParameterTable] = parameter_table();
+  attributes[TAVD_ATT_DLW] = Rows().add(kDlw).take();
+  attributes[TAVD_ATT_MAKER] = "Synthetic Ventilation Works";
+  if (!traits.model.empty()) attributes[TAVD_ATT_MODEL_ID] = traits.model;
+  if (kind.kind != TAVD_KIND_FAN) {
+    attributes[TAVD_ATT_PAR_NAMES] = "PLATE";
+    attributes[TAVD_ATT_PAR1_TABLE] = parameter_table();
   }
-  attributes[kIntegers] = Rows().add(std::int16_t{1}, std::int16_t{2}).take();
-  attributes[kFloats] = Rows().add(0.5F, 1.5F).take();
+  attributes[TAVD_ATT_INT_PAIR] = Rows().add(std::int16_t{1}, std::int16_t{2}).take();
+  attributes[TAVD_ATT_FLOAT_PAIR] = Rows().add(0.5F, 1.5F).take();
   return entry;
 }
 
@@ -321,16 +299,17 @@ Entry ProductMaker::measurements(const SynthClass& kind, const Traits& traits, c
   measured.add_to(entry);
   const auto mm = static_cast<std::int16_t>(size);
   const auto edge = static_cast<std::int16_t>(size + 60);
-  entry.attributes[kHeader] =
+  entry.attributes[TAVD_ATT_FLOW_HEADER] =
       Rows()
-          .add(static_cast<std::int16_t>(kind.kind + kTotalPressures), mm, std::int16_t{0},
+          .add(static_cast<std::int16_t>(kind.kind + TAVD_KIND_TOTAL_PRESSURE), mm, std::int16_t{0},
                measured.flow(kLowestVelocity), measured.flow(kHighestVelocity),
                static_cast<float>(kLowestPressure), static_cast<float>(kHighestPressure))
           .take();
-  entry.attributes[kShape] = Rows().add(std::int16_t{101}, mm, edge, edge, std::int16_t{50}).take();
-  entry.attributes[kSizeCoefficient] = Rows().add(0.0F).take();
-  put_word(entry, kDiameters, mm);
-  entry.attributes[kThrowPoints] =
+  entry.attributes[TAVD_ATT_SHAPE_DATA] =
+      Rows().add(std::int16_t{101}, mm, edge, edge, std::int16_t{50}).take();
+  entry.attributes[TAVD_ATT_LW_SIZE_COEF] = Rows().add(0.0F).take();
+  put_word(entry, TAVD_ATT_DIAMETERS, mm);
+  entry.attributes[TAVD_ATT_QV_L2] =
       Rows().add(measured.flow(2), 2.0F).add(measured.flow(4), 4.0F).add(measured.flow(8), 8.0F).take();
   return entry;
 }
@@ -339,7 +318,7 @@ Entry ProductMaker::attenuation(const SynthClass& kind, const Traits& traits, co
   Entry entry = entry_of(kind, id);
   Bands quieter = kDlw;
   for (std::uint8_t& band : quieter) band = static_cast<std::uint8_t>(band + (traits.noise > 0 ? 2 : 1));
-  entry.attributes[kAttenuation] = Rows().add(quieter).take();
+  entry.attributes[TAVD_ATT_DLW] = Rows().add(quieter).take();
   return entry;
 }
 
@@ -351,11 +330,11 @@ void ProductMaker::add_texts(Entry& entry, const SynthClass& kind) const {
     attributes[kDescriptions[i]] = nouns[i] + ' ' + entry.object_id;
   }
   for (const std::int16_t code : kCodes) attributes[code] = entry.object_id;
-  for (const std::int16_t code : {kAlternativeCode1, kAlternativeCode2, kDefaultCode}) {
+  for (const auto code : {TAVD_ATT_CODE_SECOND, TAVD_ATT_CODE_THIRD, TAVD_ATT_CODE_DEFAULT}) {
     attributes[code] = entry.object_id;
   }
-  attributes[kInstallation] = "Duct";
-  attributes[kWebLink] = "https://ventilation.example/" + entry.object_id;
+  attributes[TAVD_ATT_INSTALLATION] = "Duct";
+  attributes[TAVD_ATT_WEBLINK_DEFAULT] = "https://ventilation.example/" + entry.object_id;
 }
 
 }  // namespace tavdhost

@@ -10,6 +10,7 @@
 
 #include "catalogue_entry.h"
 #include "catalogue_text.h"
+#include "tavd/attributes.h"
 
 namespace tavdhost {
 
@@ -27,7 +28,7 @@ class Dice {
 // A class of products and the kind of data that they have.
 struct SynthClass {
   const char* id;
-  std::int16_t kind;     // 10, 12, 20, 30 or 40
+  std::int16_t kind;     // TAVD_KIND_
   double resistance;     // loss coefficient of its products, which their pressures follow
   const char* nouns[7];  // what it is, in the languages of the texts
 };

@@ -8,6 +8,7 @@
 #include "families.h"
 #include "json_text.h"
 #include "platform.h"
+#include "tavd/attributes.h"
 #include "tavd/tavdf.h"
 #include "text.h"
 
@@ -24,7 +25,7 @@ struct DeleteOptions {
 std::vector<RecordKey> doomed_records(const Database& database, const Record& record) {
   std::vector<RecordKey> keys{database.key(record)};
   const Family family = read_family(database, record);
-  if (family.mode != kFamilyByPattern && family.mode != kFamilyByList) return keys;
+  if (family.mode != TAVD_SIZING_PATTERN && family.mode != TAVD_SIZING_LIST) return keys;
   for (const FamilySize& size : family.sizes) {
     if (size.key != keys.front()) keys.push_back(size.key);
   }

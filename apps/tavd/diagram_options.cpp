@@ -8,6 +8,7 @@
 
 #include "errors.h"
 #include "numbers.h"
+#include "tavd/tavdg.h"
 #include "text.h"
 #include "title.h"
 #include "units.h"
@@ -15,8 +16,8 @@
 namespace tavdhost {
 namespace {
 
-constexpr std::size_t kMostALabels = 200;  // further ones would be dropped
-constexpr std::size_t kALabelBytes = 149;  // longer ones would be cut
+constexpr std::size_t kMostALabels = TAVDG_A_LABELS;         // further ones would be dropped
+constexpr std::size_t kALabelBytes = TAVDG_LABEL_CHARS - 1;  // longer ones would be cut
 
 std::vector<std::string> parts_of(const std::string& list) {
   std::vector<std::string> parts;

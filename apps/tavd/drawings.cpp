@@ -6,6 +6,7 @@
 
 #include "platform.h"
 #include "tavd/L2dg.h"
+#include "tavd/attributes.h"
 #include "tavd/tavdf.h"
 #include "tavd/tavdg.h"
 #include "tavd/tavdshapepic.h"
@@ -22,13 +23,12 @@ constexpr int kCharacter = 190;    // width of one at the right of the plot
 constexpr int kRightMargin = 600;  // that the chart leaves there
 constexpr int kMostRoom = 4000;
 constexpr Area kWholePlane = {0, 0, kDiagramPlane, kDiagramPlane};
-constexpr std::int16_t kRangeKind = 30;
 
 // What more is needed to the right of the plot for the texts that stand there: the levels of a device for a
 // pressure range, the first of them with its label, or the host's own texts at the lines of a damper.
 int room_at_right(const FlowData& flow, const DiagramSettings& settings) {
   std::size_t characters = 0;
-  if (flow.kind == kRangeKind && flow.nlw != 0)
+  if (flow.kind == TAVD_KIND_RANGE && flow.nlw != 0)
     characters = std::string_view("40 ").size() + std::string_view(kLevelLabel).size();
   if (is_damper(flow)) {
     for (const PositionLabel& label : settings.a_labels) characters = std::max(characters, label.text.size());

@@ -9,6 +9,7 @@
 #include "diagram_options.h"
 #include "picture.h"
 #include "product.h"
+#include "tavd/L2dg.h"
 
 namespace tavdhost {
 
@@ -62,7 +63,7 @@ class ShapePicture {
   void paint(Picture& picture) const;
 };
 
-inline constexpr const char* kThrowParameter = "G";  // the parameter that selects a throw line
+inline constexpr const char* kThrowParameter = L2DG_THROW_PARAMETER;
 
 bool has_throw_data(const FlowData& flow);
 // The value of the first throw line; empty if one line is for all values.

@@ -7,6 +7,8 @@
 
 #include "catalogue_text.h"
 #include "record_layout.h"
+#include "tavd/attributes.h"
+#include "tavd/tavb.h"
 #include "tavd/tavdcore.h"
 #include "tavd/tavfm.h"
 #include "text.h"
@@ -15,19 +17,17 @@ namespace tavdhost {
 
 namespace {
 
-constexpr std::int16_t kAtOrAfter = 1;  // mode of tavbfindrec
-
 struct ModeText {
   int mode;
   const char* text;
 };
 
 constexpr ModeText kModeTexts[] = {
-    {kSingleProduct, "single product"},
-    {kFamilyByPattern, "main record of a family, by the * in its id"},
-    {kFamilyByList, "main record of a family, by its list of members"},
-    {kLayeredMain, "main record of a layered product"},
-    {kLayeredSub, "sub record of a layered product"},
+    {TAVD_SIZING_SINGLE, "single product"},
+    {TAVD_SIZING_PATTERN, "main record of a family, by the * in its id"},
+    {TAVD_SIZING_LIST, "main record of a family, by its list of members"},
+    {TAVD_SIZING_MAIN_LAYER, "main record of a layered product"},
+    {TAVD_SIZING_SUB_LAYER, "sub record of a layered product"},
 };
 
 // The library's own list, released at the end.
@@ -78,7 +78,7 @@ FamilySize size_of(TextCodec& codec, const std::string& class_id, const FamilyMe
 // The ids that a main record names, without trailing blanks.
 std::vector<std::string> named_members(const Database& database, const Record& record) {
   std::int16_t count = 0;
-  void* block = tavbcopyatt(database.handle(), record.get(), kMemberIds, &count, nullptr, 0);
+  void* block = tavbcopyatt(database.handle(), record.get(), TAVD_ATT_MEMBER_IDS, &count, nullptr, 0);
   std::vector<std::string> ids;
   if (block == nullptr) return ids;
   const auto* bytes = static_cast<const char*>(block);
@@ -95,15 +95,15 @@ bool fits_pattern(const std::string& pattern, const std::string& id) {
   pattern.copy(list.objId, sizeof list.objId);
   list.idLen = static_cast<std::int16_t>(pattern.size());
   list.wildPos = static_cast<std::int16_t>(std::min(pattern.find('*'), pattern.size()));
-  return tavfm_is_memberw(&list, id.c_str()) == 0;
+  return tavfm_is_memberw(&list, id.c_str()) == TAVFM_MEMBER;
 }
 
 bool has_member(const Database& database, const Record& main, const RecordKey& main_key,
                 const RecordKey& key) {
   switch (sizing_mode(database, main)) {
-    case kFamilyByPattern:
+    case TAVD_SIZING_PATTERN:
       return fits_pattern(main_key.object_id, key.object_id);
-    case kFamilyByList: {
+    case TAVD_SIZING_LIST: {
       const std::vector<std::string> ids = named_members(database, main);
       return std::ranges::find(ids, key.object_id) != ids.end();
     }
@@ -116,7 +116,7 @@ bool has_member(const Database& database, const Record& main, const RecordKey& m
 
 int sizing_mode(const Database& database, const Record& record) {
   std::int16_t mode = 0;
-  tavbcopyatt(database.handle(), record.get(), kSizingMode, nullptr, &mode, sizeof mode);
+  tavbcopyatt(database.handle(), record.get(), TAVD_ATT_SIZING_MODE, nullptr, &mode, sizeof mode);
   return mode;
 }
 
@@ -135,7 +135,7 @@ Family read_family(const Database& database, const Record& record) {
   for (std::int32_t i = 0; i < list.count(); ++i) {
     family.sizes.push_back(size_of(codec, key.class_id, list.member(i)));
   }
-  if (family.mode != kFamilyByList) return family;
+  if (family.mode != TAVD_SIZING_LIST) return family;
   for (const std::string& id : named_members(database, record)) {
     if (!database.find(key.class_id, id)) family.missing.push_back(id);
   }
@@ -144,7 +144,7 @@ Family read_family(const Database& database, const Record& record) {
 
 std::vector<std::string> families_of(const Database& database, const RecordKey& key) {
   std::vector<std::string> ids;
-  Record record(tavbfindrec(database.handle(), key.class_id.c_str(), "", kAtOrAfter));
+  Record record(tavbfindrec(database.handle(), key.class_id.c_str(), "", TAVB_FIND_FROM));
   for (; record; record = database.next(record)) {
     const RecordKey candidate = database.key(record);
     if (candidate.class_id != key.class_id) break;

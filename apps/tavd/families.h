@@ -6,18 +6,12 @@
 #include <vector>
 
 #include "database.h"
+#include "tavd/attributes.h"
 #include "tavd/types.h"
 
 namespace tavdhost {
 
-// How a record takes part in a family or a layered product, attribute 1150.
-inline constexpr int kSingleProduct = 0;
-inline constexpr int kFamilyByPattern = 1;
-inline constexpr int kFamilyByList = 2;
-inline constexpr int kLayeredMain = 10;
-inline constexpr int kLayeredSub = 11;
-
-// 0 if the record has no such attribute.
+// How a record takes part in a family or a layered product, TAVD_SIZING_; 0 if it does not say.
 int sizing_mode(const Database& database, const Record& record);
 
 // The mode in words, such as "main record of a family, by the * in its id".
@@ -47,8 +41,8 @@ std::vector<std::string> families_of(const Database& database, const RecordKey& 
 // none.
 std::string model_id(const Database& database, const Record& record);
 
-inline constexpr const char* kModelClass = "TVM";
-inline constexpr const char* kFileHeaderClass = "000";
-inline constexpr const char* kFileHeaderId = "FILEHEADER";
+inline constexpr const char* kModelClass = TAVD_MODEL_CLASS;
+inline constexpr const char* kFileHeaderClass = TAVD_FILEHEADER_CLASS;
+inline constexpr const char* kFileHeaderId = TAVD_FILEHEADER_ID;
 
 }  // namespace tavdhost

@@ -11,6 +11,7 @@
 #include "paths.h"
 #include "picture.h"
 #include "progress.h"
+#include "tavd/tavdshapepic.h"
 #include "units.h"
 
 namespace tavdhost {
@@ -26,7 +27,7 @@ struct GalleryOptions {
 };
 
 constexpr PictureSize kDiagramSize = {800, 600};
-constexpr PictureSize kShapeSize = {500, 840};
+constexpr PictureSize kShapeSize = {TAVDSHAPEPIC_WIDTH, TAVDSHAPEPIC_HEIGHT};
 constexpr const char* kPage = "index.html";
 
 std::vector<Record> product_records(const Database& database) {

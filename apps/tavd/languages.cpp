@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "errors.h"
+#include "tavd/tavdcore.h"
 #include "text.h"
 
 namespace tavdhost {
@@ -17,18 +18,37 @@ struct Language {
 };
 
 constexpr Language kLanguages[] = {
-    {1510, "FIN", "fi", "Finnish"},   {1511, "SWE", "sv", "Swedish"},    {1512, "GBR", "en", "English"},
-    {1513, "DEU", "de", "German"},    {1514, "NOR", "no", "Norwegian"},  {1515, "FRA", "fr", "French"},
-    {1516, "ESP", "es", "Spanish"},   {1517, "ITA", "it", "Italian"},    {1518, "POL", "pl", "Polish"},
-    {1519, "DNK", "da", "Danish"},    {1520, "CZE", "cs", "Czech"},      {1521, "PRT", "pt", "Portuguese"},
-    {1522, "HUN", "hu", "Hungarian"}, {1523, "NLD", "nl", "Dutch"},      {1524, "ISL", "is", "Icelandic"},
-    {1525, "EST", "et", "Estonian"},  {1526, "LTU", "lt", "Lithuanian"}, {1527, "LVA", "lv", "Lettish"},
-    {1528, "RUS", "ru", "Russian"},   {1529, "FL", "nl-be", "Flemish"},  {1530, "SVK", "sk", "Slovak"},
-    {1531, "BGR", "bg", "Bulgarian"}, {1532, "ROU", "ro", "Romanian"},   {1533, "BIH", "bs", "Bosnian"},
-    {1534, "HRV", "hr", "Croatian"},  {1535, "SVN", "sl", "Slovenian"},  {1536, "AR", "ar", "Arabic"},
-    {1537, "JPN", "ja", "Japanese"},  {1538, "TUR", "tr", "Turkish"},    {1539, "CHN", "zh", "Chinese"},
+    {TAVD_LANGUAGE_FINNISH, "FIN", "fi", "Finnish"},
+    {TAVD_LANGUAGE_SWEDISH, "SWE", "sv", "Swedish"},
+    {TAVD_LANGUAGE_ENGLISH, "GBR", "en", "English"},
+    {TAVD_LANGUAGE_GERMAN, "DEU", "de", "German"},
+    {TAVD_LANGUAGE_NORWEGIAN, "NOR", "no", "Norwegian"},
+    {TAVD_LANGUAGE_FRENCH, "FRA", "fr", "French"},
+    {TAVD_LANGUAGE_SPANISH, "ESP", "es", "Spanish"},
+    {TAVD_LANGUAGE_ITALIAN, "ITA", "it", "Italian"},
+    {TAVD_LANGUAGE_POLISH, "POL", "pl", "Polish"},
+    {TAVD_LANGUAGE_DANISH, "DNK", "da", "Danish"},
+    {TAVD_LANGUAGE_CZECH, "CZE", "cs", "Czech"},
+    {TAVD_LANGUAGE_PORTUGUESE, "PRT", "pt", "Portuguese"},
+    {TAVD_LANGUAGE_HUNGARIAN, "HUN", "hu", "Hungarian"},
+    {TAVD_LANGUAGE_DUTCH, "NLD", "nl", "Dutch"},
+    {TAVD_LANGUAGE_ICELANDIC, "ISL", "is", "Icelandic"},
+    {TAVD_LANGUAGE_ESTONIAN, "EST", "et", "Estonian"},
+    {TAVD_LANGUAGE_LITHUANIAN, "LTU", "lt", "Lithuanian"},
+    {TAVD_LANGUAGE_LETTISH, "LVA", "lv", "Lettish"},
+    {TAVD_LANGUAGE_RUSSIAN, "RUS", "ru", "Russian"},
+    {TAVD_LANGUAGE_FLEMISH, "FL", "nl-be", "Flemish"},
+    {TAVD_LANGUAGE_SLOVAK, "SVK", "sk", "Slovak"},
+    {TAVD_LANGUAGE_BULGARIAN, "BGR", "bg", "Bulgarian"},
+    {TAVD_LANGUAGE_ROMANIAN, "ROU", "ro", "Romanian"},
+    {TAVD_LANGUAGE_BOSNIAN, "BIH", "bs", "Bosnian"},
+    {TAVD_LANGUAGE_CROATIAN, "HRV", "hr", "Croatian"},
+    {TAVD_LANGUAGE_SLOVENIAN, "SVN", "sl", "Slovenian"},
+    {TAVD_LANGUAGE_ARABIC, "AR", "ar", "Arabic"},
+    {TAVD_LANGUAGE_JAPANESE, "JPN", "ja", "Japanese"},
+    {TAVD_LANGUAGE_TURKISH, "TUR", "tr", "Turkish"},
+    {TAVD_LANGUAGE_CHINESE, "CHN", "zh", "Chinese"},
 };
-constexpr std::int16_t kEnglish = 1512;
 
 std::string known_languages() {
   std::string names;
@@ -55,7 +75,7 @@ std::int16_t language_of_market(std::string_view market) {
   const auto* found =
       std::find_if(std::begin(kLanguages), std::end(kLanguages),
                    [&](const Language& language) { return same_letters(market, language.code); });
-  return found == std::end(kLanguages) ? kEnglish : found->number;
+  return found == std::end(kLanguages) ? std::int16_t{TAVD_LANGUAGE_ENGLISH} : found->number;
 }
 
 }  // namespace tavdhost

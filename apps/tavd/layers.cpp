@@ -51,7 +51,7 @@ std::vector<Layer> Layers::asked() const {
 
 bool Layers::holds(std::int16_t attribute) {
   std::int16_t count = 0;
-  return tavdidset_findatt(&set_, database_.handle(), attribute, &count, nullptr, 0) == 1;
+  return tavdidset_findatt(&set_, database_.handle(), attribute, &count, nullptr, 0) == TAVDIDSET_FOUND;
 }
 
 const char* layer_text(Layer::Kind kind) {

@@ -27,7 +27,7 @@ constexpr PenName kThrowPens[] = {
 
 }  // namespace
 
-const LibraryDrawing kFlowDrawing = {"TAVDDGR",
+const LibraryDrawing kFlowDrawing = {TAVDG_WINDOW_CLASS,
                                      kDiagramPlane,
                                      kDiagramPlane,
                                      false,
@@ -36,7 +36,7 @@ const LibraryDrawing kFlowDrawing = {"TAVDDGR",
                                      tavdg_destroy_drawing_tools,
                                      kFlowPens};
 
-const LibraryDrawing kThrowDrawing = {"TAVDDGRL02",
+const LibraryDrawing kThrowDrawing = {L2DG_WINDOW_CLASS,
                                       kDiagramPlane,
                                       kDiagramPlane,
                                       false,
@@ -45,9 +45,9 @@ const LibraryDrawing kThrowDrawing = {"TAVDDGRL02",
                                       L2dg_destroy_drawing_tools,
                                       kThrowPens};
 
-const LibraryDrawing kShapeDrawing = {"TAVDSHAPE",
-                                      500,
-                                      840,
+const LibraryDrawing kShapeDrawing = {TAVDSHAPEPIC_WINDOW_CLASS,
+                                      TAVDSHAPEPIC_WIDTH,
+                                      TAVDSHAPEPIC_HEIGHT,
                                       true,
                                       tavdshapepic_create_drawing_tools,
                                       tavdshapepic_draw,

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <span>
 
+#include "tavd/tavdg.h"
 #include "tavd/types.h"
 
 namespace tavdhost {
@@ -26,7 +27,7 @@ struct LibraryDrawing {
   std::span<const PenName> pens;
 };
 
-inline constexpr int kDiagramPlane = 10000;
+inline constexpr int kDiagramPlane = TAVDG_EXTENT;
 
 extern const LibraryDrawing kFlowDrawing;   // of the state that tavdg_ functions set
 extern const LibraryDrawing kThrowDrawing;  // L2dg_

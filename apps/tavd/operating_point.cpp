@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "tavd/attributes.h"
 #include "tavd/tavca.h"
 
 namespace tavdhost {
@@ -14,53 +15,53 @@ struct CodeText {
 };
 
 constexpr CodeText kRangeTexts[] = {
-    {0, "calculated"},
-    {-2, "the product has no flow data"},
-    {-3, "the reference point is missing or has no flow"},
-    {-4, "the damper table is missing or has a row without flow"},
-    {-6, "this kind of product has no pressure law"},
+    {TAVCA_OK, "calculated"},
+    {TAVCA_DPTOT_NO_DATA, "the product has no flow data"},
+    {TAVCA_DPTOT_BAD_POINT, "the reference point is missing or has no flow"},
+    {TAVCA_DPTOT_BAD_DAMPER, "the damper table is missing or has a row without flow"},
+    {TAVCA_DPTOT_OTHER_KIND, "this kind of product has no pressure law"},
 };
 
 constexpr CodeText kDamperTexts[] = {
-    {2, "this product has no positions"},
-    {1, "more throttled than the first setting"},
-    {0, "in range"},
-    {-1, "more open than the last setting"},
-    {-3, "the damper table is missing"},
-    {-4, "flow or pressure is too small"},
-    {-5, "the damper table has a row without flow or pressure"},
+    {TAVCA_POS_NO_DAMPER, "this product has no positions"},
+    {TAVCA_POS_ABOVE_TABLE, "more throttled than the first setting"},
+    {TAVCA_OK, "in range"},
+    {TAVCA_POS_BELOW_TABLE, "more open than the last setting"},
+    {TAVCA_POS_NO_TABLE, "the damper table is missing"},
+    {TAVCA_POS_BAD_POINT, "flow or pressure is too small"},
+    {TAVCA_POS_BAD_ROW, "the damper table has a row without flow or pressure"},
 };
 
 constexpr CodeText kFanTexts[] = {
-    {0, "on the fan curve"},
-    {-100, "flow below the fan curve, along the line through its first point"},
-    {-200, "flow above the fan curve, the fan delivers no pressure"},
+    {TAVCA_OK, "on the fan curve"},
+    {TAVCA_FAN_BELOW_CURVE, "flow below the fan curve, along the line through its first point"},
+    {TAVCA_FAN_ABOVE_CURVE, "flow above the fan curve, the fan delivers no pressure"},
 };
 
 constexpr CodeText kFanCheckTexts[] = {
-    {0, "the fan can serve this point"},
-    {-100, "pressure above the line through the first point of the curve"},
-    {-200, "flow above the curve, or pressure below the line through its last point"},
-    {-300, "pressure above the fan curve at this flow"},
+    {TAVCA_OK, "the fan can serve this point"},
+    {TAVCA_FAN_BELOW_CURVE, "pressure above the line through the first point of the curve"},
+    {TAVCA_FAN_ABOVE_CURVE, "flow above the curve, or pressure below the line through its last point"},
+    {TAVCA_FAN_OVER_CURVE, "pressure above the fan curve at this flow"},
 };
 
 constexpr CodeText kSoundTexts[] = {
-    {0, "calculated"},
-    {-1, "the flow is too small"},
-    {-2, "the product has no flow data"},
-    {-3, "the sound table has fewer than two rows"},
-    {-9, "this kind of product has no sound calculation"},
-    {-11, "there is no pressure at this flow"},
-    {-12, "the sound table has no two rows to go between"},
-    {-21, "the sound table has too many curves"},
-    {-22, "the sound table has a row without flow or pressure"},
-    {-23, "the sound table has only one curve"},
-    {-24, "the curves of the sound table are not in falling order of resistance"},
-    {-25, "a curve of the sound table has only one row"},
-    {-31, "the sound table has too many flows"},
-    {-32, "the sound table has a row without flow or pressure"},
-    {-33, "the sound table has only one flow"},
-    {-34, "a flow of the sound table has only one row"},
+    {TAVCA_OK, "calculated"},
+    {TAVCA_LW_NO_FLOW, "the flow is too small"},
+    {TAVCA_LW_NO_DATA, "the product has no flow data"},
+    {TAVCA_LW_FEW_ROWS, "the sound table has fewer than two rows"},
+    {TAVCA_LW_OTHER_KIND, "this kind of product has no sound calculation"},
+    {TAVCA_LW_NO_PRESSURE, "there is no pressure at this flow"},
+    {TAVCA_LW_NO_PAIR, "the sound table has no two rows to go between"},
+    {TAVCA_LW_MANY_CURVES, "the sound table has too many curves"},
+    {TAVCA_LW_BAD_CURVE_ROW, "the sound table has a row without flow or pressure"},
+    {TAVCA_LW_FEW_CURVES, "the sound table has only one curve"},
+    {TAVCA_LW_RISING_CURVES, "the curves of the sound table are not in falling order of resistance"},
+    {TAVCA_LW_SHORT_CURVE, "a curve of the sound table has only one row"},
+    {TAVCA_LW_MANY_FLOWS, "the sound table has too many flows"},
+    {TAVCA_LW_BAD_FLOW_ROW, "the sound table has a row without flow or pressure"},
+    {TAVCA_LW_FEW_FLOWS, "the sound table has only one flow"},
+    {TAVCA_LW_SHORT_FLOW, "a flow of the sound table has only one row"},
 };
 
 template <std::size_t N>
@@ -95,7 +96,8 @@ SoundAnswer solve_sound(const FlowData& flow, float qv, float dp, const DuctSize
 
 // The pressure of these kinds follows from the flow alone.
 bool is_fixed_curve(const FlowData& flow) {
-  return flow.kind == 10 || flow.kind == 11 || flow.kind == 12;
+  return flow.kind == TAVD_KIND_RESISTANCE || flow.kind == TAVD_KIND_RESISTANCE_VELOCITY ||
+         flow.kind == TAVD_KIND_RESISTANCE_POINTS;
 }
 
 // One attenuation for all points needs nothing; a line is followed by flow, or by the position of a damper,
@@ -104,7 +106,7 @@ bool has_attenuation(const FlowData& flow, bool with_dp) {
   if (flow.ndlw != 0 || flow.ndlwpoints == 1) return true;
   const float first = flow.dlwpoints[0].pos;
   const float second = flow.dlwpoints[1].pos;
-  if (flow.ndlwpoints < 1 || flow.kind < 20 || !(second > first)) return false;
+  if (flow.ndlwpoints < 1 || flow.kind < TAVD_KIND_DAMPER || !(second > first)) return false;
   return !is_damper(flow) || with_dp;
 }
 

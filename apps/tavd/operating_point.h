@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "product.h"
+#include "tavd/tavca.h"
 
 namespace tavdhost {
 
@@ -15,7 +16,7 @@ struct DamperAnswer {
   int code;
   float position;  // as the maker labels the settings
   float dp;        // total pressure at that position, Pa; told for codes -1, 0 and 1
-  bool has_position() const { return code >= -1 && code <= 1; }
+  bool has_position() const { return code >= TAVCA_POS_BELOW_TABLE && code <= TAVCA_POS_ABOVE_TABLE; }
 };
 
 struct FanAnswer {

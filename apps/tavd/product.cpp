@@ -7,6 +7,7 @@
 #include "errors.h"
 #include "json_text.h"
 #include "numbers.h"
+#include "tavd/attributes.h"
 #include "tavd/tavca.h"
 #include "tavd/tavdf.h"
 #include "text.h"
@@ -126,11 +127,11 @@ std::string flow_key(const FlowData& flow, const std::string& which) {
 }
 
 bool is_damper(const FlowData& flow) {
-  return flow.kind == 20 || flow.kind == 22;
+  return flow.kind == TAVD_KIND_DAMPER || flow.kind == TAVD_KIND_DAMPER_VELOCITY;
 }
 
 bool is_fan(const FlowData& flow) {
-  return flow.kind == 40;
+  return flow.kind == TAVD_KIND_FAN;
 }
 
 std::string flow_limits_text(const FlowData& flow) {

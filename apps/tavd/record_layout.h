@@ -1,8 +1,10 @@
-// What several files name of a product's record: the lengths of its ids and the numbers of attributes.
+// What several files name of a product's record: the lengths of its ids and attributes that go together.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+
+#include "tavd/attributes.h"
 
 namespace tavdhost {
 
@@ -10,11 +12,8 @@ namespace tavdhost {
 inline constexpr std::size_t kClassChars = 3;
 inline constexpr std::size_t kIdChars = 30;
 
-inline constexpr std::int16_t kUsesUtf8 = 1049;    // on the file header alone
-inline constexpr std::int16_t kSizingMode = 1150;  // what a record is in a family
-inline constexpr std::int16_t kMemberIds = 1604;   // of a family by list
-inline constexpr std::int16_t kProductIdTemplate = 1511;
-inline constexpr std::int16_t kModelIds[] = {1525, 1669};  // the second where the first is absent or empty
-inline constexpr std::int16_t kParameterTables[] = {1661, 1662};
+inline constexpr std::int16_t kModelIds[] = {
+    TAVD_ATT_MODEL_ID, TAVD_ATT_MODEL_ID_SECOND};  // the second where the first is absent or empty
+inline constexpr std::int16_t kParameterTables[] = {TAVD_ATT_PAR1_TABLE, TAVD_ATT_PAR2_TABLE};
 
 }  // namespace tavdhost

@@ -11,6 +11,7 @@
 #include "paths.h"
 #include "picture.h"
 #include "platform.h"
+#include "tavd/attributes.h"
 #include "tavd/tavdshapepic.h"
 #include "tavd/tavdsrv.h"
 #include "text.h"
@@ -26,9 +27,6 @@ constexpr int kColumns = 8;
 
 constexpr int kFirstNumber = 101;
 constexpr int kLastNumber = 192;
-constexpr std::int16_t kShapeData = 1110;
-constexpr std::int16_t kCode = 1562;
-constexpr std::int16_t kFlowHeader = 1650;
 
 // One picture of the sheet: a shape number with the values that choose among its drawings.
 struct Variant {
@@ -137,9 +135,9 @@ Record make_product(const Variant& variant) {
   const auto insert = [&record](std::int16_t attribute, const void* data, std::size_t bytes) {
     tavbinsertatt(0, record.address(), attribute, data, static_cast<std::int16_t>(bytes));
   };
-  insert(kShapeData, words.data(), words.size() * sizeof words[0]);
-  insert(kFlowHeader, header, sizeof header);
-  insert(kCode, title.data(), title.size());
+  insert(TAVD_ATT_SHAPE_DATA, words.data(), words.size() * sizeof words[0]);
+  insert(TAVD_ATT_FLOW_HEADER, header, sizeof header);
+  insert(TAVD_ATT_CODE_DEFAULT, title.data(), title.size());
   return record;
 }
 

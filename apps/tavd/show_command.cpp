@@ -13,18 +13,18 @@
 #include "json_text.h"
 #include "product.h"
 #include "sheet.h"
+#include "tavd/attributes.h"
 #include "tavd/tavdf.h"
 #include "text.h"
 
 namespace tavdhost {
 namespace {
 
-constexpr std::int16_t kShapeWords = 50;
-constexpr std::int16_t kShapeRoom = 60;  // the repair may write ten words whatever the number of words is
-constexpr int kTotalPressures = 100;     // added to the kind of data that are total pressures
-constexpr std::int16_t kOldHeader = 1649;
+// The repair may write ten words whatever the number of words is.
+constexpr std::int16_t kShapeRoom = TAVD_SHAPE_ITEMS + TAVDF_SHAPE_MIN_WORDS;
 // Told in the head of the sheet, in better words than their bare value.
-constexpr std::int16_t kToldBefore[] = {1110, 1150, 1525, 1604, 1669};
+constexpr std::int16_t kToldBefore[] = {TAVD_ATT_SHAPE_DATA, TAVD_ATT_SIZING_MODE, TAVD_ATT_MODEL_ID,
+                                        TAVD_ATT_MEMBER_IDS, TAVD_ATT_MODEL_ID_SECOND};
 
 struct ShowOptions {
   ProductChoice product;
@@ -46,15 +46,16 @@ struct Shown {
 
 std::vector<std::int16_t> drawn_shape(const Database& database, const Record& record, const DuctSize& size) {
   std::int16_t words[kShapeRoom] = {};
-  const std::int16_t count = tavdf_load_shapedata(database.handle(), record.get(), &size, words, kShapeWords);
+  const std::int16_t count =
+      tavdf_load_shapedata(database.handle(), record.get(), &size, words, TAVD_SHAPE_ITEMS);
   return {words, words + std::max<int>(count, 0)};
 }
 
 std::vector<std::int16_t> stored_shape(const Database& database, const Record& record) {
-  std::int16_t words[kShapeWords] = {};
+  std::int16_t words[TAVD_SHAPE_ITEMS] = {};
   std::int16_t count = 0;
-  tavbcopyatt(database.handle(), record.get(), 1110, &count, words, sizeof words);
-  return {words, words + std::clamp<int>(count, 0, kShapeWords)};
+  tavbcopyatt(database.handle(), record.get(), TAVD_ATT_SHAPE_DATA, &count, words, sizeof words);
+  return {words, words + std::clamp<int>(count, 0, TAVD_SHAPE_ITEMS)};
 }
 
 Shown read_shown(const Database& database, const ProductChoice& choice) {
@@ -88,19 +89,19 @@ std::string joined(const std::vector<std::string>& names) {
 
 // What the pressures of the tables are: they are told as they are stored.
 std::string stored_pressures(const Shown& shown) {
-  const auto header = shown.entry.attributes.find(1650);
+  const auto header = shown.entry.attributes.find(TAVD_ATT_FLOW_HEADER);
   if (header == shown.entry.attributes.end() || header->second.size() < sizeof(std::int16_t)) {
-    return shown.entry.attributes.contains(kOldHeader) ? "total, kPa" : "";
+    return shown.entry.attributes.contains(TAVD_ATT_OLD_HEADER) ? "total, kPa" : "";
   }
   std::int16_t kind = 0;
   header->second.copy(reinterpret_cast<char*>(&kind), sizeof kind);
-  return kind >= kTotalPressures ? "total" : "static";
+  return kind >= TAVD_KIND_TOTAL_PRESSURE ? "total" : "static";
 }
 
 void add_family(Sheet& sheet, const Shown& shown) {
   const Family& family = shown.family;
   sheet.text("Sizing", sizing_text(family.mode));
-  if (family.mode == kFamilyByPattern || family.mode == kFamilyByList) {
+  if (family.mode == TAVD_SIZING_PATTERN || family.mode == TAVD_SIZING_LIST) {
     std::vector<std::string> ids;
     for (const FamilySize& size : family.sizes) ids.push_back(size.key.object_id);
     sheet.text("Sizes", ids.empty() ? "none" : joined(ids));
@@ -211,7 +212,7 @@ Json::Value shown_json(const Database& database, const Shown& shown) {
   json["weblink"] = shown.weblink;
   json["sizing_mode"] = shown.family.mode;
   json["sizing_text"] = sizing_text(shown.family.mode);
-  if (shown.family.mode == kFamilyByPattern || shown.family.mode == kFamilyByList) {
+  if (shown.family.mode == TAVD_SIZING_PATTERN || shown.family.mode == TAVD_SIZING_LIST) {
     json["sizes"] = Json::Value(Json::arrayValue);
     for (const FamilySize& size : shown.family.sizes) json["sizes"].append(printable(size.key.object_id));
     json["sizes_not_found"] = names_json(shown.family.missing);

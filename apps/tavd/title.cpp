@@ -4,14 +4,15 @@
 #include <cstdint>
 
 #include "errors.h"
+#include "tavd/attributes.h"
 #include "tavd/tavdcore.h"
+#include "tavd/tavdg.h"
 #include "text.h"
 
 namespace tavdhost {
 namespace {
 
-constexpr std::int16_t kCodeOfNoMarket = 1562;  // product code for all markets, UTF-8
-constexpr std::size_t kTitleUnits = 79;         // a longer title would not be drawn at all
+constexpr std::size_t kTitleUnits = TAVDG_TITLE_CHARS - 1;  // a longer title would not be drawn at all
 
 }  // namespace
 
@@ -26,7 +27,7 @@ void put_title(const Database& database, Record& record, const std::string& titl
   if (title.empty()) return;
   const std::string code = printable(title);
   tavdcore_set_market_area(nullptr);
-  tavbinsertatt(database.handle(), record.address(), kCodeOfNoMarket, code.data(),
+  tavbinsertatt(database.handle(), record.address(), TAVD_ATT_CODE_DEFAULT, code.data(),
                 static_cast<std::int16_t>(code.size()));
 }
 

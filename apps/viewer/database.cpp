@@ -5,6 +5,8 @@
 #include <cstring>
 #include <set>
 
+#include "tavd/attributes.h"
+#include "tavd/tavb.h"
 #include "tavd/tavdcore.h"
 #include "tavd/tavdf.h"
 #include "tavd/tavdsrv.h"
@@ -13,12 +15,6 @@
 namespace viewer {
 namespace {
 
-constexpr std::int16_t kSizingMode = 1150;
-constexpr int kFamilyByPattern = 1;  // of the sizing mode
-constexpr int kFamilyByList = 2;
-constexpr std::int16_t kExactly = 0;  // modes of tavbfindrec
-constexpr std::int16_t kAtOrAfter = 1;
-constexpr std::int16_t kEnglish = 1512;
 constexpr std::size_t kClassChars = 3;
 constexpr std::size_t kIdChars = 30;
 constexpr int kTextChars = 256;
@@ -36,7 +32,7 @@ std::wstring trimmed(std::wstring text) {
 
 // The file header and the models behind the products.
 bool holds_products(const std::string& class_id) {
-  return class_id != "000" && class_id != "TVM";
+  return class_id != TAVD_FILEHEADER_CLASS && class_id != TAVD_MODEL_CLASS;
 }
 
 // The library's own list, released at the end.
@@ -80,7 +76,7 @@ std::int16_t open_database(const std::wstring& path) {
 }  // namespace
 
 Database::Database(const std::wstring& path) : path_(path) {
-  tavdcore_initw(kEnglish, "", L"");
+  tavdcore_initw(TAVD_LANGUAGE_ENGLISH, "", L"");
   handle_ = open_database(path);
 }
 
@@ -89,7 +85,7 @@ Database::~Database() {
 }
 
 Record Database::find(const ProductKey& key) const {
-  return Record(tavbfindrec(handle_, key.class_id.c_str(), key.object_id.c_str(), kExactly));
+  return Record(tavbfindrec(handle_, key.class_id.c_str(), key.object_id.c_str(), TAVB_FIND_EXACT));
 }
 
 ProductKey Database::key(const Record& record) const {
@@ -105,22 +101,22 @@ Listed Database::listed(const Record& record) const {
   std::int16_t mode = 0;
   tavdf_copyproductcodew(handle_, record.get(), code, kTextChars);
   tavdf_copyproductdescw(handle_, record.get(), description, kTextChars);
-  tavbcopyatt(handle_, record.get(), kSizingMode, nullptr, &mode, sizeof mode);
+  tavbcopyatt(handle_, record.get(), TAVD_ATT_SIZING_MODE, nullptr, &mode, sizeof mode);
   return {key(record), trimmed(code), trimmed(description),
-          mode == kFamilyByPattern || mode == kFamilyByList};
+          mode == TAVD_SIZING_PATTERN || mode == TAVD_SIZING_LIST};
 }
 
 std::vector<std::string> Database::classes() const {
   const std::string past_all_ids(kIdChars, '\xFF');
   std::vector<std::string> found;
-  Record record(tavbfindrec(handle_, "\x01\x01\x01", "\x01", kAtOrAfter));
+  Record record(tavbfindrec(handle_, "\x01\x01\x01", "\x01", TAVB_FIND_FROM));
   std::string former;
   while (record) {
     const std::string class_id = key(record).class_id;
     if (class_id == former) break;  // an id of nothing but 0xFF would hold the walk up
     if (holds_products(class_id)) found.push_back(class_id);
     former = class_id;
-    record = Record(tavbfindrec(handle_, class_id.c_str(), past_all_ids.c_str(), kAtOrAfter));
+    record = Record(tavbfindrec(handle_, class_id.c_str(), past_all_ids.c_str(), TAVB_FIND_FROM));
   }
   return found;
 }
@@ -128,7 +124,7 @@ std::vector<std::string> Database::classes() const {
 std::vector<Listed> Database::products(const std::string& class_id) const {
   std::vector<Listed> all;
   std::set<std::string> members;
-  Record record(tavbfindrec(handle_, class_id.c_str(), "", kAtOrAfter));
+  Record record(tavbfindrec(handle_, class_id.c_str(), "", TAVB_FIND_FROM));
   for (; record; record = Record(tavbnextrec(handle_, record.get()))) {
     Listed product = listed(record);
     if (product.key.class_id != class_id) break;

@@ -19,15 +19,18 @@ struct DrawingCalls {
 
 // In the order of the enumeration.
 constexpr DrawingCalls kCalls[kDrawingCount] = {
-    {{L"Flow diagram", "TAVDDGR", "TavdViewerFlow", tavdg_diagram_proc, 10000, 10000, true},
+    {{L"Flow diagram", TAVDG_WINDOW_CLASS, "TavdViewerFlow", tavdg_diagram_proc, TAVDG_EXTENT, TAVDG_EXTENT,
+      true},
      tavdg_create_drawing_tools,
      tavdg_draw_diagram,
      tavdg_destroy_drawing_tools},
-    {{L"Throw length diagram", "TAVDDGRL02", "TavdViewerThrow", L2dg_diagram_proc, 10000, 10000, true},
+    {{L"Throw length diagram", L2DG_WINDOW_CLASS, "TavdViewerThrow", L2dg_diagram_proc, L2DG_EXTENT,
+      L2DG_EXTENT, true},
      L2dg_create_drawing_tools,
      L2dg_draw_diagram,
      L2dg_destroy_drawing_tools},
-    {{L"Sketch", "TAVDSHAPE", "TavdViewerShape", tavdshapepic_picproc, 500, 840, false},
+    {{L"Sketch", TAVDSHAPEPIC_WINDOW_CLASS, "TavdViewerShape", tavdshapepic_picproc, TAVDSHAPEPIC_WIDTH,
+      TAVDSHAPEPIC_HEIGHT, false},
      tavdshapepic_create_drawing_tools,
      tavdshapepic_draw,
      tavdshapepic_destroy_drawing_tools},

@@ -11,14 +11,13 @@
 namespace viewer {
 namespace {
 
-constexpr const char* kThrowParameter = "G";  // the library's fixed name of what selects a throw line
-constexpr int kValueChars = 100;              // room for a row of a combo box
+constexpr int kValueChars = 100;  // room for a row of a combo box
 
 // Behind a title, for Alt and the number of the field.
 constexpr const wchar_t* kMnemonics[] = {L" (&1)", L" (&2)"};
 
 bool is_throw_parameter(const std::string& name) {
-  return lstrcmpiA(name.c_str(), kThrowParameter) == 0;
+  return lstrcmpiA(name.c_str(), L2DG_THROW_PARAMETER) == 0;
 }
 
 // A title whose "&" is no mnemonic.
@@ -54,7 +53,7 @@ void ParameterFields::fill(const Product& product) {
   }
   const std::string second = first == 0 ? tables[1].name : "";
   if (has_throw_lines(product) && !is_throw_parameter(name) && !is_throw_parameter(second)) {
-    show(fields_[1], kThrowParameter, L"Throw line");
+    show(fields_[1], L2DG_THROW_PARAMETER, L"Throw line");
     L2dg_fill_parameter_combo(host_, fields_[1].combo, 0);
   } else if (!second.empty()) {
     show(fields_[1], second, title_of(second));

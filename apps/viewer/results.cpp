@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "tavd/attributes.h"
 #include "tavd/tavca.h"
 
 namespace viewer {
@@ -17,36 +18,37 @@ struct CodeText {
 };
 
 constexpr CodeText kDamperTexts[] = {
-    {2, L"this product has no settings"},
-    {1, L"more throttled than the first setting"},
-    {0, L"in range"},
-    {-1, L"more open than the last setting"},
-    {-3, L"the damper table is missing"},
-    {-4, L"flow or pressure is too small"},
-    {-5, L"the damper table has a row without flow or pressure"},
+    {TAVCA_POS_NO_DAMPER, L"this product has no settings"},
+    {TAVCA_POS_ABOVE_TABLE, L"more throttled than the first setting"},
+    {TAVCA_OK, L"in range"},
+    {TAVCA_POS_BELOW_TABLE, L"more open than the last setting"},
+    {TAVCA_POS_NO_TABLE, L"the damper table is missing"},
+    {TAVCA_POS_BAD_POINT, L"flow or pressure is too small"},
+    {TAVCA_POS_BAD_ROW, L"the damper table has a row without flow or pressure"},
 };
 constexpr CodeText kFanTexts[] = {
-    {-100, L"flow below the fan curve"},
-    {-200, L"flow above the fan curve, no pressure is delivered"},
+    {TAVCA_FAN_BELOW_CURVE, L"flow below the fan curve"},
+    {TAVCA_FAN_ABOVE_CURVE, L"flow above the fan curve, no pressure is delivered"},
 };
 constexpr CodeText kFanCheckTexts[] = {
-    {0, L"the fan can serve this point"},
-    {-100, L"pressure above the line through the first point of the curve"},
-    {-200, L"flow above the curve, or pressure below the line through its last point"},
-    {-300, L"pressure above the fan curve at this flow"},
+    {TAVCA_OK, L"the fan can serve this point"},
+    {TAVCA_FAN_BELOW_CURVE, L"pressure above the line through the first point of the curve"},
+    {TAVCA_FAN_ABOVE_CURVE, L"flow above the curve, or pressure below the line through its last point"},
+    {TAVCA_FAN_OVER_CURVE, L"pressure above the fan curve at this flow"},
 };
 
 // Whether the sound level of these kinds needs no pressure: the flow tells it.
 bool has_fixed_pressure(const FlowData& flow) {
-  return flow.kind == 10 || flow.kind == 11 || flow.kind == 12;
+  return flow.kind == TAVD_KIND_RESISTANCE || flow.kind == TAVD_KIND_RESISTANCE_VELOCITY ||
+         flow.kind == TAVD_KIND_RESISTANCE_POINTS;
 }
 
 bool is_damper(const FlowData& flow) {
-  return flow.kind == 20 || flow.kind == 22;
+  return flow.kind == TAVD_KIND_DAMPER || flow.kind == TAVD_KIND_DAMPER_VELOCITY;
 }
 
 bool is_fan(const FlowData& flow) {
-  return flow.kind == 40;
+  return flow.kind == TAVD_KIND_FAN;
 }
 
 template <std::size_t N>
@@ -111,11 +113,11 @@ void Lines::damper(float qv, float dp) {
   float position = 0;
   const FlowData& flow = product_.flow;
   int code = tavca_damper_pos(&flow, qv, dp, &position);
-  const bool solved = code >= -1 && code <= 1;
+  const bool solved = code >= TAVCA_POS_BELOW_TABLE && code <= TAVCA_POS_ABOVE_TABLE;
   add(L"Setting",
       solved ? fixed(position, 2) + L" (" + text_of(kDamperTexts, code) + L")" : text_of(kDamperTexts, code));
   code = tavca_damper_pos_fixed(&flow, qv, dp, &position);
-  if (code < -1 || code > 1) return;
+  if (code < TAVCA_POS_BELOW_TABLE || code > TAVCA_POS_ABOVE_TABLE) return;
   add(L"Nearest fixed setting",
       fixed(position, 2) + L" (" + with_unit(tavca_dptot_damperpos(&flow, qv, position), pressure_) + L")");
 }

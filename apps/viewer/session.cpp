@@ -5,11 +5,10 @@
 #include "controls.h"
 #include "resource.h"
 #include "suggestion.h"
+#include "tavd/attributes.h"
 
 namespace viewer {
 namespace {
-
-constexpr std::int16_t kShapeAttribute = 1110;
 
 // Sets a flag for as long as it lives.
 class Raised {
@@ -240,8 +239,8 @@ void Session::update() {
 
 void Session::show_captions() {
   std::int16_t words = 0;
-  const bool sketched = record_ && tavbcopyatt(database_->handle(), record_.get(), kShapeAttribute, &words,
-                                               nullptr, 1) != nullptr;
+  const bool sketched = record_ && tavbcopyatt(database_->handle(), record_.get(), TAVD_ATT_SHAPE_DATA,
+                                               &words, nullptr, 1) != nullptr;
   const std::wstring missing[] = {
       has_flow_data(product_) ? L" – none, the limits span no axes" : L" – none, there are no flow data",
       product_.flow.nqvL2 > 0 || product_.flow.nparL2 > 0 ? L" – none, the limits span no axes"

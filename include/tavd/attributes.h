@@ -199,12 +199,26 @@ enum {
 
 /* The numbers among which those texts lie; not every number between is one. */
 enum {
-  TAVD_ATT_WEBLINK_FIRST = 8500,
-  TAVD_ATT_WEBLINK_LAST = 8533,
-  TAVD_ATT_CODE_FIRST = 9500,
-  TAVD_ATT_CODE_LAST = 9533,
-  TAVD_ATT_DESCRIPTION_FIRST = 9550,
-  TAVD_ATT_DESCRIPTION_LAST = 9594
+  TAVD_ATT_LOWEST_WEBLINK = 8500,
+  TAVD_ATT_HIGHEST_WEBLINK = 8533,
+  TAVD_ATT_LOWEST_CODE = 9500,
+  TAVD_ATT_HIGHEST_CODE = 9533,
+  TAVD_ATT_LOWEST_DESCRIPTION = 9550,
+  TAVD_ATT_HIGHEST_DESCRIPTION = 9594
+};
+
+/* Shape numbers, item 0 of attribute 1110, that tavdf_check_shapedata completes
+ * or converts, and what it makes of them. docs/shapes.md shows all shapes. */
+enum {
+  TAVD_SHAPE_OLD_BOX = 104, /* box with a grille below; becomes TAVD_SHAPE_BOX */
+  TAVD_SHAPE_BOX = 118,
+  TAVD_SHAPE_DAMPER = 130,            /* butterfly damper in a round duct */
+  TAVD_SHAPE_HEATER = 140,            /* electric heater in a round duct */
+  TAVD_SHAPE_FILTER = 150,            /* filter in a box between round ducts */
+  TAVD_SHAPE_CASING = 180,            /* rectangular casing, such as a sound attenuator */
+  TAVD_SHAPE_CASING_BY_MARGINS = 181, /* the same by margins around the duct */
+  TAVD_SHAPE_ROUND_CASING = 182,
+  TAVD_SHAPE_ROUND_CASING_BY_MARGIN = 183
 };
 
 /* How much of an attribute is read, at most. Further items are not looked at. */

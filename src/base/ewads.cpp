@@ -12,9 +12,6 @@ namespace tavd {
 
 namespace {
 
-constexpr std::int16_t kRound = 0;
-constexpr std::int16_t kRectangular = 1;
-
 constexpr float kPi = 3.1415927F;
 // A quarter of 3.1415926535. Ten decimals of pi, and not the full pi/4 of a double, are part of the result.
 constexpr double kQuarterPi = 0.785398163375;
@@ -27,21 +24,21 @@ constexpr double kSmallestArea = 1e-6;       // m2
 constexpr int kTextSize = 32;  // characters, terminator included
 
 float dekv(const DuctSize& ds) {
-  if (ds.shape == kRound) return ds.b;
+  if (ds.shape == TAVD_DUCT_ROUND) return ds.b;
   const float x = (static_cast<float>(ds.b) * 4.0F * static_cast<float>(ds.h)) / kPi;
   if (static_cast<double>(x) < kSmallestSquare) return 0.0F;
   return static_cast<float>(std::sqrt(static_cast<double>(x)));
 }
 
 float dhydr(const DuctSize& ds) {
-  if (ds.shape == kRound) return ds.b;
+  if (ds.shape == TAVD_DUCT_ROUND) return ds.b;
   const float p = static_cast<float>(ds.b) * 2.0F + static_cast<float>(ds.h) * 2.0F;
   if (static_cast<double>(p) < kSmallestPerimeter) return 0.0F;
   return (static_cast<float>(ds.b) * 4.0F * static_cast<float>(ds.h)) / p;
 }
 
 std::int16_t diagonal(const DuctSize& ds) {
-  if (ds.shape == kRound) return ds.b;
+  if (ds.shape == TAVD_DUCT_ROUND) return ds.b;
   const double b = ds.b;
   const double h = ds.h;
   const double d = b * b + h * h;
@@ -53,7 +50,7 @@ std::int16_t diagonal(const DuctSize& ds) {
 float m2(const DuctSize& ds) {
   const double b = ds.b;
   const double h = ds.h;
-  if (ds.shape == kRound) return static_cast<float>(((b * kQuarterPi) / 1000.0 * b) / 1000.0);
+  if (ds.shape == TAVD_DUCT_ROUND) return static_cast<float>(((b * kQuarterPi) / 1000.0 * b) / 1000.0);
   return static_cast<float>(((b / 1000.0) * h) / 1000.0);
 }
 
@@ -69,7 +66,7 @@ Char* print(const DuctSize& ds, Char* buffer) {
   char text[kTextSize];
   char* const capacity = text + sizeof text;
   char* end = std::to_chars(text, capacity, ds.b).ptr;
-  if (ds.shape == kRectangular) {
+  if (ds.shape == TAVD_DUCT_RECTANGULAR) {
     *end++ = 'x';
     end = std::to_chars(end, capacity, ds.h).ptr;
   }
@@ -86,8 +83,9 @@ bool scannumber(const Char* text, std::int16_t& number) {
   if (*text < '0' || *text > '9') return false;
   constexpr std::int32_t kEnough = 1 << 20;  // beyond 16 bits, far from the end of 32
   std::int32_t value = 0;
-  for (; *text >= '0' && *text <= '9'; ++text)
+  for (; *text >= '0' && *text <= '9'; ++text) {
     value = std::min<std::int32_t>(value * 10 + (*text - '0'), kEnough);
+  }
   if (negative) value = -value;
   number = static_cast<std::int16_t>(std::clamp<std::int32_t>(value, std::numeric_limits<std::int16_t>::min(),
                                                               std::numeric_limits<std::int16_t>::max()));
@@ -105,14 +103,14 @@ int scan(Char* text, DuctSize& ds) {
   if (Char* upper = find(text, 'X')) *upper = 'x';
   Char* cross = find(text, 'x');
   if (cross == nullptr) {
-    if (!scannumber(text, ds.b)) return -1;
-    ds.shape = kRound;
+    if (!scannumber(text, ds.b)) return EWADS_NO_SIZE;
+    ds.shape = TAVD_DUCT_ROUND;
     ds.h = ds.b;
     return 0;
   }
   *cross = 0;
-  if (!scannumber(text, ds.b) || !scannumber(cross + 1, ds.h)) return -1;
-  ds.shape = kRectangular;
+  if (!scannumber(text, ds.b) || !scannumber(cross + 1, ds.h)) return EWADS_NO_SIZE;
+  ds.shape = TAVD_DUCT_RECTANGULAR;
   return 0;
 }
 
@@ -123,11 +121,11 @@ int scan(Char* text, DuctSize& ds) {
 extern "C" {
 
 bool ewads_is_circular(const DuctSize* ds) {
-  return ds->shape != tavd::kRectangular;
+  return ds->shape != TAVD_DUCT_RECTANGULAR;
 }
 
 bool ewads_is_rectangular(const DuctSize* ds) {
-  return ds->shape == tavd::kRectangular;
+  return ds->shape == TAVD_DUCT_RECTANGULAR;
 }
 
 int ewads_equal_size(const DuctSize* ds1, const DuctSize* ds2) {

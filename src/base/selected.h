@@ -17,9 +17,7 @@ class Selected {
   // Selects another object of the same kind in its place.
   void change(gwobject object) {
     const gwobject replaced = gwselect(hdc_, object);
-    if (former_ == nullptr) {
-      former_ = replaced;
-    }
+    if (former_ == nullptr) former_ = replaced;
   }
 
  private:

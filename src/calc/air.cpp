@@ -1,3 +1,4 @@
+// Formulas of air in a duct, and the limits of a product's flow.
 #include "calc/numeric.h"
 #include "tavd/tavca.h"
 
@@ -27,5 +28,6 @@ int tavca_qminqmax(const FlowData* fd, float* qmin, float* qmax) {
   const bool loaded = fd != nullptr && fd->nhdd != 0;
   if (qmin != nullptr) *qmin = loaded ? fd->qvmin : 0.0F;
   if (qmax != nullptr) *qmax = loaded ? fd->qvmax : 0.0F;
-  return loaded ? 0 : -1;
+  if (!loaded) return TAVCA_LIMITS_NO_DATA;
+  return TAVCA_OK;
 }

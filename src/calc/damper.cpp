@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "calc/kinds.h"
 #include "calc/numeric.h"
 #include "calc/parameter.h"
 #include "tavd/tavca.h"
@@ -16,20 +17,10 @@ using tavd::row_count;
 using tavd::square_law;
 using tavd::wide;
 
-// Codes of the solvers.
-constexpr int kSolved = 0;
-constexpr int kAboveTable = 1;
-constexpr int kBelowTable = -1;
-constexpr int kNoDamper = 2;
-constexpr int kNoTable = -3;
-constexpr int kBadRequest = -4;
-constexpr int kBadRow = -5;
-
 constexpr double kSmallestRequest = 1e-6;  // l/s and Pa, solvers; their rows too
 constexpr double kSmallestForward = 1e-7;  // l/s, rows in the forward direction
 constexpr double kMargin = 1.01;           // how far beyond the table the stepless solver still solves
 constexpr double kSamePressure = 1e-5;     // Pa; rows closer than this are not interpolated
-constexpr float kNoFlowData = -2.0F;       // forward direction
 constexpr int kSmallestSteppedTable = 3;   // rows; a smaller table is stepless
 
 int rows_of(const FlowData& fd) {
@@ -82,12 +73,12 @@ float interpolated_dp(const FlowData& fd, float qv, float pos) {
 
 // What both solvers ask before they look at the demanded resistance.
 int check_request(const FlowData* fd, float qv, float dp) {
-  if (too_small(qv) || too_small(dp)) return kBadRequest;
-  if (fd == nullptr || fd->nhdd == 0) return kNoTable;
-  if (fd->kind != 20 && fd->kind != 22) return kNoDamper;
-  if (rows_of(*fd) < 1) return kNoTable;
-  if (too_small(fd->damper[0].qv)) return kBadRow;
-  return kSolved;
+  if (too_small(qv) || too_small(dp)) return TAVCA_POS_BAD_POINT;
+  if (fd == nullptr || fd->nhdd == 0) return TAVCA_POS_NO_TABLE;
+  if (!tavd::is_damper(fd->kind)) return TAVCA_POS_NO_DAMPER;
+  if (rows_of(*fd) < 1) return TAVCA_POS_NO_TABLE;
+  if (too_small(fd->damper[0].qv)) return TAVCA_POS_BAD_ROW;
+  return TAVCA_OK;
 }
 
 // Position between two rows, linear over the logarithm of the pressure. Also reaches a little beyond the
@@ -107,22 +98,22 @@ int solve_stepless(const FlowData& fd, float qv, float dp, float* pos) {
   const float k = tavd::resistance(qv, dp);
   if (wide(k) > kMargin * wide(resistance_of(rows[0]))) {
     *pos = rows[0].pos;
-    return kAboveTable;
+    return TAVCA_POS_ABOVE_TABLE;
   }
   const int last = rows_of(fd) - 1;
-  if (too_small(rows[last].qv)) return kBadRow;
+  if (too_small(rows[last].qv)) return TAVCA_POS_BAD_ROW;
   if (wide(resistance_of(rows[last])) / kMargin > wide(k)) {
     *pos = rows[last].pos;
-    return kBelowTable;
+    return TAVCA_POS_BELOW_TABLE;
   }
   for (int i = 1; i <= last; ++i) {
-    if (too_small(rows[i].qv)) return kBadRow;
+    if (too_small(rows[i].qv)) return TAVCA_POS_BAD_ROW;
     if (!(k > resistance_of(rows[i]))) continue;
     *pos = position_between(rows[i - 1], rows[i], qv, dp);
-    return kSolved;
+    return TAVCA_OK;
   }
   *pos = rows[last].pos;
-  return kSolved;
+  return TAVCA_OK;
 }
 
 int solve_stepped(const FlowData& fd, float qv, float dp, float* pos) {
@@ -131,20 +122,20 @@ int solve_stepped(const FlowData& fd, float qv, float dp, float* pos) {
   const float k = tavd::resistance(qv, dp);
   if (!(k < resistance_of(rows[0]))) {
     *pos = rows[0].pos;
-    return kAboveTable;
+    return TAVCA_POS_ABOVE_TABLE;
   }
   const int last = rows_of(fd) - 1;
-  if (too_small(rows[last].qv)) return kBadRow;
+  if (too_small(rows[last].qv)) return TAVCA_POS_BAD_ROW;
   if (!(resistance_of(rows[last]) < k)) {
     *pos = rows[last].pos;
-    return kBelowTable;
+    return TAVCA_POS_BELOW_TABLE;
   }
   // The nearest setting is the nearest by pressure ratio; on a tie the more throttled one stays.
   const double lgdp = lg(dp);
   double dplg_diff_min = std::numeric_limits<double>::infinity();
   int nearest = 0;
   for (int i = 0; i <= last; ++i) {
-    if (too_small(rows[i].qv) || too_small(rows[i].dp)) return kBadRow;
+    if (too_small(rows[i].qv) || too_small(rows[i].dp)) return TAVCA_POS_BAD_ROW;
     const double d = std::fabs(lg(resistance_of(rows[i]) * qv * qv) - lgdp);
     if (d < dplg_diff_min) {
       dplg_diff_min = d;
@@ -152,7 +143,7 @@ int solve_stepped(const FlowData& fd, float qv, float dp, float* pos) {
     }
   }
   *pos = rows[nearest].pos;
-  return kSolved;
+  return TAVCA_OK;
 }
 
 using Solver = int (*)(const FlowData&, float, float, float*);
@@ -160,7 +151,7 @@ using Solver = int (*)(const FlowData&, float, float, float*);
 int solve(Solver solver, const FlowData* fd, float qv, float dp, float* pos) {
   float position = 0.0F;
   int result = check_request(fd, qv, dp);
-  if (result == kSolved) result = solver(*fd, qv, dp, &position);
+  if (result == TAVCA_OK) result = solver(*fd, qv, dp, &position);
   if (pos != nullptr) *pos = position;
   return result;
 }
@@ -168,8 +159,8 @@ int solve(Solver solver, const FlowData* fd, float qv, float dp, float* pos) {
 }  // namespace
 
 float tavca_dptot_damperpos(const FlowData* fd, float qv, float pos) {
-  if (fd == nullptr || fd->nhdd == 0) return kNoFlowData;
-  if (fd->kind != 20 && fd->kind != 22 && fd->kind != 13) return tavca_dptotmin(fd, qv);
+  if (fd == nullptr || fd->nhdd == 0) return TAVCA_DPTOT_NO_DATA;
+  if (!tavd::is_damper(fd->kind) && fd->kind != TAVD_KIND_LIMITS) return tavca_dptotmin(fd, qv);
   const int n = rows_of(*fd);
   if (n == 0 || wide(fd->damper[0].qv) < kSmallestForward) return 0.0F;
   if (n > 1) return interpolated_dp(*fd, qv, pos);

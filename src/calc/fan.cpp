@@ -9,13 +9,10 @@ namespace {
 using tavd::resistance;
 using tavd::row_count;
 
-constexpr int kNullRecord = -10;
-constexpr int kBelowCurve = -100;
-constexpr int kAboveCurve = -200;
-constexpr int kOverCurve = -300;
-
-constexpr int kTotalPressure =
-    100;  // kind100 from here on: the curve is a total pressure, below it a static one
+// Whether the curve is a static pressure: a load marks every record as total, a host may take the mark off.
+bool holds_static_pressure(const FlowData& fd) {
+  return fd.kind100 < TAVD_KIND_TOTAL_PRESSURE;
+}
 
 int curve_points(const FlowData& fd) {
   return row_count(fd.nfan, TAVD_FAN_ROWS);
@@ -45,7 +42,7 @@ float system_line(const FanPoint& point, const tavd::PressureTerm& term) {
 }
 
 struct FanPressure {
-  int code = 0;
+  int code = TAVCA_OK;
   float total = 0.0F;
   float fan_static = 0.0F;
   float dynamic = 0.0F;
@@ -54,7 +51,7 @@ struct FanPressure {
 FanPressure fan_pressure(const FlowData& fd, float qv) {
   const int n = curve_points(fd);
   const bool below = n > 0 && fd.fancurve[0].qv > qv;
-  if (!below && (n == 0 || qv > fd.fancurve[n - 1].qv)) return {kAboveCurve};
+  if (!below && (n == 0 || qv > fd.fancurve[n - 1].qv)) return {TAVCA_FAN_ABOVE_CURVE};
   const tavd::PressureTerm term(fd, qv);
   float dpref = 0.0F;
   if (below) {
@@ -63,9 +60,9 @@ FanPressure fan_pressure(const FlowData& fd, float qv) {
     dpref = term.added_to(curve_dp(fd, qv, upper));
   }
   FanPressure result;
-  result.code = below ? kBelowCurve : 0;
+  if (below) result.code = TAVCA_FAN_BELOW_CURVE;
   result.dynamic = tavca_pdyn(qv, fd.ductarea, 0);
-  const bool is_static = fd.kind100 < kTotalPressure;
+  const bool is_static = holds_static_pressure(fd);
   result.fan_static = is_static ? dpref : dpref - result.dynamic;
   result.total = is_static ? dpref + result.dynamic : dpref;
   return result;
@@ -75,7 +72,7 @@ FanPressure fan_pressure(const FlowData& fd, float qv) {
 
 int tavca_fan_dp(const FlowData* fd, float qv, float* dptot, float* dpst, float* pd) {
   FanPressure result;
-  result.code = kNullRecord;
+  result.code = TAVCA_FAN_NO_RECORD;
   if (fd != nullptr) result = fan_pressure(*fd, qv);
   if (dptot != nullptr) *dptot = result.total;
   if (dpst != nullptr) *dpst = result.fan_static;
@@ -84,17 +81,18 @@ int tavca_fan_dp(const FlowData* fd, float qv, float* dptot, float* dpst, float*
 }
 
 int tavca_fan_op_check(const FlowData* fd, float qv, float dp) {
-  if (fd == nullptr) return kNullRecord;
+  if (fd == nullptr) return TAVCA_FAN_NO_RECORD;
   const int n = curve_points(*fd);
-  if (n == 0 || qv > fd->fancurve[n - 1].qv) return kAboveCurve;
+  if (n == 0 || qv > fd->fancurve[n - 1].qv) return TAVCA_FAN_ABOVE_CURVE;
   const tavd::PressureTerm term(*fd, qv);
   const float k1 = system_line(fd->fancurve[0], term);
   const float k2 = system_line(fd->fancurve[n - 1], term);
-  if (dp > k1 * qv * qv) return kBelowCurve;
-  if (k2 * qv * qv > dp) return kAboveCurve;
+  if (dp > k1 * qv * qv) return TAVCA_FAN_BELOW_CURVE;
+  if (k2 * qv * qv > dp) return TAVCA_FAN_ABOVE_CURVE;
   const int upper = find_bracket(*fd, qv);
-  if (upper == 0) return 0;
+  if (upper == 0) return TAVCA_OK;
   float dpref = term.added_to(curve_dp(*fd, qv, upper));
-  if (fd->kind100 < kTotalPressure) dpref += tavca_pdyn(qv, fd->ductarea, 0);
-  return dp > dpref ? kOverCurve : 0;
+  if (holds_static_pressure(*fd)) dpref += tavca_pdyn(qv, fd->ductarea, 0);
+  if (dp > dpref) return TAVCA_FAN_OVER_CURVE;
+  return TAVCA_OK;
 }

@@ -1,42 +1,22 @@
 // Turns the attributes of a product into the one record that all calculations read, with every pressure of
 // the tables a total pressure in Pa.
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <limits>
 
 #include "base/gwtext.h"
 #include "calc/classes.h"
+#include "calc/kinds.h"
 #include "calc/numeric.h"
+#include "tavd/attributes.h"
 #include "tavd/tavb.h"
 #include "tavd/tavca.h"
 
 namespace {
 
-// Attributes, by the names that the attribute catalogue gives them.
-enum Attribute : std::int16_t {
-  kLwSizeCoef = 1302,
-  kParNames = 1514,
-  kHdd = 1649,
-  kFlowHeader = 1650,
-  kQvDpRef = 1651,
-  kDamperPoints = 1652,
-  kLwPoints = 1653,
-  kDlw = 1654,
-  kDlwPoints = 1655,
-  kQvDpPoints = 1657,
-  kQvDpLimits = 1658,
-  kQvL2 = 1659,
-  kParL2 = 1660,
-  kPar1Table = 1661,
-  kPar2Table = 1662,
-  kFanCurve = 1666,
-  kIntPair = 1670,
-  kFloatPair = 1671,
-};
-
-constexpr std::int16_t kTotalPressure = 100;  // added to the kind in headers whose pressures are total ones
+constexpr std::size_t kIdRoom = 100;  // characters; the service writes an object id of 32 at most
 constexpr float kPaPerKpa = 1000.0F;
-constexpr int kParNamesBytes = 80;
 constexpr std::int16_t kLargestSizeWithoutArea = 10;  // mm; such sizes stand for "no connection"
 
 #pragma pack(push, 1)
@@ -60,14 +40,14 @@ struct Source {
   // Reads an attribute into `value`, which stays as it is if the record does not have it. Returns whether it
   // has; `count`, if not null, receives the number of items as the service tells it.
   template <typename T>
-  bool read(Attribute attribute, T* value, std::int16_t* count) const {
+  bool read(std::int16_t attribute, T* value, std::int16_t* count) const {
     static_assert(sizeof(T) <= std::numeric_limits<std::int16_t>::max());
     return tavbcopyatt(db, rec, attribute, count, value, static_cast<std::int16_t>(sizeof(T))) != nullptr;
   }
 
   // Reads the rows of a table; more rows than it holds are cut.
   template <typename Row, int N>
-  bool read_rows(Attribute attribute, Row (&table)[N], std::int16_t* rows) const {
+  bool read_rows(std::int16_t attribute, Row (&table)[N], std::int16_t* rows) const {
     std::int16_t count = 0;
     const bool found = read(attribute, &table, &count);
     *rows = static_cast<std::int16_t>(tavd::row_count(count, N));
@@ -96,19 +76,19 @@ void make_total(const FlowData& fd, PressureForm form, Row* rows, int n) {
   for (int i = 0; i < n; ++i) rows[i].dp = total_pressure(fd, form, rows[i].qv, rows[i].dp);
 }
 
-std::int16_t plus_100(std::int16_t kind) {
+std::int16_t marked_total(std::int16_t kind) {
   return static_cast<std::int16_t>(
-      std::min<int>(kind + kTotalPressure, std::numeric_limits<std::int16_t>::max()));
+      std::min<int>(kind + TAVD_KIND_TOTAL_PRESSURE, std::numeric_limits<std::int16_t>::max()));
 }
 
 bool load_older_header(const Source& source, FlowData* fd, PressureForm* form) {
   OlderHeader hdd = {};
   std::int16_t count = 0;
-  const bool found = source.read(kHdd, &hdd, &count);
+  const bool found = source.read(TAVD_ATT_OLD_HEADER, &hdd, &count);
   if (!found) return false;
   fd->nhdd = count;
   fd->kind = hdd.kind;
-  fd->kind100 = plus_100(hdd.kind);
+  fd->kind100 = marked_total(hdd.kind);
   fd->b = hdd.b;
   fd->h = 0;
   fd->qvmin = hdd.qvmin;
@@ -122,7 +102,7 @@ bool load_older_header(const Source& source, FlowData* fd, PressureForm* form) {
 bool load_header(const Source& source, FlowData* fd, PressureForm* form) {
   FlowHeader header = {};
   std::int16_t count = 0;
-  source.read(kFlowHeader, &header, &count);
+  source.read(TAVD_ATT_FLOW_HEADER, &header, &count);
   // An item that is cut short counts as none.
   if (count == 0) return load_older_header(source, fd, form);
   fd->nhdd = count;
@@ -133,12 +113,12 @@ bool load_header(const Source& source, FlowData* fd, PressureForm* form) {
   fd->qvmax = header.qvmax;
   fd->dpmin = header.dpmin;
   fd->dpmax = header.dpmax;
-  if (header.kind < kTotalPressure) {
+  if (header.kind < TAVD_KIND_TOTAL_PRESSURE) {
     fd->kind = header.kind;
-    fd->kind100 = plus_100(header.kind);
+    fd->kind100 = marked_total(header.kind);
     form->sign = tavd::static_to_total_sign(*fd);
   } else {
-    fd->kind = static_cast<std::int16_t>(header.kind - kTotalPressure);
+    fd->kind = static_cast<std::int16_t>(header.kind - TAVD_KIND_TOTAL_PRESSURE);
   }
   return true;
 }
@@ -146,7 +126,7 @@ bool load_header(const Source& source, FlowData* fd, PressureForm* form) {
 void load_fan_limits(const Source& source, FlowData* fd) {
   float limits[4] = {fd->qvmin, fd->qvmax, fd->dpmin, fd->dpmax};
   std::int16_t nitems = 0;
-  if (!source.read(kQvDpLimits, &limits, &nitems)) return;
+  if (!source.read(TAVD_ATT_QVDP_LIMITS, &limits, &nitems)) return;
   fd->qvmin = limits[0];
   fd->qvmax = limits[1];
   fd->dpmin = limits[2];
@@ -157,7 +137,7 @@ void load_fan_limits(const Source& source, FlowData* fd) {
 void load_reference_point(const Source& source, FlowData* fd, PressureForm form) {
   float point[2] = {};
   std::int16_t count = 0;
-  source.read(kQvDpRef, &point, &count);
+  source.read(TAVD_ATT_QVDP_REF, &point, &count);
   fd->nref = count;
   fd->qvref = point[0];
   fd->dpref = point[1];
@@ -168,23 +148,23 @@ void load_reference_point(const Source& source, FlowData* fd, PressureForm form)
 void load_curve(const Source& source, FlowData* fd, PressureForm form) {
   std::int16_t rows = 0;
   switch (fd->kind) {
-    case 10:
-    case 11:
+    case TAVD_KIND_RESISTANCE:
+    case TAVD_KIND_RESISTANCE_VELOCITY:
       load_reference_point(source, fd, form);
       break;
-    case 12:
-      source.read_rows(kQvDpPoints, fd->qvdppoints, &rows);
+    case TAVD_KIND_RESISTANCE_POINTS:
+      source.read_rows(TAVD_ATT_QVDP_POINTS, fd->qvdppoints, &rows);
       fd->nqvdp = rows;
       make_total(*fd, form, fd->qvdppoints, rows);
       break;
-    case 20:
-    case 22:
-      source.read_rows(kDamperPoints, fd->damper, &rows);
+    case TAVD_KIND_DAMPER:
+    case TAVD_KIND_DAMPER_VELOCITY:
+      source.read_rows(TAVD_ATT_DAMPER_POINTS, fd->damper, &rows);
       fd->ndamper = rows;
       make_total(*fd, form, fd->damper, rows);
       break;
-    case 40:
-      source.read_rows(kFanCurve, fd->fancurve, &rows);
+    case TAVD_KIND_FAN:
+      source.read_rows(TAVD_ATT_FAN_CURVE, fd->fancurve, &rows);
       fd->nfan = rows;
       form.kpa = false;  // fan curves are stored in Pa under either header
       make_total(*fd, form, fd->fancurve, rows);
@@ -196,42 +176,42 @@ void load_curve(const Source& source, FlowData* fd, PressureForm form) {
 
 void load_sound(const Source& source, FlowData* fd, PressureForm form) {
   std::int16_t rows = 0;
-  source.read_rows(kLwPoints, fd->lwpoints, &rows);
+  source.read_rows(TAVD_ATT_LW_POINTS, fd->lwpoints, &rows);
   fd->nlw = rows;
   make_total(*fd, form, fd->lwpoints, rows);
 
-  const bool by_position = source.read_rows(kDlwPoints, fd->dlwpoints, &rows);
+  const bool by_position = source.read_rows(TAVD_ATT_DLW_POINTS, fd->dlwpoints, &rows);
   fd->ndlwpoints = rows;
   if (by_position) return;
   std::int16_t count = 0;
-  source.read(kDlw, &fd->dlw, &count);
+  source.read(TAVD_ATT_DLW, &fd->dlw, &count);
   fd->ndlw = count;
 }
 
 void load_host_values(const Source& source, FlowData* fd) {
   std::int16_t intpair[2] = {};
-  source.read(kIntPair, &intpair, nullptr);
+  source.read(TAVD_ATT_INT_PAIR, &intpair, nullptr);
   std::memcpy(fd->intpair, intpair, sizeof intpair);
   float floatpair[2] = {};
-  source.read(kFloatPair, &floatpair, nullptr);
+  source.read(TAVD_ATT_FLOAT_PAIR, &floatpair, nullptr);
   std::memcpy(fd->floatpair, floatpair, sizeof floatpair);
 }
 
 void load_size_coefficient(const Source& source, FlowData* fd) {
   float lwsizecoef = 0.0F;
-  source.read(kLwSizeCoef, &lwsizecoef, nullptr);
+  source.read(TAVD_ATT_LW_SIZE_COEF, &lwsizecoef, nullptr);
   fd->lwsizecoef = lwsizecoef;
 }
 
 void load_throw(const Source& source, FlowData* fd) {
   std::int16_t rows = 0;
-  source.read_rows(kQvL2, fd->qvL2, &rows);
+  source.read_rows(TAVD_ATT_QV_L2, fd->qvL2, &rows);
   fd->nqvL2 = rows;
-  source.read_rows(kParL2, fd->parL2, &rows);
+  source.read_rows(TAVD_ATT_PAR_L2, fd->parL2, &rows);
   fd->nparL2 = rows;
 }
 
-bool load_parameter_table(const Source& source, Attribute attribute, ParTable* par) {
+bool load_parameter_table(const Source& source, std::int16_t attribute, ParTable* par) {
   std::int16_t rows = 0;
   const bool found = source.read_rows(attribute, par->table, &rows);
   par->count = rows;
@@ -240,8 +220,10 @@ bool load_parameter_table(const Source& source, Attribute attribute, ParTable* p
 
 // The number of usable parameters. An empty first name leaves none, even if the second one is good.
 std::int16_t load_parameter_names(const Source& source, FlowData* fd, std::int16_t npar) {
-  char sz[kParNamesBytes + 1] = {};  // a text of full length comes without a terminator
-  if (tavbcopyatt(source.db, source.rec, kParNames, nullptr, sz, kParNamesBytes) == nullptr) return 0;
+  char sz[TAVD_PAR_NAMES_BYTES + 1] = {};  // a text of full length comes without a terminator
+  if (tavbcopyatt(source.db, source.rec, TAVD_ATT_PAR_NAMES, nullptr, sz, TAVD_PAR_NAMES_BYTES) == nullptr) {
+    return 0;
+  }
   char* first = fd->par[0].name;
   char* second = fd->par[1].name;
   if (npar >= 2) {
@@ -261,26 +243,26 @@ std::int16_t load_parameter_names(const Source& source, FlowData* fd, std::int16
 }
 
 void load_parameters(const Source& source, FlowData* fd) {
-  if (!load_parameter_table(source, kPar1Table, &fd->par[0])) return;
-  const bool two = load_parameter_table(source, kPar2Table, &fd->par[1]);
+  if (!load_parameter_table(source, TAVD_ATT_PAR1_TABLE, &fd->par[0])) return;
+  const bool two = load_parameter_table(source, TAVD_ATT_PAR2_TABLE, &fd->par[1]);
   fd->npar = load_parameter_names(source, fd, two ? 2 : 1);
 }
 
 }  // namespace
 
 int tavca_load_flowdata(std::int16_t db, tavb_rec rec, FlowData* fd) {
-  if (fd == nullptr) return -1;
+  if (fd == nullptr) return TAVCA_LOAD_NO_HEADER;
   std::memset(fd, 0, sizeof *fd);
-  if (rec == nullptr) return -1;
-  char objID[100] = {};
+  if (rec == nullptr) return TAVCA_LOAD_NO_HEADER;
+  char objID[kIdRoom] = {};
   tavbgetID(db, rec, fd->szclass, objID);
   tavbobjIDtosz(db, objID, fd->szobjID);
 
   const Source source = {db, rec};
   PressureForm form;
-  if (!load_header(source, fd, &form)) return -1;
-  if (fd->kind == 40) load_fan_limits(source, fd);
-  fd->isvelocity = fd->kind == 22 || fd->kind == 11 ? 1 : 0;
+  if (!load_header(source, fd, &form)) return TAVCA_LOAD_NO_HEADER;
+  if (fd->kind == TAVD_KIND_FAN) load_fan_limits(source, fd);
+  fd->isvelocity = tavd::is_by_velocity(fd->kind) ? 1 : 0;
   if (fd->isvelocity == 0 && fd->b > kLargestSizeWithoutArea) fd->ductarea = tavca_ductarea_m2(fd->b, fd->h);
   load_curve(source, fd, form);
   load_sound(source, fd, form);
@@ -288,5 +270,5 @@ int tavca_load_flowdata(std::int16_t db, tavb_rec rec, FlowData* fd) {
   load_size_coefficient(source, fd);
   load_throw(source, fd);
   load_parameters(source, fd);
-  return 0;
+  return TAVCA_OK;
 }

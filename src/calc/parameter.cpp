@@ -58,32 +58,32 @@ void add_to_bands(float* bands, float d) {
   for (int band = 0; band < TAVD_BANDS; ++band) bands[band] += d;
 }
 
-int locate_text(const char* value, const ParEntry* table, int n, std::int16_t* idx1, std::int16_t* idx2) {
+bool locate_text(const char* value, const ParEntry* table, int n, std::int16_t* idx1, std::int16_t* idx2) {
   for (int row = 0; row < n; ++row) {
     if (tavca_param_valuecmp(value, table[row].value) != 0) continue;
     *idx1 = *idx2 = static_cast<std::int16_t>(row);
-    return 0;
+    return true;
   }
-  return -1;
+  return false;
 }
 
-int locate_number(float value, const ParEntry* table, int n, std::int16_t* idx1, std::int16_t* idx2,
-                  float* frac) {
+bool locate_number(float value, const ParEntry* table, int n, std::int16_t* idx1, std::int16_t* idx2,
+                   float* frac) {
   float lower = number_of(table[0].value);
-  if (lower >= value) return 0;
+  if (lower >= value) return true;
   for (int row = 1; row < n; ++row) {
     const float upper = number_of(table[row].value);
-    if (lower >= upper) return -1;
+    if (lower >= upper) return false;
     if (lower <= value && value <= upper) {
       *idx1 = static_cast<std::int16_t>(row - 1);
       *idx2 = static_cast<std::int16_t>(row);
       *frac = (value - lower) / (upper - lower);
-      return 0;
+      return true;
     }
     lower = upper;
   }
   *idx1 = *idx2 = static_cast<std::int16_t>(n - 1);
-  return 0;
+  return true;
 }
 
 bool is_name_of(const ParTable& par, const char* name) {
@@ -105,21 +105,22 @@ ParTable* find_parameter(FlowData* fd, const char* name) {
 int tavca_param_valuetoreal(const char* value, float* real) {
   ValueText text(value);
   float number = 0.0F;
-  int result = -1;
+  int result = TAVCA_PARAM_NO_NUMBER;
   if (tavd::gwisnumber(text.data()) != 0) {
     // Unlike the scanf family, from_chars reads a point as a point in every locale.
     const char* first = text.data() + std::strspn(text.data(), " ");
     const auto scan = std::from_chars(first, first + std::strlen(first), number);
-    if (scan.ec == std::errc()) result = 0;
+    if (scan.ec == std::errc()) result = TAVCA_OK;
   }
-  if (real != nullptr) *real = result == 0 ? number : 0.0F;
+  if (real != nullptr) *real = result == TAVCA_OK ? number : 0.0F;
   return result;
 }
 
 int tavca_param_valuecmp(const char* a, const char* b) {
   float number_a;
   float number_b;
-  if (tavca_param_valuetoreal(a, &number_a) == 0 && tavca_param_valuetoreal(b, &number_b) == 0) {
+  if (tavca_param_valuetoreal(a, &number_a) == TAVCA_OK &&
+      tavca_param_valuetoreal(b, &number_b) == TAVCA_OK) {
     return static_cast<int>(number_a > number_b) - static_cast<int>(number_a < number_b);
   }
   ValueText text_a(a);
@@ -131,10 +132,10 @@ int tavca_param_valuecmp(const char* a, const char* b) {
 }
 
 int tavca_param_setvalue(FlowData* fd, const char* name, const char* value) {
-  if (fd == nullptr || name == nullptr) return -1;
+  if (fd == nullptr || name == nullptr) return TAVCA_PARAM_NO_NAME;
   ValueText szPar(name);
   ParTable* par = find_parameter(fd, szPar.data());
-  if (par == nullptr) return -1;
+  if (par == nullptr) return TAVCA_PARAM_NO_NAME;
   // The caller's text may lie in the record itself, so it is read before anything is written.
   ValueText chosen(value);
   // Cleared first: nothing of a longer value stays behind a shorter one.
@@ -147,7 +148,7 @@ int tavca_param_setvalue(FlowData* fd, const char* name, const char* value) {
   par->idx1 = idx1;
   par->idx2 = idx2;
   par->frac = frac;
-  return 0;
+  return TAVCA_OK;
 }
 
 namespace tavd {
@@ -166,11 +167,11 @@ bool strip_quotes(char* s) {
   return removed;
 }
 
-int param_locate(const char* value, const ParEntry* table, int n, std::int16_t* idx1, std::int16_t* idx2,
-                 float* frac) {
+bool param_locate(const char* value, const ParEntry* table, int n, std::int16_t* idx1, std::int16_t* idx2,
+                  float* frac) {
   *idx1 = *idx2 = 0;
   *frac = 0.0F;
-  if (n <= 0) return -1;
+  if (n <= 0) return false;
   bool numeric = is_numeric(value);
   for (int row = 0; row < n && numeric; ++row) numeric = is_numeric(table[row].value);
   return numeric ? locate_number(number_of(value), table, n, idx1, idx2, frac)

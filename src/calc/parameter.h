@@ -8,9 +8,9 @@
 
 namespace tavd {
 
-// The place of `value` between the rows of a table: 0, or -1 with zero outputs if it has none.
-int param_locate(const char* value, const ParEntry* table, int n, std::int16_t* idx1, std::int16_t* idx2,
-                 float* frac);
+// The place of `value` between the rows of a table; false, with zero outputs, if it has none.
+bool param_locate(const char* value, const ParEntry* table, int n, std::int16_t* idx1, std::int16_t* idx2,
+                  float* frac);
 
 // Adds the pressure term of the chosen values at flow `qv`, Pa.
 void param_add_dp(const FlowData* fd, float qv, float* dp);
@@ -25,8 +25,9 @@ void param_add_dlw(const FlowData* fd, float* dlw);
 // Removes a leading and a trailing double quote in place; whether it removed one.
 bool strip_quotes(char* s);
 
-// Fits L2 = kL2*qv^nL2 through the first two points (one point: exponent 1): 0 or -1.
-int fit_power(const QvL2Point* points, int n, float* nL2, float* kL2);
+// Fits L2 = kL2*qv^nL2 through the first two points (one point: exponent 1); false, with zero outputs,
+// if one of them has no flow.
+bool fit_power(const QvL2Point* points, int n, float* nL2, float* kL2);
 // The measured points of the record's throw line for a parameter value; their number, below 1 if there are
 // none. A table by parameter value goes first, also when the value has no place in it.
 int throw_points(const FlowData& fd, const char* value, QvL2Point (&points)[TAVD_QVL2_ROWS]);

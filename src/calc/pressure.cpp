@@ -59,6 +59,7 @@ bool curve_dp(const FlowData& fd, float qv, float* dp) {
   }
   for (int i = 1; i < n; ++i) {
     if (is_bad(points[i])) {
+      // One point, hence the singular: hosts know both texts.
       tavca_msg("Invalid value in qvdppoint attribute");
       return false;
     }
@@ -72,54 +73,54 @@ bool curve_dp(const FlowData& fd, float qv, float* dp) {
 
 int reference_point_range(const FlowData& fd, float qv, PressureRange* range) {
   const float qvref = fd.qvref;
-  if (fd.nref == 0 || qvref <= 0.0F) return -3;
+  if (fd.nref == 0 || qvref <= 0.0F) return TAVCA_DPTOT_BAD_POINT;
   range->min = range->max = square_law(qvref, fd.dpref, qv);
-  return 0;
+  return TAVCA_OK;
 }
 
 // From the most open setting, the last row, to the most throttled one, the first.
 int damper_range(const FlowData& fd, float qv, PressureRange* range) {
   const int n = row_count(fd.ndamper, TAVD_DAMPER_ROWS);
-  if (n == 0) return -4;
+  if (n == 0) return TAVCA_DPTOT_BAD_DAMPER;
   const DamperPoint& first = fd.damper[0];
   const DamperPoint& last = fd.damper[n - 1];
-  if (first.qv <= 0.0F || last.qv <= 0.0F) return -4;
+  if (first.qv <= 0.0F || last.qv <= 0.0F) return TAVCA_DPTOT_BAD_DAMPER;
   range->max = square_law(first.qv, first.dp, qv);
   range->min = square_law(last.qv, last.dp, qv);
-  return 0;
+  return TAVCA_OK;
 }
 
 int base_range(const FlowData& fd, float qv, PressureRange* range) {
   switch (fd.kind) {
-    case 10:
-    case 11:
+    case TAVD_KIND_RESISTANCE:
+    case TAVD_KIND_RESISTANCE_VELOCITY:
       return reference_point_range(fd, qv, range);
-    case 12:
+    case TAVD_KIND_RESISTANCE_POINTS:
       // Carries the parameter term already; the caller adds it once more, as hosts have come to expect.
       range->min = range->max = tavca_floating_dp(&fd, qv);
-      return 0;
-    case 20:
-    case 22:
+      return TAVCA_OK;
+    case TAVD_KIND_DAMPER:
+    case TAVD_KIND_DAMPER_VELOCITY:
       return damper_range(fd, qv, range);
-    case 13:
-    case 30:
-    case 40:
+    case TAVD_KIND_LIMITS:
+    case TAVD_KIND_RANGE:
+    case TAVD_KIND_FAN:
       range->min = fd.dpmin;
       range->max = fd.dpmax;
-      return 0;
+      return TAVCA_OK;
     default:
-      return -6;
+      return TAVCA_DPTOT_OTHER_KIND;
   }
 }
 
 int pressure_range(const FlowData* fd, float qv, PressureRange* range) {
-  if (fd == nullptr || fd->nhdd == 0) return -2;
+  if (fd == nullptr || fd->nhdd == 0) return TAVCA_DPTOT_NO_DATA;
   const int result = base_range(*fd, qv, range);
-  if (result != 0) return result;
+  if (result != TAVCA_OK) return result;
   const tavd::PressureTerm term(*fd, qv);
   range->min = term.added_to(range->min);
   range->max = term.added_to(range->max);
-  return 0;
+  return TAVCA_OK;
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <numeric>
 
 #include "calc/interpolation.h"
+#include "calc/kinds.h"
 #include "calc/numeric.h"
 #include "calc/parameter.h"
 #include "tavd/ewads.h"
@@ -129,8 +130,8 @@ Pair choose_pair(const Rows& rows, Key key, float target) {
 }
 
 // The values of `key` that no earlier row has. `same(value, collected)` tells which are the same; the value
-// that came last is tried first, since the rows of a curve stand together. Returns 0, `too_many` at a row
-// after the 20th value, or `bad_row` at a row that was not measured.
+// that came last is tried first, since the rows of a curve stand together. Returns TAVCA_OK, `too_many` at a
+// row after the 20th value, or `bad_row` at a row that was not measured.
 template <typename Key, typename Same>
 int collect(const Table& table, Key key, Same same, int too_many, int bad_row, Distinct* distinct) {
   for (int row = 0; row < table.count(); ++row) {
@@ -142,7 +143,7 @@ int collect(const Table& table, Key key, Same same, int too_many, int bad_row, D
     if (known >= 0) continue;
     distinct->values[distinct->count++] = value;
   }
-  return 0;
+  return TAVCA_OK;
 }
 
 float limit(float level) {
@@ -169,16 +170,17 @@ LogPlace place_on_qv(const Table& table, Pair pair, LogValue qv) {
 int fixed_curve(const FlowData& fd, float qv, Bands& lw) {
   float dp = tavca_dptotmin(&fd, qv);
   tavd::param_remove_dp(&fd, qv, &dp);
-  if (wide(dp) <= kSmallestCurvePressure) return -11;
+  if (wide(dp) <= kSmallestCurvePressure) return TAVCA_LW_NO_PRESSURE;
   const Table table(fd);
   const Pair pair = choose_pair(
       all_rows(table), [&](int row) { return table.qv(row); }, qv);
-  if (!pair.complete()) return -12;
+  if (!pair.complete()) return TAVCA_LW_NO_PAIR;
   interpolate(table, pair,
-              fd.kind == 12 ? place_on_qv(table, pair, LogValue(qv)) : place_on_dp(table, pair, LogValue(dp)),
+              fd.kind == TAVD_KIND_RESISTANCE_POINTS ? place_on_qv(table, pair, LogValue(qv))
+                                                     : place_on_dp(table, pair, LogValue(dp)),
               lw);
   for (float& level : lw) level = limit(level);
-  return 0;
+  return TAVCA_OK;
 }
 
 // Kinds 13, 20, 22: rows are points of curves of constant resistance, one per setting. First along each of
@@ -198,15 +200,16 @@ int resistance_curves(const FlowData& fd, float qv, float dp, Bands& lw) {
     return std::fabs(wide(value - collected)) < kSameResistance * wide(collected);
   };
   Distinct kpxx;
-  const int failure = collect(table, resistance, same_curve, -21, -22, &kpxx);
-  if (failure != 0) return failure;
-  if (kpxx.count < 2) return -23;
+  const int failure =
+      collect(table, resistance, same_curve, TAVCA_LW_MANY_CURVES, TAVCA_LW_BAD_CURVE_ROW, &kpxx);
+  if (failure != TAVCA_OK) return failure;
+  if (kpxx.count < 2) return TAVCA_LW_FEW_CURVES;
   int idx = 0;
   for (int i = 1; i <= kpxx.count - 2; ++i) {
     if (kpxx.values[i] > k) idx = i;
   }
   const float kv[2] = {kpxx.values[idx], kpxx.values[idx + 1]};
-  if (!(kv[1] < kv[0])) return -24;
+  if (!(kv[1] < kv[0])) return TAVCA_LW_RISING_CURVES;
 
   float curve_qv[2];
   const LogValue log_dp(dp);
@@ -220,14 +223,12 @@ int resistance_curves(const FlowData& fd, float qv, float dp, Bands& lw) {
     curve_qv[c] = narrow(std::sqrt(wide(dp / kv[c])));
     const Pair pair = choose_pair(
         curve[c], [&](int row) { return table.qv(row); }, curve_qv[c]);
-    if (!pair.complete()) return -25;
+    if (!pair.complete()) return TAVCA_LW_SHORT_CURVE;
     interpolate(table, pair, place_on_dp(table, pair, log_dp), lww[c]);
   }
   const LogPlace across(curve_qv[0], curve_qv[1], LogValue(qv));
-  for (int band = 0; band < TAVD_BANDS; ++band) {
-    lw[band] = limit(across.between(lww[0][band], lww[1][band]));
-  }
-  return 0;
+  for (int band = 0; band < TAVD_BANDS; ++band) lw[band] = limit(across.between(lww[0][band], lww[1][band]));
+  return TAVCA_OK;
 }
 
 // Brings `x` into low..high; returns what the level gains by the way from there to `x`, dB.
@@ -259,9 +260,9 @@ int flow_groups(const FlowData& fd, float qv, float dp, Bands& lw) {
     return std::fabs(value - collected) < kSameFlow;
   };
   Distinct qvxx;
-  const int failure = collect(table, flow, same_flow, -31, -32, &qvxx);
-  if (failure != 0) return failure;
-  if (qvxx.count < 2) return -33;
+  const int failure = collect(table, flow, same_flow, TAVCA_LW_MANY_FLOWS, TAVCA_LW_BAD_FLOW_ROW, &qvxx);
+  if (failure != TAVCA_OK) return failure;
+  if (qvxx.count < 2) return TAVCA_LW_FEW_FLOWS;
   int idx = qvxx.count - 1;
   for (int i = qvxx.count - 1; i >= 1; --i) {
     if (qvxx.values[i] > qv) idx = i;
@@ -276,7 +277,7 @@ int flow_groups(const FlowData& fd, float qv, float dp, Bands& lw) {
   for (int c = 0; c < 2; ++c) {
     const Pair pair = choose_pair(
         group[c], [&](int row) { return table.dp(row); }, dp);
-    if (!pair.complete()) return -34;
+    if (!pair.complete()) return TAVCA_LW_SHORT_FLOW;
     interpolate(table, pair, place_on_dp(table, pair, log_dp), lww[c]);
     for (float& level : lww[c]) {
       if (level > kHighestLevel) level = kHighestLevel;
@@ -286,24 +287,24 @@ int flow_groups(const FlowData& fd, float qv, float dp, Bands& lw) {
   for (int band = 0; band < TAVD_BANDS; ++band) {
     lw[band] = limit(extra + across.between(lww[0][band], lww[1][band]));
   }
-  return 0;
+  return TAVCA_OK;
 }
 
 int table_level(const FlowData& fd, float qv, float dp, Bands& lw) {
   switch (fd.kind) {
-    case 10:
-    case 11:
-    case 12:
+    case TAVD_KIND_RESISTANCE:
+    case TAVD_KIND_RESISTANCE_VELOCITY:
+    case TAVD_KIND_RESISTANCE_POINTS:
       return fixed_curve(fd, qv, lw);
-    case 13:
-    case 20:
-    case 22:
+    case TAVD_KIND_LIMITS:
+    case TAVD_KIND_DAMPER:
+    case TAVD_KIND_DAMPER_VELOCITY:
       return resistance_curves(fd, qv, dp, lw);
-    case 30:
-    case 40:
+    case TAVD_KIND_RANGE:
+    case TAVD_KIND_FAN:
       return flow_groups(fd, qv, dp, lw);
     default:
-      return -9;
+      return TAVCA_LW_OTHER_KIND;
   }
 }
 
@@ -321,11 +322,11 @@ void add_corrections(const FlowData& fd, const DuctSize* duct, Bands& lw) {
 }
 
 int sound_power(const FlowData* fd, float qv, float dp, const DuctSize* duct, Bands& lw) {
-  if (wide(qv) < kSmallestFlow) return -1;
-  if (fd == nullptr || fd->nhdd == 0) return -2;
-  if (fd->nlw < 2) return -3;
+  if (wide(qv) < kSmallestFlow) return TAVCA_LW_NO_FLOW;
+  if (fd == nullptr || fd->nhdd == 0) return TAVCA_LW_NO_DATA;
+  if (fd->nlw < 2) return TAVCA_LW_FEW_ROWS;
   const int result = table_level(*fd, qv, dp, lw);
-  if (result == 0) add_corrections(*fd, duct, lw);
+  if (result == TAVCA_OK) add_corrections(*fd, duct, lw);
   return result;
 }
 
@@ -335,8 +336,8 @@ float place_on_dlw_line(const FlowData& fd, float qv, float dp) {
   const float first = fd.dlwpoints[0].pos;
   const float second = fd.dlwpoints[1].pos;
   float place = qv;
-  if (fd.kind != 30 && fd.kind != 40) {
-    if (tavca_damper_pos(&fd, qv, dp, &place) < -1) return 0.0F;
+  if (!tavd::is_measured_by_flow(fd.kind)) {
+    if (tavca_damper_pos(&fd, qv, dp, &place) < TAVCA_POS_BELOW_TABLE) return 0.0F;
   }
   return (place - first) / (second - first);
 }
@@ -350,7 +351,7 @@ bool attenuation(const FlowData& fd, float qv, float dp, float* dlw) {
     std::copy_n(fd.dlw, TAVD_BANDS, dlw);
   } else if (rows == 1) {
     std::copy_n(first.dlw, TAVD_BANDS, dlw);
-  } else if (fd.kind < 20 || rows == 0 || !(second.pos > first.pos)) {
+  } else if (fd.kind < TAVD_KIND_DAMPER || rows == 0 || !(second.pos > first.pos)) {
     return false;
   } else {
     const float t = place_on_dlw_line(fd, qv, dp);
@@ -365,18 +366,18 @@ bool attenuation(const FlowData& fd, float qv, float dp, float* dlw) {
 }  // namespace
 
 int tavca_lw(const FlowData* fd, float qv, float dp, float* lw, const DuctSize* duct) {
-  if (lw == nullptr) return -2;
+  if (lw == nullptr) return TAVCA_LW_NO_DATA;
   Bands levels = {};
   const int result = sound_power(fd, qv, dp, duct, levels);
-  if (result != 0) std::fill_n(levels, TAVD_BANDS, 0.0F);
+  if (result != TAVCA_OK) std::fill_n(levels, TAVD_BANDS, 0.0F);
   std::copy_n(levels, TAVD_BANDS, lw);
   return result;
 }
 
 int tavca_dlw(const FlowData* fd, float qv, float dp, float* dlw) {
-  if (dlw == nullptr) return 0;
+  if (dlw == nullptr) return TAVCA_OK;
   std::fill_n(dlw, TAVD_BANDS, 0.0F);
-  if (fd == nullptr || fd->nhdd == 0) return 0;
+  if (fd == nullptr || fd->nhdd == 0) return TAVCA_OK;
   if (attenuation(*fd, qv, dp, dlw)) tavd::param_add_dlw(fd, dlw);
-  return 0;
+  return TAVCA_OK;
 }

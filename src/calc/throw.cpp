@@ -1,3 +1,4 @@
+// Throw length at a flow.
 #include <algorithm>
 #include <cmath>
 
@@ -33,7 +34,7 @@ float tavca_L2_isothermal(const FlowData* fd, float qv, const char* value) {
   if (n < 1) return 0.0F;
   float nL2;
   float kL2;
-  if (tavd::fit_power(points, n, &nL2, &kL2) != 0) return 0.0F;
+  if (!tavd::fit_power(points, n, &nL2, &kL2)) return 0.0F;
   float L2 = narrow(wide(kL2) * std::pow(wide(qv), wide(nL2)));
   tavd::param_apply_factor(fd, &L2);
   return L2;

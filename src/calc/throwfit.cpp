@@ -18,6 +18,8 @@ constexpr double kOneValue = 0.01;            // rows closer than this belong to
 constexpr double kAtOrBelow = 0.0001;         // slack of "at or below" between parameter values
 constexpr double kBehindLastValue = -9999.9;  // to the last value, for a next value that is never the same
 
+// In place of a number of points.
+constexpr int kNoTable = -1;
 constexpr int kCannotPlace = -2;
 
 // The rows of the values next to the one asked for: the first two rows of the value at or below it (lo, lo2)
@@ -44,7 +46,7 @@ float number_of(const ParL2Point& row) {
 
 bool is_numeric(const char* value) {
   float number;
-  return tavca_param_valuetoreal(value, &number) == 0;
+  return tavca_param_valuetoreal(value, &number) == TAVCA_OK;
 }
 
 bool one_value(float a, float b) {
@@ -156,30 +158,31 @@ int take_number_rows(const ParL2Point* table, int n, float* out, float pos) {
 
 namespace tavd {
 
-int fit_power(const QvL2Point* points, int n, float* nL2, float* kL2) {
+bool fit_power(const QvL2Point* points, int n, float* nL2, float* kL2) {
   *nL2 = 0.0F;
   *kL2 = 0.0F;
-  if (n < 1 || wide(points[0].qv) < kSmallestFlow) return -1;
+  if (n < 1 || wide(points[0].qv) < kSmallestFlow) return false;
   if (n == 1) {
     *nL2 = 1.0F;
     *kL2 = narrow(wide(points[0].L2) / wide(points[0].qv));
-    return 0;
+    return true;
   }
-  if (wide(points[1].qv) < kSmallestFlow) return -1;
+  if (wide(points[1].qv) < kSmallestFlow) return false;
   const Line line = line_through(points[0].qv, points[0].L2, points[1].qv, points[1].L2);
   *nL2 = narrow(line.exponent);
   *kL2 = narrow(line.coefficient);
-  return 0;
+  return true;
 }
 
 int param_l2_points(const ParL2Point* table, int n, float out[4], const char* value) {
   std::fill_n(out, 4, 0.0F);
-  if (n < 1) return -1;
+  if (n < 1) return kNoTable;
   n = std::min<int>(n, TAVD_PARL2_ROWS);
-  if (value == nullptr || gwstrtrimlen(value, TAVD_PARAMETER_CHARS) == 0)
+  if (value == nullptr || gwstrtrimlen(value, TAVD_PARAMETER_CHARS) == 0) {
     return take_first_rows(table, n, out);
+  }
   float pos;
-  bool numeric = tavca_param_valuetoreal(value, &pos) == 0;
+  bool numeric = tavca_param_valuetoreal(value, &pos) == TAVCA_OK;
   for (int row = 0; row < n && numeric; ++row) numeric = is_numeric(table[row].value);
   return numeric ? take_number_rows(table, n, out, pos) : take_text_rows(table, n, out, value);
 }

@@ -6,9 +6,9 @@
 
 #include "base/gwtext.h"
 #include "codepage/codepage.h"
-#include "db/attributes.h"
 #include "db/codetemplate.h"
 #include "db/encoding.h"
+#include "tavd/attributes.h"
 #include "tavd/codes.h"
 #include "tavd/tavb.h"
 
@@ -24,8 +24,8 @@ struct IdForm {
   std::int16_t template_bytes;
   std::int32_t id_bytes;
 };
-constexpr IdForm kFixedIdForm = {200, 30};
-constexpr IdForm kSizedIdForm = {256, 256};
+constexpr IdForm kFixedIdForm = {200, TAVD_PRODUCTID_CHARS - 1};
+constexpr IdForm kSizedIdForm = {TAVD_ID_TEMPLATE_BYTES, TAVD_ID_TEMPLATE_BYTES};
 
 DuctSize size_or_zero(const DuctSize* ds) {
   return ds != nullptr ? *ds : DuctSize{};
@@ -87,7 +87,7 @@ void build_id(std::int16_t db, char* dest, std::int32_t limit, const IdForm& for
   char sID[kTextRoom + 1] = {};
   if (rec != nullptr) {
     const bool built =
-        tavbcopyatt(db, rec, kAttCodeTemplate, nullptr, szStruct, form.template_bytes) != nullptr &&
+        tavbcopyatt(db, rec, TAVD_ATT_ID_TEMPLATE, nullptr, szStruct, form.template_bytes) != nullptr &&
         build_code(sID, form.id_bytes, szStruct, ds1, ds2) == TAVD_CODE_OK;
     if (!built) tavbgetID(db, rec, nullptr, sID);  // 30 characters; what stands behind them stays
   }
@@ -98,9 +98,9 @@ void build_id(std::int16_t db, char* dest, std::int32_t limit, const IdForm& for
 // is converted: what stands in `dest` is kept, and cut at its end and its trailing blanks like any result.
 void widen_id(std::int16_t db, const char* id, std::size_t limit, tavd_wchar* dest, std::int32_t room) {
   const std::int16_t usesUTF8 = uses_utf8(db);
-  if (usesUTF8 == 1) {
+  if (usesUTF8 == TAVD_TEXTS_UTF8) {
     widen_trimmed(codepage::kUtf8, id, limit, dest, room);
-  } else if (usesUTF8 == 0 || usesUTF8 == 2) {
+  } else if (is_default_encoding(usesUTF8)) {
     widen_trimmed(codepage::kDefault, id, limit, dest, room);
   } else {
     dest[codepage::length(dest, static_cast<std::size_t>(room) - 1)] = 0;

@@ -87,7 +87,7 @@ std::int16_t read_dimension(const char** at, const DuctSize& ds1, const DuctSize
   const DuctSize& ds = connection && behind != '1' ? ds2 : ds1;
   for (const Dimension& dimension : kDimensions) {
     if (dimension.letter != letter) continue;
-    if (dimension.of_round_duct != (ds.shape == 0)) return TAVD_CODE_BAD_SIZE;
+    if (dimension.of_round_duct != (ds.shape == TAVD_DUCT_ROUND)) return TAVD_CODE_BAD_SIZE;
     field->value = ds.*dimension.size;
     return TAVD_CODE_OK;
   }

@@ -1,11 +1,13 @@
 // Copying and deleting whole products: the record, its family, its model record.
 #include "db/copy.h"
 
+#include <cstdint>
 #include <cstring>
 
 #include "base/gwtext.h"
-#include "db/attributes.h"
 #include "db/handles.h"
+#include "db/ids.h"
+#include "tavd/attributes.h"
 #include "tavd/tavb.h"
 #include "tavd/tavdf.h"
 #include "tavd/tavfm.h"
@@ -13,8 +15,6 @@
 namespace tavd {
 
 namespace {
-
-constexpr char kModelClass[] = "TVM";
 
 // A narrow family list that gives its members back.
 class FamilyOf {
@@ -41,8 +41,8 @@ class FamilyOf {
 
 // What a main record hands down to the copies of its members.
 struct Heritage {
-  char szManu[100];
-  char szTvmodelID[100];
+  char szManu[TAVD_MAKER_BYTES + 1];
+  char szTvmodelID[kIdChars + 1];
 };
 
 // Reads a text with one byte less than the zeroed field holds. False if it is absent.
@@ -53,8 +53,8 @@ bool copy_text(std::int16_t db, tavb_rec rec, std::int16_t attribute, char (&tex
 
 bool heads_family(std::int16_t db, tavb_rec rec) {
   std::int16_t sizingmode = 0;
-  tavbcopyatt(db, rec, kAttSizingMode, nullptr, &sizingmode, sizeof sizingmode);
-  return sizingmode == 1 || sizingmode == 2;
+  tavbcopyatt(db, rec, TAVD_ATT_SIZING_MODE, nullptr, &sizingmode, sizeof sizingmode);
+  return sizingmode == TAVD_SIZING_PATTERN || sizingmode == TAVD_SIZING_LIST;
 }
 
 void insert_text(std::int16_t db, RecordHandle& rec, std::int16_t attribute, const char* text) {
@@ -64,20 +64,20 @@ void insert_text(std::int16_t db, RecordHandle& rec, std::int16_t attribute, con
 
 Heritage read_heritage(std::int16_t db, tavb_rec rec) {
   Heritage heritage = {};
-  char tvmAtt[40] = {};
-  copy_text(db, rec, kAttMaker, heritage.szManu);
-  copy_text(db, rec, kAttModelId, tvmAtt);
-  if (tvmAtt[0] == '\0') copy_text(db, rec, kAttModelIdFallback, tvmAtt);
+  char tvmAtt[TAVD_MODEL_ID_BYTES + 1] = {};
+  copy_text(db, rec, TAVD_ATT_MAKER, heritage.szManu);
+  copy_text(db, rec, TAVD_ATT_MODEL_ID, tvmAtt);
+  if (tvmAtt[0] == '\0') copy_text(db, rec, TAVD_ATT_MODEL_ID_SECOND, tvmAtt);
   gwstrtrimcpy(heritage.szTvmodelID, tvmAtt, kIdChars);
   return heritage;
 }
 
 void copy_member(std::int16_t srcdb, std::int16_t dstdb, const char* classId, const FamilyMember& fmb,
                  const Heritage& heritage) {
-  RecordHandle member(tavbfindrec(srcdb, classId, fmb.objId, 0));
+  RecordHandle member(tavbfindrec(srcdb, classId, fmb.objId, TAVB_FIND_EXACT));
   if (!member) return;
-  insert_text(dstdb, member, kAttMaker, heritage.szManu);
-  insert_text(dstdb, member, kAttModelId, heritage.szTvmodelID);
+  insert_text(dstdb, member, TAVD_ATT_MAKER, heritage.szManu);
+  insert_text(dstdb, member, TAVD_ATT_MODEL_ID, heritage.szTvmodelID);
   tavbsaverec(dstdb, member.get());
   copy_model(srcdb, dstdb, member.get());
 }
@@ -86,10 +86,11 @@ void copy_member(std::int16_t srcdb, std::int16_t dstdb, const char* classId, co
 
 void copy_model(std::int16_t srcdb, std::int16_t dstdb, tavb_rec rec) {
   char tvmName[kIdRoom] = {};
-  if (!copy_text(srcdb, rec, kAttModelId, tvmName) && !copy_text(srcdb, rec, kAttModelIdFallback, tvmName)) {
+  if (!copy_text(srcdb, rec, TAVD_ATT_MODEL_ID, tvmName) &&
+      !copy_text(srcdb, rec, TAVD_ATT_MODEL_ID_SECOND, tvmName)) {
     return;
   }
-  const RecordHandle model(tavbfindrec(srcdb, kModelClass, tvmName, 0));
+  const RecordHandle model(tavbfindrec(srcdb, TAVD_MODEL_CLASS, tvmName, TAVB_FIND_EXACT));
   if (!model) return;
   std::int32_t tvmLen = 0;
   void* block = tavbgetahm(srcdb, model.get(), &tvmLen);
@@ -100,9 +101,9 @@ void copy_model(std::int16_t srcdb, std::int16_t dstdb, tavb_rec rec) {
 }  // namespace tavd
 
 int32_t tavdf_copy_recs(int16_t srcdb, int16_t dstdb, const char* classId, const char* objId) {
-  if (classId == nullptr || objId == nullptr) return -1;
-  tavd::RecordHandle rec(tavbfindrec(srcdb, classId, objId, 0));
-  if (!rec) return -1;
+  if (classId == nullptr || objId == nullptr) return TAVDF_NO_RECORD;
+  tavd::RecordHandle rec(tavbfindrec(srcdb, classId, objId, TAVB_FIND_EXACT));
+  if (!rec) return TAVDF_NO_RECORD;
   const bool is_family = tavd::heads_family(srcdb, rec.get());
   tavbsaverec(dstdb, rec.get());
   tavd::copy_model(srcdb, dstdb, rec.get());
@@ -118,16 +119,14 @@ int32_t tavdf_copy_recs(int16_t srcdb, int16_t dstdb, const char* classId, const
 }
 
 int32_t tavdf_delete_recs(int16_t db, const char* classId, const char* objId) {
-  if (classId == nullptr || objId == nullptr) return -1;
-  tavd::RecordHandle rec(tavbfindrec(db, classId, objId, 0));
-  if (!rec) return -1;
+  if (classId == nullptr || objId == nullptr) return TAVDF_NO_RECORD;
+  tavd::RecordHandle rec(tavbfindrec(db, classId, objId, TAVB_FIND_EXACT));
+  if (!rec) return TAVDF_NO_RECORD;
   const bool is_family = tavd::heads_family(db, rec.get());
   rec.release();
   if (is_family) {
     const tavd::FamilyOf family(db, classId, objId);
-    for (int32_t i = 0; i < family.count(); ++i) {
-      tavbdeleterec(db, classId, family.member(i).objId);
-    }
+    for (int32_t i = 0; i < family.count(); ++i) tavbdeleterec(db, classId, family.member(i).objId);
   }
   tavbdeleterec(db, classId, objId);
   return 0;

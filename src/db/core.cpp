@@ -1,10 +1,11 @@
 // Market area, language and vlk path: one block for the process.
 #include <cctype>
+#include <cstdint>
 #include <cstring>
 
 #include "base/gwtext.h"
-#include "db/attributes.h"
 #include "db/markets.h"
+#include "tavd/attributes.h"
 #include "tavd/tavdcore.h"
 #include "tavd/tavdf.h"
 
@@ -72,11 +73,11 @@ const char* tavdcore_marketArea(void) {
 }
 
 int16_t tavdcore_pcodeAttId(void) {
-  return tavd::market_attribute(&tavd::MarketRow::pcode, tavd::kAttDefaultCode);
+  return tavd::market_attribute(&tavd::MarketRow::pcode, TAVD_ATT_CODE_DEFAULT);
 }
 
 int16_t tavdcore_weblinkAttId(void) {
-  return tavd::market_attribute(&tavd::MarketRow::weblink, tavd::kAttDefaultWebLink);
+  return tavd::market_attribute(&tavd::MarketRow::weblink, TAVD_ATT_WEBLINK_DEFAULT);
 }
 
 int16_t tavdcore_pdescAttId(void) {

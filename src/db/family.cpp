@@ -2,12 +2,14 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 
 #include "base/gwarray.h"
 #include "base/gwtext.h"
-#include "db/attributes.h"
 #include "db/handles.h"
+#include "db/ids.h"
+#include "tavd/attributes.h"
 #include "tavd/tavb.h"
 #include "tavd/tavdf.h"
 #include "tavd/tavfm.h"
@@ -60,10 +62,6 @@ std::size_t field_end(const IdText& text, std::size_t start, std::size_t length)
   return std::min(end, length);
 }
 
-constexpr std::int32_t kMember = 0;
-constexpr std::int32_t kNoMember = -1;
-constexpr std::int32_t kPastFamily = 1;
-
 // Whether `id` fits `pattern`, field by field, from the first '*' on.
 std::int32_t match_fields(const IdText& pattern, std::size_t idLen, const IdText& id, std::size_t wildPos) {
   const auto candLen = static_cast<std::size_t>(gwstrtrimlen(id.data(), kIdChars));
@@ -75,13 +73,13 @@ std::int32_t match_fields(const IdText& pattern, std::size_t idLen, const IdText
     const std::size_t ce = field_end(id, c, candLen);
     if (pattern[p] != '*') {
       for (; p < pe; ++p, ++c) {
-        if (c >= ce || pattern[p] != id[c]) return kNoMember;
+        if (c >= ce || pattern[p] != id[c]) return TAVFM_NO_MEMBER;
       }
     }
     p = pe;
     c = ce;
-    if (p >= idLen) return kMember;
-    if (pattern[p] != id[c]) return kNoMember;
+    if (p >= idLen) return TAVFM_MEMBER;
+    if (pattern[p] != id[c]) return TAVFM_NO_MEMBER;
     ++p;
     ++c;
   }
@@ -116,31 +114,31 @@ struct Family {
     const IdText class_key = copy_id(classId, kClassChars);
     const IdText id_key = copy_id(objId, kIdChars);
     reset(list);
-    const RecordHandle main(tavbfindrec(db, class_key.data(), id_key.data(), 0));
+    const RecordHandle main(tavbfindrec(db, class_key.data(), id_key.data(), TAVB_FIND_EXACT));
     if (!main) return 0;
     read_header(list, db, main.get(), class_key, id_key);
     switch (list->sizingmode) {
-      case 1:
+      case TAVD_SIZING_PATTERN:
         add_matching(list, db, class_key);
         break;
-      case 2:
+      case TAVD_SIZING_LIST:
         add_named(list, db, main.get(), class_key);
         break;
       default:
-        if (list->sizingmode >= 0) add(list, db, main.get());
+        if (list->sizingmode >= TAVD_SIZING_SINGLE) add(list, db, main.get());
         break;
     }
     return list->members.count;
   }
 
   static std::int32_t add(List* list, std::int16_t db, tavb_rec rec) {
-    if (list == nullptr || rec == nullptr || !is_ready(*list)) return -1;
+    if (list == nullptr || rec == nullptr || !is_ready(*list)) return TAVFM_REFUSED;
     Member member = {};
     char objIdx[kIdRoom] = {};
     tavbgetID(db, rec, nullptr, objIdx);
     std::memcpy(member.objId, objIdx, sizeof member.objId);
     tavdf_load_ductsize(db, rec, &member.ds);
-    tavbcopyatt(db, rec, kAttShapeData, &member.nsh, member.shapedata, sizeof member.shapedata);
+    tavbcopyatt(db, rec, TAVD_ATT_SHAPE_DATA, &member.nsh, member.shapedata, sizeof member.shapedata);
     member.nsh = std::clamp<std::int16_t>(member.nsh, 0, TAVFM_SHAPE_WORDS);
     copy_texts(db, rec, member.pcode, member.descr);
     tavdf_load_installationdef(db, rec, member.installationdef, TAVFM_INSTALLATION_CHARS);
@@ -151,20 +149,20 @@ struct Family {
   }
 
   static std::int32_t get(const List* list, std::int32_t index, Member* fmb) {
-    if (fmb == nullptr) return -1;
+    if (fmb == nullptr) return TAVFM_NO_SUCH_INDEX;
     if (list != nullptr && is_ready(*list)) return gwarray_get(&list->members, index, fmb);
     *fmb = {};
-    return -1;
+    return TAVFM_NO_SUCH_INDEX;
   }
 
   static std::int32_t is_member(const List* list, const char* id) {
-    if (list == nullptr || id == nullptr) return kNoMember;
+    if (list == nullptr || id == nullptr) return TAVFM_NO_MEMBER;
     const auto idLen = static_cast<std::size_t>(std::clamp<int>(list->idLen, 0, kIdChars));
     const auto wildPos = std::min(static_cast<std::size_t>(std::max<int>(list->wildPos, 0)), idLen);
     const IdText pattern = copy_id(list->objId, kIdChars);
     const IdText candidate = copy_id(id, kIdChars);
-    if (std::memcmp(candidate.data(), pattern.data(), idLen) == 0) return kNoMember;
-    if (std::memcmp(candidate.data(), pattern.data(), wildPos) != 0) return kPastFamily;
+    if (std::memcmp(candidate.data(), pattern.data(), idLen) == 0) return TAVFM_NO_MEMBER;
+    if (std::memcmp(candidate.data(), pattern.data(), wildPos) != 0) return TAVFM_PAST_FAMILY;
     return match_fields(pattern, idLen, candidate, wildPos);
   }
 
@@ -180,7 +178,7 @@ struct Family {
     list->idLen = static_cast<std::int16_t>(gwstrtrimlen(list->objId, kIdChars));
     list->wildPos =
         static_cast<std::int16_t>(std::find(list->objId, list->objId + list->idLen, '*') - list->objId);
-    tavbcopyatt(db, main, kAttSizingMode, nullptr, &list->sizingmode, sizeof list->sizingmode);
+    tavbcopyatt(db, main, TAVD_ATT_SIZING_MODE, nullptr, &list->sizingmode, sizeof list->sizingmode);
   }
 
   // The records behind the prefix before the '*'. They are neighbours, so the first one outside ends the
@@ -189,25 +187,25 @@ struct Family {
     char objIdx[kIdRoom];
     std::memset(objIdx, ' ', sizeof objIdx);
     std::memcpy(objIdx, list->objId, static_cast<std::size_t>(list->wildPos));
-    RecordHandle rec(tavbfindrec(db, class_key.data(), objIdx, 1));
+    RecordHandle rec(tavbfindrec(db, class_key.data(), objIdx, TAVB_FIND_FROM));
     while (rec) {
       char classIdx[kClassRoom] = {};
       tavbgetID(db, rec.get(), classIdx, objIdx);
       if (std::memcmp(classIdx, class_key.data(), kClassChars) != 0) return;
       const std::int32_t membership = is_member(list, objIdx);
-      if (membership == kPastFamily) return;
-      if (membership == kMember) add(list, db, rec.get());
+      if (membership == TAVFM_PAST_FAMILY) return;
+      if (membership == TAVFM_MEMBER) add(list, db, rec.get());
       rec = RecordHandle(tavbnextrec(db, rec.get()));
     }
   }
 
   static void add_named(List* list, std::int16_t db, tavb_rec main, const IdText& class_key) {
     std::int16_t ni = 0;
-    void* block = tavbcopyatt(db, main, kAttMemberIds, &ni, nullptr, 0);
+    void* block = tavbcopyatt(db, main, TAVD_ATT_MEMBER_IDS, &ni, nullptr, 0);
     if (block == nullptr) return;
     for (std::int16_t i = 0; i < ni; ++i) {
       const char* item = static_cast<const char*>(block) + static_cast<std::size_t>(i) * kIdChars;
-      const RecordHandle rec(tavbfindrec(db, class_key.data(), item, 0));
+      const RecordHandle rec(tavbfindrec(db, class_key.data(), item, TAVB_FIND_EXACT));
       if (rec) add(list, db, rec.get());
     }
     tavbreleaseatt(block);

@@ -1,13 +1,15 @@
 #include "db/idset.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <utility>
 
 #include "base/gwarray.h"
 #include "base/gwmsg.h"
 #include "base/gwtext.h"
-#include "db/attributes.h"
+#include "db/ids.h"
+#include "tavd/attributes.h"
 #include "tavd/tavb.h"
 
 static_assert(sizeof(IdSetItem) == 40, "hosts read the items of a set as records of 40 bytes");
@@ -24,12 +26,11 @@ namespace tavd {
 
 namespace {
 
-constexpr std::int16_t kMainRecordMode = 10;
-constexpr std::int16_t kSubRecordMode = 11;
 constexpr signed char kFirstRefusedSign = 0x30;
 
-constexpr std::int32_t kFound = 1;
-constexpr std::int32_t kNotFound = 0;
+// Where one item stands against another.
+constexpr int kBefore = -1;
+constexpr int kAfter = 1;
 
 void release_and_forget(tavb_rec* rec) {
   if (*rec != nullptr) tavbreleaserec(std::exchange(*rec, nullptr));
@@ -85,14 +86,14 @@ enum class Layer { kept, passed_over, duplicate_main, out_of_memory };
 // Puts a record into the layer that its sizing mode tells. Only of a kept one the handle is the set's.
 Layer keep(IdSet* set, std::int16_t db, tavb_rec rec, const char* objIdx) {
   std::int16_t smode = 0;
-  tavbcopyatt(db, rec, kAttSizingMode, nullptr, &smode, sizeof smode);
-  if (smode == kMainRecordMode) {
+  tavbcopyatt(db, rec, TAVD_ATT_SIZING_MODE, nullptr, &smode, sizeof smode);
+  if (smode == TAVD_SIZING_MAIN_LAYER) {
     if (set->mainRec != nullptr) return Layer::duplicate_main;
     tavbobjIDtosz(db, objIdx, set->mainId);
     set->mainRec = rec;
     return Layer::kept;
   }
-  if (smode != kSubRecordMode) return Layer::passed_over;
+  if (smode != TAVD_SIZING_SUB_LAYER) return Layer::passed_over;
   IdSetItem item = {};
   tavbobjIDtosz(db, objIdx, item.id);
   item.rec = rec;
@@ -106,7 +107,7 @@ Layer keep(IdSet* set, std::int16_t db, tavb_rec rec, const char* objIdx) {
 // Walks the records that begin with the prefix; they are neighbours, so the first one that does not ends the
 // walk.
 std::int32_t read_layers(IdSet* set, std::int16_t db, const Prefix& prefix) {
-  tavb_rec rec = tavbfindrec(db, prefix.classId, prefix.id, 1);
+  tavb_rec rec = tavbfindrec(db, prefix.classId, prefix.id, TAVB_FIND_FROM);
   while (rec != nullptr) {
     char classIdx[kClassRoom] = {};
     char objIdx[kIdRoom] = {};
@@ -194,19 +195,19 @@ int idset_match(const IdSet* set, const char* code, const char* pattern) {
 }
 
 int idset_compare(const IdSet* set, const IdSetItem* a, const IdSetItem* b) {
-  if (a->matches == 0) return 1;
-  if (b->matches == 0) return -1;
+  if (a->matches == 0) return kAfter;
+  if (b->matches == 0) return kBefore;
   if (std::strncmp(a->id, b->id, sizeof a->id) == 0) return 0;
   const Wildcards of_a = count_wildcards(set, a->id);
   const Wildcards of_b = count_wildcards(set, b->id);
-  if (of_a.count != of_b.count) return of_a.count < of_b.count ? -1 : 1;
+  if (of_a.count != of_b.count) return of_a.count < of_b.count ? kBefore : kAfter;
   if (of_a.separators_before != of_b.separators_before) {
-    return of_a.separators_before < of_b.separators_before ? 1 : -1;
+    return of_a.separators_before < of_b.separators_before ? kAfter : kBefore;
   }
   for (int i = 0; i < TAVDIDSET_ID_CHARS && a->id[i] != '\0' && b->id[i] != '\0'; ++i) {
     const bool wild_a = idset_is_wildchar(set, a->id[i]) != 0;
     const bool wild_b = idset_is_wildchar(set, b->id[i]) != 0;
-    if (wild_a != wild_b) return wild_b ? -1 : 1;
+    if (wild_a != wild_b) return wild_b ? kBefore : kAfter;
   }
   return 0;
 }
@@ -274,7 +275,7 @@ int32_t tavdidset_adjust(IdSet* set, int16_t db, const char* id) {
     item.matches = static_cast<char>(tavd::idset_match(set, set->curId, item.id));
   }
   tavd::sort_items(set);
-  set->curRec = tavbfindrec(db, set->classId, key, 0);
+  set->curRec = tavbfindrec(db, set->classId, key, TAVB_FIND_EXACT);
   set->adjusted = 1;
   return 0;
 }
@@ -293,9 +294,9 @@ int32_t tavdidset_findatt(IdSet* set, int16_t db, int16_t attId, int16_t* count,
   const auto found_in = [&](tavb_rec rec) {
     return rec != nullptr && tavbcopyatt(db, rec, attId, count, to, capacity) != nullptr;
   };
-  if (found_in(set->curRec)) return tavd::kFound;
+  if (found_in(set->curRec)) return TAVDIDSET_FOUND;
   for (std::int32_t i = 0; i < set->subs.count && tavd::items_of(set)[i].matches != 0; ++i) {
-    if (found_in(tavd::items_of(set)[i].rec)) return tavd::kFound;
+    if (found_in(tavd::items_of(set)[i].rec)) return TAVDIDSET_FOUND;
   }
-  return found_in(set->mainRec) ? tavd::kFound : tavd::kNotFound;
+  return found_in(set->mainRec) ? TAVDIDSET_FOUND : TAVDIDSET_NOT_FOUND;
 }

@@ -1,11 +1,13 @@
 // Reading a product record: its duct size, its shape and its texts.
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <limits>
 
 #include "base/gwfile.h"
 #include "codepage/codepage.h"
-#include "db/attributes.h"
+#include "db/ids.h"
+#include "tavd/attributes.h"
 #include "tavd/tavb.h"
 #include "tavd/tavdcore.h"
 #include "tavd/tavdf.h"
@@ -17,7 +19,14 @@ namespace {
 // Capacities with which the sources of the duct size are read, in words.
 constexpr int kFlowHeaderWords = 11;
 constexpr int kOldHeaderWords = 10;
-constexpr int kDiameterWords = 80;
+
+// What a shape description that is too short is completed with, mm.
+constexpr std::int16_t kDamperFirst = 50;
+constexpr std::int16_t kDamperLength = 500;
+constexpr std::int16_t kDiameter = 200;
+
+// Where a product code is looked for behind the market's own attribute, in this order.
+constexpr std::int16_t kCodeAttributes[] = {TAVD_ATT_CODE_DEFAULT, TAVD_ATT_CODE_SECOND, TAVD_ATT_CODE_THIRD};
 
 constexpr std::int32_t kNarrowFormRoom = 256;  // wide characters
 
@@ -28,19 +37,19 @@ bool copy_words(std::int16_t db, tavb_rec rec, std::int16_t attribute, std::int1
 }
 
 DuctSize round_size(std::int16_t diameter) {
-  return {0, diameter, diameter};
+  return {TAVD_DUCT_ROUND, diameter, diameter};
 }
 
 std::int16_t word(int value) {
   return static_cast<std::int16_t>(value);  // wraps
 }
 
-// The old form of a shape, 104, in the order of 118. Words behind the old form's eight are not read.
-void rewrite_as_118(std::int16_t* shape) {
+// The older form of a box with a grille, in the order of the newer one. Words behind its eight are not read.
+void rewrite_box(std::int16_t* shape) {
   const std::int16_t old[8] = {shape[0], shape[1], shape[2], shape[3],
                                shape[4], shape[5], shape[6], shape[7]};
-  const std::int16_t rewritten[TAVDF_SHAPE_MIN_WORDS] = {118,    old[3], old[1], word(old[1] / 2), old[1],
-                                                         old[2], old[4], old[5], old[6],           old[7]};
+  const std::int16_t rewritten[TAVDF_SHAPE_MIN_WORDS] = {
+      TAVD_SHAPE_BOX, old[3], old[1], word(old[1] / 2), old[1], old[2], old[4], old[5], old[6], old[7]};
   std::memcpy(shape, rewritten, sizeof rewritten);
 }
 
@@ -87,33 +96,33 @@ void copy_narrow_code(std::int16_t db, tavb_rec rec, char* dest, std::int32_t de
 }  // namespace tavd
 
 int16_t tavdf_open_database(const char* dbPath, int32_t mode) {
-  if (dbPath == nullptr || (mode == 0 && !tavd::gwfile_exists(dbPath))) return -1;
+  if (dbPath == nullptr || (mode == 0 && !tavd::gwfile_exists(dbPath))) return TAVDF_NO_DATABASE;
   return tavbopendatabase(tavdcore_vlkFilename(), dbPath, mode);
 }
 
 int16_t tavdf_open_databasew(const tavd_wchar* dbPath, int32_t mode) {
-  if (dbPath == nullptr || (mode == 0 && !tavd::gwfile_existsw(dbPath))) return -1;
+  if (dbPath == nullptr || (mode == 0 && !tavd::gwfile_existsw(dbPath))) return TAVDF_NO_DATABASE;
   return tavbopendatabasew(tavdcore_vlkFilenamew(), dbPath, mode);
 }
 
 int32_t tavdf_load_ductsize(int16_t db, tavb_rec rec, DuctSize* ds) {
-  if (ds == nullptr) return -1;
+  if (ds == nullptr) return TAVDF_OTHER_SIZE;
   *ds = {};
-  if (rec == nullptr) return -1;
+  if (rec == nullptr) return TAVDF_OTHER_SIZE;
 
   int16_t add[tavd::kFlowHeaderWords] = {};
-  if (tavd::copy_words(db, rec, tavd::kAttFlowHeader, add)) {
-    *ds = add[2] == 0 ? tavd::round_size(add[1]) : DuctSize{1, add[1], add[2]};
+  if (tavd::copy_words(db, rec, TAVD_ATT_FLOW_HEADER, add)) {
+    *ds = add[2] == 0 ? tavd::round_size(add[1]) : DuctSize{TAVD_DUCT_RECTANGULAR, add[1], add[2]};
     return 0;
   }
   int16_t hdd[tavd::kOldHeaderWords] = {};
-  if (tavd::copy_words(db, rec, tavd::kAttOldHeader, hdd)) {
+  if (tavd::copy_words(db, rec, TAVD_ATT_OLD_HEADER, hdd)) {
     *ds = tavd::round_size(hdd[1]);
-    return -1;
+    return TAVDF_OTHER_SIZE;
   }
-  int16_t d[tavd::kDiameterWords] = {};
-  if (tavd::copy_words(db, rec, tavd::kAttDiameters, d)) *ds = tavd::round_size(d[0]);
-  return -1;
+  int16_t d[TAVD_DIAMETER_ITEMS] = {};
+  if (tavd::copy_words(db, rec, TAVD_ATT_DIAMETERS, d)) *ds = tavd::round_size(d[0]);
+  return TAVDF_OTHER_SIZE;
 }
 
 int16_t tavdf_load_shapedata(int16_t db, tavb_rec rec, const DuctSize* ds, int16_t* shapedata,
@@ -123,7 +132,7 @@ int16_t tavdf_load_shapedata(int16_t db, tavb_rec rec, const DuctSize* ds, int16
   const int16_t room = std::max<int16_t>(maxwords, 0);
   const int capacity = 2 * std::min<int>(room, kMostWords);
   int16_t nsh = 0;
-  tavbcopyatt(db, rec, tavd::kAttShapeData, &nsh, shapedata, static_cast<int16_t>(capacity));
+  tavbcopyatt(db, rec, TAVD_ATT_SHAPE_DATA, &nsh, shapedata, static_cast<int16_t>(capacity));
   if (nsh <= 0) return 0;
   tavdf_check_shapedata(shapedata, &nsh, ds);
   return std::min(nsh, room);
@@ -132,34 +141,34 @@ int16_t tavdf_load_shapedata(int16_t db, tavb_rec rec, const DuctSize* ds, int16
 int32_t tavdf_check_shapedata(int16_t* shapedata, int16_t* nsh, const DuctSize* ds) {
   if (shapedata == nullptr || nsh == nullptr) return 0;
   switch (shapedata[0]) {
-    case 104:
-      tavd::rewrite_as_118(shapedata);
+    case TAVD_SHAPE_OLD_BOX:
+      tavd::rewrite_box(shapedata);
       *nsh = TAVDF_SHAPE_MIN_WORDS;
       break;
-    case 130:
+    case TAVD_SHAPE_DAMPER:
       if (*nsh < 3 || shapedata[2] < 1) {
-        shapedata[2] = 500;
-        if (*nsh < 2) shapedata[1] = 50;
+        shapedata[2] = tavd::kDamperLength;
+        if (*nsh < 2) shapedata[1] = tavd::kDamperFirst;
         *nsh = 3;
       }
       break;
-    case 140:
-    case 150:
+    case TAVD_SHAPE_HEATER:
+    case TAVD_SHAPE_FILTER:
       if (*nsh < 2 || shapedata[1] < 1) {
-        shapedata[1] = 200;
+        shapedata[1] = tavd::kDiameter;
         *nsh = 2;
       }
       break;
-    case 181:
+    case TAVD_SHAPE_CASING_BY_MARGINS:
       if (ds != nullptr) {
-        shapedata[0] = 180;
+        shapedata[0] = TAVD_SHAPE_CASING;
         shapedata[2] = tavd::word(ds->b + 2 * shapedata[2]);
         shapedata[3] = tavd::word(ds->h + 2 * shapedata[3]);
       }
       break;
-    case 183:
+    case TAVD_SHAPE_ROUND_CASING_BY_MARGIN:
       if (ds != nullptr) {
-        shapedata[0] = 182;
+        shapedata[0] = TAVD_SHAPE_ROUND_CASING;
         shapedata[2] = tavd::word(ds->b + 2 * shapedata[2]);
       }
       break;
@@ -170,15 +179,15 @@ int32_t tavdf_check_shapedata(int16_t* shapedata, int16_t* nsh, const DuctSize* 
 }
 
 int32_t tavdf_load_installationdef(int16_t db, tavb_rec rec, char* buffer, int32_t capacity) {
-  if (buffer == nullptr) return -1;
+  if (buffer == nullptr) return TAVDF_NO_TEXT;
   // The buffer goes along even where there is no room in it: without one the service would hand out a block.
   const int32_t room = std::clamp<int32_t>(capacity, 0, std::numeric_limits<int16_t>::max());
   if (rec != nullptr &&
-      tavbcopyatt(db, rec, tavd::kAttInstallation, nullptr, buffer, static_cast<int16_t>(room)) != nullptr) {
+      tavbcopyatt(db, rec, TAVD_ATT_INSTALLATION, nullptr, buffer, static_cast<int16_t>(room)) != nullptr) {
     return 0;
   }
   if (room > 0) buffer[0] = '\0';
-  return -1;
+  return TAVDF_NO_TEXT;
 }
 
 void tavdf_copyproductcodew(int16_t db, tavb_rec rec, tavd_wchar* dest, int32_t destLen) {
@@ -193,8 +202,7 @@ void tavdf_copyproductcodew(int16_t db, tavb_rec rec, tavd_wchar* dest, int32_t 
   const int32_t capacity = std::max(bytes - 2, 0);
   const int16_t market = tavdcore_pcodeAttId();
   if (market != 0 && tavd::copy_text(db, rec, market, dest, capacity)) return;
-  for (const int16_t attribute :
-       {tavd::kAttDefaultCode, tavd::kAttCodeAlternative1, tavd::kAttCodeAlternative2}) {
+  for (const int16_t attribute : tavd::kCodeAttributes) {
     if (tavd::copy_text(db, rec, attribute, dest, capacity)) return;
   }
   tavd::copy_object_id(db, rec, dest, destLen);

@@ -2,7 +2,7 @@
 
 #include "base/gwlist.h"
 #include "base/gwtext.h"
-#include "db/attributes.h"
+#include "db/ids.h"
 #include "tavd/tavb.h"
 
 namespace tavd {
@@ -20,9 +20,7 @@ bool selected_member(tavd_hwnd dialog, int item, const FamilyList* list, FamilyM
 }  // namespace
 
 void fill_size_list(tavd_hwnd dialog, int item, FamilyList* list, std::int16_t db, tavb_rec rec) {
-  if (rec == nullptr) {
-    return;
-  }
+  if (rec == nullptr) return;
   char class_id[kClassRoom] = {};
   char object_id[kIdRoom] = {};
   tavbgetID(db, rec, class_id, object_id);
@@ -33,19 +31,15 @@ void fill_size_list(tavd_hwnd dialog, int item, FamilyList* list, std::int16_t d
     tavfm_get(list, i, &member);
     gwlb_add(dialog, item, member.pcode);
   }
-  if (members > 0) {
-    gwlb_select(dialog, item, 0);
-  }
+  if (members > 0) gwlb_select(dialog, item, 0);
 }
 
 tavb_rec selected_record(tavd_hwnd dialog, int item, const FamilyList* list, std::int16_t db,
                          const char* class_id, char* title, int title_size) {
   FamilyMember member;
-  if (!selected_member(dialog, item, list, &member)) {
-    return nullptr;
-  }
+  if (!selected_member(dialog, item, list, &member)) return nullptr;
   gwstrcpyfield(title, member.pcode, title_size);
-  return tavbfindrec(db, class_id, member.objId, 0);
+  return tavbfindrec(db, class_id, member.objId, TAVB_FIND_EXACT);
 }
 
 }  // namespace tavd

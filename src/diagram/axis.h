@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+#include "diagram/chart.h"
+
 namespace tavd {
 
 // A display unit: the title of its axis and what a base value is multiplied by.
@@ -21,16 +23,11 @@ inline constexpr int kFlowUnitCount = static_cast<int>(sizeof kFlowUnits / sizeo
 // follows the lower end alone.
 void axis_format(float lo, float hi, std::int16_t* len, std::int16_t* des);
 
-// One axis of a chart to be made: its ends in display units, the spacing of a linear axis, and its number
-// format.
-struct AxisSetup {
-  float min, max, step;
-  std::int16_t len, des;
-};
-AxisSetup axis_over(float min, float max);  // step 0
+// An axis over a range with the number format for it; logarithmic, without a step.
+ChartAxis axis_over(float min, float max);
 
-// The first 1-2-5 step that cuts the range into 4 to 10 intervals: 0, or -1 and a step of 5 if `lo` is not
-// below `hi`.
-int axis_step(float lo, float hi, float* step);
+// The first 1-2-5 step that cuts the range into 4 to 10 intervals; false and a step of 5 if `lo` is not below
+// `hi`.
+bool axis_step(float lo, float hi, float* step);
 
 }  // namespace tavd

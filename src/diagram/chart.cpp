@@ -10,6 +10,7 @@
 #include "base/gwgdi.h"
 #include "base/gwmem.h"
 #include "base/held.h"
+#include "diagram/proportions.h"
 #include "gwmath.h"
 
 namespace tavd {
@@ -21,8 +22,7 @@ constexpr std::int64_t kThinPenExtent = 1500;  // up to this width the pen is 1 
 
 using Point = std::array<double, 2>;  // x, y, device units
 
-Chart* new_chart(bool xlog, bool ylog, float xmin, float ymin, float xmax, float ymax, float xsteps,
-                 float ysteps, std::int16_t xlen, std::int16_t xdes, std::int16_t ylen, std::int16_t ydes);
+Chart* new_chart(const ChartAxis& x, const ChartAxis& y);
 
 template <typename Char, std::size_t axis_size, std::size_t title_size>
 Chart* titled(Chart* chart, Char (Chart::*x)[axis_size], const Char* szX, Char (Chart::*y)[axis_size],
@@ -35,17 +35,15 @@ void clip_to_plot(const Chart& chart, tavd_hdc hdc, std::int16_t px1, std::int16
 
 }  // namespace
 
-Chart* chart_create(bool xlog, bool ylog, float xmin, float ymin, float xmax, float ymax, float xsteps,
-                    float ysteps, std::int16_t xlen, std::int16_t xdes, std::int16_t ylen, std::int16_t ydes,
-                    const char* szX, const char* szY, const char* title) {
-  Chart* chart = new_chart(xlog, ylog, xmin, ymin, xmax, ymax, xsteps, ysteps, xlen, xdes, ylen, ydes);
+Chart* chart_create(const ChartAxis& x, const ChartAxis& y, const char* szX, const char* szY,
+                    const char* title) {
+  Chart* chart = new_chart(x, y);
   return titled(chart, &Chart::szX, szX, &Chart::szY, szY, &Chart::title, title);
 }
 
-Chart* chart_createw(bool xlog, bool ylog, float xmin, float ymin, float xmax, float ymax, float xsteps,
-                     float ysteps, std::int16_t xlen, std::int16_t xdes, std::int16_t ylen, std::int16_t ydes,
-                     const tavd_wchar* szX, const tavd_wchar* szY, const tavd_wchar* title) {
-  Chart* chart = new_chart(xlog, ylog, xmin, ymin, xmax, ymax, xsteps, ysteps, xlen, xdes, ylen, ydes);
+Chart* chart_createw(const ChartAxis& x, const ChartAxis& y, const tavd_wchar* szX, const tavd_wchar* szY,
+                     const tavd_wchar* title) {
+  Chart* chart = new_chart(x, y);
   return titled(chart, &Chart::szXw, szX, &Chart::szYw, szY, &Chart::titlew, title);
 }
 
@@ -56,25 +54,23 @@ void chart_destroy(Chart* chart) {
 void chart_resize(Chart* chart, int left, int top, int right, int bottom) {
   const std::int64_t width = std::int64_t{right} - left + 1;
   const std::int64_t height = std::int64_t{bottom} - top + 1;
-  if (chart == nullptr || width < kSmallestExtent || height < kSmallestExtent) {
-    return;
-  }
+  if (chart == nullptr || width < kSmallestExtent || height < kSmallestExtent) return;
   const auto int16 = [](std::int64_t value) { return held<std::int16_t>(value); };
   Chart& c = *chart;
   c.rect_left = int16(left);
   c.rect_top = int16(top);
   c.rect_right = int16(right);
   c.rect_bottom = int16(bottom);
-  c.pen_width = width <= kThinPenExtent ? std::int16_t{1} : int16(width / 1000);
-  c.title_font = int16(height / 16);
-  c.axis_font = int16(height / 20);
-  c.tick_font = int16(height / 25);
-  c.title_gap = int16(height / 100);
-  c.ylabel_gap = int16(width / 200);
-  c.xlabel_gap = int16(height / 200);
+  c.pen_width = width <= kThinPenExtent ? std::int16_t{1} : int16(width / kFramePenPart);
+  c.title_font = int16(height / kTitleFontPart);
+  c.axis_font = int16(height / kAxisFontPart);
+  c.tick_font = int16(height / kTickFontPart);
+  c.title_gap = int16(height / kTitleGapPart);
+  c.ylabel_gap = int16(width / kYLabelGapPart);
+  c.xlabel_gap = int16(height / kXLabelGapPart);
   // A character counts as half the font height wide; one spare character, and the bare number of characters
   // on top.
-  const std::int64_t character = c.tick_font / 2;
+  const std::int64_t character = c.tick_font / kCharacterPart;
   c.yblock = int16(c.ylen + character * (c.ylen + 1));
   c.xblock = int16(c.xlen + character * (c.xlen + 1));
   const std::int64_t title_band = std::int64_t{c.axis_font / 2} * 3;
@@ -104,9 +100,7 @@ bool chart_has_place(const Chart* chart, float x, float y) {
 }
 
 void chart_clip_line(const Chart* chart, tavd_hdc hdc, float x1, float y1, float x2, float y2) {
-  if (chart == nullptr) {
-    return;
-  }
+  if (chart == nullptr) return;
   if (x2 < x1) {
     std::swap(x1, x2);
     std::swap(y1, y2);
@@ -160,41 +154,32 @@ double axis_position(const AxisView& axis, float value) {
 
 namespace {
 
-Chart* new_chart(bool xlog, bool ylog, float xmin, float ymin, float xmax, float ymax, float xsteps,
-                 float ysteps, std::int16_t xlen, std::int16_t xdes, std::int16_t ylen, std::int16_t ydes) {
+Chart* new_chart(const ChartAxis& x, const ChartAxis& y) {
   auto* chart = static_cast<Chart*>(gwGmalloc(sizeof(Chart), kChartTag));
-  if (chart == nullptr) {
-    return nullptr;
-  }
+  if (chart == nullptr) return nullptr;
   std::memset(chart, 0, sizeof *chart);
-  chart->xlog = xlog ? 1 : 0;
-  chart->ylog = ylog ? 1 : 0;
-  chart->xmin = xmin;
-  chart->ymin = ymin;
-  chart->xmax = xmax;
-  chart->ymax = ymax;
-  chart->xsteps = xsteps;
-  chart->ysteps = ysteps;
-  chart->xlen = xlen;
-  chart->xdes = xdes;
-  chart->ylen = ylen;
-  chart->ydes = ydes;
+  chart->xlog = x.log ? 1 : 0;
+  chart->ylog = y.log ? 1 : 0;
+  chart->xmin = x.min;
+  chart->ymin = y.min;
+  chart->xmax = x.max;
+  chart->ymax = y.max;
+  chart->xsteps = x.step;
+  chart->ysteps = y.step;
+  chart->xlen = x.len;
+  chart->xdes = x.des;
+  chart->ylen = y.len;
+  chart->ydes = y.des;
   return chart;
 }
 
 // A text that leaves no room for its terminator is dropped, not cut: half a title would tell something else.
 template <typename Char, std::size_t size>
 void set_text(Char (&field)[size], const Char* text) {
-  if (text == nullptr) {
-    return;
-  }
+  if (text == nullptr) return;
   std::size_t length = 0;
-  while (length < size && text[length] != Char{}) {
-    ++length;
-  }
-  if (length < size) {
-    std::copy(text, text + length, field);
-  }
+  while (length < size && text[length] != Char{}) ++length;
+  if (length < size) std::copy(text, text + length, field);
 }
 
 // Gives a new chart, which may be null, its texts of one kind and its default layout.
@@ -231,17 +216,11 @@ bool cut_to_int16(Point& from, Point& to) {
   constexpr double kLowest = std::numeric_limits<std::int16_t>::min();
   constexpr double kHighest = std::numeric_limits<std::int16_t>::max();
   for (const std::size_t c : {std::size_t{0}, std::size_t{1}}) {
-    if (std::max(from[c], to[c]) < kLowest || std::min(from[c], to[c]) > kHighest) {
-      return false;
-    }
+    if (std::max(from[c], to[c]) < kLowest || std::min(from[c], to[c]) > kHighest) return false;
     const double near = std::clamp(from[c], kLowest, kHighest);
     const double far = std::clamp(to[c], kLowest, kHighest);
-    if (near != from[c]) {
-      cut_end(from, to, c, near);
-    }
-    if (far != to[c]) {
-      cut_end(to, from, c, far);
-    }
+    if (near != from[c]) cut_end(from, to, c, near);
+    if (far != to[c]) cut_end(to, from, c, far);
   }
   return true;
 }
@@ -250,9 +229,7 @@ bool cut_to_int16(Point& from, Point& to) {
 bool device_segment(Point& from, Point& to) {
   bool fits = true;
   for (const double position : {from[0], from[1], to[0], to[1]}) {
-    if (!std::isfinite(position)) {
-      return false;
-    }
+    if (!std::isfinite(position)) return false;
     fits = fits && std::trunc(position) == held<std::int16_t>(position);
   }
   return fits || cut_to_int16(from, to);
@@ -268,9 +245,7 @@ void clip_to_plot(const Chart& chart, tavd_hdc hdc, std::int16_t px1, std::int16
   const std::int16_t top = chart.plot_top;
   const std::int16_t right = chart.plot_right;
   const std::int16_t bottom = chart.plot_bottom;
-  if (px2 < left || px1 > right || std::min(py1, py2) > bottom || std::max(py1, py2) < top) {
-    return;
-  }
+  if (px2 < left || px1 > right || std::min(py1, py2) > bottom || std::max(py1, py2) < top) return;
   if (px1 == px2) {
     py1 = std::max(top, std::min(py1, bottom));
     py2 = std::max(top, std::min(py2, bottom));
@@ -284,24 +259,12 @@ void clip_to_plot(const Chart& chart, tavd_hdc hdc, std::int16_t px1, std::int16
       px = adjusted(px, static_cast<float>(edge - py) / k);
       py = edge;
     };
-    if (px1 < left) {
-      to_side(px1, py1, left);
-    }
-    if (px2 > right) {
-      to_side(px2, py2, right);
-    }
-    if (py1 < top) {
-      to_edge(px1, py1, top);
-    }
-    if (py2 < top) {
-      to_edge(px2, py2, top);
-    }
-    if (py1 > bottom) {
-      to_edge(px1, py1, bottom);
-    }
-    if (py2 > bottom) {
-      to_edge(px2, py2, bottom);
-    }
+    if (px1 < left) to_side(px1, py1, left);
+    if (px2 > right) to_side(px2, py2, right);
+    if (py1 < top) to_edge(px1, py1, top);
+    if (py2 < top) to_edge(px2, py2, top);
+    if (py1 > bottom) to_edge(px1, py1, bottom);
+    if (py2 > bottom) to_edge(px2, py2, bottom);
   }
   gwline(hdc, px1, py1, px2, py2);
 }

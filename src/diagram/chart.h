@@ -40,14 +40,20 @@ struct Chart {
   tavd_wchar titlew[kChartTitleSize];
 };
 
+// One axis of a chart to be made.
+struct ChartAxis {
+  float min, max;         // display units
+  float step;             // tick spacing of a linear axis, display units
+  std::int16_t len, des;  // tick labels: width in characters, decimals
+  bool log;
+};
+
 // A new chart in the default rectangle, or null if memory ran out. A text that does not fit its field is
 // dropped whole; null texts count as empty.
-Chart* chart_create(bool xlog, bool ylog, float xmin, float ymin, float xmax, float ymax, float xsteps,
-                    float ysteps, std::int16_t xlen, std::int16_t xdes, std::int16_t ylen, std::int16_t ydes,
-                    const char* szX, const char* szY, const char* title);
-Chart* chart_createw(bool xlog, bool ylog, float xmin, float ymin, float xmax, float ymax, float xsteps,
-                     float ysteps, std::int16_t xlen, std::int16_t xdes, std::int16_t ylen, std::int16_t ydes,
-                     const tavd_wchar* szX, const tavd_wchar* szY, const tavd_wchar* title);
+Chart* chart_create(const ChartAxis& x, const ChartAxis& y, const char* szX, const char* szY,
+                    const char* title);
+Chart* chart_createw(const ChartAxis& x, const ChartAxis& y, const tavd_wchar* szX, const tavd_wchar* szY,
+                     const tavd_wchar* title);
 void chart_destroy(Chart* chart);  // null allowed
 
 // Lays the chart out in a rectangle of device units. Under 50 units wide or high the former layout stays.

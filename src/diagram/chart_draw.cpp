@@ -1,3 +1,4 @@
+// What a chart draws: frame, titles, tick labels and grid.
 #include <cmath>
 #include <cstdio>
 #include <cstring>
@@ -6,6 +7,7 @@
 #include "base/held.h"
 #include "base/selected.h"
 #include "diagram/chart.h"
+#include "diagram/proportions.h"
 
 namespace tavd {
 namespace {
@@ -23,9 +25,7 @@ void draw_y_ticks(const Chart& chart, bool labels);
 }  // namespace
 
 void chart_draw(Chart* chart, tavd_hdc hdc, bool xlabels, bool ylabels) {
-  if (chart == nullptr) {
-    return;
-  }
+  if (chart == nullptr) return;
   chart->hdc = hdc;
   const OwnedSelected pen(hdc, gwcreatepen(kPenSolid, chart->pen_width, kBlack));
   draw_frame(*chart);
@@ -53,9 +53,7 @@ void draw_frame(const Chart& c) {
 
 int text_length(const tavd_wchar* text) {
   int length = 0;
-  while (text[length] != 0) {
-    ++length;
-  }
+  while (text[length] != 0) ++length;
   return length;
 }
 
@@ -64,13 +62,9 @@ int text_length(const tavd_wchar* text) {
 template <typename MakeFont>
 void draw_title(tavd_hdc hdc, const char* narrow, const tavd_wchar* wide, MakeFont make_font, unsigned align,
                 int x, int y) {
-  if (narrow[0] == 0 && wide[0] == 0) {
-    return;
-  }
+  if (narrow[0] == 0 && wide[0] == 0) return;
   const gwobject font = make_font();
-  if (font == nullptr) {
-    return;
-  }
+  if (font == nullptr) return;
   const OwnedSelected selected(hdc, font);
   gwtextalign(hdc, align);
   if (narrow[0] != 0) {
@@ -119,30 +113,18 @@ class TickPlace {
 // position is tested, so that a tick just past the end still gets one.
 template <typename Label, typename Grid>
 void walk_linear(const AxisView& axis, Label label, Grid grid) {
-  if (!std::isfinite(axis.step) || axis.step <= 0.0F) {
-    return;
-  }
+  if (!std::isfinite(axis.step) || axis.step <= 0.0F) return;
   float v = static_cast<float>(axis.step * std::floor(static_cast<double>(axis.min / axis.step) + 0.5));
-  if (v < axis.min) {
-    v += axis.step;
-  }
-  if (!std::isfinite(v)) {
-    return;
-  }
+  if (v < axis.min) v += axis.step;
+  if (!std::isfinite(v)) return;
   for (int ticks = 0; ticks < kMostTicks; ++ticks) {
     const TickPlace place(axis, v);
     label(place.pixel, v);
-    if (place.beyond_end()) {
-      return;
-    }
-    if (place.past_start()) {
-      grid(place.pixel);
-    }
+    if (place.beyond_end()) return;
+    if (place.past_start()) grid(place.pixel);
     const float next = v + axis.step;
     // The step of a very narrow range far from zero is lost in rounding.
-    if (!(next > v) || !(next <= axis.max + axis.step / 2.0F)) {
-      return;
-    }
+    if (!(next > v) || !(next <= axis.max + axis.step / 2.0F)) return;
     v = next;
   }
 }
@@ -151,9 +133,7 @@ void walk_linear(const AxisView& axis, Label label, Grid grid) {
 // between two digits is not missed. Digits above 10 belong to no decade, so the search ends behind them.
 int start_digit(float decade, float min) {
   int k = 1;
-  while (k < kLastDigit + 2 && static_cast<float>(k) * decade < 0.95 * static_cast<double>(min)) {
-    ++k;
-  }
+  while (k < kLastDigit + 2 && static_cast<float>(k) * decade < 0.95 * static_cast<double>(min)) ++k;
   return k > 1 ? k - 1 : k;
 }
 
@@ -168,30 +148,16 @@ void walk_decade(const AxisView& axis, float decade, int k, Label label, Grid gr
   for (int j = k; j <= kLastDigit; ++j) {
     if (j == 2 && k == 1) {
       const TickPlace between(axis, 1.5F * decade);
-      if (between.beyond_end()) {
-        return;
-      }
-      if (between.past_start()) {
-        grid(between.pixel);
-      }
+      if (between.beyond_end()) return;
+      if (between.past_start()) grid(between.pixel);
     }
     const float v = static_cast<float>(j) * decade;
-    if (v < 0.98 * static_cast<double>(axis.min)) {
-      continue;
-    }
-    if (v > 1.02 * static_cast<double>(axis.max)) {
-      return;
-    }
+    if (v < 0.98 * static_cast<double>(axis.min)) continue;
+    if (v > 1.02 * static_cast<double>(axis.max)) return;
     const TickPlace place(axis, v);
-    if (is_labelled(j)) {
-      label(place.pixel, v);
-    }
-    if (place.before_start()) {
-      continue;
-    }
-    if (place.beyond_end()) {
-      return;
-    }
+    if (is_labelled(j)) label(place.pixel, v);
+    if (place.before_start()) continue;
+    if (place.beyond_end()) return;
     grid(place.pixel);
   }
 }
@@ -199,9 +165,7 @@ void walk_decade(const AxisView& axis, float decade, int k, Label label, Grid gr
 template <typename Label, typename Grid>
 void walk_logarithmic(const AxisView& axis, Label label, Grid grid) {
   float decade = chart_decade(axis.min);
-  if (!(axis.min > 0.0F) || !(decade > 0.0F)) {
-    return;
-  }
+  if (!(axis.min > 0.0F) || !(decade > 0.0F)) return;
   int k = start_digit(decade, axis.min);
   do {
     walk_decade(axis, decade, k, label, grid);
@@ -213,9 +177,7 @@ void walk_logarithmic(const AxisView& axis, Label label, Grid grid) {
 // An axis whose ends are no numbers, or whose ends coincide, has no ticks.
 template <typename Label, typename Grid>
 void walk_ticks(const AxisView& axis, Label label, Grid grid) {
-  if (!std::isfinite(axis.min) || !std::isfinite(axis.max) || !std::isfinite(axis.scale)) {
-    return;
-  }
+  if (!std::isfinite(axis.min) || !std::isfinite(axis.max) || !std::isfinite(axis.scale)) return;
   if (axis.log) {
     walk_logarithmic(axis, label, grid);
   } else {
@@ -232,15 +194,13 @@ void draw_x_ticks(const Chart& c, bool labels) {
   // The labels read upward and are aligned at their end: the longest one tells how far below the plot that
   // is.
   const int longest = std::snprintf(nullptr, 0, "%0.*f", c.xdes, static_cast<double>(c.xmax));
-  const int label_w = (longest * c.tick_font) / 6;
+  const int label_w = (longest * c.tick_font) / kDrawnDigitPart;
   const int label_y = c.plot_bottom + c.xlabel_gap + label_w;
   gwtextalign(c.hdc, kAlignRightTop);
   walk_ticks(
       chart_x_axis(c),
       [&](int p, float v) {
-        if (labels) {
-          draw_number(c.hdc, moved(p, -(c.tick_font / 3)), label_y, c.xdes, v);
-        }
+        if (labels) draw_number(c.hdc, moved(p, -(c.tick_font / kXLabelShiftPart)), label_y, c.xdes, v);
       },
       [&](int p) { gwline(c.hdc, p, c.plot_top, p, c.plot_bottom); });
 }
@@ -252,7 +212,7 @@ void draw_y_ticks(const Chart& c, bool labels) {
       chart_y_axis(c),
       [&](int p, float v) {
         if (labels) {
-          draw_number(c.hdc, c.plot_left - c.ylabel_gap, moved(p, c.tick_font / 2), c.ydes, v);
+          draw_number(c.hdc, c.plot_left - c.ylabel_gap, moved(p, c.tick_font / kYLabelShiftPart), c.ydes, v);
         }
       },
       [&](int p) { gwline(c.hdc, c.plot_left, p, c.plot_right, p); });

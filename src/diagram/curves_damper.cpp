@@ -10,6 +10,7 @@
 #include "calc/numeric.h"
 #include "calc/parameter.h"
 #include "diagram/flowdiagram.h"
+#include "diagram/proportions.h"
 
 namespace tavd {
 namespace {
@@ -26,37 +27,31 @@ struct DamperLine {
   float x2;    // where the line meets the upper edge, l/s
 };
 
-void label_damper_line(tavd_hdc hdc, const DiagramRanges& r, const DamperLine& line);
+void label_damper_line(const FlowDiagram& dg, tavd_hdc hdc, const DiagramRanges& r, const DamperLine& line);
 
 }  // namespace
 
-void draw_damper_lines(tavd_hdc hdc) {
+void draw_damper_lines(const FlowDiagram& dg, tavd_hdc hdc) {
   const FlowData& fd = dg.flowdata;
-  const DiagramRanges r = dg_ranges();
+  const DiagramRanges r = base_ranges(dg);
   const Selected font(hdc, dg.font_label);
   Selected pen(hdc, dg.pen_curve);
   const int rows = row_count(fd.ndamper, TAVD_DAMPER_ROWS);
   for (int i = 0; i < rows; ++i) {
     const DamperPoint row = fd.damper[i];
-    if (!(row.qv > kSmallestFlow)) {
-      continue;
-    }
+    if (!(row.qv > kSmallestFlow)) continue;
     float dpref = row.dp;
     param_add_dp(&fd, row.qv, &dpref);
-    dg_static_dp(row.qv, &dpref);
+    show_static(dg, row.qv, &dpref);
     const float k = resistance(row.qv, dpref);
-    if (!(k > 0.0F)) {
-      continue;
-    }
+    if (!(k > 0.0F)) continue;
     const auto x1 = static_cast<float>(std::sqrt(static_cast<double>(r.ymin / k)));
     const auto x2 = static_cast<float>(std::sqrt(static_cast<double>(r.ymax / k)));
     const double pos = row.pos;
     const bool whole = pos - std::floor(pos) < kSamePosition;
     pen.change(whole ? dg.pen_curve : dg.pen_minor);
-    dg_line(hdc, x1, r.ymin, x2, r.ymax);
-    if (x1 <= r.xmax) {
-      label_damper_line(hdc, r, {i, row.pos, whole, k, x2});
-    }
+    draw_line(dg, hdc, x1, r.ymin, x2, r.ymax);
+    if (x1 <= r.xmax) label_damper_line(dg, hdc, r, {i, row.pos, whole, k, x2});
   }
 }
 
@@ -66,7 +61,7 @@ constexpr std::size_t kTextSize = 256;
 
 // The text of a damper line: the host's label for its position, else the position, if that is a whole number
 // or the first of all. Returns whether the position stands for lack of a label on the first line.
-bool damper_text(const DamperLine& line, char (&text)[kTextSize]) {
+bool damper_text(const FlowDiagram& dg, const DamperLine& line, char (&text)[kTextSize]) {
   text[0] = 0;
   for (int j = 0; j < dg.nalabels; ++j) {
     const ALabel& label = dg.alabels[j];
@@ -74,16 +69,12 @@ bool damper_text(const DamperLine& line, char (&text)[kTextSize]) {
       std::snprintf(text, sizeof text, "%s", label.text);
     }
   }
-  if (text[0] != 0) {
-    return false;
-  }
+  if (text[0] != 0) return false;
   if (line.row == 0) {
     std::snprintf(text, sizeof text, "%s %0.0f", dg.damperpos_label, static_cast<double>(line.pos));
     return true;
   }
-  if (line.whole) {
-    std::snprintf(text, sizeof text, "%0.0f", static_cast<double>(line.pos));
-  }
+  if (line.whole) std::snprintf(text, sizeof text, "%0.0f", static_cast<double>(line.pos));
   return false;
 }
 
@@ -119,20 +110,18 @@ void expand_format(char* text) {
 }
 
 // Puts the text where the line leaves the plot, at the right or at the top.
-void label_damper_line(tavd_hdc hdc, const DiagramRanges& r, const DamperLine& line) {
+void label_damper_line(const FlowDiagram& dg, tavd_hdc hdc, const DiagramRanges& r, const DamperLine& line) {
   const bool at_right = line.x2 >= kAtRightEdge * static_cast<double>(r.xmax);
   const float qv = at_right ? r.xmax : line.x2;
   const float dp = at_right ? line.k * r.xmax * r.xmax : r.ymax;
   gwtextalign(hdc, at_right ? kAlignLeftBottom : kAlignCenterBottom);
   char text[kTextSize];
-  if (damper_text(line, text)) {
-    gwtextalign(hdc, kAlignRightBottom);
-  }
+  if (damper_text(dg, line, text)) gwtextalign(hdc, kAlignRightBottom);
   expand_format(text);
-  if (text[0] != 0 && dg_has_place(qv, dp)) {
-    const int dx = at_right ? dg.width / 200 : 0;
-    const int dy = at_right ? dg.height / 50 : -(dg.height / 500);
-    gwtextoutn(hdc, moved(dg_x_pixel(qv), dx), moved(dg_y_pixel(dp), dy), text,
+  if (text[0] != 0 && has_place(dg, qv, dp)) {
+    const int dx = at_right ? dg.width / kLabelAsidePart : 0;
+    const int dy = at_right ? dg.height / kLabelBelowPart : -(dg.height / kLabelAbovePart);
+    gwtextoutn(hdc, moved(x_pixel(dg, qv), dx), moved(y_pixel(dg, dp), dy), text,
                static_cast<int>(std::strlen(text)));
   }
 }

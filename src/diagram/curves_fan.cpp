@@ -18,7 +18,7 @@ struct Parabola {
 };
 
 // A point of the fan curve with the parameter term in its pressure.
-CurvePoint fan_point(int row) {
+CurvePoint fan_point(const FlowDiagram& dg, int row) {
   const FanPoint fan = dg.flowdata.fancurve[row];
   float dp = fan.dp;
   param_add_dp(&dg.flowdata, fan.qv, &dp);
@@ -26,11 +26,9 @@ CurvePoint fan_point(int row) {
 }
 
 // The square law from the origin through a point of the fan curve, false if that has no flow or pressure.
-bool limit_parabola(int row, Parabola* parabola) {
-  const CurvePoint end = fan_point(row);
-  if (!(end.x >= kSmallestFlow && end.y >= kSmallestPressure)) {
-    return false;
-  }
+bool limit_parabola(const FlowDiagram& dg, int row, Parabola* parabola) {
+  const CurvePoint end = fan_point(dg, row);
+  if (!(end.x >= kSmallestFlow && end.y >= kSmallestPressure)) return false;
   const double qv = wide(end.x);
   const double k = wide(end.y) / (qv * qv);
   for (int i = 0; i <= kParabolaSpans; ++i) {
@@ -40,41 +38,35 @@ bool limit_parabola(int row, Parabola* parabola) {
   return true;
 }
 
-int fan_rows() {
+int fan_rows(const FlowDiagram& dg) {
   return row_count(dg.flowdata.nfan, TAVD_FAN_ROWS);
 }
 
 }  // namespace
 
-void draw_fan_curve(tavd_hdc hdc) {
-  const int rows = fan_rows();
+void draw_fan_curve(const FlowDiagram& dg, tavd_hdc hdc) {
+  const int rows = fan_rows(dg);
   CurvePoint points[TAVD_FAN_ROWS];
   for (int i = 0; i < rows; ++i) {
-    CurvePoint p = fan_point(i);
-    if (p.x < kSmallestFlow || p.y < kSmallestPressure) {
-      return;
-    }
-    dg_static_dp(p.x, &p.y);
+    CurvePoint p = fan_point(dg, i);
+    if (p.x < kSmallestFlow || p.y < kSmallestPressure) return;
+    show_static(dg, p.x, &p.y);
     points[i] = p;
   }
   const Selected pen(hdc, dg.pen_curve);
   const Selected font(hdc, dg.font_label);
-  draw_smoothed(hdc, rows, points, false);
+  draw_smoothed(dg, hdc, rows, points, false);
 }
 
-void draw_fan_limits(tavd_hdc hdc) {
-  const int rows = fan_rows();
+void draw_fan_limits(const FlowDiagram& dg, tavd_hdc hdc) {
+  const int rows = fan_rows(dg);
   Parabola left;
   Parabola right;
-  if (rows == 0 || !limit_parabola(0, &left) || !limit_parabola(rows - 1, &right)) {
-    return;
-  }
+  if (rows == 0 || !limit_parabola(dg, 0, &left) || !limit_parabola(dg, rows - 1, &right)) return;
   const Selected pen(hdc, dg.pen_curve);
   const Selected font(hdc, dg.font_label);
   for (const Parabola* parabola : {&left, &right}) {
-    if (!draw_smoothed(hdc, kParabolaSpans + 1, parabola->points, false)) {
-      return;
-    }
+    if (!draw_smoothed(dg, hdc, kParabolaSpans + 1, parabola->points, false)) return;
   }
 }
 

@@ -24,9 +24,11 @@ class RedText {
 // Writes levels; the first one has the host's label behind it.
 class LevelTexts {
  public:
+  explicit LevelTexts(const char* label) : label_(label) {}
   void draw(tavd_hdc hdc, int x, int y, float L);
 
  private:
+  const char* label_;
   bool first_ = true;
 };
 

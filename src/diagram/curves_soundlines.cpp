@@ -9,6 +9,7 @@
 #include "diagram/curves.h"
 #include "diagram/curves_sound.h"
 #include "diagram/flowdiagram.h"
+#include "diagram/proportions.h"
 #include "diagram/soundlevels.h"
 
 namespace tavd {
@@ -48,7 +49,7 @@ float multiple_of_step(double steps) {
 }
 
 // Whole fives around the levels of the table, within what is of use in a room; the host may ask for others.
-Levels choose_levels(const LevelTable& table) {
+Levels choose_levels(const FlowDiagram& dg, const LevelTable& table) {
   const float low = multiple_of_step(std::floor(wide(table.lowest() / kLevelStep)));
   const float lo = low >= kLowestLevel ? low : kLowestLevel;
   const float high = multiple_of_step(std::ceil(wide(table.highest() / kLevelStep)));
@@ -108,14 +109,13 @@ struct LevelLine {
 
 // False if a group does not reach the level.
 template <typename FlowAt>
-bool level_line(const LevelTable& table, const Groups& groups, float L, FlowAt flow_at, LevelLine* line) {
+bool level_line(const FlowDiagram& dg, const LevelTable& table, const Groups& groups, float L, FlowAt flow_at,
+                LevelLine* line) {
   for (int g = 0; g < groups.count; ++g) {
     const float dp = lp_find(table, L, g);
-    if (dp < kSmallestFound) {
-      return false;
-    }
+    if (dp < kSmallestFound) return false;
     CurvePoint p{flow_at(groups.key[g], dp), dp};
-    dg_static_dp(p.x, &p.y);
+    show_static(dg, p.x, &p.y);
     line->points[line->count++] = p;
   }
   return true;
@@ -123,25 +123,22 @@ bool level_line(const LevelTable& table, const Groups& groups, float L, FlowAt f
 
 // Draws the lines of all levels. `labelled_point` tells at which point a line's label stands, null for none.
 template <typename FlowAt, typename LabelledPoint>
-void draw_lines(tavd_hdc hdc, const LevelTable& table, const Groups& groups, FlowAt flow_at,
-                LabelledPoint labelled_point) {
-  const Levels levels = choose_levels(table);
+void draw_lines(const FlowDiagram& dg, tavd_hdc hdc, const LevelTable& table, const Groups& groups,
+                FlowAt flow_at, LabelledPoint labelled_point) {
+  const Levels levels = choose_levels(dg, table);
   const Selected pen(hdc, dg.pen_sound);
   const Selected font(hdc, dg.font_label);
   const RedText red(hdc);
-  const DiagramRanges r = dg_ranges();
-  LevelTexts texts;
+  const DiagramRanges r = base_ranges(dg);
+  LevelTexts texts(dg.LpA_label);
   for (int i = 0; i < levels.count; ++i) {
     LevelLine line;
-    if (!level_line(table, groups, levels.lpa[i], flow_at, &line)) {
-      continue;
-    }
-    if (!draw_smoothed(hdc, line.count, line.points, true)) {
-      return;
-    }
+    if (!level_line(dg, table, groups, levels.lpa[i], flow_at, &line)) continue;
+    if (!draw_smoothed(dg, hdc, line.count, line.points, true)) return;
     const CurvePoint* at = labelled_point(line, r);
-    if (at != nullptr && dg_has_place(at->x, at->y)) {
-      texts.draw(hdc, moved(dg_x_pixel(at->x), dg.width / 200), dg_y_pixel(at->y), levels.lpa[i]);
+    if (at != nullptr && has_place(dg, at->x, at->y)) {
+      texts.draw(hdc, moved(x_pixel(dg, at->x), dg.width / kLabelAsidePart), y_pixel(dg, at->y),
+                 levels.lpa[i]);
     }
   }
 }
@@ -152,33 +149,27 @@ bool is_between(float dp, const DiagramRanges& r) {
 
 }  // namespace
 
-void draw_lp_lines_damper(tavd_hdc hdc) {
+void draw_lp_lines_damper(const FlowDiagram& dg, tavd_hdc hdc) {
   LevelTable table;
   Groups groups;
-  if (!read_levels(dg.flowdata, false, &table) || !group_by_resistance(&table, &groups)) {
-    return;
-  }
+  if (!read_levels(dg.flowdata, false, &table) || !group_by_resistance(&table, &groups)) return;
   draw_lines(
-      hdc, table, groups, [](float k, float dp) { return narrow(std::sqrt(wide(dp / k))); },
+      dg, hdc, table, groups, [](float k, float dp) { return narrow(std::sqrt(wide(dp / k))); },
       [](const LevelLine& line, const DiagramRanges& r) -> const CurvePoint* {
         for (const CurvePoint* end : {&line.points[line.count - 1], &line.points[0]}) {
-          if (end->x < r.xmax && is_between(end->y, r)) {
-            return end;
-          }
+          if (end->x < r.xmax && is_between(end->y, r)) return end;
         }
         return nullptr;
       });
 }
 
-void draw_lp_lines_range(tavd_hdc hdc) {
+void draw_lp_lines_range(const FlowDiagram& dg, tavd_hdc hdc) {
   LevelTable table;
   Groups groups;
-  if (!read_levels(dg.flowdata, false, &table)) {
-    return;
-  }
+  if (!read_levels(dg.flowdata, false, &table)) return;
   group_by_flow(&table, &groups);
   draw_lines(
-      hdc, table, groups, [](float qv, float) { return qv; },
+      dg, hdc, table, groups, [](float qv, float) { return qv; },
       [](const LevelLine& line, const DiagramRanges& r) -> const CurvePoint* {
         const CurvePoint* end = &line.points[line.count - 1];
         return is_between(end->y, r) ? end : nullptr;

@@ -8,6 +8,7 @@
 #include "diagram/curves.h"
 #include "diagram/curves_sound.h"
 #include "diagram/flowdiagram.h"
+#include "diagram/proportions.h"
 #include "diagram/soundlevels.h"
 #include "tavd/tavca.h"
 
@@ -18,14 +19,12 @@ constexpr float kLevels[] = {20, 25, 30, 35, 40};  // dB(A)
 constexpr double kSmallestFound = 0.0001;          // l/s or Pa; a search that finds less has found nothing
 
 // A dot with its level to the right, as far as it has a place.
-void draw_mark(tavd_hdc hdc, float qv, float dp, float L, LevelTexts* texts) {
-  dg_static_dp(qv, &dp);
-  if (!dg_has_place(qv, dp)) {
-    return;
-  }
-  const int x = dg_x_pixel(qv);
-  const int y = dg_y_pixel(dp);
-  const int radius = dg.width / 100;
+void draw_mark(const FlowDiagram& dg, tavd_hdc hdc, float qv, float dp, float L, LevelTexts* texts) {
+  show_static(dg, qv, &dp);
+  if (!has_place(dg, qv, dp)) return;
+  const int x = x_pixel(dg, qv);
+  const int y = y_pixel(dg, dp);
+  const int radius = dg.width / kSoundMarkPart;
   gwellipse(hdc, moved(x, -radius), moved(y, -radius), moved(x, radius), moved(y, radius));
   texts->draw(hdc, moved(x, radius), y, L);
 }
@@ -37,22 +36,20 @@ bool is_inside(const DiagramRanges& r, float qv, float dp) {
 // Draws the marks of all levels. `point_at` tells the point of the curve where the search found a level,
 // false if that is outside the chart.
 template <typename PointAt>
-void draw_marks(tavd_hdc hdc, bool along_flow, PointAt point_at) {
+void draw_marks(const FlowDiagram& dg, tavd_hdc hdc, bool along_flow, PointAt point_at) {
   LevelTable table;
-  if (!read_levels(dg.flowdata, along_flow, &table) || table.count() == 0) {
-    return;
-  }
+  if (!read_levels(dg.flowdata, along_flow, &table) || table.count() == 0) return;
   const Selected pen(hdc, dg.pen_sound);
   const Selected brush(hdc, gwstockobject(kLightGreyBrush));
   const Selected font(hdc, dg.font_label);
   const RedText red(hdc);
-  const DiagramRanges r = dg_ranges();
-  LevelTexts texts;
+  const DiagramRanges r = base_ranges(dg);
+  LevelTexts texts(dg.LpA_label);
   for (const float L : kLevels) {
     const float found = lp_find(table, L, 0);
     CurvePoint p{};
     if (!(found < kSmallestFound) && point_at(r, table.row(0), found, &p)) {
-      draw_mark(hdc, p.x, p.y, L, &texts);
+      draw_mark(dg, hdc, p.x, p.y, L, &texts);
     }
   }
 }
@@ -60,8 +57,8 @@ void draw_marks(tavd_hdc hdc, bool along_flow, PointAt point_at) {
 }  // namespace
 
 void LevelTexts::draw(tavd_hdc hdc, int x, int y, float L) {
-  if (first_ && dg.LpA_label[0] != 0) {
-    gwtextout(hdc, x, y, "%0.0f %s", static_cast<double>(L), dg.LpA_label);
+  if (first_ && label_[0] != 0) {
+    gwtextout(hdc, x, y, "%0.0f %s", static_cast<double>(L), label_);
   } else {
     gwtextout(hdc, x, y, "%0.0f", static_cast<double>(L));
   }
@@ -69,8 +66,8 @@ void LevelTexts::draw(tavd_hdc hdc, int x, int y, float L) {
 }
 
 // Searched along the pressure, on the square law of the first row.
-void draw_lp_marks_ref(tavd_hdc hdc) {
-  draw_marks(hdc, false, [](const DiagramRanges& r, const LevelRow& first, float dp, CurvePoint* p) {
+void draw_lp_marks_ref(const FlowDiagram& dg, tavd_hdc hdc) {
+  draw_marks(dg, hdc, false, [](const DiagramRanges& r, const LevelRow& first, float dp, CurvePoint* p) {
     const float qv = narrow(std::sqrt(wide(dp / first.k)));
     *p = {qv, first.k * qv * qv};
     return is_inside(r, qv, dp);
@@ -78,8 +75,8 @@ void draw_lp_marks_ref(tavd_hdc hdc) {
 }
 
 // Searched along the flow, on the measured curve.
-void draw_lp_marks_qvdp(tavd_hdc hdc) {
-  draw_marks(hdc, true, [](const DiagramRanges& r, const LevelRow&, float qv, CurvePoint* p) {
+void draw_lp_marks_qvdp(const FlowDiagram& dg, tavd_hdc hdc) {
+  draw_marks(dg, hdc, true, [&dg](const DiagramRanges& r, const LevelRow&, float qv, CurvePoint* p) {
     *p = {qv, tavca_floating_dp(&dg.flowdata, qv)};
     return is_inside(r, p->x, p->y);
   });

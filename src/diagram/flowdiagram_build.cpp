@@ -1,12 +1,14 @@
+#include "diagram/flowdiagram_build.h"
+
 #include <cstdio>
 
 #include "base/gwtext.h"
+#include "calc/kinds.h"
 #include "db/encoding.h"
 #include "diagram/axis.h"
-#include "diagram/flowdiagram.h"
+#include "tavd/attributes.h"
 #include "tavd/tavca.h"
 #include "tavd/tavdf.h"
-#include "tavd/tavdg.h"
 
 namespace tavd {
 namespace {
@@ -37,22 +39,23 @@ struct AxisTitles {
   char y[kAxisTitleSize];
 };
 
-AxisTitles choose_units() {
-  const bool velocity = dg.flowdata.kind == 22 || dg.flowdata.kind == 11;
+AxisTitles choose_units(FlowDiagram& dg) {
+  const bool velocity = is_by_velocity(dg.flowdata.kind);
   const DisplayUnit& x = velocity ? kVelocityUnit : flow_unit(dg.xunit);
   const DisplayUnit& y = pressure_unit(dg.yunit);
   dg.xfactor = x.factor;
   dg.yfactor = y.factor;
   AxisTitles titles;
   std::snprintf(titles.x, sizeof titles.x, "%s", x.title);
-  std::snprintf(titles.y, sizeof titles.y, "%s %s", dg.dptype == 1 ? "dpst" : "dpt", y.title);
+  std::snprintf(titles.y, sizeof titles.y, "%s %s", dg.dptype == TAVDG_DP_STATIC ? "dpst" : "dpt", y.title);
   return titles;
 }
 
 // A fan's axes are linear and may start at zero; all others are logarithmic.
-AxisSetup set_up_axis(float factor, float lo, float hi, bool linear) {
-  AxisSetup axis = axis_over(factor * lo, factor * hi);
+ChartAxis set_up_axis(float factor, float lo, float hi, bool linear) {
+  ChartAxis axis = axis_over(factor * lo, factor * hi);
   if (linear) {
+    axis.log = false;
     if (lo < kAxisFromZero) {
       axis.len = static_cast<std::int16_t>(axis.len - axis.des);
       axis.des = 0;
@@ -63,21 +66,21 @@ AxisSetup set_up_axis(float factor, float lo, float hi, bool linear) {
 }
 
 // The title of the kind that the database's texts have: the host's, else the product code.
-void choose_title(tavb_rec rec, std::int16_t utf8) {
-  if (utf8 == 1) {
+void choose_title(FlowDiagram& dg, tavb_rec rec, std::int16_t utf8) {
+  if (utf8 == TAVD_TEXTS_UTF8) {
     if (dg.usertitlew[0] != 0) {
       gwwcscpyfield(dg.titlew, dg.usertitlew, kChartTitleSize);
     } else {
       tavdf_copyproductcodew(dg.db, rec, dg.titlew, kChartTitleSize);
     }
-  } else if (utf8 == 0 || utf8 == 2) {
+  } else if (is_default_encoding(utf8)) {
     choose_narrow_title(dg, rec);
   }
 }
 
-void load_product(tavb_rec rec) {
+void load_product(FlowDiagram& dg, const SavedParameters& choices, tavb_rec rec) {
   tavca_load_flowdata(dg.db, rec, &dg.flowdata);
-  dg_savedpar.apply(&dg.flowdata);
+  choices.apply(&dg.flowdata);
   tavca_check_end_reflection(&dg.flowdata);
 }
 
@@ -88,78 +91,51 @@ struct WideAxisTitle {
 // The axis titles are ASCII.
 WideAxisTitle widened(const char (&title)[kAxisTitleSize]) {
   WideAxisTitle wide{};
-  for (int i = 0; i < kAxisTitleSize && title[i] != 0; ++i) {
-    wide.text[i] = static_cast<tavd_wchar>(title[i]);
-  }
+  for (int i = 0; i < kAxisTitleSize && title[i] != 0; ++i) wide.text[i] = static_cast<tavd_wchar>(title[i]);
   return wide;
 }
 
-Chart* make_chart(bool wide) {
+Chart* make_chart(FlowDiagram& dg, bool wide) {
   const FlowData& fd = dg.flowdata;
-  const AxisTitles titles = choose_units();
-  const bool linear = fd.kind == kFanKind;
-  const AxisSetup x = set_up_axis(dg.xfactor, fd.qvmin, fd.qvmax, linear);
-  const AxisSetup y = set_up_axis(dg.yfactor, fd.dpmin, fd.dpmax, linear);
-  const auto make = [&](auto create, const auto* szX, const auto* szY, const auto* title) {
-    return create(!linear, !linear, x.min, y.min, x.max, y.max, x.step, y.step, x.len, x.des, y.len, y.des,
-                  szX, szY, title);
-  };
-  if (wide) {
-    return make(chart_createw, widened(titles.x).text, widened(titles.y).text, dg.titlew);
-  }
-  return make(chart_create, titles.x, titles.y, dg.title);
+  const AxisTitles titles = choose_units(dg);
+  const bool linear = fd.kind == TAVD_KIND_FAN;
+  const ChartAxis x = set_up_axis(dg.xfactor, fd.qvmin, fd.qvmax, linear);
+  const ChartAxis y = set_up_axis(dg.yfactor, fd.dpmin, fd.dpmax, linear);
+  if (wide) return chart_createw(x, y, widened(titles.x).text, widened(titles.y).text, dg.titlew);
+  return chart_create(x, y, titles.x, titles.y, dg.title);
 }
 
 }  // namespace
 
-float dg_xunit_factor(int unit) {
-  return flow_unit(unit).factor;
+bool build(FlowDiagram& dg, const SavedParameters& choices, tavb_rec rec) {
+  dg.ready = false;
+  dg.failed = false;
+  chart_destroy(dg.chart);
+  dg.chart = nullptr;
+  if (rec == nullptr) return false;
+  const std::int16_t utf8 = uses_utf8(dg.db);
+  choose_title(dg, rec, utf8);
+  load_product(dg, choices, rec);
+  if (has_limits(dg.flowdata, dg.flowdata.kind == TAVD_KIND_FAN)) {
+    dg.chart = make_chart(dg, utf8 == TAVD_TEXTS_UTF8);
+  }
+  dg.ready = dg.chart != nullptr;
+  dg.failed = !dg.ready;
+  return dg.ready;
 }
 
-float dg_yunit_factor(int unit) {
-  return pressure_unit(unit).factor;
+void set_xunit(FlowDiagram& dg, int unit) {
+  if (unit >= 0 && unit < kFlowUnitCount) {
+    dg.xunit = static_cast<std::int16_t>(unit);
+    dg.xfactor = flow_unit(unit).factor;
+  }
+}
+
+void set_yunit(FlowDiagram& dg, int unit) {
+  if (unit >= 0 && unit < kPressureUnitCount) {
+    dg.yunit = static_cast<std::int16_t>(unit);
+    dg.yfactor = pressure_unit(unit).factor;
+  }
 }
 
 }  // namespace tavd
-
-using namespace tavd;  // the border below stands outside
-
-void tavdg_set_xunit(int u) {
-  if (u >= 0 && u < kFlowUnitCount) {
-    dg.xunit = static_cast<std::int16_t>(u);
-    dg.xfactor = dg_xunit_factor(u);
-  }
-}
-
-void tavdg_set_yunit(int u) {
-  if (u >= 0 && u < kPressureUnitCount) {
-    dg.yunit = static_cast<std::int16_t>(u);
-    dg.yfactor = dg_yunit_factor(u);
-  }
-}
-
-void tavdg_set_dptype(int t) {
-  dg.dptype = t == 1 ? 1 : 0;
-}
-
-int tavdg_initdiagramdata(tavb_rec rec) {
-  dg.ready = false;
-  dg.error = 0;
-  chart_destroy(dg.chart);
-  dg.chart = nullptr;
-  if (rec == nullptr) {
-    return -1;
-  }
-  const std::int16_t utf8 = uses_utf8(dg.db);
-  choose_title(rec, utf8);
-  load_product(rec);
-  if (has_limits(dg.flowdata, dg.flowdata.kind == kFanKind)) {
-    dg.chart = make_chart(utf8 == 1);
-  }
-  if (dg.chart == nullptr) {
-    dg.error = -1;
-    return -1;
-  }
-  dg.ready = true;
-  return 0;
-}

@@ -11,14 +11,14 @@
 namespace tavd {
 namespace {
 
+constexpr int kNoParameter = -1;
+
 // The parameter that a combo box shows: the first of the product's that has a name.
 int named_parameter(const FlowData& fd) {
   for (int i = 0; i < TAVD_PARAMETERS; ++i) {
-    if (fd.par[i].name[0] != 0) {
-      return i;
-    }
+    if (fd.par[i].name[0] != 0) return i;
   }
-  return -1;
+  return kNoParameter;
 }
 
 }  // namespace
@@ -27,7 +27,7 @@ void build_selected_size(tavd_hwnd dialog, ProductDiagram* diagram, int (*build)
   const tavb_rec record = selected_record(dialog, diagram->listid, &diagram->familylist, diagram->db,
                                           diagram->classID, diagram->title, kChartTitleSize);
   if (record != nullptr) {
-    diagram->error = 0;
+    diagram->failed = false;
     build(record);
     tavbreleaserec(record);
   }
@@ -35,9 +35,7 @@ void build_selected_size(tavd_hwnd dialog, ProductDiagram* diagram, int (*build)
 
 int fill_parameter_values(tavd_hwnd dialog, int item, const FlowData& fd) {
   const int parameter = named_parameter(fd);
-  if (parameter < 0) {
-    return 0;
-  }
+  if (parameter == kNoParameter) return 0;
   const int rows = row_count(fd.par[parameter].count, TAVD_PARAMETER_ROWS);
   for (int i = 0; i < rows; ++i) {
     char value[TAVD_PARAMETER_CHARS + 1];
@@ -51,7 +49,7 @@ int fill_parameter_values(tavd_hwnd dialog, int item, const FlowData& fd) {
 void choose_parameter_value(tavd_hwnd dialog, int item, FlowData* fd) {
   char value[80];
   const int parameter = named_parameter(*fd);
-  if (gwcb_gettext(dialog, item, -1, value, sizeof value) >= 0 && parameter >= 0) {
+  if (gwcb_gettext(dialog, item, -1, value, sizeof value) >= 0 && parameter != kNoParameter) {
     tavca_param_setvalue(fd, fd->par[parameter].name, value);
   }
 }

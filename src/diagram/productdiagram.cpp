@@ -5,12 +5,13 @@
 #include "base/gwtext.h"
 #include "base/gwwindow.h"
 #include "base/held.h"
+#include "diagram/proportions.h"
 #include "tavd/tavdf.h"
+#include "tavd/tavdg.h"
 
 namespace tavd {
 namespace {
 
-constexpr int kDefaultResolution = 2;
 constexpr int kSmallestLabel = 5;  // logical units
 
 void paint(const Painter& painter, tavd_hwnd hwnd) {
@@ -37,13 +38,17 @@ void set_up(ProductDiagram& diagram, std::int16_t db) {
   diagram.yfactor = 1.0F;
   diagram.width = kDefaultExtent;
   diagram.height = kDefaultExtent;
-  diagram.resolution = kDefaultResolution;
+  diagram.resolution = TAVDG_RESOLUTION;
 }
 
 void release(ProductDiagram& diagram) {
   tavfm_release(&diagram.familylist);
   chart_destroy(diagram.chart);
   diagram.chart = nullptr;
+}
+
+void set_resolution(ProductDiagram& diagram, int n) {
+  diagram.resolution = (n / 2) * 2;
 }
 
 bool has_limits(const FlowData& fd, bool from_zero) {
@@ -88,14 +93,14 @@ void resize_default(ProductDiagram& diagram) {
 }
 
 ToolSizes tool_sizes(const ProductDiagram& diagram) {
-  const int wide = std::max(diagram.height / 500, 1);
+  const int wide = std::max(diagram.height / kWidePenPart, 1);
   return {wide, wide > 1 ? wide / 2 : wide,
-          held<std::int16_t>(std::int64_t{std::max(diagram.height / 25, kSmallestLabel)})};
+          held<std::int16_t>(std::int64_t{std::max(diagram.height / kLabelFontPart, kSmallestLabel)})};
 }
 
 std::intptr_t diagram_proc(const ProductDiagram& diagram, const Painter& painter, tavd_hwnd hwnd,
                            unsigned int msg, std::uintptr_t wparam, std::intptr_t lparam) {
-  if (msg != kWmPaint || diagram.chart == nullptr || diagram.error != 0) {
+  if (msg != kWmPaint || diagram.chart == nullptr || diagram.failed) {
     return gwdefproc(hwnd, msg, wparam, lparam);
   }
   paint(painter, hwnd);

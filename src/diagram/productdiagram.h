@@ -22,7 +22,7 @@ struct ProductDiagram {
   char title[kChartTitleSize];
   char usertitle[kChartTitleSize];
   std::int16_t listid;        // control id of the family list box, 0 for none
-  std::int16_t error;         // 0, or -1 after a failed build: the window stays blank
+  bool failed;                // the last build failed: the window stays blank
   float qv;                   // flow of the operating point, l/s or m/s
   int width, height;          // logical size of the drawing
   int resolution;             // halvings per span of a smoothed curve
@@ -36,6 +36,9 @@ struct ProductDiagram {
 void set_up(ProductDiagram& diagram, std::int16_t db);
 // Gives back the family list and the chart.
 void release(ProductDiagram& diagram);
+
+// Halvings per span of a smoothed curve, cut to an even number.
+void set_resolution(ProductDiagram& diagram, int n);
 
 // ---- Building ----
 

@@ -9,12 +9,8 @@ namespace tavd {
 
 const SavedParameter& SavedParameters::set(const char* name, const char* value) {
   SavedParameter choice{};
-  if (name != nullptr) {
-    gwstrtrimcpy(choice.name, name, TAVD_PARAMETER_CHARS);
-  }
-  if (value != nullptr) {
-    gwstrtrimcpy(choice.value, value, TAVD_PARAMETER_CHARS);
-  }
+  if (name != nullptr) gwstrtrimcpy(choice.name, name, TAVD_PARAMETER_CHARS);
+  if (value != nullptr) gwstrtrimcpy(choice.value, value, TAVD_PARAMETER_CHARS);
   const bool first = gwstricmp(choice.name, slots[0].name) == 0;
   const bool second = !first && gwstricmp(choice.name, slots[1].name) == 0;
   const bool free = slots[0].name[0] == 0;
@@ -29,9 +25,7 @@ void SavedParameters::reset() {
 
 void SavedParameters::apply(FlowData* fd) const {
   for (const SavedParameter& slot : slots) {
-    if (slot.name[0] != 0 && slot.value[0] != 0) {
-      tavca_param_setvalue(fd, slot.name, slot.value);
-    }
+    if (slot.name[0] != 0 && slot.value[0] != 0) tavca_param_setvalue(fd, slot.name, slot.value);
   }
 }
 

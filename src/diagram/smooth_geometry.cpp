@@ -49,12 +49,8 @@ float distance(CurvePoint p, CurvePoint q) {
 // `to_crossing`: from the middle of the chord to the crossing.
 float pull(float to_crossing, float chord) {
   const float ratio = to_crossing / chord;
-  if (wide(ratio) < kFlatArc) {
-    return kFlatPull;
-  }
-  if (ratio < 1.0F) {
-    return kFlatPull - ((ratio - narrow(kFlatArc)) * kPullFall) / kPullFallOver;
-  }
+  if (wide(ratio) < kFlatArc) return kFlatPull;
+  if (ratio < 1.0F) return kFlatPull - ((ratio - narrow(kFlatArc)) * kPullFall) / kPullFallOver;
   // At most half a chord from the middle, and less the farther the crossing is.
   return std::min((chord * 0.5F) / to_crossing, narrow(kSteepPull * std::pow(wide(ratio), kSteepExponent)));
 }
@@ -62,12 +58,8 @@ float pull(float to_crossing, float chord) {
 }  // namespace
 
 float angle_norm(float a) {
-  while (a < 0.0F) {
-    a += kFullTurn;
-  }
-  while (a >= kFullTurn) {
-    a -= kFullTurn;
-  }
+  while (a < 0.0F) a += kFullTurn;
+  while (a >= kFullTurn) a -= kFullTurn;
   return a;
 }
 
@@ -75,9 +67,7 @@ float angle_of(CurvePoint a, CurvePoint b) {
   if (std::fabs(a.x - b.x) >= std::fabs(b.x / kSameX)) {
     const float slope = (b.y - a.y) / (b.x - a.x);
     const float t = narrow(gwatan(wide(slope)));
-    if (a.x > b.x) {
-      return t + kHalfTurn;
-    }
+    if (a.x > b.x) return t + kHalfTurn;
     return t < 0.0F ? t + kFullTurn : t;
   }
   return a.y <= b.y ? kQuarterTurn : -kQuarterTurn;
@@ -85,12 +75,8 @@ float angle_of(CurvePoint a, CurvePoint b) {
 
 float angle_delta(float a, float b) {
   const float d = b - a;
-  if (b > a && d > kHalfTurn) {
-    return d - kFullTurn;
-  }
-  if (b < a && d < -kHalfTurn) {
-    return d + kFullTurn;
-  }
+  if (b > a && d > kHalfTurn) return d - kFullTurn;
+  if (b < a && d < -kHalfTurn) return d + kFullTurn;
   return d;
 }
 
@@ -108,9 +94,7 @@ int tangent_cross(float x1, float y1, float a1, float x2, float y2, float a2, fl
   const float b1 = y1 - m1 * x1;
   const float b2 = y2 - m2 * x2;
   if (vertical2) {
-    if (vertical1) {
-      return 0;
-    }
+    if (vertical1) return 0;
     *x = x2;
     *y = m1 * x2 + b1;
     return 1;
@@ -135,9 +119,7 @@ std::optional<TangentPoint> between(const TangentPoint& from, const TangentPoint
   const bool straight1 = wide(std::fabs(d1)) < kStraight;
   const bool straight2 = wide(std::fabs(d2)) < kStraight;
   const CurvePoint m = middle(p, q);
-  if (straight1 && straight2) {
-    return TangentPoint{m, chord};
-  }
+  if (straight1 && straight2) return TangentPoint{m, chord};
   float a1 = from.tangent;
   float a2 = to.tangent;
   if (straight1) {
@@ -153,9 +135,7 @@ std::optional<TangentPoint> between(const TangentPoint& from, const TangentPoint
     return TangentPoint{toward(p, q, w), angle_norm(w > 0.5F ? chord - d2 * 0.5F : chord + d1 * 0.5F)};
   }
   CurvePoint crossing;
-  if (tangent_cross(p.x, p.y, a1, q.x, q.y, a2, &crossing.x, &crossing.y) == 0) {
-    return std::nullopt;
-  }
+  if (tangent_cross(p.x, p.y, a1, q.x, q.y, a2, &crossing.x, &crossing.y) == 0) return std::nullopt;
   const CurvePoint at = toward(m, crossing, pull(distance(m, crossing), distance(p, q)));
   return TangentPoint{at, straight1 || straight2 ? chord : angle_through(p, at, q)};
 }

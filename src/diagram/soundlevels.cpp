@@ -72,9 +72,7 @@ double LevelProbe::at(float val) const {
   if (estimates_) {
     const double level = estimate(lg(val) - lg1_);
     const double off = std::fabs(level - L_);
-    if (std::fabs(level) < kLargest && off > kTrusted && std::fabs(off - kFound) > kTrusted) {
-      return level;
-    }
+    if (std::fabs(level) < kLargest && off > kTrusted && std::fabs(off - kFound) > kTrusted) return level;
   }
   return wide(exact(val));
 }
@@ -90,28 +88,18 @@ double LevelProbe::estimate(double way) const {
 float LevelProbe::exact(float val) const {
   const LogPlace place(below_.val, above_.val, LogValue(val));
   float lw[TAVD_BANDS];
-  for (int band = 0; band < TAVD_BANDS; ++band) {
-    lw[band] = place.between(below_.lw[band], above_.lw[band]);
-  }
+  for (int band = 0; band < TAVD_BANDS; ++band) lw[band] = place.between(below_.lw[band], above_.lw[band]);
   return tavca_LpA(lw);
 }
 
 // The two rows of a group to search from: the last two, or the first ones whose upper level is not under L.
 bool bracket(const LevelTable& table, float L, int g, int* below) {
   int first = 0;
-  while (first < table.count() && table.row(first).group != g) {
-    ++first;
-  }
+  while (first < table.count() && table.row(first).group != g) ++first;
   int last = first;
-  while (last + 1 < table.count() && table.row(last + 1).group == g) {
-    ++last;
-  }
-  if (first >= last) {
-    return false;
-  }
-  while (first < last - 1 && table.row(first + 1).lpa < L) {
-    ++first;
-  }
+  while (last + 1 < table.count() && table.row(last + 1).group == g) ++last;
+  if (first >= last) return false;
+  while (first < last - 1 && table.row(first + 1).lpa < L) ++first;
   *below = first;
   return true;
 }
@@ -122,13 +110,9 @@ bool widen_down(const LevelProbe& level, float L, float* a, float* b) {
   for (;;) {
     const float from = *a;
     *a = narrow(wide(from) * kStepDown);
-    if (level.at(*a) < L) {
-      return true;
-    }
+    if (level.at(*a) < L) return true;
     *b = *a;
-    if (!(*a >= kLowestVal) || *a == from) {
-      return false;
-    }
+    if (!(*a >= kLowestVal) || *a == from) return false;
   }
 }
 
@@ -137,13 +121,9 @@ bool widen_up(const LevelProbe& level, float L, float* a, float* b) {
   for (;;) {
     const float from = *b;
     *b = from * kStepUp;
-    if (level.at(*b) > L) {
-      return true;
-    }
+    if (level.at(*b) > L) return true;
     *a = *b;
-    if (!(*b <= kHighestVal) || *b == from) {
-      return false;
-    }
+    if (!(*b <= kHighestVal) || *b == from) return false;
   }
 }
 
@@ -151,14 +131,10 @@ float halve(const LevelProbe& level, float L, float a, float b) {
   for (int round = 0; round < kMostHalvings; ++round) {
     const float m = (a + b) / 2.0F;
     const double p = level.at(m);
-    if (wide(std::fabs(L - narrow(p))) < kFound) {
-      return m;
-    }
+    if (wide(std::fabs(L - narrow(p))) < kFound) return m;
     // A half that is no smaller than the whole: every further round would be this one.
     float& end = p <= L ? a : b;
-    if (end == m) {
-      return 0.0F;
-    }
+    if (end == m) return 0.0F;
     end = m;
   }
   return 0.0F;
@@ -178,9 +154,7 @@ LevelTable::LevelTable() {
 }
 
 void LevelTable::add(const LevelRow& row) {
-  if (count_ == TAVD_LW_ROWS) {
-    return;
-  }
+  if (count_ == TAVD_LW_ROWS) return;
   LevelRow& added = rows_[count_++];
   added = row;
   added.lpa = tavca_LpA(added.lw);
@@ -195,13 +169,9 @@ bool read_levels(const FlowData& fd, bool along_flow, LevelTable* table) {
     LevelRow row{};
     row.qv = point.qv;
     row.dp = point.dp;
-    if (row.qv < kSmallestRow) {
-      return false;
-    }
+    if (row.qv < kSmallestRow) return false;
     param_add_dp(&fd, row.qv, &row.dp);
-    if (row.dp < kSmallestRow) {
-      return false;
-    }
+    if (row.dp < kSmallestRow) return false;
     row.k = resistance(row.qv, row.dp);
     row.val = along_flow ? row.qv : row.dp;
     std::copy(std::begin(point.lw), std::end(point.lw), row.lw);
@@ -213,9 +183,7 @@ bool read_levels(const FlowData& fd, bool along_flow, LevelTable* table) {
 
 float lp_find(const LevelTable& table, float L, int g) {
   int below = 0;
-  if (!bracket(table, L, g, &below)) {
-    return 0.0F;
-  }
+  if (!bracket(table, L, g, &below)) return 0.0F;
   const LevelRow& row1 = table.row(below);
   const LevelRow& row2 = table.row(below + 1);
   const LevelProbe level(table, below, L);
@@ -223,14 +191,10 @@ float lp_find(const LevelTable& table, float L, int g) {
   float b = row2.val;
   if (L <= row1.lpa) {
     b = row1.val;
-    if (!widen_down(level, L, &a, &b)) {
-      return 0.0F;
-    }
+    if (!widen_down(level, L, &a, &b)) return 0.0F;
   } else if (row2.lpa < L) {
     a = row2.val;
-    if (!widen_up(level, L, &a, &b)) {
-      return 0.0F;
-    }
+    if (!widen_up(level, L, &a, &b)) return 0.0F;
   }
   return halve(level, L, a, b);
 }

@@ -1,12 +1,11 @@
+#include "diagram/throwdiagram_build.h"
+
 #include <algorithm>
 #include <cstdint>
 
 #include "base/held.h"
 #include "calc/numeric.h"
 #include "calc/parameter.h"
-#include "diagram/axis.h"
-#include "diagram/throwdiagram.h"
-#include "tavd/L2dg.h"
 #include "tavd/tavca.h"
 
 namespace tavd {
@@ -60,51 +59,39 @@ ThrowRange rounded_outward(ThrowRange range) {
   return {std::max(static_cast<float>(min), kLowestThrow), static_cast<float>(max)};
 }
 
-void load_product(tavb_rec rec) {
-  tavca_load_flowdata(L2dg.db, rec, &L2dg.flowdata);
-  L2dg_choices.savedpar.apply(&L2dg.flowdata);
+void load_product(ThrowDiagram& dg, const ThrowChoices& choices, tavb_rec rec) {
+  tavca_load_flowdata(dg.db, rec, &dg.flowdata);
+  choices.savedpar.apply(&dg.flowdata);
 }
 
-Chart* make_chart(const ThrowRange& range) {
-  const FlowData& fd = L2dg.flowdata;
-  const AxisSetup x = axis_over(L2dg.xfactor * fd.qvmin, L2dg.xfactor * fd.qvmax);
-  const AxisSetup y = axis_over(L2dg.yfactor * range.min, L2dg.yfactor * range.max);
-  return chart_create(true, true, x.min, y.min, x.max, y.max, x.step, kThrowStep, x.len, x.des, y.len, y.des,
-                      throw_flow_unit(L2dg.xunit).title, kThrowTitle, L2dg.title);
+Chart* make_chart(const ThrowDiagram& dg, const ThrowRange& range) {
+  const FlowData& fd = dg.flowdata;
+  const ChartAxis x = axis_over(dg.xfactor * fd.qvmin, dg.xfactor * fd.qvmax);
+  ChartAxis y = axis_over(dg.yfactor * range.min, dg.yfactor * range.max);
+  y.step = kThrowStep;
+  return chart_create(x, y, throw_flow_unit(dg.xunit).title, kThrowTitle, dg.title);
 }
 
 }  // namespace
 
 const DisplayUnit& throw_flow_unit(int unit) {
   const int by_metre = unit - kFlowUnitCount;
-  if (by_metre >= 0 && by_metre < kFlowUnitsByMetreCount) {
-    return kFlowUnitsByMetre[by_metre];
-  }
+  if (by_metre >= 0 && by_metre < kFlowUnitsByMetreCount) return kFlowUnitsByMetre[by_metre];
   return kFlowUnits[unit >= 0 && unit < kFlowUnitCount ? unit : 0];
 }
 
-}  // namespace tavd
-
-using namespace tavd;  // the border below stands outside
-
-int L2dg_initdiagramdata(tavb_rec rec) {
-  chart_destroy(L2dg.chart);
-  L2dg.chart = nullptr;
-  if (rec == nullptr) {
-    return -1;
-  }
-  choose_narrow_title(L2dg, rec);
-  load_product(rec);
+bool build(ThrowDiagram& dg, const ThrowChoices& choices, tavb_rec rec) {
+  chart_destroy(dg.chart);
+  dg.chart = nullptr;
+  if (rec == nullptr) return false;
+  choose_narrow_title(dg, rec);
+  load_product(dg, choices, rec);
   ThrowRange range;
-  if (!estimate_range(L2dg.flowdata, &range)) {
-    return -1;
-  }
-  if (has_limits(L2dg.flowdata, false)) {
-    L2dg.chart = make_chart(rounded_outward(range));
-  }
-  if (L2dg.chart == nullptr) {
-    L2dg.error = -1;
-    return -1;
-  }
-  return 0;
+  if (!estimate_range(dg.flowdata, &range)) return false;
+  if (has_limits(dg.flowdata, false)) dg.chart = make_chart(dg, rounded_outward(range));
+  // Never cleared here: after a failed build the window stays blank until another size or a new start.
+  if (dg.chart == nullptr) dg.failed = true;
+  return dg.chart != nullptr;
 }
+
+}  // namespace tavd

@@ -21,9 +21,7 @@ const Sketch* find_sketch(int number) {
        {sketches_102_106(), sketches_109_114(), sketches_115_119(), sketches_120_124(), sketches_125_129(),
         sketches_130_151(), sketches_170_192()}) {
     for (const NumberedSketch& each : range) {
-      if (each.number == number) {
-        return each.sketch;
-      }
+      if (each.number == number) return each.sketch;
     }
   }
   return nullptr;
@@ -39,9 +37,7 @@ void draw_shape(tavd_hdc hdc) {
       return;
     }
   }
-  if (const Sketch* const sketch = find_sketch(number)) {
-    draw_sketch(hdc, *sketch);
-  }
+  if (const Sketch* const sketch = find_sketch(number)) draw_sketch(hdc, *sketch);
 }
 
 }  // namespace tavd

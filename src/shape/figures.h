@@ -60,9 +60,7 @@ constexpr auto joined(const std::array<Figure, N>&... parts) {
   std::array<Figure, (N + ...)> all{};
   std::size_t n = 0;
   const auto append = [&](const auto& part) {
-    for (const Figure& figure : part) {
-      all[n++] = figure;
-    }
+    for (const Figure& figure : part) all[n++] = figure;
   };
   (append(parts), ...);
   return all;

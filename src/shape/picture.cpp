@@ -5,8 +5,8 @@
 
 #include "base/gwtext.h"
 #include "base/held.h"
-#include "db/attributes.h"
 #include "db/sizelist.h"
+#include "tavd/attributes.h"
 #include "tavd/tavb.h"
 #include "tavd/tavdf.h"
 #include "tavd/tavdshapepic.h"
@@ -17,8 +17,7 @@ ShapeState shp;
 
 namespace {
 
-constexpr int kDefaultTitleBand = 40;  // device units
-constexpr int kTitleBandPart = 20;     // of the picture's height
+constexpr int kTitleBandPart = 20;  // of the picture's height
 // Drawing units across and down; the latter is not the default picture's 800, and stays as it is, since hosts
 // have fitted their windows to it.
 constexpr double kPlaneWidth = 500.0;
@@ -37,9 +36,9 @@ std::int16_t read(tavb_rec rec, std::int16_t attribute, Place* place) {
 
 void choose_title(tavb_rec rec) {
   if (shp.usertitle[0] != 0 || rec == nullptr) {
-    gwstrcpyfield(shp.title, shp.usertitle, kShapeTitleSize);
+    gwstrcpyfield(shp.title, shp.usertitle, TAVDSHAPEPIC_TITLE_CHARS);
   } else {
-    tavdf_copyproductcode(shp.db, rec, shp.title, kShapeTitleSize);
+    tavdf_copyproductcode(shp.db, rec, shp.title, TAVDSHAPEPIC_TITLE_CHARS);
   }
 }
 
@@ -58,13 +57,9 @@ void tavdshapepic_init(tavd_hmodule hmodule, int16_t db, tavb_rec rec, int listi
   shp.rec = rec;
   shp.db = db;
   tavdshapepic_resize_default();
-  if (rec != nullptr) {
-    tavbgetID(db, rec, shp.classID, nullptr);
-  }
+  if (rec != nullptr) tavbgetID(db, rec, shp.classID, nullptr);
   tavfm_init(&shp.familylist);
-  if (listid == 0 && rec != nullptr) {
-    tavdshapepic_initdata(rec);
-  }
+  if (listid == 0 && rec != nullptr) tavdshapepic_initdata(rec);
 }
 
 void tavdshapepic_release(void) {
@@ -72,13 +67,13 @@ void tavdshapepic_release(void) {
 }
 
 void tavdshapepic_set_title(const char* text) {
-  gwstrcpyfield(shp.usertitle, text, kShapeTitleSize);
+  gwstrcpyfield(shp.usertitle, text, TAVDSHAPEPIC_TITLE_CHARS);
 }
 
 void tavdshapepic_initdata(tavb_rec rec) {
   choose_title(rec);
-  shp.nvalues = std::clamp<std::int16_t>(read(rec, kAttShapeData, &shp.values), 0, kShapeWords);
-  shp.nheader = read(rec, kAttFlowHeader, &shp.header);
+  shp.nvalues = std::clamp<std::int16_t>(read(rec, TAVD_ATT_SHAPE_DATA, &shp.values), 0, kShapeWords);
+  shp.nheader = read(rec, TAVD_ATT_FLOW_HEADER, &shp.header);
 }
 
 void tavdshapepic_fillsizeLB(tavd_hwnd hdlg) {
@@ -86,8 +81,8 @@ void tavdshapepic_fillsizeLB(tavd_hwnd hdlg) {
 }
 
 void tavdshapepic_update_from_list(tavd_hwnd hdlg) {
-  const tavb_rec record =
-      selected_record(hdlg, shp.listid, &shp.familylist, shp.db, shp.classID, shp.title, kShapeTitleSize);
+  const tavb_rec record = selected_record(hdlg, shp.listid, &shp.familylist, shp.db, shp.classID, shp.title,
+                                          TAVDSHAPEPIC_TITLE_CHARS);
   if (record != nullptr) {
     tavdshapepic_initdata(record);
     tavbreleaserec(record);
@@ -109,9 +104,9 @@ void tavdshapepic_resize(int left, int top, int right, int bottom) {
 void tavdshapepic_resize_default(void) {
   shp.pic_left = 0;
   shp.pic_top = 0;
-  shp.pic_right = kPictureWidth;
-  shp.pic_bottom = kPictureHeight;
-  shp.pic_origin_y = kDefaultTitleBand;
+  shp.pic_right = TAVDSHAPEPIC_WIDTH;
+  shp.pic_bottom = TAVDSHAPEPIC_HEIGHT;
+  shp.pic_origin_y = TAVDSHAPEPIC_TITLE_BAND;
   shp.pic_xscale = 1.0;
   shp.pic_yscale = 1.0;
 }

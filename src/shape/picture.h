@@ -5,15 +5,13 @@
 #include <cstdint>
 
 #include "base/gwgdi.h"
+#include "tavd/tavdshapepic.h"
 #include "tavd/tavfm.h"
 #include "tavd/types.h"
 
 namespace tavd {
 
-inline constexpr int kPictureWidth = 500;  // the default rectangle, device units
-inline constexpr int kPictureHeight = 840;
 inline constexpr int kShapeWords = 30;
-inline constexpr int kShapeTitleSize = 80;  // characters, terminator included
 
 // The flow data header as the database stores it.
 #pragma pack(push, 1)
@@ -37,8 +35,8 @@ struct ShapeState {
   std::int16_t nvalues;              // words of `values` that the product has, at most all of them
   std::int16_t values[kShapeWords];  // the shape number, then its dimensions, mm; 0 behind nvalues
   char classID[8];                   // of the product given to the init
-  char title[kShapeTitleSize];
-  char usertitle[kShapeTitleSize];
+  char title[TAVDSHAPEPIC_TITLE_CHARS];
+  char usertitle[TAVDSHAPEPIC_TITLE_CHARS];
   int listid;    // control id of the family list box, 0 for none
   tavb_rec rec;  // the product given to the init; the host's
   FamilyList familylist;

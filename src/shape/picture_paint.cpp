@@ -14,9 +14,14 @@
 namespace tavd {
 namespace {
 
-constexpr char kClassName[] = "TAVDSHAPE";
 constexpr unsigned kClassRecordSize = 0x48;  // as hosts know it; the flow diagram's is 0x50
 constexpr char kFace[] = "Arial";
+
+// Parts of the picture.
+constexpr int kThickPenPart = 150;  // of the width
+constexpr int kTextFontPart = 28;   // of the height
+constexpr int kTitleFontPart = 21;  // of the height
+constexpr int kTitleGapPart = 20;   // of the title band
 
 // Outside the state, since the class outlives it.
 bool shapeclass_registered;
@@ -36,7 +41,7 @@ void set_mapping(tavd_hdc hdc, const gwrect& client) {
   const int client_height = client.bottom - client.top;
   const int viewport_width = held<int>(std::floor(client_height * kWidthOfHeight + 0.5));
   gwwindoworg(hdc, 0, 0);
-  gwwindowext(hdc, kPictureWidth, kPictureHeight);
+  gwwindowext(hdc, TAVDSHAPEPIC_WIDTH, TAVDSHAPEPIC_HEIGHT);
   gwviewportorg(hdc, (client.left + client.right) / 2 - viewport_width / 2, 0);
   gwviewportext(hdc, viewport_width, client_height);
 }
@@ -60,7 +65,7 @@ void draw_title(tavd_hdc hdc) {
   gwtextalign(hdc, kAlignCenterTop);
   const std::int64_t middle = (std::int64_t{shp.pic_left} + shp.pic_right) / 2;
   const std::int64_t band = std::int64_t{shp.pic_origin_y} - shp.pic_top;
-  gwtextoutn(hdc, held<int>(middle), held<int>(shp.pic_top + band / 20), shp.title,
+  gwtextoutn(hdc, held<int>(middle), held<int>(shp.pic_top + band / kTitleGapPart), shp.title,
              static_cast<int>(std::strlen(shp.title)));
 }
 
@@ -69,7 +74,7 @@ void draw_title(tavd_hdc hdc) {
 void register_shape_class(tavd_hmodule module) {
   if (!shapeclass_registered) {
     shapeclass_registered = true;
-    gwregisterclass(module, kClassName, tavdshapepic_picproc, kClassRecordSize);
+    gwregisterclass(module, TAVDSHAPEPIC_WINDOW_CLASS, tavdshapepic_picproc, kClassRecordSize);
   }
 }
 
@@ -79,12 +84,12 @@ using namespace tavd;  // the border below stands outside
 
 void tavdshapepic_create_drawing_tools(void) {
   tavdshapepic_destroy_drawing_tools();
-  shp.pen_thick = gwcreatepen(kPenSolid, held<int>(width() / 150), kBlack);
+  shp.pen_thick = gwcreatepen(kPenSolid, held<int>(width() / kThickPenPart), kBlack);
   shp.pen_dot = gwcreatepen(kPenDot, 1, kBlack);
   shp.pen_dashdot = gwcreatepen(kPenDashDot, 1, kBlack);
   shp.pen_thin = gwcreatepen(kPenSolid, 1, kBlack);
-  shp.font_text = gwcreatefont(held<std::int16_t>(height() / 28), kWeightNormal, 0, 0, kFace);
-  shp.font_title = gwcreatefont(held<std::int16_t>(height() / 21), kWeightBold, 0, 0, kFace);
+  shp.font_text = gwcreatefont(held<std::int16_t>(height() / kTextFontPart), kWeightNormal, 0, 0, kFace);
+  shp.font_title = gwcreatefont(held<std::int16_t>(height() / kTitleFontPart), kWeightBold, 0, 0, kFace);
 }
 
 void tavdshapepic_destroy_drawing_tools(void) {
@@ -101,9 +106,7 @@ void tavdshapepic_draw(tavd_hdc hdc) {
 }
 
 intptr_t tavdshapepic_picproc(tavd_hwnd hwnd, unsigned int msg, uintptr_t wparam, intptr_t lparam) {
-  if (msg != kWmPaint) {
-    return gwdefproc(hwnd, msg, wparam, lparam);
-  }
+  if (msg != kWmPaint) return gwdefproc(hwnd, msg, wparam, lparam);
   paint(hwnd);
   return 0;
 }

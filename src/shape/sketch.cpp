@@ -14,9 +14,7 @@ constexpr int kOverrun = 10;  // of extension lines behind the dimension line
 
 void draw_stroke(tavd_hdc hdc, const Figure& figure) {
   pic_moveto(hdc, figure.points[0].x, figure.points[0].y);
-  for (int i = 1; i < figure.count; ++i) {
-    pic_lineto(hdc, figure.points[i].x, figure.points[i].y);
-  }
+  for (int i = 1; i < figure.count; ++i) pic_lineto(hdc, figure.points[i].x, figure.points[i].y);
 }
 
 void draw_figure(tavd_hdc hdc, const Figure& figure) {
@@ -38,9 +36,7 @@ void draw_figure(tavd_hdc hdc, const Figure& figure) {
 }
 
 void draw_figures(tavd_hdc hdc, std::span<const Figure> figures) {
-  for (const Figure& figure : figures) {
-    draw_figure(hdc, figure);
-  }
+  for (const Figure& figure : figures) draw_figure(hdc, figure);
 }
 
 // From a point of the object to behind a dimension line, along one axis; nothing if the line is no farther
@@ -113,9 +109,7 @@ template <typename Draw>
 void each_dimension(std::span<const Sketch* const> parts, bool connections, Draw draw) {
   for (const Sketch* part : parts) {
     for (const Dimension& dimension : part->dimensions) {
-      if (is_connection(dimension.measure) == connections) {
-        draw(dimension);
-      }
+      if (is_connection(dimension.measure) == connections) draw(dimension);
     }
   }
 }
@@ -136,9 +130,7 @@ void draw_texts(tavd_hdc hdc, std::span<const FreeText> texts) {
 
 bool has_hidden_edges(std::span<const Sketch* const> parts) {
   for (const Sketch* part : parts) {
-    if (!part->hidden.empty()) {
-      return true;
-    }
+    if (!part->hidden.empty()) return true;
   }
   return false;
 }
@@ -157,31 +149,19 @@ void draw_sketches(tavd_hdc hdc, std::span<const Sketch* const> parts) {
   gwselect(hdc, shp.pen_thick);
   for (const Sketch* part : parts) {
     draw_figures(hdc, part->outline);
-    if (shp.nvalues >= part->added_from) {
-      draw_figures(hdc, part->added);
-    }
+    if (shp.nvalues >= part->added_from) draw_figures(hdc, part->added);
   }
   if (has_hidden_edges(parts)) {
     gwselect(hdc, shp.pen_dot);
-    for (const Sketch* part : parts) {
-      draw_figures(hdc, part->hidden);
-    }
+    for (const Sketch* part : parts) draw_figures(hdc, part->hidden);
   }
   gwselect(hdc, shp.pen_thin);
-  for (const Sketch* part : parts) {
-    draw_figures(hdc, part->fine);
-  }
+  for (const Sketch* part : parts) draw_figures(hdc, part->fine);
   draw_dimensions(hdc, parts, false);
-  if (shp.nheader != 0) {
-    draw_dimensions(hdc, parts, true);
-  }
+  if (shp.nheader != 0) draw_dimensions(hdc, parts, true);
+  for (const Sketch* part : parts) draw_texts(hdc, part->texts);
   for (const Sketch* part : parts) {
-    draw_texts(hdc, part->texts);
-  }
-  for (const Sketch* part : parts) {
-    for (const Point& centre : part->centres) {
-      pic_centre(hdc, centre.x, centre.y);
-    }
+    for (const Point& centre : part->centres) pic_centre(hdc, centre.x, centre.y);
   }
 }
 

@@ -65,9 +65,7 @@ struct Figure {
 // A line through the points, open unless the last is the first.
 constexpr Figure stroke(std::initializer_list<Point> points) {
   Figure figure{.kind = Figure::Kind::kStroke};
-  for (const Point& point : points) {
-    figure.points[figure.count++] = point;
-  }
+  for (const Point& point : points) figure.points[figure.count++] = point;
   return figure;
 }
 

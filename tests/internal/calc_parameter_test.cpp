@@ -14,7 +14,7 @@ using tavdtest::kNonsense;
 using tavdtest::product;
 
 struct Place {
-  int code = 99;
+  bool found = false;
   std::int16_t idx1 = 77;
   std::int16_t idx2 = 77;
   float frac = kNonsense;
@@ -23,12 +23,12 @@ struct Place {
 template <int N>
 Place locate(const char* value, const ParEntry (&table)[N], int n = N) {
   Place place;
-  place.code = tavd::param_locate(value, table, n, &place.idx1, &place.idx2, &place.frac);
+  place.found = tavd::param_locate(value, table, n, &place.idx1, &place.idx2, &place.frac);
   return place;
 }
 
-void expect_place(const Place& place, int code, int idx1, int idx2, float frac) {
-  EXPECT_EQ(place.code, code);
+void expect_place(const Place& place, bool found, int idx1, int idx2, float frac) {
+  EXPECT_EQ(place.found, found);
   EXPECT_EQ(place.idx1, idx1);
   EXPECT_EQ(place.idx2, idx2);
   EXPECT_EQ(place.frac, frac);
@@ -36,35 +36,35 @@ void expect_place(const Place& place, int code, int idx1, int idx2, float frac) 
 
 TEST(ParameterPlace, InANumericTable) {
   const ParEntry table[] = {entry("100", 0.0F), entry("200", 0.0F), entry("300", 0.0F)};
-  expect_place(locate("250", table), 0, 1, 2, 0.5F);
-  expect_place(locate("200", table), 0, 0, 1, 1.0F);
-  expect_place(locate("100", table), 0, 0, 0, 0.0F);
-  expect_place(locate("300", table), 0, 1, 2, 1.0F);
-  expect_place(locate("50", table), 0, 0, 0, 0.0F);
-  expect_place(locate("999", table), 0, 2, 2, 0.0F);
-  expect_place(locate("110", table), 0, 0, 1, (110.0F - 100.0F) / (200.0F - 100.0F));
+  expect_place(locate("250", table), true, 1, 2, 0.5F);
+  expect_place(locate("200", table), true, 0, 1, 1.0F);
+  expect_place(locate("100", table), true, 0, 0, 0.0F);
+  expect_place(locate("300", table), true, 1, 2, 1.0F);
+  expect_place(locate("50", table), true, 0, 0, 0.0F);
+  expect_place(locate("999", table), true, 2, 2, 0.0F);
+  expect_place(locate("110", table), true, 0, 1, (110.0F - 100.0F) / (200.0F - 100.0F));
 }
 
 TEST(ParameterPlace, OfALabelInANumericTableIsNone) {
   const ParEntry table[] = {entry("100", 0.0F), entry("200", 0.0F)};
-  expect_place(locate("-1", table), -1, 0, 0, 0.0F);
+  expect_place(locate("-1", table), false, 0, 0, 0.0F);
 }
 
 TEST(ParameterPlace, OfANumberInATableWithALabelIsFoundAsText) {
   const ParEntry table[] = {entry("100", 0.0F), entry("200", 0.0F), entry("MAX", 0.0F)};
-  expect_place(locate("200.0", table), 0, 1, 1, 0.0F);
-  expect_place(locate("150", table), -1, 0, 0, 0.0F);
-  expect_place(locate("max", table), 0, 2, 2, 0.0F);
+  expect_place(locate("200.0", table), true, 1, 1, 0.0F);
+  expect_place(locate("150", table), false, 0, 0, 0.0F);
+  expect_place(locate("max", table), true, 2, 2, 0.0F);
 }
 
 TEST(ParameterPlace, InATableThatDoesNotRiseIsNone) {
   const ParEntry table[] = {entry("100", 0.0F), entry("100", 0.0F), entry("300", 0.0F)};
-  expect_place(locate("200", table), -1, 0, 0, 0.0F);
+  expect_place(locate("200", table), false, 0, 0, 0.0F);
 }
 
 TEST(ParameterPlace, InAnEmptyTableIsNone) {
   const ParEntry table[] = {entry("100", 0.0F)};
-  expect_place(locate("100", table, 0), -1, 0, 0, 0.0F);
+  expect_place(locate("100", table, 0), false, 0, 0, 0.0F);
 }
 
 TEST(StripQuotes, TakesEachEndOnItsOwn) {

@@ -79,8 +79,8 @@ Case random_chart(Random& random) {
   }
   Case made;
   made.plot = ref::chart_plot(x, y, rect[0], rect[1], rect[2], rect[3]);
-  made.chart.reset(chart_create(x.log, y.log, x.min, y.min, x.max, y.max, x.step, y.step, x.len, x.des, y.len,
-                                y.des, "", "", ""));
+  made.chart.reset(chart_create({x.min, x.max, x.step, x.len, x.des, x.log},
+                                {y.min, y.max, y.step, y.len, y.des, y.log}, "", "", ""));
   chart_resize(made.chart.get(), rect[0], rect[1], rect[2], rect[3]);
   return made;
 }
@@ -168,7 +168,8 @@ TEST(ChartTwice, SegmentsThatLeaveTheIntegersStayWhereTheyAre) {
   for (int round = 0; round < 20000; ++round) {
     const ref::ChartAxis axis{false, 0, 10000, 1000, 5, 0};
     const ref::ChartPlot plot = ref::chart_plot(axis, axis, 0, 0, kDefaultExtent, kDefaultExtent);
-    const ChartPtr chart(chart_create(false, false, 0, 0, 10000, 10000, 1000, 1000, 5, 0, 5, 0, "", "", ""));
+    const ChartPtr chart(
+        chart_create({0, 10000, 1000, 5, 0, false}, {0, 10000, 1000, 5, 0, false}, "", "", ""));
     // Through a point well inside, both ends far out.
     const double x = random.uniform(3000, 7000);
     const double y = random.uniform(3000, 7000);

@@ -22,7 +22,7 @@ using ChartPtr = std::unique_ptr<Chart, Destroy>;
 
 ChartPtr titled() {
   return ChartPtr(
-      chart_create(false, false, 0, 0, 10, 100, 5, 50, 5, 0, 5, 1, "flow", "pressure", "A 100% title"));
+      chart_create({0, 10, 5, 5, 0, false}, {0, 100, 50, 5, 1, false}, "flow", "pressure", "A 100% title"));
 }
 
 // Font heights 625, 500 and 400; plot 1955, 1562 to 9000, 8045; pixels by hand from 704.5 and 64.83 units a
@@ -76,7 +76,7 @@ TEST(ChartDraw, WholeChartInOrder) {
 }
 
 TEST(ChartDraw, EmptyTitlesAreSkippedWithTheirFonts) {
-  const ChartPtr chart(chart_create(false, false, 0, 0, 10, 100, 5, 50, 5, 0, 5, 0, "", "", ""));
+  const ChartPtr chart(chart_create({0, 10, 5, 5, 0, false}, {0, 100, 50, 5, 0, false}, "", "", ""));
   Recording recording;
   chart_draw(chart.get(), recording.surface(), false, false);
   EXPECT_TRUE(recording.texts().empty());
@@ -84,8 +84,8 @@ TEST(ChartDraw, EmptyTitlesAreSkippedWithTheirFonts) {
 }
 
 TEST(ChartDraw, WideTitlesAreWrittenWide) {
-  const ChartPtr chart(
-      chart_createw(false, false, 0, 0, 10, 100, 5, 50, 5, 0, 5, 0, u"flow", u"pressure", u"\u03A9 title"));
+  const ChartPtr chart(chart_createw({0, 10, 5, 5, 0, false}, {0, 100, 50, 5, 0, false}, u"flow", u"pressure",
+                                     u"\u03A9 title"));
   Recording recording;
   chart_draw(chart.get(), recording.surface(), false, false);
   EXPECT_EQ((std::vector<Text>{{5477, 100, "\u03A9 title"}, {5477, 9250, "flow"}, {750, 4803, "pressure"}}),
@@ -95,7 +95,7 @@ TEST(ChartDraw, WideTitlesAreWrittenWide) {
 
 TEST(ChartDraw, XLabelsStandTheLongestLabelBelowThePlot) {
   // "1000.00" is 7 characters of 400 units, a sixth of that: 466.
-  const ChartPtr chart(chart_create(false, false, 0, 0, 1000, 1, 500, 1, 5, 2, 5, 0, "", "", ""));
+  const ChartPtr chart(chart_create({0, 1000, 500, 5, 2, false}, {0, 1, 1, 5, 0, false}, "", "", ""));
   Recording recording;
   chart_draw(chart.get(), recording.surface(), true, false);
   ASSERT_EQ(3U, recording.texts().size());

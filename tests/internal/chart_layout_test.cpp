@@ -18,7 +18,7 @@ struct Destroy {
 using ChartPtr = std::unique_ptr<Chart, Destroy>;
 
 ChartPtr make(const char* x, const char* y, const char* title) {
-  return ChartPtr(chart_create(false, false, 0, 0, 10, 100, 2, 25, 5, 0, 5, 0, x, y, title));
+  return ChartPtr(chart_create({0, 10, 2, 5, 0, false}, {0, 100, 25, 5, 0, false}, x, y, title));
 }
 
 TEST(ChartLayout, DefaultRectangleWithFiveCharacterLabels) {
@@ -45,7 +45,7 @@ TEST(ChartLayout, DefaultRectangleWithFiveCharacterLabels) {
 }
 
 TEST(ChartLayout, RectangleAwayFromTheOriginAndUnequalLabels) {
-  const ChartPtr c(chart_create(false, false, 0, 0, 10, 100, 2, 25, 3, 0, 7, 2, "", "", ""));
+  const ChartPtr c(chart_create({0, 10, 2, 3, 0, false}, {0, 100, 25, 7, 2, false}, "", "", ""));
   chart_resize(c.get(), 1000, 2000, 4999, 3999);  // 4000 by 2000
   EXPECT_EQ(4, c->pen_width);
   EXPECT_EQ(125, c->title_font);
@@ -63,8 +63,8 @@ TEST(ChartLayout, RectangleAwayFromTheOriginAndUnequalLabels) {
 }
 
 TEST(ChartLayout, RightMarginFollowsTheXLabelWidth) {
-  const ChartPtr narrow(chart_create(false, false, 0, 0, 1, 1, 1, 1, 3, 0, 9, 0, "", "", ""));
-  const ChartPtr wide(chart_create(false, false, 0, 0, 1, 1, 1, 1, 9, 0, 3, 0, "", "", ""));
+  const ChartPtr narrow(chart_create({0, 1, 1, 3, 0, false}, {0, 1, 1, 9, 0, false}, "", "", ""));
+  const ChartPtr wide(chart_create({0, 1, 1, 9, 0, false}, {0, 1, 1, 3, 0, false}, "", "", ""));
   EXPECT_EQ(10000 - 600, narrow->plot_right);
   EXPECT_EQ(10000 - 1800, wide->plot_right);
 }
@@ -132,11 +132,11 @@ TEST(ChartLayout, LinearScalesArePlotOverRange) {
 }
 
 TEST(ChartLayout, LogarithmicScalesAreUnitsPerDecade) {
-  const ChartPtr c(chart_create(true, true, 10, 1, 1000, 10, 0, 0, 5, 0, 5, 0, "", "", ""));
+  const ChartPtr c(chart_create({10, 1000, 0, 5, 0, true}, {1, 10, 0, 5, 0, true}, "", "", ""));
   EXPECT_EQ(7045.0F / 2.0F, c->xscale);
   EXPECT_EQ(6483.0F, c->yscale);
   // The logarithms become float before they are subtracted.
-  const ChartPtr odd(chart_create(true, true, 3, 1, 700, 10, 0, 0, 5, 0, 5, 0, "", "", ""));
+  const ChartPtr odd(chart_create({3, 700, 0, 5, 0, true}, {1, 10, 0, 5, 0, true}, "", "", ""));
   const auto lo = static_cast<float>(std::log10(3.0));
   const auto hi = static_cast<float>(std::log10(700.0));
   EXPECT_EQ(7045.0F / (hi - lo), odd->xscale);
@@ -164,8 +164,8 @@ TEST(ChartTexts, WideTextsHaveTheSameLimits) {
   const tavdtest::Wide fits(19, WIDE('a'));
   const tavdtest::Wide too_long(20, WIDE('a'));
   const tavdtest::Wide title(80, WIDE('t'));
-  const ChartPtr c(chart_createw(false, false, 0, 0, 1, 1, 1, 1, 3, 0, 3, 0, fits.c_str(), too_long.c_str(),
-                                 title.c_str()));
+  const ChartPtr c(chart_createw({0, 1, 1, 3, 0, false}, {0, 1, 1, 3, 0, false}, fits.c_str(),
+                                 too_long.c_str(), title.c_str()));
   EXPECT_EQ(fits, c->szXw);
   EXPECT_EQ(0, c->szYw[0]);
   EXPECT_EQ(0, c->titlew[0]);
@@ -176,7 +176,7 @@ TEST(ChartTexts, OnlyOneSetIsFilled) {
   EXPECT_EQ(0, narrow->szXw[0]);
   EXPECT_EQ(0, narrow->titlew[0]);
   const ChartPtr wide(
-      chart_createw(false, false, 0, 0, 1, 1, 1, 1, 3, 0, 3, 0, WIDE("x"), WIDE("y"), WIDE("t")));
+      chart_createw({0, 1, 1, 3, 0, false}, {0, 1, 1, 3, 0, false}, WIDE("x"), WIDE("y"), WIDE("t")));
   EXPECT_STREQ("", wide->szX);
   EXPECT_STREQ("", wide->title);
   EXPECT_EQ(WIDE('t'), wide->titlew[0]);
@@ -191,7 +191,7 @@ TEST(ChartTexts, NullTextsCountAsEmpty) {
 }
 
 TEST(ChartRanges, AreCopiedOutAndNullLeavesThemUntouched) {
-  const ChartPtr c(chart_create(true, true, 1, 2, 3, 4, 0, 0, 5, 0, 5, 0, "", "", ""));
+  const ChartPtr c(chart_create({1, 3, 0, 5, 0, true}, {2, 4, 0, 5, 0, true}, "", "", ""));
   float r[4] = {-1, -1, -1, -1};
   chart_get_ranges(nullptr, &r[0], &r[1], &r[2], &r[3]);
   EXPECT_EQ(-1, r[0]);

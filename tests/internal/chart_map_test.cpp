@@ -24,7 +24,7 @@ struct Destroy {
 using ChartPtr = std::unique_ptr<Chart, Destroy>;
 
 ChartPtr chart(bool log, float xmin, float ymin, float xmax, float ymax) {
-  return ChartPtr(chart_create(log, log, xmin, ymin, xmax, ymax, 1, 1, 5, 0, 5, 0, "", "", ""));
+  return ChartPtr(chart_create({xmin, xmax, 1, 5, 0, log}, {ymin, ymax, 1, 5, 0, log}, "", "", ""));
 }
 
 TEST(ChartPixel, LinearEndsAndMiddle) {

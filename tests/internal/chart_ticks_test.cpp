@@ -28,10 +28,10 @@ using ChartPtr = std::unique_ptr<Chart, Destroy>;
 
 // A plot from 1955, 1562 to 9000, 8045 whose other axis has no ticks.
 ChartPtr x_chart(bool log, float min, float max, float step, std::int16_t decimals = 0) {
-  return ChartPtr(chart_create(log, false, min, 0, max, 1, step, 0, 5, decimals, 5, 0, "", "", ""));
+  return ChartPtr(chart_create({min, max, step, 5, decimals, log}, {0, 1, 0, 5, 0, false}, "", "", ""));
 }
 ChartPtr y_chart(bool log, float min, float max, float step, std::int16_t decimals = 0) {
-  return ChartPtr(chart_create(false, log, 0, min, 1, max, 0, step, 5, 0, 5, decimals, "", "", ""));
+  return ChartPtr(chart_create({0, 1, 0, 5, 0, false}, {min, max, step, 5, decimals, log}, "", "", ""));
 }
 
 struct Ticks {
@@ -198,7 +198,7 @@ TEST(ChartLogarithmicTicks, DigitOnTheMarginDrawsAndOneAndAHalfDoesNot) {
 }
 
 TEST(ChartTicks, LabelsCanBeSwitchedOffPerAxis) {
-  const ChartPtr chart(chart_create(false, true, 0, 10, 10, 100, 5, 0, 5, 0, 5, 0, "", "", ""));
+  const ChartPtr chart(chart_create({0, 10, 5, 5, 0, false}, {10, 100, 0, 5, 0, true}, "", "", ""));
   Recording recording;
   chart_draw(chart.get(), recording.surface(), false, false);
   EXPECT_TRUE(recording.texts().empty());

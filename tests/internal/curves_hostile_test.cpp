@@ -11,11 +11,10 @@
 #include <string>
 #include <vector>
 
-#include "diagram/flowdiagram.h"
+#include "diagram/flowdiagram_draw.h"
 #include "diagram/recording.h"
 #include "reference/records.h"
 #include "tavd/tavca.h"
-#include "tavd/tavdg.h"
 #include "tavdgui/tavdgui.h"
 
 namespace tavd {
@@ -37,10 +36,10 @@ class HostileCurves : public ::testing::Test {
  protected:
   void SetUp() override {
     objects_ = tgui_object_count();
-    tavdg_init_empty(tgui_main_module(), 0);
+    set_up(dg, 0);
   }
   void TearDown() override {
-    tavdg_release();
+    release(dg);
     EXPECT_EQ(objects_, tgui_object_count()) << "objects are left";
   }
 
@@ -96,17 +95,17 @@ class HostileCurves : public ::testing::Test {
   void make_chart() {
     chart_destroy(dg.chart);
     const FlowData& fd = dg.flowdata;
-    const bool log = fd.kind != kFanKind;
-    dg.chart =
-        chart_create(log, log, fd.qvmin, fd.dpmin, fd.qvmax, fd.dpmax, 50, 100, 5, 1, 5, 1, "x", "y", "t");
+    const bool log = fd.kind != TAVD_KIND_FAN;
+    dg.chart = chart_create({fd.qvmin, fd.qvmax, 50, 5, 1, log}, {fd.dpmin, fd.dpmax, 100, 5, 1, log}, "x",
+                            "y", "t");
     dg.ready = true;
   }
 
   void paint() {
     recording_.clear();
-    tavdg_create_drawing_tools();
-    tavdg_draw_diagram(recording_.surface());
-    tavdg_destroy_drawing_tools();
+    create_tools(dg);
+    draw(dg, recording_.surface());
+    destroy_tools(dg);
     const std::string text = recording_.text();
     EXPECT_LT(static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')), kMostLines);
     tgui_state state{};
@@ -117,10 +116,11 @@ class HostileCurves : public ::testing::Test {
   }
 
   // Writes `value` over the float at an offset of the record.
-  static void put(std::size_t offset, float value) {
+  void put(std::size_t offset, float value) {
     std::memcpy(reinterpret_cast<unsigned char*>(&dg.flowdata) + offset, &value, sizeof value);
   }
 
+  FlowDiagram dg{};
   Recording recording_;
   int objects_ = 0;
 };
@@ -208,7 +208,7 @@ TEST_F(HostileCurves, AnyResolutionAndSizeIsSurvived) {
   for (const std::int16_t kind : kKinds) {
     for (const int n : {std::numeric_limits<int>::min(), -1, 0, 1, 7, std::numeric_limits<int>::max()}) {
       build(kind);
-      tavdg_setcurveresolution(n);
+      set_resolution(dg, n);
       paint();
       for (const int extent : {-n / 2, n}) {
         dg.width = extent;
@@ -364,8 +364,8 @@ TEST_F(HostileCurves, MarksOfMeasuredProductsLieOnTheMeasuredCurve) {
     const int x = (marks[i][0] + marks[i][2]) / 2;
     const int y = (marks[i][1] + marks[i][3]) / 2;
     // A tenth of a dB is a 300th of a decade: 17 units of x.
-    EXPECT_NEAR(dg_x_pixel(static_cast<float>(qv)), x, 18) << L;
-    EXPECT_NEAR(dg_y_pixel(tavca_floating_dp(&fd, static_cast<float>(qv))), y, 25) << L;
+    EXPECT_NEAR(x_pixel(dg, static_cast<float>(qv)), x, 18) << L;
+    EXPECT_NEAR(y_pixel(dg, tavca_floating_dp(&fd, static_cast<float>(qv))), y, 25) << L;
     EXPECT_EQ(100, marks[i][2] - x);
   }
   fd.nref = 0;

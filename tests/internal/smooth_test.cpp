@@ -27,17 +27,14 @@ struct Axes {
 // The whole curve; empty if the smoother refuses.
 Points curve(const Points& input, int depth, Axes axes = {}) {
   Points out;
-  if (smooth_init(static_cast<int>(input.size()), input.data(), axes.xlog, axes.ylog, depth) != 0) {
-    return out;
-  }
+  Smoother smoother(input.data(), static_cast<int>(input.size()), axes.xlog, axes.ylog, depth);
   CurvePoint p{kUnwritten, kUnwritten};
-  if (smooth_first(&p.x, &p.y) == 1) {
+  if (smoother.first(&p.x, &p.y)) {
     out.push_back(p);
   }
-  while (smooth_next(&p.x, &p.y) == 1) {
+  while (smoother.next(&p.x, &p.y)) {
     out.push_back(p);
   }
-  smooth_end();
   return out;
 }
 
@@ -53,11 +50,11 @@ const Points kParabola = {{0, 0}, {1, 1}, {2, 4}, {3, 9}, {4, 16}};
 TEST(Smooth, FewerThanTwoPointsAreNoCurve) {
   const CurvePoint p{1, 1};
   for (const int n : {1, 0, -1, std::numeric_limits<int>::min()}) {
-    EXPECT_EQ(-1, smooth_init(n, &p, false, false, 2)) << n;
+    Smoother smoother(&p, n, false, false, 2);
     float x = kUnwritten;
     float y = kUnwritten;
-    EXPECT_EQ(0, smooth_first(&x, &y));
-    EXPECT_EQ(0, smooth_next(&x, &y));
+    EXPECT_FALSE(smoother.first(&x, &y)) << n;
+    EXPECT_FALSE(smoother.next(&x, &y)) << n;
     EXPECT_EQ(kUnwritten, x);
     EXPECT_EQ(kUnwritten, y);
   }
@@ -65,7 +62,9 @@ TEST(Smooth, FewerThanTwoPointsAreNoCurve) {
 
 TEST(Smooth, BlockThatIsTooLargeIsRefused) {
   const CurvePoint p{1, 1};
-  EXPECT_EQ(-1, smooth_init(std::numeric_limits<int>::max(), &p, false, false, 2));
+  Smoother smoother(&p, std::numeric_limits<int>::max(), false, false, 2);
+  CurvePoint first{};
+  EXPECT_FALSE(smoother.first(&first.x, &first.y));
 }
 
 TEST(Smooth, DepthSetsThePointsPerSpan) {
@@ -203,56 +202,54 @@ TEST(Smooth, VerticalTangentsAtBothEndsEndTheCurve) {
 
 TEST(Smooth, EndStaysTheEnd) {
   for (const Points& input : {kParabola, kHairpins}) {
-    ASSERT_EQ(0, smooth_init(static_cast<int>(input.size()), input.data(), false, false, 2));
+    Smoother smoother(input.data(), static_cast<int>(input.size()), false, false, 2);
     CurvePoint p{};
-    ASSERT_EQ(1, smooth_first(&p.x, &p.y));
-    while (smooth_next(&p.x, &p.y) == 1) {
+    ASSERT_TRUE(smoother.first(&p.x, &p.y));
+    while (smoother.next(&p.x, &p.y)) {
     }
     p = {kUnwritten, kUnwritten};
     for (int i = 0; i < 100; ++i) {
-      EXPECT_EQ(0, smooth_next(&p.x, &p.y));
+      EXPECT_FALSE(smoother.next(&p.x, &p.y));
     }
     EXPECT_EQ(kUnwritten, p.x);
-    smooth_end();
   }
 }
 
 TEST(Smooth, CurveCanBeDrawnAgainFromItsFirstPoint) {
-  ASSERT_EQ(0, smooth_init(3, kParabola.data(), false, false, 1));
+  Smoother smoother(kParabola.data(), 3, false, false, 1);
   CurvePoint p{};
   for (int round = 0; round < 2; ++round) {
-    ASSERT_EQ(1, smooth_first(&p.x, &p.y));
+    ASSERT_TRUE(smoother.first(&p.x, &p.y));
     EXPECT_EQ(0.0F, p.x);
     int points = 1;
-    while (smooth_next(&p.x, &p.y) == 1) {
+    while (smoother.next(&p.x, &p.y)) {
       ++points;
     }
     EXPECT_EQ(5, points);
     EXPECT_EQ(2.0F, p.x);
   }
-  smooth_end();
 }
 
 TEST(Smooth, WithoutTheFirstPointTheFirstSpanIsLeftOut) {
-  ASSERT_EQ(0, smooth_init(3, kParabola.data(), false, false, 1));
+  Smoother smoother(kParabola.data(), 3, false, false, 1);
   CurvePoint p{};
   int points = 0;
-  while (smooth_next(&p.x, &p.y) == 1) {
+  while (smoother.next(&p.x, &p.y)) {
     ++points;
   }
-  smooth_end();
   EXPECT_EQ(2, points);
 }
 
-TEST(Smooth, EndWithoutACurveIsHarmless) {
-  smooth_end();
-  smooth_end();
-}
-
-// A second curve before the end of the first releases it: leaks are the sanitizer's to find.
-TEST(Smooth, NewCurveTakesThePlaceOfAnUnfinishedOne) {
-  ASSERT_EQ(0, smooth_init(5, kParabola.data(), false, false, 6));
+TEST(Smooth, TwoCurvesAtOnceDoNotMeet) {
+  Smoother one(kParabola.data(), 5, false, false, 6);
+  CurvePoint p{};
+  ASSERT_TRUE(one.first(&p.x, &p.y));
   EXPECT_EQ(5U, curve({{0, 0}, {1, 1}, {2, 4}}, 1).size());
+  std::size_t points = 1;
+  while (one.next(&p.x, &p.y)) {
+    ++points;
+  }
+  EXPECT_EQ(curve(kParabola, 6).size(), points);
 }
 
 // Random curves: the stream has all its points and passes through those that were given.

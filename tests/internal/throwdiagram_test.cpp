@@ -1,5 +1,5 @@
 // What the throw length diagram keeps in its state, and the numbers that a drawing shows only to the pixel.
-#include "diagram/throwdiagram.h"
+#include "diagram/processdiagrams.h"
 
 #include <gtest/gtest.h>
 
@@ -60,7 +60,7 @@ TEST_F(ThrowState, InitStoresItsArgumentsAndTheDefaults) {
   EXPECT_EQ(10000, L2dg.width);
   EXPECT_EQ(10000, L2dg.height);
   EXPECT_EQ(2, L2dg.resolution);
-  EXPECT_EQ(0, L2dg.error);
+  EXPECT_FALSE(L2dg.failed);
   EXPECT_EQ(nullptr, L2dg.chart);
 }
 
@@ -196,17 +196,17 @@ TEST_F(ThrowState, FailureStaysUntilTheDiagramIsStartedAnew) {
   Record none("TST", "NONE");
   none.header(110, 0, 0, 100, 1000, 10, 100);
   EXPECT_EQ(-1, init(none, 0));
-  EXPECT_EQ(0, L2dg.error);
+  EXPECT_FALSE(L2dg.failed);
   EXPECT_EQ(-1, init(bad, 0));
-  EXPECT_EQ(-1, L2dg.error);
+  EXPECT_TRUE(L2dg.failed);
   EXPECT_EQ(0, L2dg_initdiagramdata(good.rec()));
   EXPECT_NE(nullptr, L2dg.chart);
-  EXPECT_EQ(-1, L2dg.error);
+  EXPECT_TRUE(L2dg.failed);
   EXPECT_EQ(-1, L2dg_initdiagramdata(none.rec()));
   EXPECT_EQ(nullptr, L2dg.chart);
-  EXPECT_EQ(-1, L2dg.error);
+  EXPECT_TRUE(L2dg.failed);
   EXPECT_EQ(0, init(good, 0));
-  EXPECT_EQ(0, L2dg.error);
+  EXPECT_FALSE(L2dg.failed);
 }
 
 TEST_F(ThrowState, FlowOfAFailedFitLeavesTheThrowAsItWas) {
