@@ -17,6 +17,8 @@ constexpr std::chrono::microseconds kShortestSleep{100};
 constexpr std::chrono::microseconds kLongestSleep{500};
 constexpr int kMostSleeps = 9'000;  // five seconds and what the scheduler adds
 
+constexpr int kPrimaryCode = 0xFF;  // of an extended result code
+
 // Called again and again while another process has the file: zero gives up.
 int wait_a_little(void*, int times) {
   if (times >= kMostSleeps) return 0;
@@ -72,6 +74,8 @@ std::optional<std::uint32_t> Connection::change_counter() const {
 
 void Connection::fail(int code, const char* what) const {
   const char* reason = connection_ != nullptr ? sqlite3_errmsg(get()) : sqlite3_errstr(code);
+  // Only opening sets a bound to the steps of a statement, and only a schema without end comes to it.
+  if ((code & kPrimaryCode) == SQLITE_INTERRUPT) reason = kOtherTables;
   throw Failure(path_ + ": " + what + reason);
 }
 
@@ -118,6 +122,12 @@ Bytes Query::blob(int column) const {
   const auto* data = static_cast<const unsigned char*>(sqlite3_column_blob(statement_, column));
   const int length = sqlite3_column_bytes(statement_, column);
   return data != nullptr ? Bytes(data, static_cast<std::size_t>(length)) : Bytes();
+}
+
+std::optional<std::string_view> Query::text(int column) const {
+  if (sqlite3_column_type(statement_, column) == SQLITE_NULL) return std::nullopt;
+  const Bytes bytes = blob(column);
+  return std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size());
 }
 
 std::int64_t Query::number() {

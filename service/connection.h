@@ -8,11 +8,15 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "ids.h"
 #include "record.h"
 
 namespace tavdsrv {
+
+// Why a file with tables other than ours is no product database.
+inline constexpr const char* kOtherTables = "its tables are not those of a product database";
 
 // A path as SQLite takes it and messages tell it.
 std::string utf8(const std::filesystem::path& path);
@@ -78,6 +82,8 @@ class Query {
   Query& bind(int parameter, Bytes bytes);  // must outlive the query
   bool step();                              // false at the end
   Bytes blob(int column) const;             // valid until the next step
+  // Valid until the next step; nothing where the column is null.
+  std::optional<std::string_view> text(int column) const;
   std::int64_t number();                    // steps once: the only column of the first row, or 0
 
  private:

@@ -86,22 +86,19 @@ void Database::begin() {
   if (in_batch_) throw Failure(connection_.path() + ": a group of changes is open already");
   connection_.run("BEGIN IMMEDIATE");
   in_batch_ = true;
-  batch_failed_ = false;
 }
 
 void Database::commit() {
   const std::lock_guard lock(mutex_);
   if (!in_batch_) throw Failure(connection_.path() + ": no group of changes is open");
   try {
-    if (batch_failed_)
-      throw Failure(connection_.path() + ": a change of this group failed, so all are dropped");
+    if (!batch_failure_.empty()) refuse_for_batch();
     connection_.run("COMMIT");
   } catch (...) {
     end_batch();
     throw;
   }
   in_batch_ = false;
-  batch_failed_ = false;
 }
 
 void Database::rollback() {
@@ -156,13 +153,13 @@ template <typename Change>
 void Database::change(const Key& key, Change&& change) {
   const std::lock_guard lock(mutex_);
   // SQLite may have rolled the whole group back; what came now would be durable on its own.
-  if (batch_failed_) throw Failure(connection_.path() + ": an earlier change of this group failed");
+  if (!batch_failure_.empty()) refuse_for_batch();
   if (key == file_header_key()) encoding_.reset();
   ahead_.forget();
   try {
     change();
-  } catch (...) {
-    batch_failed_ = in_batch_;
+  } catch (const std::exception& problem) {
+    if (in_batch_) batch_failure_ = problem.what();
     throw;
   }
 }
@@ -190,15 +187,23 @@ void Database::execute(Statement& statement, const Key& key) {
 }
 
 void Database::execute(Statement& statement, const Key& key, Bytes bytes) {
+  if (bytes.size() > kMostBytes) {
+    throw Failure(connection_.path() + ": " + std::to_string(bytes.size()) + " bytes for one record, at most " +
+                  std::to_string(kMostBytes) + " can be stored");
+  }
   Query(connection_, statement).bind(1, key).bind(2, bytes).step();
 }
 
 void Database::end_batch() {
   sqlite3_exec(connection_.get(), "ROLLBACK", nullptr, nullptr, nullptr);
   in_batch_ = false;
-  batch_failed_ = false;
+  batch_failure_.clear();
   ahead_.forget();
   encoding_.reset();
+}
+
+void Database::refuse_for_batch() const {
+  throw Failure(batch_failure_ + "; the group's changes are dropped");
 }
 
 unsigned Database::data_version() const {

@@ -5,6 +5,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <string>
 
 #include "connection.h"
 #include "readahead.h"
@@ -56,6 +57,7 @@ class Database {
   void execute(Statement& statement, const Key& key);
   void execute(Statement& statement, const Key& key, Bytes bytes);
   void end_batch();
+  [[noreturn]] void refuse_for_batch() const;
   unsigned data_version() const;
 
   std::mutex mutex_;
@@ -64,7 +66,7 @@ class Database {
   Statement savepoint_, release_;
   ReadAhead ahead_;
   bool in_batch_ = false;
-  bool batch_failed_ = false;
+  std::string batch_failure_;  // why the group's first change that failed did so; empty while none has
 
   // usesUTF8 as it stood at a state of the file; asked again when the file has changed since.
   struct Encoding {

@@ -1,10 +1,13 @@
 #include "opening.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstring>
+#include <optional>
 #include <random>
 #include <string>
+#include <string_view>
 #include <system_error>
 
 #include "codepage/system.h"
@@ -38,13 +41,48 @@ constexpr const char* kSettings =
     "PRAGMA temp_store=MEMORY;"
     "PRAGMA journal_mode=DELETE;"
     "PRAGMA synchronous=EXTRA;";
-constexpr const char* kTables =
-    "SELECT id, key, body FROM record LIMIT 0;"
-    "SELECT id, key, block FROM ahm LIMIT 0;";
+
+// What the statements above leave in the schema, and all that may stand there: a table that is declared in any
+// other way could compute what is read from it, an index of its own what is saved.
+struct Declared {
+  std::string_view type;
+  std::string_view name;
+  std::string_view table;
+  std::optional<std::string_view> sql;  // none where the table's own declaration makes it
+};
+constexpr std::array kDeclared = std::to_array<Declared>({
+    {"table", "record", "record",
+     "CREATE TABLE record(id INTEGER PRIMARY KEY, key BLOB NOT NULL UNIQUE, body BLOB NOT NULL)"},
+    {"index", "sqlite_autoindex_record_1", "record", std::nullopt},
+    {"table", "ahm", "ahm",
+     "CREATE TABLE ahm(id INTEGER PRIMARY KEY, key BLOB NOT NULL UNIQUE, block BLOB NOT NULL)"},
+    {"index", "sqlite_autoindex_ahm_1", "ahm", std::nullopt},
+});
+
+struct Limit {
+  int which;
+  int value;
+};
+// Of what the service reads and writes, it needs no more.
+constexpr int kRestOfRow = 100;  // id, key and the lengths of all three
+constexpr std::array kLimits = std::to_array<Limit>({
+    {SQLITE_LIMIT_LENGTH, kMostBytes + kRestOfRow},
+    {SQLITE_LIMIT_SQL_LENGTH, 1000},
+    {SQLITE_LIMIT_COLUMN, 10},
+    {SQLITE_LIMIT_EXPR_DEPTH, 10},
+    {SQLITE_LIMIT_COMPOUND_SELECT, 2},
+    {SQLITE_LIMIT_VDBE_OP, 1000},
+    {SQLITE_LIMIT_ATTACHED, 0},
+    {SQLITE_LIMIT_TRIGGER_DEPTH, 1},
+    {SQLITE_LIMIT_WORKER_THREADS, 0},
+});
 
 void create_file(const fs::path& path);
 void check_header(const Connection& connection);
+void limit(const Connection& connection);
 void check_contents(const Connection& connection);
+void check_tables(const Connection& connection);
+void check_length(const Connection& connection);
 
 }  // namespace
 
@@ -66,12 +104,10 @@ Connection open_product_database(const fs::path& path, bool create) {
   Connection connection(file, Connection::Mode::kExisting);
   check_header(connection);
   connection.wait_for_others();
-  for (const int hazard : {SQLITE_DBCONFIG_ENABLE_TRIGGER, SQLITE_DBCONFIG_ENABLE_VIEW}) {
-    sqlite3_db_config(connection.get(), hazard, 0, nullptr);
-  }
-  sqlite3_db_config(connection.get(), SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+  limit(connection);
   connection.run(kSettings);
   check_contents(connection);
+  sqlite3_progress_handler(connection.get(), 0, nullptr, nullptr);
   return connection;
 }
 
@@ -132,11 +168,41 @@ void check_header(const Connection& connection) {
   }
 }
 
-// Expects our tables, and the file to be as long as it says. SQLite misses a last page that is not whole. All
-// of it happens in one reading transaction, during which no other process changes the file.
+// What a file that someone else has made must not do with us.
+void limit(const Connection& connection) {
+  for (const int hazard : {SQLITE_DBCONFIG_ENABLE_TRIGGER, SQLITE_DBCONFIG_ENABLE_VIEW}) {
+    sqlite3_db_config(connection.get(), hazard, 0, nullptr);
+  }
+  sqlite3_db_config(connection.get(), SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+  for (const auto [which, value] : kLimits) sqlite3_limit(connection.get(), which, value);
+  // A schema without end would be read without end. All that opening does takes some hundred steps.
+  constexpr int kMostSteps = 20'000;
+  sqlite3_progress_handler(connection.get(), kMostSteps, [](void*) { return 1; }, nullptr);
+}
+
+// All of it happens in one reading transaction, during which no other process changes the file.
 void check_contents(const Connection& connection) {
   connection.run("BEGIN");
-  connection.run(kTables);
+  check_tables(connection);
+  check_length(connection);
+  connection.run("COMMIT");
+}
+
+// Expects our tables, declared as we declare them, and nothing beside them.
+void check_tables(const Connection& connection) {
+  Statement declared("SELECT type, name, tbl_name, sql FROM sqlite_schema ORDER BY rowid");
+  Query query(connection, declared);
+  const auto next = std::find_if(kDeclared.begin(), kDeclared.end(), [&](const Declared& each) {
+    return !query.step() || query.text(0) != each.type || query.text(1) != each.name ||
+           query.text(2) != each.table || query.text(3) != each.sql;
+  });
+  if (next != kDeclared.end() || query.step()) {
+    throw Failure(connection.path() + ": " + kOtherTables);
+  }
+}
+
+// Expects the file to be as long as it says. SQLite misses a last page that is not whole.
+void check_length(const Connection& connection) {
   Statement told("SELECT page_count * page_size FROM pragma_page_count, pragma_page_size");
   const std::int64_t expected = Query(connection, told).number();
   sqlite3_int64 size = 0;
@@ -146,7 +212,6 @@ void check_contents(const Connection& connection) {
     throw Failure(connection.path() + ": cut off, " + std::to_string(size) + " of " +
                   std::to_string(expected) + " bytes");
   }
-  connection.run("COMMIT");
 }
 
 }  // namespace

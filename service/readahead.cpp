@@ -5,7 +5,7 @@ namespace tavdsrv {
 namespace {
 
 // Of all that is read ahead.
-constexpr std::size_t kMostBytes = 256 * std::size_t{1024};
+constexpr std::size_t kMostAhead = 256 * std::size_t{1024};
 
 constexpr std::size_t kPartOfWalk = 4;
 
@@ -33,7 +33,7 @@ bool ReadAhead::keep(const Key& key, Bytes body, const Connection& connection) {
     checked_ = Clock::now();
     changes_ = connection.change_counter();
   }
-  if (!changes_.has_value() || bodies_.size() + body.size() > kMostBytes) return false;
+  if (!changes_.has_value() || bodies_.size() + body.size() > kMostAhead) return false;
   bodies_.insert(bodies_.end(), body.begin(), body.end());
   rows_.push_back({key, bodies_.size()});
   return true;

@@ -12,6 +12,9 @@ namespace tavdsrv {
 
 using Bytes = std::span<const unsigned char>;
 
+// What is stored of a record, and an ahm block, is no longer than this.
+inline constexpr int kMostBytes = 64 * 1024 * 1024;
+
 // The packed form is one item per attribute, by rising number, without padding, little-endian:
 //   int16 number, uint32 length, `length` bytes.
 class Record {

@@ -16,6 +16,9 @@
  * are in the database's narrow encoding: windows-1252, or UTF-8 where
  * attribute 1049 of its record "000", "FILEHEADER" is 1.
  *
+ * A record takes 6 bytes for each attribute and the attributes' values. Of
+ * that, and of an ahm block, this service stores at most 67108864 bytes.
+ *
  * A handle that is no open database finds and stores nothing. Null records,
  * ids and destinations are allowed everywhere: a null record has no attribute,
  * a null id counts as empty, a null destination is left out. Any number of

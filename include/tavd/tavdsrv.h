@@ -54,7 +54,7 @@ TAVD_API int32_t tavdsrv_encodetext(int16_t db, int32_t charset, const tavd_wcha
  * it is when that returns 0. tavdsrv_rollback drops what came since
  * tavdsrv_begin. Each returns 0, or -1 (see tavdsrv_lasterror). Once a save or
  * deletion of a group has failed, the rest of it fails too, and so does its
- * commit. A commit that fails ends the group and drops all of it. While a
+ * commit, each for the reason of that first one. A commit that fails ends the group and drops all of it. While a
  * group is open, other processes can read but not save. */
 TAVD_API int32_t tavdsrv_begin(int16_t db);
 TAVD_API int32_t tavdsrv_commit(int16_t db);

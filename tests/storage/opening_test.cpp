@@ -5,6 +5,13 @@
 #include "support/narrow_path.h"
 
 using namespace tavdtest;
+using testing::HasSubstr;
+
+namespace {
+
+constexpr const char* kOtherTables = "its tables are not those of a product database";
+
+}  // namespace
 
 TEST_F(Foreign, FileThatIsMissingIsToldInUtf8) {
   const fs::path path = folder.path() / letters_of_narrow_names();
@@ -62,13 +69,66 @@ TEST_F(Foreign, OtherLayoutsAreRefusedWithBothNumbers) {
 TEST_F(Foreign, DatabaseWithoutOurTablesIsRefused) {
   const fs::path path = make_database();
   run_sql(path, "DROP TABLE record;");
-  expect_refused(path, "no such table");
+  expect_refused(path, kOtherTables);
 }
 
 TEST_F(Foreign, TableThatIsAViewIsRefused) {
   const fs::path path = make_database();
   run_sql(path, "DROP TABLE ahm; CREATE VIEW ahm AS SELECT 1 AS id, x'00' AS key, x'00' AS block;");
-  expect_refused(path, "ahm");
+  expect_refused(path, kOtherTables);
+}
+
+TEST_F(Foreign, TableWithAComputedColumnIsRefused) {
+  const fs::path path = make_database();
+  run_sql(path,
+          "DROP TABLE record; CREATE TABLE record(id INTEGER PRIMARY KEY, key BLOB NOT NULL UNIQUE, "
+          "body BLOB NOT NULL AS (zeroblob(900000000)));"
+          "INSERT INTO record(key) VALUES(CAST('ASDPIPE-0                        ' AS BLOB));");
+  expect_refused(path, kOtherTables);
+}
+
+TEST_F(Foreign, TableWithAnotherColumnIsRefused) {
+  const fs::path path = make_database();
+  run_sql(path, "ALTER TABLE record ADD COLUMN more BLOB;");
+  expect_refused(path, kOtherTables);
+}
+
+TEST_F(Foreign, TableWithoutItsIndexIsRefused) {
+  const fs::path path = make_database();
+  run_sql(path,
+          "PRAGMA writable_schema=ON; DELETE FROM sqlite_schema WHERE name = 'sqlite_autoindex_record_1';");
+  expect_refused(path, "");
+  run_sql(path, "PRAGMA writable_schema=ON;");
+}
+
+TEST_F(Foreign, TableWithAnIndexOfItsOwnIsRefused) {
+  const fs::path path = make_database();
+  run_sql(path, "CREATE INDEX costly ON record(length(hex(body)));");
+  expect_refused(path, kOtherTables);
+}
+
+TEST_F(Foreign, SchemaWithoutEndIsRefused) {
+  const fs::path path = make_database();
+  run_sql(path,
+          "PRAGMA writable_schema=ON; WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n LIMIT 20000) "
+          "INSERT INTO sqlite_schema SELECT 'table', 'record', 'record', 2, "
+          "'CREATE TABLE record' || i || '(a)' FROM n;");
+  expect_refused(path, "");
+}
+
+TEST_F(Foreign, LongestRecordIsStoredAndALongerOneIsNot) {
+  constexpr std::int32_t kMost = 67108864;
+  const std::int16_t db = tavbopendatabase(nullptr, make_database().string().c_str(), kOpenExisting);
+  const Record record("TVM", "M");
+  std::string block(kMost + 1, 'b');
+  tavbsaverecwithahm(db, record.rec(), block.data(), kMost);
+  EXPECT_STREQ(tavdsrv_lasterror(), "");
+  tavbsaverecwithahm(db, record.rec(), block.data(), kMost + 1);
+  EXPECT_THAT(tavdsrv_lasterror(), HasSubstr("67108865 bytes for one record, at most 67108864 can be stored"));
+  std::int32_t length = 0;
+  tavbreleaseahm(tavbgetahm(db, record.rec(), &length));
+  EXPECT_EQ(length, kMost);
+  tavdsrv_closedatabase(db);
 }
 
 TEST_F(Foreign, WriteAheadLogIsRefused) {

@@ -130,6 +130,26 @@ TEST_F(Groups, FailedChangeDropsTheWholeGroup) {
   EXPECT_EQ(stored("B"), "b") << "the database goes on after the group";
 }
 
+TEST_F(Groups, FirstReasonIsToldByLaterChangesAndTheCommit) {
+  ASSERT_EQ(tavdsrv_begin(database.handle()), 0);
+  char block = 'x';
+  const Record record("TVM", "M");
+  tavbsaverecwithahm(database.handle(), record.rec(), &block, 2'000'000'000);
+  const std::string reason = tavdsrv_lasterror();
+  EXPECT_THAT(reason, HasSubstr(database.path() + ": "));
+  const std::string told = reason + "; the group's changes are dropped";
+  save("A", "a");
+  EXPECT_EQ(tavdsrv_lasterror(), told);
+  tavbdeleterec(database.handle(), "ASD", "A");
+  EXPECT_EQ(tavdsrv_lasterror(), told);
+  EXPECT_EQ(tavdsrv_commit(database.handle()), -1);
+  EXPECT_EQ(tavdsrv_lasterror(), told);
+  ASSERT_EQ(tavdsrv_begin(database.handle()), 0);
+  save("A", "a");
+  EXPECT_STREQ(tavdsrv_lasterror(), "") << "the next group knows nothing of it";
+  EXPECT_EQ(tavdsrv_commit(database.handle()), 0);
+}
+
 TEST(AttributeList, TellsAttributesByRisingNumber) {
   Record record("ASD", "A");
   EXPECT_EQ(tavdsrv_attributecount(record.rec()), 0);

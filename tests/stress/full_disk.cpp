@@ -75,10 +75,13 @@ void change_on_full_disk(std::int16_t db) {
   expect_kept(db);
 
   expect(tavdsrv_begin(db) == 0, "beginning a group on a full disk");
-  bool failed = false;
-  for (int i = 0; i < kKept; ++i) failed = !saves(db, id_of("KEPT", i), 3, kLargeBytes) || failed;
+  std::string reason;
+  for (int i = 0; i < kKept; ++i) {
+    if (!saves(db, id_of("KEPT", i), 3, kLargeBytes) && reason.empty()) reason = tavdsrv_lasterror();
+  }
   const bool committed = tavdsrv_commit(db) == 0;
   expect(!committed, "a group that does not fit was committed");
+  expect(std::string(tavdsrv_lasterror()).starts_with(reason), "a commit tells not the first reason");
   expect_kept(db);
 }
 
