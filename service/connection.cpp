@@ -6,6 +6,7 @@
 #include <thread>
 
 #include "lasterror.h"
+#include "vfs.h"
 
 namespace tavdsrv {
 
@@ -15,11 +16,13 @@ namespace {
 // reader hardly ever wakes while the file is free, and waits for seconds.
 constexpr std::chrono::microseconds kShortestSleep{100};
 constexpr std::chrono::microseconds kLongestSleep{500};
-constexpr int kMostSleeps = 9'000;  // five seconds and what the scheduler adds
+constexpr int kSleepsForGroup = 9'000;     // five seconds and what the scheduler adds
+constexpr int kSleepsForCommit = 110'000;  // a minute
 
 constexpr int kPrimaryCode = 0xFF;  // of an extended result code
 
 // Called again and again while another process has the file: zero gives up.
+template <int kMostSleeps>
 int wait_a_little(void*, int times) {
   if (times >= kMostSleeps) return 0;
   std::this_thread::sleep_for(std::min(kLongestSleep, kShortestSleep * (times + 1)));
@@ -33,12 +36,13 @@ std::string utf8(const std::filesystem::path& path) {
   return {text.begin(), text.end()};
 }
 
-Connection::Connection(const std::filesystem::path& path, Mode mode) : path_(utf8(path)) {
+Connection::Connection(const Place& place, const std::filesystem::path& file,
+                       const std::filesystem::path& shown)
+    : place_(place), path_(utf8(shown)) {
   // A connection is only used under the lock of its database, so SQLite needs none of its own.
-  const int flags =
-      SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (mode == Mode::kCreate ? SQLITE_OPEN_CREATE : 0);
+  constexpr int kFlags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX;
   sqlite3* opened = nullptr;
-  const int code = sqlite3_open_v2(path_.c_str(), &opened, flags, nullptr);
+  const int code = sqlite3_open_v2(utf8(file).c_str(), &opened, kFlags, vfs_name());
   connection_.reset(opened);
   if (code != SQLITE_OK) fail(code);
   sqlite3_extended_result_codes(opened, 1);
@@ -49,8 +53,29 @@ void Connection::run(const char* sql) const {
   if (code != SQLITE_OK) fail(code);
 }
 
-void Connection::wait_for_others() const {
-  sqlite3_busy_handler(get(), wait_a_little, nullptr);
+void Connection::wait_for_others(Patience patience) const {
+  const bool long_wait = patience == Patience::kForCommit;
+  sqlite3_busy_handler(get(), long_wait ? wait_a_little<kSleepsForCommit> : wait_a_little<kSleepsForGroup>,
+                       nullptr);
+}
+
+void Connection::begin_group() const {
+  run("BEGIN IMMEDIATE");
+  const int code = hold_back(file());
+  if (code == SQLITE_OK) return;
+  roll_back_group();
+  throw Failure(path_ + ": " + sqlite3_errstr(code));
+}
+
+void Connection::commit_group() const {
+  const int code = let_through(file(), wait_a_little<kSleepsForGroup>);
+  if (code != SQLITE_OK) throw Failure(path_ + ": " + sqlite3_errstr(code));
+  run("COMMIT");
+}
+
+void Connection::roll_back_group() const noexcept {
+  drop_held_back(file());
+  sqlite3_exec(get(), "ROLLBACK", nullptr, nullptr, nullptr);
 }
 
 sqlite3_file* Connection::file() const {

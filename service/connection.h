@@ -10,6 +10,7 @@
 #include <string>
 #include <string_view>
 
+#include "files.h"
 #include "ids.h"
 #include "record.h"
 
@@ -23,17 +24,24 @@ std::string utf8(const std::filesystem::path& path);
 
 class Connection {
  public:
-  enum class Mode { kExisting, kCreate };
-
-  // Opens the file without reading it yet. Throws Failure.
-  Connection(const std::filesystem::path& path, Mode mode);
+  // Opens the file without reading it yet. `shown` is what messages call it. Throws Failure.
+  Connection(const Place& place, const std::filesystem::path& file, const std::filesystem::path& shown);
 
   sqlite3* get() const { return connection_.get(); }
-  const std::string& path() const { return path_; }  // UTF-8, absolute
+  const std::string& path() const { return path_; }  // as messages tell it, in UTF-8
   void run(const char* sql) const;
 
-  // Lets calls wait for other processes, for five seconds at most.
-  void wait_for_others() const;
+  // How long calls wait for other processes.
+  enum class Patience {
+    kForCommit,  // a minute: a reader waits for nothing but a commit, which may write for long
+    kForGroup,   // five seconds: a saver may wait for the end of another's group, which may be far away
+  };
+  void wait_for_others(Patience patience) const;
+
+  // A group of changes: what it changes is held back from others until its commit.
+  void begin_group() const;
+  void commit_group() const;
+  void roll_back_group() const noexcept;
 
   // SQLite's own file object. Throws Failure if there is none. Opening and closing the file a second time
   // instead would drop the locks that this process may hold on it.
@@ -50,6 +58,7 @@ class Connection {
   struct Close {
     void operator()(sqlite3* connection) const { sqlite3_close_v2(connection); }
   };
+  Place place_;  // stays while the file is open
   std::string path_;
   std::unique_ptr<sqlite3, Close> connection_;
 };
@@ -84,7 +93,7 @@ class Query {
   Bytes blob(int column) const;             // valid until the next step
   // Valid until the next step; nothing where the column is null.
   std::optional<std::string_view> text(int column) const;
-  std::int64_t number();                    // steps once: the only column of the first row, or 0
+  std::int64_t number();  // steps once: the only column of the first row, or 0
 
  private:
   void check(int code) const;

@@ -6,6 +6,7 @@
 #include "lasterror.h"
 #include "opening.h"
 #include "tavd/attributes.h"
+#include "vfs.h"
 
 namespace tavdsrv {
 
@@ -17,6 +18,29 @@ const Key& file_header_key() {
 }
 
 }  // namespace
+
+class Database::Changing {
+ public:
+  explicit Changing(const Connection& connection) : connection_(connection) {
+    connection.wait_for_others(Connection::Patience::kForGroup);
+    take_uncertain_removal();
+  }
+  ~Changing() { connection_.wait_for_others(Connection::Patience::kForCommit); }
+  // To be called when all went well.
+  void done() const {
+    if (!take_uncertain_removal()) return;
+    const std::string text =
+        connection_.path() +
+        ": stored, but its folder could not be synchronized: a loss of power may bring back "
+        "what was stored before";
+    set_last_warning(text.c_str());
+  }
+  Changing(const Changing&) = delete;
+  Changing& operator=(const Changing&) = delete;
+
+ private:
+  const Connection& connection_;
+};
 
 Database::Database(const std::filesystem::path& path, bool create)
     : connection_(open_product_database(path, create)),
@@ -84,7 +108,8 @@ void Database::remove(const Key& key) {
 void Database::begin() {
   const std::lock_guard lock(mutex_);
   if (in_batch_) throw Failure(connection_.path() + ": a group of changes is open already");
-  connection_.run("BEGIN IMMEDIATE");
+  const Changing changing(connection_);
+  connection_.begin_group();
   in_batch_ = true;
 }
 
@@ -93,7 +118,9 @@ void Database::commit() {
   if (!in_batch_) throw Failure(connection_.path() + ": no group of changes is open");
   try {
     if (!batch_failure_.empty()) refuse_for_batch();
-    connection_.run("COMMIT");
+    const Changing changing(connection_);
+    connection_.commit_group();
+    changing.done();
   } catch (...) {
     end_batch();
     throw;
@@ -156,8 +183,10 @@ void Database::change(const Key& key, Change&& change) {
   if (!batch_failure_.empty()) refuse_for_batch();
   if (key == file_header_key()) encoding_.reset();
   ahead_.forget();
+  const Changing changing(connection_);
   try {
     change();
+    changing.done();
   } catch (const std::exception& problem) {
     if (in_batch_) batch_failure_ = problem.what();
     throw;
@@ -188,14 +217,14 @@ void Database::execute(Statement& statement, const Key& key) {
 
 void Database::execute(Statement& statement, const Key& key, Bytes bytes) {
   if (bytes.size() > kMostBytes) {
-    throw Failure(connection_.path() + ": " + std::to_string(bytes.size()) + " bytes for one record, at most " +
-                  std::to_string(kMostBytes) + " can be stored");
+    throw Failure(connection_.path() + ": " + std::to_string(bytes.size()) +
+                  " bytes for one record, at most " + std::to_string(kMostBytes) + " can be stored");
   }
   Query(connection_, statement).bind(1, key).bind(2, bytes).step();
 }
 
 void Database::end_batch() {
-  sqlite3_exec(connection_.get(), "ROLLBACK", nullptr, nullptr, nullptr);
+  connection_.roll_back_group();
   in_batch_ = false;
   batch_failure_.clear();
   ahead_.forget();

@@ -50,6 +50,8 @@ class Database {
   };
   std::optional<Row> read(Query& query);
   void read_ahead(Query& query, Key last, std::size_t wanted);
+  // Calls wait for others as those that change something do.
+  class Changing;
   template <typename Change>
   void change(const Key& key, Change&& change);
   template <typename Change>

@@ -16,10 +16,16 @@ class Failure : public std::runtime_error {
 void set_last_error(const char* text) noexcept;
 const char* last_error() noexcept;
 
-// Runs the inside of one exported function: forgets the former error, and turns an exception into `failed`.
+// What is uncertain about a call that did what was asked.
+void set_last_warning(const char* text) noexcept;
+const char* last_warning() noexcept;
+
+// Runs the inside of one exported function: forgets the former error and warning, and turns an exception into
+// `failed`.
 template <typename Result, typename Inside>
 Result guarded(Result failed, Inside&& inside) noexcept {
   set_last_error("");
+  set_last_warning("");
   try {
     return std::forward<Inside>(inside)();
   } catch (const std::exception& problem) {

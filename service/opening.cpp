@@ -5,12 +5,12 @@
 #include <cstdint>
 #include <cstring>
 #include <optional>
-#include <random>
 #include <string>
 #include <string_view>
 #include <system_error>
 
 #include "codepage/system.h"
+#include "draft.h"
 #include "lasterror.h"
 
 namespace tavdsrv {
@@ -42,8 +42,8 @@ constexpr const char* kSettings =
     "PRAGMA journal_mode=DELETE;"
     "PRAGMA synchronous=EXTRA;";
 
-// What the statements above leave in the schema, and all that may stand there: a table that is declared in any
-// other way could compute what is read from it, an index of its own what is saved.
+// What the statements above leave in the schema, and all that may stand there: a table that is declared in
+// any other way could compute what is read from it, an index of its own what is saved.
 struct Declared {
   std::string_view type;
   std::string_view name;
@@ -77,7 +77,10 @@ constexpr std::array kLimits = std::to_array<Limit>({
     {SQLITE_LIMIT_WORKER_THREADS, 0},
 });
 
-void create_file(const fs::path& path);
+[[noreturn]] void fail(const fs::path& path, const std::error_code& problem);
+Place place_of(const fs::path& path, const fs::path& file);
+void check_name(const fs::path& path, const fs::path& file, const std::error_code& problem);
+void create_file(const fs::path& path, const fs::path& file);
 void check_header(const Connection& connection);
 void limit(const Connection& connection);
 void check_contents(const Connection& connection);
@@ -87,23 +90,23 @@ void check_length(const Connection& connection);
 }  // namespace
 
 Connection open_product_database(const fs::path& path, bool create) {
-  const std::string shown = utf8(path);
-  if (shown.empty()) throw Failure("no file name given");
+  if (path.empty()) throw Failure("no file name given");
   const fs::path file = fs::absolute(path);
   std::error_code problem;
   fs::file_status status = fs::status(file, problem);
+  check_name(path, file, problem);
   if (status.type() == fs::file_type::not_found) {
-    if (!create) throw Failure(shown + ": no such file");
-    create_file(file);
+    if (!create) throw Failure(utf8(path) + ": no such file");
+    create_file(path, file);
     status = fs::status(file, problem);
   }
-  if (status.type() == fs::file_type::none)
-    throw Failure(shown + ": " + codepage::utf8_of(problem.message()));
-  if (status.type() != fs::file_type::regular) throw Failure(shown + ": not a file");
+  if (status.type() == fs::file_type::none) fail(path, problem);
+  if (status.type() != fs::file_type::regular) throw Failure(utf8(path) + ": not a file");
 
-  Connection connection(file, Connection::Mode::kExisting);
+  const Place place = place_of(path, file);
+  Connection connection(place, place.file(), file);
   check_header(connection);
-  connection.wait_for_others();
+  connection.wait_for_others(Connection::Patience::kForCommit);
   limit(connection);
   connection.run(kSettings);
   check_contents(connection);
@@ -113,26 +116,41 @@ Connection open_product_database(const fs::path& path, bool create) {
 
 namespace {
 
-// Makes the database under a name of its own and then gives it `path`, so that nobody ever sees half of it.
-// Another process that makes it at the same time may win: then its file is the one.
-void create_file(const fs::path& path) {
-  std::random_device random;
-  fs::path draft = path;
-  draft += ".new-" + std::to_string(random());
+[[noreturn]] void fail(const fs::path& path, const std::error_code& problem) {
+  throw Failure(utf8(path) + ": " + codepage::utf8_of(problem.message()));
+}
+
+Place place_of(const fs::path& path, const fs::path& file) try {
+  return Place(file);
+} catch (const std::system_error& problem) {
+  fail(path, problem.code());
+}
+
+// The system tells that a path is too long, but not how long it may be.
+void check_name(const fs::path& path, const fs::path& file, const std::error_code& problem) {
+  const std::size_t longest = kLongestName - std::strlen(kJournal);
+  const auto expect = [&](const char* what, std::size_t most, std::size_t length) {
+    if (length <= most) return;
+    const char* unit = sizeof(fs::path::value_type) == 1 ? " bytes" : " characters";
+    throw Failure(utf8(path) + ": " + what + " may have at most " + std::to_string(most) + unit +
+                  ", this one has " + std::to_string(length));
+  };
+  if (problem == std::errc::filename_too_long) expect("a path", kLongestPath, file.native().size());
+  // What is there can be read, though nothing can be saved: there is no name for the journal.
+  if (problem) expect("a database's file name", longest, file.filename().native().size());
+}
+
+// Makes the database under a name of its own and then gives it the one that is asked for, so that nobody ever
+// sees half of it. Another process that makes it at the same time may win: then its file is the one.
+void create_file(const fs::path& path, const fs::path& file) try {
+  const Place place = place_of(path, file);
+  remove_dead_drafts(place);
+  Draft draft(place);
+  Connection(place, draft.path(), file).run(kCreate);
   std::error_code problem;
-  try {
-    Connection(draft, Connection::Mode::kCreate).run(kCreate);
-    fs::create_hard_link(draft, path, problem);
-    // Some file systems have no links; there the name is given by renaming.
-    if (problem && !fs::exists(path)) {
-      fs::rename(draft, path, problem);
-      if (problem) throw Failure(utf8(path) + ": " + codepage::utf8_of(problem.message()));
-    }
-  } catch (...) {
-    fs::remove(draft, problem);
-    throw;
-  }
-  fs::remove(draft, problem);
+  if (!draft.publish(problem)) fail(path, problem);
+} catch (const std::system_error& problem) {
+  fail(path, problem.code());
 }
 
 std::uint32_t big_endian(const unsigned char* bytes) {
@@ -177,7 +195,8 @@ void limit(const Connection& connection) {
   for (const auto [which, value] : kLimits) sqlite3_limit(connection.get(), which, value);
   // A schema without end would be read without end. All that opening does takes some hundred steps.
   constexpr int kMostSteps = 20'000;
-  sqlite3_progress_handler(connection.get(), kMostSteps, [](void*) { return 1; }, nullptr);
+  sqlite3_progress_handler(
+      connection.get(), kMostSteps, [](void*) { return 1; }, nullptr);
 }
 
 // All of it happens in one reading transaction, during which no other process changes the file.

@@ -87,3 +87,7 @@ int32_t tavdsrv_closedatabase(int16_t db) {
 const char* tavdsrv_lasterror(void) {
   return tavdsrv::last_error();
 }
+
+const char* tavdsrv_lastwarning(void) {
+  return tavdsrv::last_warning();
+}

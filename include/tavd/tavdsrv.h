@@ -54,8 +54,12 @@ TAVD_API int32_t tavdsrv_encodetext(int16_t db, int32_t charset, const tavd_wcha
  * it is when that returns 0. tavdsrv_rollback drops what came since
  * tavdsrv_begin. Each returns 0, or -1 (see tavdsrv_lasterror). Once a save or
  * deletion of a group has failed, the rest of it fails too, and so does its
- * commit, each for the reason of that first one. A commit that fails ends the group and drops all of it. While a
- * group is open, other processes can read but not save. */
+ * commit; tavdsrv_lasterror tells each time why that first one failed. A commit
+ * that fails ends the group and drops all of it.
+ *
+ * While a group is open, others can read, and read what was there before it,
+ * however large it is; they cannot save. While a commit writes, readers wait
+ * for it, at most a minute. */
 TAVD_API int32_t tavdsrv_begin(int16_t db);
 TAVD_API int32_t tavdsrv_commit(int16_t db);
 TAVD_API int32_t tavdsrv_rollback(int16_t db);
@@ -71,6 +75,15 @@ TAVD_API int32_t tavdsrv_closedatabase(int16_t db);
  * that is not there. Valid until this thread's next call; calls that cannot
  * fail (releasing, ids, attribute lists) leave it as it is. */
 TAVD_API const char* tavdsrv_lasterror(void);
+
+/* What is uncertain about this thread's last call of the service though it did
+ * what it was asked for, in one line of UTF-8; empty if nothing is. There is one
+ * such case: a save, a deletion or a commit that is stored, and valid for every
+ * process, but whose folder the system failed to synchronize as the very last
+ * step. It is reported as done: a commit returns 0, tavdsrv_lasterror is empty.
+ * Only a loss of power before the system writes the folder by itself can bring
+ * back what was stored before, whole. Valid as long as tavdsrv_lasterror is. */
+TAVD_API const char* tavdsrv_lastwarning(void);
 
 TAVD_EXTERN_C_END
 
