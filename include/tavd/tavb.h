@@ -67,7 +67,8 @@ enum {
 };
 
 /* Opens the database at dbPath. `mode` 0 opens what exists; any other value
- * creates the database if the file is missing. `vlkFile` may be null and is
+ * creates the database if the file is missing; its name may have at most 247
+ * bytes (on Windows characters), its path 4095 (on Windows 259). `vlkFile` may be null and is
  * not needed by this service. A file, or a folder, that may not be written is
  * opened for reading; saving then changes nothing. Returns the database
  * handle, 1 or more, or TAVB_NO_DATABASE: no such file, or a file that is no
