@@ -19,8 +19,8 @@ constexpr char16_t kReplacement = 0xFFFD;
 constexpr unsigned kFirstBeyondAscii = 0x80;
 constexpr unsigned kEndOfControls = 0xA0;  // C1 controls are 0x80 to 0x9F
 
-// One single-byte page: the character of each byte, and the bytes from 0x80 up in the order of their
-// characters.
+// One single-byte page: the character of each byte, and the bytes from 0x80 up in the order of
+// their characters.
 struct SingleBytePage {
   std::array<char16_t, 256> characters{};
   std::array<std::pair<char16_t, unsigned char>, 128> bytes{};

@@ -1,3 +1,4 @@
+// The system's code page where there is no Win32.
 #include "codepage/system.h"
 
 namespace codepage {

@@ -61,8 +61,8 @@ std::size_t narrow_utf8(const tavd_wchar* wide, std::size_t length, char* text, 
 namespace {
 
 // What a lead byte promises: how many bytes follow, and between which bounds the first of them must lie so
-// that the character is neither overlong, nor a surrogate, nor beyond U+10FFFF. No following byte: not a lead
-// byte.
+// that the character is neither overlong, nor a surrogate, nor beyond U+10FFFF. No following byte: not a
+// lead byte.
 struct Lead {
   unsigned following = 0;
   unsigned char lowest = 0x80;

@@ -1,4 +1,4 @@
-// UTF-8, the same on every platform: what codepage.h tells of it.
+// UTF-8, the same on every platform: what codepage.h says of it.
 #pragma once
 
 #include <cstddef>

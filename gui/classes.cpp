@@ -3,8 +3,8 @@
 #include <cstring>
 #include <limits>
 
-#include "guard.h"
-#include "window.h"
+#include "gui/guard.h"
+#include "gui/window.h"
 
 using tgui::alive;
 using tgui::guarded;

@@ -2,8 +2,8 @@
 #include <algorithm>
 #include <cstring>
 
-#include "text.h"
-#include "window.h"
+#include "gui/text.h"
+#include "gui/window.h"
 
 using tgui::alive;
 using tgui::guarded;
@@ -168,7 +168,7 @@ std::intptr_t selected_row(const Request& request) {
   return request.rows.selected;
 }
 
-// The text with its terminator goes to the host's buffer, whose size nobody tells.
+// The text with its terminator goes to the host's buffer, whose size nobody gives.
 template <class Text>
 std::intptr_t copy_out(const Text& text, std::intptr_t buffer) {
   std::memcpy(reinterpret_cast<void*>(buffer), text.c_str(),

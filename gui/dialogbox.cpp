@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "messages.h"
-#include "template.h"
-#include "text.h"
-#include "window.h"
+#include "gui/messages.h"
+#include "gui/template.h"
+#include "gui/text.h"
+#include "gui/window.h"
 
 using tgui::alive;
 using tgui::DialogTemplate;

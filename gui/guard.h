@@ -9,8 +9,8 @@
 
 namespace tgui {
 
-// Runs the body of an interface function. If memory runs out in it, or a host's entry throws, the answer is
-// `fallback`.
+// Runs the body of an interface function. If memory runs out in it, or a host's entry throws, the answer
+// is `fallback`.
 template <class Result, class Body>
 Result guarded(Result fallback, Body body) {
   try {

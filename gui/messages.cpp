@@ -1,9 +1,9 @@
-#include "messages.h"
+#include "gui/messages.h"
 
 #include <algorithm>
 
-#include "guard.h"
-#include "window.h"
+#include "gui/guard.h"
+#include "gui/window.h"
 
 namespace {
 

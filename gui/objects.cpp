@@ -1,4 +1,4 @@
-#include "objects.h"
+#include "gui/objects.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -6,7 +6,7 @@
 #include <limits>
 #include <memory>
 
-#include "guard.h"
+#include "gui/guard.h"
 
 namespace {
 

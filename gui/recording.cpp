@@ -1,4 +1,4 @@
-// Surfaces that keep a readable list of what was drawn. docs/recording.md tells the form of each line.
+// Surfaces that keep a readable list of what was drawn. docs/recording.md describes the form of each line.
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -7,9 +7,9 @@
 #include <string>
 #include <string_view>
 
-#include "guard.h"
-#include "surface.h"
-#include "text.h"
+#include "gui/guard.h"
+#include "gui/surface.h"
+#include "gui/text.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
-#include "surface.h"
+#include "gui/surface.h"
 
 #include <algorithm>
 #include <memory>
 #include <utility>
 
-#include "guard.h"
+#include "gui/guard.h"
 
 using tgui::alive;
 using tgui::guarded;

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "objects.h"
+#include "gui/objects.h"
 #include "tavdgui/tavdgui.h"
 
 namespace tgui {

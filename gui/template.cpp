@@ -1,4 +1,4 @@
-#include "template.h"
+#include "gui/template.h"
 
 #include <cstring>
 

@@ -35,7 +35,7 @@ inline constexpr std::uint16_t kAtomListBox = 0x83;
 inline constexpr std::uint16_t kAtomScrollBar = 0x84;
 inline constexpr std::uint16_t kAtomComboBox = 0x85;
 
-// Reads a template whose length nobody tells: it reads forward only, as far as the format says, and gives up
+// Reads a template whose length nobody gives: it reads forward only, as far as the format says, and gives up
 // beyond kLargestTemplate bytes or kMostItems items. Nothing if the template is no good.
 inline constexpr std::size_t kLargestTemplate = 0x10000;
 inline constexpr std::size_t kMostItems = 255;

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "guard.h"
+#include "gui/guard.h"
 #include "tavdgui/tavdgui.h"
 
 namespace tgui {
@@ -44,8 +44,8 @@ struct WindowPlan {
   std::int32_t id = 0;
 };
 
-// The class that a module (null: the main one) registered, or, with `any`, another module; null if there is
-// none.
+// The class that a module (null: the main one) registered, or, with `any`, another module; null if there
+// is none.
 std::shared_ptr<WindowClass> find_class(std::string_view name, tgui_module* module, bool any);
 
 // Makes a window, alive and marked as to be painted; nothing is sent. Null if the parent is on its way out or

@@ -4,9 +4,9 @@
 #include <limits>
 #include <utility>
 
-#include "surface.h"
-#include "text.h"
-#include "window.h"
+#include "gui/surface.h"
+#include "gui/text.h"
+#include "gui/window.h"
 
 using tgui::alive;
 using tgui::guarded;
@@ -252,8 +252,8 @@ std::int32_t add(std::int32_t a, std::int32_t b) {
 
 namespace {
 
-// A procedure may destroy any window while it is told of WM_DESTROY, this one's parent included, so that
-// after each message the window may be gone. A window that is dying is destroyed without being told again.
+// A procedure may destroy any window while it handles WM_DESTROY, this one's parent included, so that
+// after each message the window may be gone. A window that is dying is destroyed without the message again.
 void destroy(tgui_window* handle) {
   const Weak<tgui_window> window(handle);
   if (!std::exchange(handle->dying, true)) {

@@ -132,8 +132,8 @@ class Palette {
   std::string bytes_;
 };
 
-// The end of the pixels of one colour that begin at `at`: most of a diagram is white, so four are compared at
-// once.
+// The end of the pixels of one colour that begin at `at`: most of a diagram is white, so four are compared
+// at once.
 const std::uint32_t* end_of_run(const std::uint32_t* at, const std::uint32_t* end) {
   constexpr std::uint64_t kTwice = 0x1'0000'0001;
   const std::uint32_t colour = *at & kColourBits;

@@ -1,5 +1,5 @@
-// Surfaces of libtavdgui that draw on a canvas: the state of the surface is applied here, operation by
-// operation.
+// Surfaces of libtavdgui that draw on a canvas: the state of the surface is applied here, operation
+// by operation.
 #include <algorithm>
 #include <cmath>
 #include <numbers>

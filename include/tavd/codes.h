@@ -13,7 +13,7 @@
  *               is to count digits needs a ':' or a connection before it
  *   digits      0 to 9, at least so many digits, zeros in front; a unit must
  *               follow
- *   unit        mm (if none is told), cm or dm: the size in mm over 1, 10 or
+ *   unit        mm (if none stands), cm or dm: the size in mm over 1, 10 or
  *               100, truncated towards zero
  *
  * With a round duct of 125 mm, "ABC-{D}" gives "ABC-125", "{D:4cm}" "0012" and
@@ -108,7 +108,7 @@ TAVD_API int tavd_build_productId_ds2(int16_t db, char* dest, int32_t destLen, t
 
 /* The same as wide text, made from the narrow id of at most 30 (dsw) or 255
  * bytes (dsw2). Attribute 1049 of the database's record "000", "FILEHEADER"
- * tells its encoding: 0, 2 or absent the system's default code page, 1 UTF-8.
+ * says its encoding: 0, 2 or absent the system's default code page, 1 UTF-8.
  * With any other value nothing is converted: dsw2 gives an empty text, dsw
  * leaves what stands in `dest`, without its trailing blanks and cut to the
  * room, so clear `dest` before the call.

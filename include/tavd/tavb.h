@@ -107,7 +107,7 @@ TAVD_API void tavbobjIDtosz(int16_t db, const char* objIdx, char* sz);
  * and a text gets a terminator where there is room behind it; nothing else
  * does. With a null buffer and capacity 0 the result is a block with the whole
  * value and a terminator behind it, to be given back with tavbreleaseatt; with
- * a null buffer and any other capacity it only tells that the attribute is
+ * a null buffer and any other capacity it only shows that the attribute is
  * there. Returns the buffer or the block, without either an address that is not
  * to be read; null if the attribute is absent. */
 TAVD_API void* tavbcopyatt(int16_t db, tavb_rec rec, int16_t attId, int16_t* count, void* buffer,

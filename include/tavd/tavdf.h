@@ -30,7 +30,7 @@
 TAVD_EXTERN_C_BEGIN
 
 /* Words that tavdf_load_shapedata and tavdf_check_shapedata may write whatever
- * the told length. */
+ * the given length. */
 enum { TAVDF_SHAPE_MIN_WORDS = 10 };
 
 /* What these functions answer besides 0, counts and handles. */

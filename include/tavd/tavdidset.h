@@ -9,7 +9,7 @@
  * general, the main record. Attribute 1150 tells the layers apart: 10 marks the
  * main record, 11 a sub record; other records take part only as exact ones.
  *
- * An id is parted into fields by separators ("-" and "+" unless told
+ * An id is parted into fields by separators ("-" and "+" unless set
  * otherwise), and a wildcard ("*") in a pattern stands for one whole field,
  * which may be empty if a separator follows it. All else must be equal, case
  * included.
@@ -103,11 +103,11 @@ TAVD_API int32_t tavdidset_set_separators(IdSet* set, const char* chars);
  *   classId  3 characters
  *   id       up to 30 characters, ending early at a NUL: the id of any record or
  *            variant of the product
- * Returns 0, also if no main record was found (tavdidset_adjust then tells);
- * TAVDIDSET_NO_PRODUCT, with an empty set, if `id` has no separator, if memory
- * ran out, or if there are two main records. The last is told to the user in a message, and
- * the handle of the second main record is then lost: neither the set nor the
- * host can release it. */
+ * Returns 0, also if no main record was found (tavdidset_adjust then reports
+ * it); TAVDIDSET_NO_PRODUCT, with an empty set, if `id` has no separator, if
+ * memory ran out, or if there are two main records. The last is reported to the
+ * user in a message, and the handle of the second main record is then lost:
+ * neither the set nor the host can release it. */
 TAVD_API int32_t tavdidset_read(IdSet* set, int16_t db, const char* classId, const char* id);
 
 /* Adjusts the set to one variant: tests its id against the main record's and
@@ -127,7 +127,7 @@ TAVD_API int32_t tavdidset_adjust(IdSet* set, int16_t db, const char* id);
  *             null
  *   buffer    receives at most `capacity` bytes, untouched if the attribute is
  *             absent; a text gets a terminator where there is room behind it.
- *             Null: only `count` is told
+ *             Null: only `count` is set
  *   capacity  bytes; nothing is copied if it is 0 or less
  * Returns TAVDIDSET_FOUND or TAVDIDSET_NOT_FOUND, TAVDIDSET_NO_PRODUCT without
  * a main record, TAVDIDSET_NOT_ADJUSTED before a successful tavdidset_adjust. */

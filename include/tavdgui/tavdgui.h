@@ -273,7 +273,7 @@ TAVD_API int32_t tgui_restore(tgui_surface* surface, int32_t id);
 /* ---- Recording --------------------------------------------------------- */
 
 /* A surface that keeps a readable list of what was drawn, one operation a
- * line, for tests and tools. docs/recording.md tells the form. */
+ * line, for tests and tools. docs/recording.md describes the form. */
 TAVD_API tgui_surface* tgui_recording_create(int32_t width, int32_t height);
 
 /* The list so far (UTF-8, each line ended by a line feed), valid until the
@@ -483,7 +483,7 @@ TAVD_API int32_t tgui_message_box(tgui_window* owner, const char* text, const ch
  * procedure has left 1000 answers alone.
  *
  * The template is a DLGTEMPLATE with its items (not the extended form), at most
- * 255 of them and 64 KiB. Its length is not told: it is read forward as far as
+ * 255 of them and 64 KiB. Its length is not given: it is read forward as far as
  * its own counts and terminators say, and the memory has to reach as far. Items
  * are the platform's six controls or windows of registered classes. The message
  * shows the first static text and the push buttons; the callback may answer

@@ -1,3 +1,4 @@
+// Duct sizes: comparison, derived sizes and text form.
 #include "tavd/ewads.h"
 
 #include <algorithm>

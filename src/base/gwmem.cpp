@@ -13,8 +13,8 @@ constexpr std::int32_t kOutOfMemoryCode = -2;
 
 gwerrorhook error_hook = nullptr;
 
-// Nobody is asked for 0 bytes: that may give null, which is a failure here, and frees a block that is
-// resized.
+// Nobody is asked for 0 bytes: that may give null, which is a failure here, and frees a block that
+// is resized.
 std::size_t asked(std::int32_t size) {
   return static_cast<std::size_t>(std::max(size, 1));
 }

@@ -27,8 +27,8 @@ int gwisnumber(const char* s);
 int gwisnumberw(const tavd_wchar* s);
 
 // Field `index` (from 0) of a text whose fields are parted by `sep`, into `dest` of `size` bytes. Returns
-// where the next field starts, or null with an empty `dest` if there is no such field; an empty last field is
-// none.
+// where the next field starts, or null with an empty `dest` if there is no such field; an empty last field
+// is none.
 const char* gwstrfield(char* dest, const char* s, char sep, std::int32_t index, std::int32_t size);
 const tavd_wchar* gwwcsfield(tavd_wchar* dest, const tavd_wchar* s, tavd_wchar sep, std::int32_t index,
                              std::int32_t size);

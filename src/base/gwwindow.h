@@ -63,8 +63,8 @@ void gwmove(tavd_hwnd window, int x, int y);  // no size change, no change of z-
 tavd_hwnd gwfocus();
 void gwsetfocus(tavd_hwnd window);
 
-// A visible tool window with a caption, without a parent, of a registered class. Null if the platform
-// refuses.
+// A visible tool window with a caption, without a parent, of a registered class. Null if the
+// platform refuses.
 tavd_hwnd gwcreatetoolwindow(tavd_hmodule module, const char* name, const char* title, int x, int y,
                              int width, int height);
 // What a tool window's frame adds, device units.

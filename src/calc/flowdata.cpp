@@ -38,7 +38,7 @@ struct Source {
   tavb_rec rec;
 
   // Reads an attribute into `value`, which stays as it is if the record does not have it. Returns whether it
-  // has; `count`, if not null, receives the number of items as the service tells it.
+  // has; `count`, if not null, receives the number of items as the service reports it.
   template <typename T>
   bool read(std::int16_t attribute, T* value, std::int16_t* count) const {
     static_assert(sizeof(T) <= std::numeric_limits<std::int16_t>::max());

@@ -1,5 +1,5 @@
-// Steps that the calculations share. Results are told to the last bit, so each step says the precision it
-// runs in: what is plain here runs in float, what goes through wide() or lg() in double.
+// Steps that the calculations share. Results are specified to the last bit, so each step says the precision
+// it runs in: what is plain here runs in float, what goes through wide() or lg() in double.
 #pragma once
 
 #include <algorithm>
@@ -26,7 +26,7 @@ inline double lg(float x) {
 }
 
 // Whether `first` is the first float above `bound`. A float then lies below the one where it lies below the
-// other, and a comparison that is told in double may be made in float.
+// other, and a comparison that is specified in double may be made in float.
 constexpr bool is_first_above(float first, double bound) {
   const float before = std::bit_cast<float>(std::bit_cast<std::uint32_t>(first) - 1);
   return wide(first) > bound && wide(before) < bound;

@@ -30,8 +30,8 @@ constexpr double kDbPerDecade = 30.0;    // beyond the limits of the product
 constexpr float kHighestLevel = 99.0F;   // dB
 constexpr int kMostCurves = 20;          // curves or groups of one table
 
-// Both bounds are decimal ones, 0.001 and 0.1; no float lies on them, so that "below" and "at most" are the
-// same.
+// Both bounds are decimal ones, 0.001 and 0.1; no float lies on them, so that "below" and "at most" are
+// the same.
 static_assert(tavd::is_first_above(kSmallestMeasured, 0.001) && tavd::is_first_above(kSameFlow, 0.1));
 
 // The sound table of a record.
@@ -80,7 +80,7 @@ struct Rows {
   int count = 0;
 };
 
-// The rows of the two sets of which `in_set(row, set)` tells. Most rows of a table lie outside both in a
+// The rows of the two sets that `in_set(row, set)` names. Most rows of a table lie outside both in a
 // pattern that no branch predictor guesses, so none is branched on.
 template <typename InSet>
 void sort_out(const Table& table, InSet in_set, Rows (&sets)[2]) {
@@ -129,7 +129,7 @@ Pair choose_pair(const Rows& rows, Key key, float target) {
   return pair;
 }
 
-// The values of `key` that no earlier row has. `same(value, collected)` tells which are the same; the value
+// The values of `key` that no earlier row has. `same(value, collected)` is true for the same; the value
 // that came last is tried first, since the rows of a curve stand together. Returns TAVCA_OK, `too_many` at a
 // row after the 20th value, or `bad_row` at a row that was not measured.
 template <typename Key, typename Same>

@@ -12,7 +12,7 @@ inline bool is_chosen(const ParTable& par) {
 }
 
 // A row of the table, also for an index that a host has spoilt. The test comes out the same way on every
-// sound record, so that it is foretold and the read does not wait for it.
+// sound record, so that it is predicted and the read does not wait for it.
 inline const ParEntry& row_at(const ParTable& par, int index) {
   if (index >= 0 && index < TAVD_PARAMETER_ROWS) [[likely]]
     return par.table[index];

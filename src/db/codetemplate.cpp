@@ -35,8 +35,8 @@ struct Field {
 std::int16_t read_dimension(const char** at, const DuctSize& ds1, const DuctSize& ds2, Field* field);
 std::int16_t read_format(const char** at, Field* field);
 
-// Reads a field from its letter to behind its '}'. The first thing that is wrong is told, so a letter that
-// does not suit the duct goes before anything behind it.
+// Reads a field from its letter to behind its '}'. The first thing that is wrong is reported, so a letter
+// that does not suit the duct goes before anything behind it.
 std::int16_t read_field(const char** at, const DuctSize& ds1, const DuctSize& ds2, Field* field) {
   std::int16_t result = read_dimension(at, ds1, ds2, field);
   if (result == TAVD_CODE_OK && **at != '}') result = read_format(at, field);

@@ -1,4 +1,4 @@
-// The template language of product codes and ids; tavd/codes.h tells what a field looks like.
+// The template language of product codes and ids; tavd/codes.h describes its fields.
 #pragma once
 
 #include <cstdint>

@@ -181,8 +181,8 @@ struct Family {
     tavbcopyatt(db, main, TAVD_ATT_SIZING_MODE, nullptr, &list->sizingmode, sizeof list->sizingmode);
   }
 
-  // The records behind the prefix before the '*'. They are neighbours, so the first one outside ends the
-  // walk.
+  // The records behind the prefix before the '*'. They are neighbours, so the first one outside ends
+  // the walk.
   static void add_matching(List* list, std::int16_t db, const IdText& class_key) {
     char objIdx[kIdRoom];
     std::memset(objIdx, ' ', sizeof objIdx);

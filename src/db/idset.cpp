@@ -83,7 +83,7 @@ Prefix prefix_of(const IdSet* set, const char* classId, const char* id) {
 
 enum class Layer { kept, passed_over, duplicate_main, out_of_memory };
 
-// Puts a record into the layer that its sizing mode tells. Only of a kept one the handle is the set's.
+// Puts a record into the layer that its sizing mode names. Only of a kept one the handle is the set's.
 Layer keep(IdSet* set, std::int16_t db, tavb_rec rec, const char* objIdx) {
   std::int16_t smode = 0;
   tavbcopyatt(db, rec, TAVD_ATT_SIZING_MODE, nullptr, &smode, sizeof smode);
@@ -104,8 +104,8 @@ Layer keep(IdSet* set, std::int16_t db, tavb_rec rec, const char* objIdx) {
   return Layer::out_of_memory;
 }
 
-// Walks the records that begin with the prefix; they are neighbours, so the first one that does not ends the
-// walk.
+// Walks the records that begin with the prefix; they are neighbours, so the first one that does not ends
+// the walk.
 std::int32_t read_layers(IdSet* set, std::int16_t db, const Prefix& prefix) {
   tavb_rec rec = tavbfindrec(db, prefix.classId, prefix.id, TAVB_FIND_FROM);
   while (rec != nullptr) {

@@ -35,8 +35,8 @@ bool register_class(tavd_hmodule module) {
   return gwregisterclass(module, L2DG_WINDOW_CLASS, L2dg_diagram_proc, kClassRecordSize);
 }
 
-// Ends the former life of the diagram. What it still holds goes first, since its only address is in the
-// state.
+// Ends the former life of the diagram. What it still holds goes first, since its only address is in
+// the state.
 void clear() {
   release(L2dg);
   destroy_tools(L2dg);

@@ -26,8 +26,8 @@ void axis_format(float lo, float hi, std::int16_t* len, std::int16_t* des);
 // An axis over a range with the number format for it; logarithmic, without a step.
 ChartAxis axis_over(float min, float max);
 
-// The first 1-2-5 step that cuts the range into 4 to 10 intervals; false and a step of 5 if `lo` is not below
-// `hi`.
+// The first 1-2-5 step that cuts the range into 4 to 10 intervals; false and a step of 5 if `lo` is not
+// below `hi`.
 bool axis_step(float lo, float hi, float* step);
 
 }  // namespace tavd

@@ -173,7 +173,7 @@ Chart* new_chart(const ChartAxis& x, const ChartAxis& y) {
   return chart;
 }
 
-// A text that leaves no room for its terminator is dropped, not cut: half a title would tell something else.
+// A text that leaves no room for its terminator is dropped, not cut: half a title would mean something else.
 template <typename Char, std::size_t size>
 void set_text(Char (&field)[size], const Char* text) {
   if (text == nullptr) return;
@@ -225,7 +225,9 @@ bool cut_to_int16(Point& from, Point& to) {
   return true;
 }
 
-// Makes both ends fit 16 bits; false if there is nothing to draw.
+// Makes both ends fit 16 bits; false if there is nothing to draw. Clipping runs in 16 bits, rounded at each
+// step, since hosts compare what is drawn unit by unit; a steep curve whose ends lie far outside must be cut
+// first, or it would turn or vanish.
 bool device_segment(Point& from, Point& to) {
   bool fits = true;
   for (const double position : {from[0], from[1], to[0], to[1]}) {
@@ -235,6 +237,7 @@ bool device_segment(Point& from, Point& to) {
   return fits || cut_to_int16(from, to);
 }
 
+// The sum in float, truncated: the slope's rounding is part of where a line ends.
 std::int16_t adjusted(std::int16_t coordinate, float by) {
   return held<std::int16_t>(static_cast<double>(static_cast<float>(coordinate) + by));
 }

@@ -13,9 +13,14 @@ namespace tavd {
 namespace {
 
 constexpr int kFrameMargin = 3;  // device units from the frame within which a grid line would double it
-constexpr int kMostTicks = kDefaultExtent;  // more ticks than units cannot be told apart
+constexpr int kMostTicks = kDefaultExtent;  // more ticks than units cannot be seen apart
 constexpr int kLastDigit = 10;              // of a decade
 constexpr float kGreatestDecade = 1e8F;
+// Of the ends of a logarithmic axis: the start of the search for its first digit, and how far outside a tick
+// may lie, so that an end that is not quite round keeps its digit.
+constexpr double kBelowStart = 0.95;
+constexpr double kLowestTick = 0.98;
+constexpr double kHighestTick = 1.02;
 
 void draw_frame(const Chart& chart);
 void draw_titles(const Chart& chart);
@@ -133,7 +138,7 @@ void walk_linear(const AxisView& axis, Label label, Grid grid) {
 // between two digits is not missed. Digits above 10 belong to no decade, so the search ends behind them.
 int start_digit(float decade, float min) {
   int k = 1;
-  while (k < kLastDigit + 2 && static_cast<float>(k) * decade < 0.95 * static_cast<double>(min)) ++k;
+  while (k < kLastDigit + 2 && static_cast<float>(k) * decade < kBelowStart * static_cast<double>(min)) ++k;
   return k > 1 ? k - 1 : k;
 }
 
@@ -152,8 +157,8 @@ void walk_decade(const AxisView& axis, float decade, int k, Label label, Grid gr
       if (between.past_start()) grid(between.pixel);
     }
     const float v = static_cast<float>(j) * decade;
-    if (v < 0.98 * static_cast<double>(axis.min)) continue;
-    if (v > 1.02 * static_cast<double>(axis.max)) return;
+    if (v < kLowestTick * static_cast<double>(axis.min)) continue;
+    if (v > kHighestTick * static_cast<double>(axis.max)) return;
     const TickPlace place(axis, v);
     if (is_labelled(j)) label(place.pixel, v);
     if (place.before_start()) continue;
@@ -191,8 +196,8 @@ void draw_number(tavd_hdc hdc, int x, int y, int decimals, float value) {
 
 void draw_x_ticks(const Chart& c, bool labels) {
   const OwnedSelected font(c.hdc, gwcreatefont_upward(c.tick_font, kChartFace));
-  // The labels read upward and are aligned at their end: the longest one tells how far below the plot that
-  // is.
+  // The labels read upward and are aligned at their end: the longest one decides how far below the plot
+  // that is.
   const int longest = std::snprintf(nullptr, 0, "%0.*f", c.xdes, static_cast<double>(c.xmax));
   const int label_w = (longest * c.tick_font) / kDrawnDigitPart;
   const int label_y = c.plot_bottom + c.xlabel_gap + label_w;

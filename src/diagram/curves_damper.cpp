@@ -1,3 +1,4 @@
+// The lines of a damper's settings and their texts.
 #include "diagram/curves.h"
 
 #include <cmath>

@@ -101,7 +101,7 @@ void group_by_flow(LevelTable* table, Groups* groups) {
   }
 }
 
-// One level on all groups. `flow_at` tells the flow of a group at a pressure.
+// One level on all groups. `flow_at` gives the flow of a group at a pressure.
 struct LevelLine {
   CurvePoint points[kMostGroups];
   int count = 0;
@@ -121,7 +121,8 @@ bool level_line(const FlowDiagram& dg, const LevelTable& table, const Groups& gr
   return true;
 }
 
-// Draws the lines of all levels. `labelled_point` tells at which point a line's label stands, null for none.
+// Draws the lines of all levels. `labelled_point` chooses the point at which a line's label stands, null for
+// none.
 template <typename FlowAt, typename LabelledPoint>
 void draw_lines(const FlowDiagram& dg, tavd_hdc hdc, const LevelTable& table, const Groups& groups,
                 FlowAt flow_at, LabelledPoint labelled_point) {

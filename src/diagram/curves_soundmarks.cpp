@@ -33,7 +33,7 @@ bool is_inside(const DiagramRanges& r, float qv, float dp) {
   return qv >= r.xmin && qv <= r.xmax && dp >= r.ymin && dp <= r.ymax;
 }
 
-// Draws the marks of all levels. `point_at` tells the point of the curve where the search found a level,
+// Draws the marks of all levels. `point_at` gives the point of the curve where the search found a level,
 // false if that is outside the chart.
 template <typename PointAt>
 void draw_marks(const FlowDiagram& dg, tavd_hdc hdc, bool along_flow, PointAt point_at) {

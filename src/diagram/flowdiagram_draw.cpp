@@ -53,8 +53,8 @@ struct KindDrawing {
 constexpr KindDrawing kDrawings[] = {
     {has_reference, draw_ref_curve, always, draw_lp_marks_ref, TAVD_KIND_RESISTANCE, false},
     {has_reference, draw_ref_curve, always, draw_lp_marks_ref, TAVD_KIND_RESISTANCE_VELOCITY, false},
-    // Measured products show their sound only if they have a reference point as well, though no mark reads
-    // it.
+    // Measured products show their sound only if they have a reference point as well, though no mark
+    // reads it.
     {has_qvdp, draw_qvdp_curve, has_reference, draw_lp_marks_qvdp, TAVD_KIND_RESISTANCE_POINTS, false},
     {has_damper, draw_damper_lines, always, draw_lp_lines_damper, TAVD_KIND_DAMPER, false},
     {has_damper, draw_damper_lines, always, draw_lp_lines_damper, TAVD_KIND_DAMPER_VELOCITY, false},

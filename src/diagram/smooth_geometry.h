@@ -21,8 +21,8 @@ float angle_delta(float a, float b);
 // Tangent at `b` of a curve through the three points: the bisector of its two chords.
 float angle_through(CurvePoint a, CurvePoint b, CurvePoint c);
 
-// Where the line through (x1, y1) at angle a1 meets the one through (x2, y2) at angle a2: 1, or 0 if they are
-// parallel.
+// Where the line through (x1, y1) at angle a1 meets the one through (x2, y2) at angle a2: 1, or 0 if they
+// are parallel.
 int tangent_cross(float x1, float y1, float a1, float x2, float y2, float a2, float* x, float* y);
 
 // A point of the curve with the curve's direction there.

@@ -24,7 +24,7 @@ constexpr int kMostHalvings = 1002;
 // Levels between two rows, beyond them too. A search asks of a level only on which side of L it lies and
 // whether it lies within a tenth of a dB, so that most questions are answered by an estimate: the powers of
 // all bands in one sum, in place of one logarithm and one power for each band. Where the answer could hang on
-// a rounding, the level is told exactly, so that a search takes the same course either way.
+// a rounding, the level is calculated exactly, so that a search takes the same course either way.
 class LevelProbe {
  public:
   LevelProbe(const LevelTable& table, int below, float L);

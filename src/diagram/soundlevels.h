@@ -23,7 +23,7 @@ class LevelTable {
  public:
   LevelTable();
 
-  void add(const LevelRow& row);  // further rows than the record holds are dropped; tells `lpa` itself
+  void add(const LevelRow& row);  // further rows than the record holds are dropped; works `lpa` out itself
 
   int count() const { return count_; }
   const LevelRow& row(int i) const { return rows_[i]; }

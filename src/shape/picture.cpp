@@ -23,7 +23,7 @@ constexpr int kTitleBandPart = 20;  // of the picture's height
 constexpr double kPlaneWidth = 500.0;
 constexpr double kPlaneHeight = 798.0;
 
-// Copies an attribute into a cleared place of the state and tells how many items it has.
+// Copies an attribute into a cleared place of the state and returns how many items it has.
 template <typename Place>
 std::int16_t read(tavb_rec rec, std::int16_t attribute, Place* place) {
   std::memset(place, 0, sizeof *place);

@@ -27,8 +27,8 @@
 // - A dimension names two points of the object, the left or upper one first, and where its line runs; the two
 //   extension lines follow from that. They start 9 units off the point and end 10 behind the line; a point on
 //   the line has none.
-// - A text of five digits is 84 units wide and stands 34 high: on a line across in its middle, so that the
-// line
+// - A text of five digits is 84 units wide and stands 34 high: on a line across in its middle, so that
+// the line
 //   should be 90 long; 5 units to the right of a line down, so that 90 units to the right of it should be
 //   free.
 // - rect() is for the shapes that are counted with rectangles; the outlines of others are box() and stroke().

@@ -4,8 +4,8 @@
 namespace tavd {
 namespace {
 
-// A damper of opposed blades for a rectangular duct, with its drive at the side. 1 length, 2 width with the
-// drive.
+// A damper of opposed blades for a rectangular duct, with its drive at the side. 1 length, 2 width with
+// the drive.
 namespace s109 {
 constexpr Figure outline[] = {
     // Section along the duct.

@@ -108,8 +108,8 @@ constexpr Sketch sketch = {.outline = outline,
                            .centres = centres};
 }  // namespace s122
 
-// A round column that stands free in the room. 1 diameter, 2 diameter of the duct, 3 height; 4 height of the
-// plinth.
+// A round column that stands free in the room. 1 diameter, 2 diameter of the duct, 3 height; 4 height of
+// the plinth.
 namespace s123 {
 constexpr Figure outline[] = {
     box({95, 45}, {325, 365}),

@@ -321,6 +321,24 @@ TEST_F(HostileCurves, RandomHostileRecordsAreSurvived) {
   }
 }
 
+TEST_F(HostileCurves, DiagramsWithStatesOfTheirOwnDoNotMeet) {
+  build(40);
+  FlowDiagram fan = dg;
+  dg = {};
+  set_up(dg, 0);
+  build(20);
+  paint();
+  const std::string before = recording_.text();
+  Recording beside;
+  create_tools(fan);
+  draw(fan, beside.surface());
+  destroy_tools(fan);
+  release(fan);
+  EXPECT_NE(before, beside.text());
+  paint();
+  EXPECT_EQ(before, recording_.text());
+}
+
 // A drawing whose tools cannot all be made leaves none of them behind.
 TEST_F(HostileCurves, ToolsThatCannotBeMadeLeaveNothingBehind) {
   for (const std::int16_t kind : kKinds) {

@@ -1,3 +1,4 @@
+// Whether a file exists, without Win32.
 #include "base/gwfile.h"
 
 #include <unistd.h>

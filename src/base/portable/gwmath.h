@@ -1,5 +1,5 @@
-// The mathematical functions whose last bit differs from one system's C library to the next: those of the C
-// library.
+// The mathematical functions whose last bit differs from one system's C library to the next: those of the
+// C library.
 #pragma once
 
 #include <cmath>

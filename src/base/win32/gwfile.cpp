@@ -1,3 +1,4 @@
+// Whether a file exists, by Win32.
 #include "base/gwfile.h"
 
 #include <windows.h>
