@@ -20,6 +20,7 @@ constexpr std::array kTasks = std::to_array<Task>({
     {"two_processes", stress::two_processes},
     {"kills", stress::kills},
     {"full_disk", stress::full_disk},
+    {"large_group", stress::large_group},
     {"size", stress::size},
 });
 
@@ -51,6 +52,6 @@ int main(int argc, char** argv) {
       if (std::strcmp(argv[1], task.name) == 0) return run(task, full, argv[argc - 1]);
     }
   }
-  std::fprintf(stderr, "usage: stress two_processes|kills|full_disk|size [--full] TAVD\n");
+  std::fprintf(stderr, "usage: stress two_processes|kills|full_disk|large_group|size [--full] TAVD\n");
   return 2;
 }

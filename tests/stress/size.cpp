@@ -5,7 +5,6 @@
 
 #include <cstdio>
 #include <cstring>
-#include <fstream>
 
 #include "stress.h"
 #include "tavd/tavfm.h"
@@ -45,16 +44,6 @@ struct Figures {
   long peak = 0;  // resident memory after all that, kB
 };
 
-// A number that the system tells of this process; 0 where it does not.
-long told_in(const char* file, const char* name) {
-  std::ifstream in(file);
-  for (std::string word; in >> word;) {
-    long value = 0;
-    if (word == name && in >> value) return value;
-  }
-  return 0;
-}
-
 long reads() {
   return told_in("/proc/self/io", "syscr:");
 }
@@ -92,7 +81,7 @@ Figures measure(const std::filesystem::path& path) {
     figures.opening_steps = steps - steps_before;
     list_family(database.handle(), figures);
     figures.records = count_records(database.handle());
-    figures.peak = told_in("/proc/self/status", "VmHWM:");
+    figures.peak = peak_memory();
   }));
   return figures;
 }

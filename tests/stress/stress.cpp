@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <fstream>
 #include <vector>
 
 namespace stress {
@@ -131,6 +132,19 @@ void finish(pid_t process) {
   waitpid(process, &status, 0);
   if (WIFSIGNALED(status)) throw Failed("a process died of signal " + std::to_string(WTERMSIG(status)));
   if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) throw Failed("a process failed");
+}
+
+long told_in(const char* file, const char* name) {
+  std::ifstream in(file);
+  for (std::string word; in >> word;) {
+    long value = 0;
+    if (word == name && in >> value) return value;
+  }
+  return 0;
+}
+
+long peak_memory() {
+  return told_in("/proc/self/status", "VmHWM:");
 }
 
 void* shared_memory(std::size_t bytes) {

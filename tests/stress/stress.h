@@ -25,6 +25,7 @@ struct Scale {
 void two_processes(const Scale& scale);
 void kills(const Scale& scale);
 void full_disk(const Scale& scale);
+void large_group(const Scale& scale);
 void size(const Scale& scale);
 
 struct Failed : std::runtime_error {
@@ -76,6 +77,12 @@ void expect_sound(const std::filesystem::path& path);
 pid_t start(const std::function<void()>& steps);
 // Waits for it. Throws Failed unless it ended well.
 void finish(pid_t process);
+
+// The peak of this process's resident memory, kB; 0 where the system does not tell it.
+long peak_memory();
+
+// A number that the system tells of this process; 0 where it does not.
+long told_in(const char* file, const char* name);
 
 // Zeroed memory that the processes started from here on share.
 void* shared_memory(std::size_t bytes);
