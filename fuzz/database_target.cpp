@@ -2,6 +2,7 @@
 // loaded.
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <vector>
@@ -39,10 +40,11 @@ void copy_attributes(std::int16_t db, tavb_rec rec) {
     const void* value = nullptr;
     std::int32_t length = 0;
     require(tavdsrv_attributeat(rec, i, &number, &value, &length) == 0);
-    std::vector<unsigned char> room(static_cast<std::size_t>(length / 2));
+    // Never empty: a null buffer asks for a block.
+    std::vector<unsigned char> room(static_cast<std::size_t>(length / 2 + 1));
     std::int16_t items = 0;
-    tavbcopyatt(db, rec, number, &items, room.data(),
-                static_cast<std::int16_t>(std::min<std::size_t>(room.size(), INT16_MAX)));
+    const auto capacity = static_cast<std::int16_t>(std::min<std::size_t>(room.size(), INT16_MAX));
+    tavbcopyatt(db, rec, number, &items, room.data(), capacity);
     tavbreleaseatt(tavbcopyatt(db, rec, number, &items, nullptr, 0));
     std::vector<tavd_wchar> wide(40);
     tavbcopywsz(db, rec, number, wide.data(), 80, i % 9);
