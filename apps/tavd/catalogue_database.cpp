@@ -12,6 +12,7 @@
 #include "catalogue_source.h"
 #include "catalogue_text.h"
 #include "catalogue_values.h"
+#include "drafts/drafts.h"
 #include "errors.h"
 #include "families.h"
 #include "paths.h"
@@ -21,6 +22,7 @@
 #include "tavd/attributes.h"
 #include "tavd/tavdsrv.h"
 #include "text.h"
+#include "whole_file.h"
 
 namespace tavdhost {
 
@@ -145,6 +147,27 @@ void settle(const std::string& target) {
   }
 }
 
+// A database that is filled before its target's name is given to it. It lies in a folder of its own, with all
+// that the service puts beside it.
+class DraftDatabase {
+ public:
+  DraftDatabase(const std::string& target, const Fill& fill)
+      : folder_(to_path(target), drafts::Folder::Use::kPrivate) {
+    if (!folder_.reason().empty()) throw cannot_write(target, folder_.reason());
+    try {
+      const Database database(to_text(file()), Database::Open::kCreate);
+      fill(database);
+    } catch (const UserError& error) {
+      throw without_draft(error, to_text(file()), target);
+    }
+  }
+
+  std::filesystem::path file() const { return folder_.path() / "database"; }
+
+ private:
+  drafts::Folder folder_;
+};
+
 void refuse_target_among(const std::vector<std::string>& sources, const std::string& target) {
   for (const std::string& source : sources) {
     std::error_code problem;
@@ -156,14 +179,21 @@ void refuse_target_among(const std::vector<std::string>& sources, const std::str
 
 }  // namespace
 
-void make_database(const std::string& target, const std::function<void(const Database&)>& fill) {
-  Draft draft(target);
-  {
-    const Database database(draft.path(), Database::Open::kCreate);
-    fill(database);
-  }
+void make_database(const std::string& target, const Fill& fill) {
+  refuse_what_cannot_be_a_database(target);
+  const DraftDatabase draft(target, fill);
   settle(target);
-  draft.finish();
+  std::string reason;
+  if (!drafts::replace(draft.file(), to_path(target), reason)) throw cannot_write(target, reason);
+}
+
+bool add_database(const std::string& target, const Fill& fill) {
+  refuse_what_cannot_be_a_database(target);
+  const DraftDatabase draft(target, fill);
+  std::string reason;
+  const drafts::Added added = drafts::add(draft.file(), to_path(target), reason);
+  if (added == drafts::Added::kFailed) throw cannot_write(target, reason);
+  return added == drafts::Added::kDone;
 }
 
 void store(const Database& database, const Entry& entry) {
@@ -212,7 +242,7 @@ std::size_t dump_database(const Database& database, std::ostream& out) {
   Record record = database.first();
   check_service();
   out << '[';
-  while (record) {
+  while (record && out) {
     out << (records == 0 ? "\n" : ",\n") << entry_text(codec, stored_entry(database, record));
     ++records;
     progress.step();

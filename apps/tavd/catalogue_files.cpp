@@ -1,18 +1,17 @@
 #include "catalogue_files.h"
 
 #include <algorithm>
-#include <random>
+#include <filesystem>
 
 #include "errors.h"
+#include "paths.h"
+#include "whole_file.h"
 
 namespace tavdhost {
 
 namespace {
 
 namespace fs = std::filesystem;
-
-// What the database service may have left beside a file it was writing.
-constexpr const char* kJournal = "-journal";
 
 std::vector<std::string> files_in(const std::string& folder) {
   std::vector<std::string> files;
@@ -43,31 +42,22 @@ std::vector<std::string> source_files(const std::vector<std::string>& names) {
   return files;
 }
 
-Draft::Draft(const std::string& target) {
-  std::error_code problem;
-  const fs::path named = to_path(target);
-  if (fs::is_directory(named, problem)) throw UserError(target + " is a folder, expected the name of a file");
-  target_ =
-      fs::weakly_canonical(fs::absolute(named), problem);  // a link stays, what it points to is replaced
-  if (problem || !fs::is_directory(target_.parent_path(), problem)) {
-    throw UserError(target + ": there is no folder " + to_text(target_.parent_path()));
+void refuse_what_cannot_be_a_database(const std::string& target) {
+  constexpr const char* kExpected = ", expected the name of a file";
+  if (is_standard_output(target)) {
+    throw UserError(std::string("a database cannot be written to standard output") + kExpected);
   }
-  std::random_device random;
-  draft_ = target_;
-  draft_ += ".new-" + std::to_string(random());
-}
-
-Draft::~Draft() {
-  std::error_code ignored;
-  fs::remove(draft_, ignored);
-  fs::remove(to_path(path() + kJournal), ignored);
-}
-
-void Draft::finish() {
   std::error_code problem;
-  if (fs::exists(target_, problem)) fs::permissions(draft_, fs::status(target_).permissions(), problem);
-  fs::rename(draft_, target_, problem);
-  if (problem) throw UserError(to_text(target_) + ": cannot be written: " + problem.message());
+  const fs::path path = to_path(target);
+  const fs::file_status status = fs::status(path, problem);
+  if (fs::is_directory(status)) throw UserError(target + " is a folder" + kExpected);
+  if (fs::exists(status) && !fs::is_regular_file(status)) {
+    throw UserError(target + " is a pipe or a device, which cannot hold a database" + kExpected);
+  }
+  const fs::path folder = fs::absolute(path, problem).parent_path();
+  if (!fs::exists(fs::status(folder, problem)) && !problem.value()) {
+    throw UserError(target + ": there is no folder " + to_text(folder));
+  }
 }
 
 }  // namespace tavdhost

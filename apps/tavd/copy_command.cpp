@@ -5,7 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "catalogue_database.h"
 #include "commands.h"
+#include "drafts/drafts.h"
 #include "errors.h"
 #include "families.h"
 #include "json_text.h"
@@ -76,24 +78,6 @@ Load load_of(const Database& source, const Record& record) {
   return load;
 }
 
-// The file to copy into; one that was made for it is removed again unless it is kept.
-class Target {
- public:
-  explicit Target(const std::string& path) : path_(path), is_new_(!std::filesystem::exists(to_path(path))) {}
-  ~Target() {
-    std::error_code ignored;
-    if (is_new_ && !kept_) std::filesystem::remove(to_path(path_), ignored);
-  }
-  Target(const Target&) = delete;
-  Target& operator=(const Target&) = delete;
-  void keep() { kept_ = true; }
-
- private:
-  std::string path_;
-  bool is_new_;
-  bool kept_ = false;
-};
-
 // An empty database takes over how the source stores its texts; in any other that must be the same.
 void settle_encoding(const Database& source, const Database& target) {
   if (!target.first()) {
@@ -120,6 +104,15 @@ void copy_product(const Database& source, const Database& target, Load& load) {
     throw std::runtime_error("the product vanished while it was copied");
   }
   transaction.commit();
+}
+
+// A target that is made for the copy appears with it. Another process that makes it meanwhile may win: then
+// the copy goes into its file.
+void copy_into(const std::string& target, const Database& source, Load& load) {
+  const auto copy = [&](const Database& database) { copy_product(source, database, load); };
+  if (!std::filesystem::exists(to_path(target)) && add_database(target, copy)) return;
+  drafts::clear(to_path(target));
+  copy(Database(target));
 }
 
 std::string counted(std::size_t count, const char* what) {
@@ -161,12 +154,7 @@ void run_copy(const CopyOptions& options) {
   if (std::filesystem::equivalent(to_path(choice.path), to_path(options.target), problem)) {
     throw UserError(options.target + " is the source itself, expected another database to copy to");
   }
-  Target file(options.target);
-  {
-    const Database target(options.target, Database::Open::kCreate);
-    copy_product(source, target, load);
-  }
-  file.keep();
+  copy_into(options.target, source, load);
   if (options.json) {
     print_json(load);
   } else {

@@ -1,7 +1,7 @@
 #include "db_commands.h"
 
 #include <CLI/CLI.hpp>
-#include <fstream>
+#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <string>
@@ -9,12 +9,13 @@
 
 #include "attributes.h"
 #include "catalogue_database.h"
-#include "catalogue_files.h"
 #include "check.h"
 #include "db_synth.h"
 #include "errors.h"
 #include "json_text.h"
+#include "paths.h"
 #include "text.h"
+#include "whole_file.h"
 
 namespace tavdhost {
 
@@ -59,7 +60,7 @@ void run_build(const BuildOptions& options) {
 
 void run_dump(const DumpOptions& options) {
   const Database database(options.database);
-  if (options.target.empty()) {
+  if (options.target.empty() || is_standard_output(options.target)) {
     dump_database(database, std::cout);
     return;
   }
@@ -67,12 +68,9 @@ void run_dump(const DumpOptions& options) {
   if (std::filesystem::equivalent(to_path(options.database), to_path(options.target), problem)) {
     throw UserError(options.target + " is the database itself, expected another name for its text");
   }
-  Draft draft(options.target);
-  std::ofstream out(to_path(draft.path()), std::ios::binary);
-  const std::size_t records = dump_database(database, out);
-  out.close();
-  if (!out) throw UserError(options.target + ": cannot be written");
-  draft.finish();
+  OutputFile file(options.target);
+  const std::size_t records = dump_database(database, file.stream());
+  file.finish();
   std::cout << options.target << ": " << records << (records == 1 ? " record" : " records") << '\n';
 }
 
@@ -145,7 +143,9 @@ void add_dump_command(CLI::App& db) {
   CLI::App* command = db.add_subcommand("dump", kDumpHelp);
   const auto options = std::make_shared<DumpOptions>();
   command->add_option("DATABASE", options->database, "The database to read")->required();
-  command->add_option("-o,--output", options->target, "The file to write (standard output if left out)")
+  command
+      ->add_option("-o,--output", options->target,
+                   "The file to write (standard output if left out, or \"-\")")
       ->type_name("FILE.json");
   command->callback([options] { run_dump(*options); });
 }

@@ -26,7 +26,7 @@ void run_diagram(const DiagramOptions& options) {
   put_title(database, record, options.title);
   const FlowDiagram diagram(database, record, product, settings, options.static_pressure);
   if (!diagram.is_drawable()) throw undrawable(product);
-  Picture picture(options.output, settings.size);
+  Picture picture(options.output, settings.size, options.format);
   picture.describe(flow_diagram_text(product, options.title, marked_point(settings)));
   diagram.paint(picture);
   picture.finish();

@@ -9,9 +9,15 @@ void add_drawing_arguments(CLI::App& command, PictureOptions& options) {
   command.add_option("DB", options.path, "Product database")->required();
   command.add_option("CLASS", options.class_id, "Class of the product, 3 characters")->required();
   command.add_option("ID", options.object_id, "Object id of the product")->required();
-  command.add_option("-o,--output", options.output, "File to write: " + std::string(kPictureForms.output))
+  command
+      .add_option(
+          "-o,--output", options.output,
+          "File to write: " + std::string(kPictureForms.output) + "; \"-\" is standard output, with --format")
       ->required()
       ->type_name("FILE");
+  command
+      .add_option("--format", options.format, "What to write, whatever the file's name ends in: its ending")
+      ->type_name("ENDING");
 }
 
 void add_drawing_options(CLI::App& command, DrawingOptions& options) {

@@ -18,6 +18,7 @@ namespace tavdhost {
 struct PictureOptions {
   std::string path, class_id, object_id;
   std::string output;
+  std::string format;  // empty: as the ending of the output tells
   std::string size = "1200x900";
   std::string title;  // empty: the product code
   TextChoice texts;
@@ -27,8 +28,8 @@ struct DrawingOptions : PictureOptions {
   std::vector<std::string> parameters;  // NAME=VALUE
 };
 
-// Adds DB, CLASS, ID and -o; and behind the command's own options --size, --title and those of texts, for
-// diagrams with --param before them.
+// Adds DB, CLASS, ID, -o and --format; and behind the command's own options --size, --title and those of
+// texts, for diagrams with --param before them.
 void add_drawing_arguments(CLI::App& command, PictureOptions& options);
 void add_picture_options(CLI::App& command, PictureOptions& options);
 void add_drawing_options(CLI::App& command, DrawingOptions& options);

@@ -2,11 +2,13 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 #include <set>
 #include <string>
 #include <vector>
 
 #include "database.h"
+#include "drafts/drafts.h"
 #include "picture.h"
 #include "product.h"
 
@@ -41,7 +43,8 @@ class GalleryNames {
 };
 
 // A folder that gets all of its new files or none. They are written beside their places first; files of other
-// names stay. Moved into a folder that is there, they come one by one, the page last.
+// names stay. Moved into a folder that is there, they come one by one, the page last; a file that is replaced
+// keeps its permissions, and a link stays one.
 class GalleryFolder {
  public:
   // Throws UserError if there can be no such folder.
@@ -52,13 +55,15 @@ class GalleryFolder {
 
   // Where to write a file of this name now.
   std::string place(const std::string& name);
-  void write(const std::string& name, const std::string& bytes);
+  // What to tell if that fails: the file is named where it is to be.
+  UserError told_of(const UserError& error) const;
   // Puts all files into their places, in the order in which they were named. Throws UserError if they cannot
   // be moved there.
   void finish();
 
  private:
-  std::filesystem::path target_, unfinished_;
+  std::filesystem::path target_;
+  std::unique_ptr<drafts::Folder> draft_;
   std::vector<std::string> names_;
 };
 

@@ -13,6 +13,7 @@
 #include "progress.h"
 #include "tavd/tavdshapepic.h"
 #include "units.h"
+#include "whole_file.h"
 
 namespace tavdhost {
 namespace {
@@ -100,9 +101,8 @@ void Drawer::draw_throw(const Record& record, const std::string& name, GalleryIt
   ++throws;
 }
 
-void draw_products(const Database& database, const std::string& folder_name) {
-  GalleryFolder folder(to_path(folder_name));
-  Drawer drawer(database, folder);
+// All drawings and the page; returns the number of products.
+std::size_t draw_all(const Database& database, Drawer& drawer, GalleryFolder& folder) {
   const std::vector<Record> records = product_records(database);
   std::vector<GalleryItem> items;
   {
@@ -112,9 +112,21 @@ void draw_products(const Database& database, const std::string& folder_name) {
       progress.step();
     }
   }
-  folder.write(kPage, gallery_page(to_text(to_path(database.path()).filename()), items));
+  write_output(folder.place(kPage), gallery_page(to_text(to_path(database.path()).filename()), items));
+  return items.size();
+}
+
+void draw_products(const Database& database, const std::string& folder_name) {
+  GalleryFolder folder(to_path(folder_name));
+  Drawer drawer(database, folder);
+  std::size_t products = 0;
+  try {
+    products = draw_all(database, drawer, folder);
+  } catch (const UserError& error) {
+    throw folder.told_of(error);
+  }
   folder.finish();
-  std::cout << to_text(to_path(folder_name) / kPage) << ": " << items.size() << " products, " << drawer.flows
+  std::cout << to_text(to_path(folder_name) / kPage) << ": " << products << " products, " << drawer.flows
             << " flow diagrams, " << drawer.throws << " throw diagrams, " << drawer.shapes << " pictures\n";
 }
 
@@ -124,6 +136,9 @@ void check_options(const GalleryOptions& options) {
   }
   if (options.path.empty() && !options.sheet.empty()) {
     throw UserError("--sheet is given without a database to draw");
+  }
+  if (is_standard_output(options.folder)) {
+    throw UserError("a gallery is a folder and cannot be written to standard output");
   }
   if (options.folder.empty() && (options.shapes || options.sheet.empty())) {
     throw UserError("nowhere to draw, expected --output with a folder" +

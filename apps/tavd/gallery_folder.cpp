@@ -1,14 +1,11 @@
 #include <array>
-#include <cerrno>
 #include <cstdio>
-#include <fstream>
 #include <system_error>
 #include <utility>
 
 #include "errors.h"
 #include "gallery.h"
 #include "paths.h"
-#include "platform.h"
 #include "text.h"
 #include "whole_file.h"
 
@@ -16,6 +13,8 @@ namespace tavdhost {
 namespace {
 
 namespace fs = std::filesystem;
+
+constexpr const char* kInside = "gallery";  // names the draft in a folder that is there
 
 bool is_plain(unsigned char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-';
@@ -56,46 +55,48 @@ GalleryFolder::GalleryFolder(fs::path target) : target_(std::move(target)) {
   if (exists && !fs::is_directory(target_)) {
     throw UserError(in_quotes(to_text(target_)) + " is a file, expected a folder");
   }
-  const std::string mark = ".unfinished-" + std::to_string(process_number());
+  if (exists) {
+    drafts::clear(target_);  // of when there was no such folder
+  } else if (target_.has_parent_path()) {
+    fs::create_directories(target_.parent_path(), error);
+    if (error) throw cannot_write(to_text(target_), error.message());
+  }
   // In one file system with the target, so that the files can be moved.
-  unfinished_ = exists ? target_ / mark : to_path(to_text(target_) + mark);
-  fs::create_directories(unfinished_, error);
-  if (error) throw cannot_write(to_text(target_), error.message());
+  draft_ = std::make_unique<drafts::Folder>(exists ? target_ / kInside : target_,
+                                            drafts::Folder::Use::kBecomesTarget);
+  if (!draft_->reason().empty()) throw cannot_write(to_text(target_), draft_->reason());
 }
 
-GalleryFolder::~GalleryFolder() {
-  std::error_code ignored;
-  fs::remove_all(unfinished_, ignored);
-}
+GalleryFolder::~GalleryFolder() = default;
 
 std::string GalleryFolder::place(const std::string& name) {
   names_.push_back(name);
-  return to_text(unfinished_ / name);
+  return to_text(draft_->path() / name);
 }
 
-void GalleryFolder::write(const std::string& name, const std::string& bytes) {
-  errno = 0;
-  std::ofstream file(to_path(place(name)), std::ios::binary);
-  file << bytes;
-  file.close();
-  if (!file) throw cannot_write(to_text(target_ / name), std::generic_category().message(errno));
+UserError GalleryFolder::told_of(const UserError& error) const {
+  return without_draft(error, to_text(draft_->path()), to_text(target_));
 }
 
 void GalleryFolder::finish() {
   std::error_code error;
   if (!fs::exists(target_, error)) {
-    fs::rename(unfinished_, target_, error);
-    if (error) throw cannot_write(to_text(target_), error.message());
+    if (!draft_->finish()) throw cannot_write(to_text(target_), draft_->reason());
     return;
   }
   // Nothing is moved before everything can be.
   for (const std::string& name : names_) {
-    if (fs::is_directory(target_ / name, error))
-      throw cannot_write(to_text(target_ / name), "it is a folder");
+    const fs::file_status status = fs::status(target_ / name, error);
+    if (fs::exists(status) && !fs::is_regular_file(status)) {
+      const bool is_folder = fs::is_directory(status);
+      throw cannot_write(to_text(target_ / name), is_folder ? "it is a folder" : "it is a pipe or a device");
+    }
   }
   for (const std::string& name : names_) {
-    fs::rename(unfinished_ / name, target_ / name, error);
-    if (error) throw cannot_write(to_text(target_ / name), error.message());
+    std::string reason;
+    if (!drafts::replace(draft_->path() / name, target_ / name, reason)) {
+      throw cannot_write(to_text(target_ / name), reason);
+    }
   }
 }
 

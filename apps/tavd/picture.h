@@ -8,6 +8,7 @@
 #include <string>
 
 #include "area.h"
+#include "errors.h"
 #include "library_drawings.h"
 
 namespace tavdhost {
@@ -34,6 +35,11 @@ struct PictureForms {
 };
 extern const PictureForms kPictureForms;
 
+// What is to be written, as an ending: the format if there is one, else what the path ends in; in lower case.
+std::string picture_ending(const std::string& path, const std::string& format);
+// What to tell if that is none of the platform's.
+UserError unknown_form(const std::string& path, const std::string& format);
+
 // A small drawing among others in a picture. Of lines it has what lies in the window, and of texts
 // those whose reference point does; figures are drawn whole.
 struct Cell {
@@ -42,11 +48,13 @@ struct Cell {
   std::optional<std::uint32_t> frame;  // colour of a thin line about the window, 0x00BBGGRR
 };
 
-// A file being drawn. Nothing is on disk before finish(), and nothing is left there if finish() fails.
+// A picture being drawn, for a file, a device or standard output. Nothing is written before finish(), and no
+// file is left if finish() fails.
 class Picture {
  public:
-  // Throws UserError if the ending is none of the platform's.
-  Picture(const std::string& path, PictureSize size);
+  // `format` is an ending without its dot; empty: the path's own ending tells. Throws UserError if it is none
+  // of the platform's.
+  Picture(const std::string& path, PictureSize size, const std::string& format = "");
   ~Picture();
   Picture(const Picture&) = delete;
   Picture& operator=(const Picture&) = delete;

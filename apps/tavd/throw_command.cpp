@@ -90,7 +90,7 @@ void run_throw(const ThrowOptions& options) {
   if (!options.title.empty()) put_title(database, record, options.title);
   const ThrowDiagram diagram(database, record, product, settings.qv, settings.unit, options.value);
   if (!diagram.is_drawable()) throw undrawable(product);
-  Picture picture(options.output, settings.size);
+  Picture picture(options.output, settings.size, options.format);
   picture.describe(throw_diagram_text(product, options.title, options.value, MarkedPoint{settings.qv, {}}));
   diagram.paint(picture);
   picture.finish();

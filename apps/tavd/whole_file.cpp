@@ -1,31 +1,90 @@
 #include "whole_file.h"
 
-#include <cerrno>
-#include <fstream>
-#include <system_error>
+#include <array>
+#include <iostream>
+#include <streambuf>
 
+#include "drafts/drafts.h"
 #include "paths.h"
+#include "platform.h"
 #include "text.h"
 
 namespace tavdhost {
+namespace {
+
+constexpr std::size_t kBufferBytes = 64 * 1024;
+
+void replace_all(std::string& text, const std::string& what, const std::string& by) {
+  for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + by.size())) {
+    text.replace(at, what.size(), by);
+  }
+}
+
+}  // namespace
 
 UserError cannot_write(const std::string& path, const std::string& reason) {
   return UserError("cannot write " + in_quotes(path) + ": " + printable(reason));
 }
 
-void write_whole_file(const std::string& path, const std::string& bytes) {
-  const std::filesystem::path part = to_path(path + ".part");
-  errno = 0;
-  std::ofstream file(part, std::ios::binary);
-  file << bytes;
-  file.close();
-  std::error_code error(file ? 0 : errno, std::generic_category());
-  if (!error) std::filesystem::rename(part, to_path(path), error);
-  if (!file || error) {
-    std::error_code ignored;
-    std::filesystem::remove(part, ignored);
-    throw cannot_write(path, error ? error.message() : "the file could not be written whole");
+UserError without_draft(const UserError& error, const std::string& draft, const std::string& target) {
+  std::string text = error.what();
+  replace_all(text, draft, target);
+  replace_all(text, printable(draft), printable(target));
+  return UserError(text);
+}
+
+bool is_standard_output(const std::string& path) {
+  return path == "-" || names_standard_output(path);
+}
+
+void write_output(const std::string& path, std::string_view bytes) {
+  if (is_standard_output(path)) {
+    std::cout << bytes;
+    return;
   }
+  drafts::File file(to_path(path));
+  if (!file.write(bytes) || !file.finish()) throw cannot_write(path, file.reason());
+}
+
+class OutputFile::Buffer : public std::streambuf {
+ public:
+  explicit Buffer(const std::string& path) : file(to_path(path)) {
+    setp(bytes_.data(), bytes_.data() + bytes_.size());
+  }
+
+  drafts::File file;
+
+ protected:
+  int_type overflow(int_type character) override {
+    if (sync() != 0) return traits_type::eof();
+    if (!traits_type::eq_int_type(character, traits_type::eof())) sputc(traits_type::to_char_type(character));
+    return traits_type::not_eof(character);
+  }
+
+  int sync() override {
+    const bool good = file.write({pbase(), static_cast<std::size_t>(pptr() - pbase())});
+    setp(bytes_.data(), bytes_.data() + bytes_.size());
+    return good ? 0 : -1;
+  }
+
+ private:
+  std::array<char, kBufferBytes> bytes_;
+};
+
+OutputFile::OutputFile(const std::string& path)
+    : path_(path), buffer_(std::make_unique<Buffer>(path)), stream_(buffer_.get()) {
+  if (!buffer_->file.reason().empty()) throw cannot_write(path_, buffer_->file.reason());
+}
+
+OutputFile::~OutputFile() = default;
+
+std::ostream& OutputFile::stream() {
+  return stream_;
+}
+
+void OutputFile::finish() {
+  stream_.flush();
+  if (!stream_ || !buffer_->file.finish()) throw cannot_write(path_, buffer_->file.reason());
 }
 
 }  // namespace tavdhost

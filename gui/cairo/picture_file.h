@@ -5,7 +5,7 @@
 
 namespace tavdcairo {
 
-// Writes beside the target first and renames, so that a failure leaves what was there. False and a reason.
+// A failure leaves what was there. A pipe or another device is written straight into. False and a reason.
 bool write_whole_file(const std::string& path, const std::string& bytes, std::string& reason);
 
 }  // namespace tavdcairo

@@ -49,6 +49,8 @@ std::set<const void*>& pictures() {
 }
 
 tgui_surface* make_surface(std::unique_ptr<Canvas> canvas, const char* path, int width, int height);
+template <typename Take>
+int32_t finish(tgui_surface* surface, char* reason, size_t capacity, Take take);
 const tgui_operations& operations();
 bool size_is_good(int width, int height);
 void flush(Picture& picture);
@@ -119,22 +121,19 @@ void tgui_cairo_name_pen(tgui_surface* surface, uint32_t colour, int32_t width, 
 }
 
 int32_t tgui_cairo_finish(tgui_surface* surface, char* reason, size_t capacity) {
-  std::string text = "not a picture of this library";
-  bool done = false;
-  auto* picture = static_cast<Picture*>(tgui_surface_context(surface));
-  if (pictures().count(picture) != 0) {
-    flush(*picture);
-    std::string bytes;
-    done = picture->canvas->finish(bytes, text) &&
-           (picture->path.empty() || write_whole_file(picture->path, bytes, text));
-    tgui_surface_destroy(surface);
-  }
-  if (reason != nullptr && capacity > 0) {
-    const std::size_t length = done ? 0 : std::min(text.size(), capacity - 1);
-    text.copy(reason, length);
-    reason[length] = '\0';
-  }
-  return done ? 0 : -1;
+  return finish(surface, reason, capacity,
+                [](const Picture& picture, const std::string& bytes, std::string& text) {
+                  return picture.path.empty() || write_whole_file(picture.path, bytes, text);
+                });
+}
+
+int32_t tgui_cairo_finish_into(tgui_surface* surface, tgui_cairo_writer write, void* context, char* reason,
+                               size_t capacity) {
+  return finish(surface, reason, capacity,
+                [&](const Picture& /*picture*/, const std::string& bytes, std::string& text) {
+                  text = "the bytes were not taken";
+                  return write != nullptr && write(context, bytes.data(), bytes.size()) == 0;
+                });
 }
 
 namespace tavdcairo {
@@ -143,6 +142,26 @@ namespace {
 
 Picture& picture_of(void* context) {
   return *static_cast<Picture*>(context);
+}
+
+// Completes a picture; `take` gets its bytes, and a text to tell why it could not take them.
+template <typename Take>
+int32_t finish(tgui_surface* surface, char* reason, size_t capacity, Take take) {
+  std::string text = "not a picture of this library";
+  bool done = false;
+  auto* picture = static_cast<Picture*>(tgui_surface_context(surface));
+  if (pictures().count(picture) != 0) {
+    flush(*picture);
+    std::string bytes;
+    done = picture->canvas->finish(bytes, text) && take(*picture, bytes, text);
+    tgui_surface_destroy(surface);
+  }
+  if (reason != nullptr && capacity > 0) {
+    const std::size_t length = done ? 0 : std::min(text.size(), capacity - 1);
+    text.copy(reason, length);
+    reason[length] = '\0';
+  }
+  return done ? 0 : -1;
 }
 
 bool size_is_good(int width, int height) {

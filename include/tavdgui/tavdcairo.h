@@ -57,9 +57,20 @@ TAVD_API void tgui_cairo_describe(tgui_surface* surface, const char* title, cons
 TAVD_API void tgui_cairo_name_pen(tgui_surface* surface, uint32_t colour, int32_t width, const char* name);
 
 /* Completes the picture, writes the file and destroys the surface. A file that
- * cannot be written whole is not left behind. Returns 0, or -1 and a reason in
+ * cannot be written whole is not left behind, and what was there stays; one
+ * that is replaced keeps its permissions, and a symbolic link stays one. A pipe
+ * or another device is written straight into. Returns 0, or -1 and a reason in
  * `reason` (terminated, at most `capacity` bytes; may be null). */
 TAVD_API int32_t tgui_cairo_finish(tgui_surface* surface, char* reason, size_t capacity);
+
+/* Takes `length` bytes of a picture; returns 0 if it has. */
+typedef int32_t (*tgui_cairo_writer)(void* context, const void* bytes, size_t length);
+
+/* The same, but for the file: all bytes of it go to `write` in one call, and none if the picture cannot be
+ * completed. A picture on a context of the host's has no bytes. -1 also if `write` is null or returns other
+ * than 0. */
+TAVD_API int32_t tgui_cairo_finish_into(tgui_surface* surface, tgui_cairo_writer write, void* context,
+                                        char* reason, size_t capacity);
 
 TAVD_EXTERN_C_END
 

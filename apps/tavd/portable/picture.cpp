@@ -48,6 +48,11 @@ void draw(const LibraryDrawing& drawing, tgui_surface* surface) {
   drawing.destroy_tools();
 }
 
+int32_t keep_bytes(void* kept, const void* bytes, std::size_t length) {
+  static_cast<std::string*>(kept)->assign(static_cast<const char*>(bytes), length);
+  return 0;
+}
+
 void draw_frame(tgui_surface* surface, const Area& window, std::uint32_t colour) {
   tgui_object* const pen = tgui_create_pen(TGUI_PEN_SOLID, 1, colour);
   tgui_object* const former = tgui_select(surface, pen);
@@ -62,9 +67,9 @@ void draw_frame(tgui_surface* surface, const Area& window, std::uint32_t colour)
 
 }  // namespace
 
-Picture::Picture(const std::string& path, PictureSize size)
+Picture::Picture(const std::string& path, PictureSize size, const std::string& format)
     : surface_(new Surface{path, size, false, nullptr}) {
-  const std::string ending = lower(to_text(to_path(path).extension()));
+  const std::string ending = picture_ending(path, format);
   tgui_surface*& surface = surface_->surface;
   if (ending == ".png") {
     surface = tgui_cairo_png(path.c_str(), size.width, size.height);
@@ -76,8 +81,7 @@ Picture::Picture(const std::string& path, PictureSize size)
     surface_->is_recording = true;
     surface = tgui_recording_create(size.width, size.height);
   } else {
-    throw UserError("cannot tell what to write into " + in_quotes(path) + ", expected a name that ends in " +
-                    kPictureForms.endings);
+    throw unknown_form(path, format);
   }
   if (surface == nullptr) throw cannot_write(path, "no picture of this size can be made");
 }
@@ -124,13 +128,16 @@ void Picture::paint(const LibraryDrawing& drawing, const Cell& cell) {
 
 void Picture::finish() {
   if (surface_->is_recording) {
-    write_whole_file(surface_->path, tgui_recording_text(surface_->surface));
+    write_output(surface_->path, tgui_recording_text(surface_->surface));
     return;
   }
+  std::string bytes;
   char reason[300] = {};
-  const bool written = tgui_cairo_finish(surface_->surface, reason, sizeof reason) == 0;
+  const bool completed =
+      tgui_cairo_finish_into(surface_->surface, keep_bytes, &bytes, reason, sizeof reason) == 0;
   surface_->surface = nullptr;
-  if (!written) throw cannot_write(surface_->path, reason);
+  if (!completed) throw cannot_write(surface_->path, reason);
+  write_output(surface_->path, bytes);
 }
 
 bool has_lines(const LibraryDrawing& drawing) {

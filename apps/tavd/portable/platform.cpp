@@ -2,12 +2,16 @@
 
 #include <unistd.h>
 
+#include <csignal>
+
 #include "tavd/tavdf.h"
 #include "tavdgui/tavdgui.h"
 
 namespace tavdhost {
 
-void set_up_streams() {}
+void set_up_streams() {
+  std::signal(SIGXFSZ, SIG_IGN);
+}
 
 std::vector<std::string> arguments(int argc, char** argv) {
   return {argv, argv + argc};
@@ -28,8 +32,8 @@ bool can_wipe_lines(Stream stream) {
   return is_terminal(stream);
 }
 
-int process_number() {
-  return getpid();
+bool names_standard_output(const std::string& path) {
+  return path == "/dev/stdout" || path == "/dev/fd/1" || path == "/proc/self/fd/1";
 }
 
 std::int16_t open_database_file(const std::string& path, std::int32_t mode) {

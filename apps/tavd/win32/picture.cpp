@@ -33,15 +33,15 @@ Area place_of(const LibraryDrawing& drawing, PictureSize size) {
 
 }  // namespace
 
-Picture::Picture(const std::string& path, PictureSize size) : surface_(new Surface{path, size, nullptr}) {
-  const std::string ending = lower(to_text(to_path(path).extension()));
+Picture::Picture(const std::string& path, PictureSize size, const std::string& format)
+    : surface_(new Surface{path, size, nullptr}) {
+  const std::string ending = picture_ending(path, format);
   if (ending == ".png") {
     surface_->target = pixel_surface(size);
   } else if (ending == ".emf") {
     surface_->target = metafile_surface(size);
   } else {
-    throw UserError("cannot tell what to write into " + in_quotes(path) + ", expected a name that ends in " +
-                    kPictureForms.endings);
+    throw unknown_form(path, format);
   }
 }
 
@@ -60,7 +60,7 @@ void Picture::paint(const LibraryDrawing& drawing, const Cell& cell) {
 }
 
 void Picture::finish() {
-  write_whole_file(surface_->path, surface_->target->bytes());
+  write_output(surface_->path, surface_->target->bytes());
 }
 
 }  // namespace tavdhost

@@ -72,8 +72,9 @@ bool can_wipe_lines(Stream stream) {
   return GetConsoleMode(handle, &mode) != 0 && SetConsoleMode(handle, mode | kUnderstandsEscapes) != 0;
 }
 
-int process_number() {
-  return static_cast<int>(GetCurrentProcessId());
+// "CON" is the console, wherever standard output goes.
+bool names_standard_output(const std::string& /*path*/) {
+  return false;
 }
 
 std::int16_t open_database_file(const std::string& path, std::int32_t mode) {
