@@ -4,6 +4,7 @@
 #include <deque>
 #include <filesystem>
 #include <map>
+#include <new>
 #include <utility>
 
 #include "attributes.h"
@@ -47,9 +48,13 @@ std::vector<const Json::Value*> products_of(const Json::Value& root) {
 ParsedSources parse_sources(const std::vector<std::string>& names, Faults& faults) {
   ParsedSources parsed;
   for (const std::string& name : names) {
-    parsed.push_back({Source::read(name), {}});
-    ParsedSource& next = parsed.back();
-    if (!parse(next.source, next.root, faults)) next.root = Json::Value(Json::arrayValue);
+    try {
+      parsed.push_back({Source::read(name), {}});
+      ParsedSource& next = parsed.back();
+      if (!parse(next.source, next.root, faults)) next.root = Json::Value(Json::arrayValue);
+    } catch (const std::bad_alloc&) {
+      throw UserError(name + ": there is not enough memory to read it, expected smaller sources");
+    }
   }
   return parsed;
 }
@@ -177,6 +182,15 @@ void refuse_target_among(const std::vector<std::string>& sources, const std::str
   }
 }
 
+// The service ends class and id at a NUL, so that no catalogue can make such a record.
+void refuse_nul(const Database& database, const Entry& entry) {
+  const std::string key = entry.class_id + ' ' + entry.object_id;
+  if (key.find('\0') == std::string::npos) return;
+  throw UserError(
+      database.path() + ": the record " + in_quotes(key) + " (" + to_hex(entry.object_id) +
+      ") has a NUL byte in its class or id, expected none: a dump of it could not be built again");
+}
+
 }  // namespace
 
 void make_database(const std::string& target, const Fill& fill) {
@@ -243,7 +257,9 @@ std::size_t dump_database(const Database& database, std::ostream& out) {
   check_service();
   out << '[';
   while (record && out) {
-    out << (records == 0 ? "\n" : ",\n") << entry_text(codec, stored_entry(database, record));
+    const Entry entry = stored_entry(database, record);
+    refuse_nul(database, entry);
+    out << (records == 0 ? "\n" : ",\n") << entry_text(codec, entry);
     ++records;
     progress.step();
     record = database.next(record);

@@ -7,6 +7,7 @@
 
 #include "catalogue_values.h"
 #include "tavd/tavdf.h"
+#include "text.h"
 
 namespace tavdhost {
 
@@ -42,6 +43,8 @@ class ValueEncoder {
   const ReadContext& context_;
   const Attribute& layout_;
 };
+
+constexpr std::size_t kNameCharacters = 60;  // of products and fields in messages
 
 std::string indexed(const std::string& field, Json::ArrayIndex index) {
   return field + '[' + std::to_string(index + 1) + ']';
@@ -220,8 +223,8 @@ bool ValueEncoder::has_column(const std::string& name) const {
 }  // namespace
 
 void ReadContext::fault(const Json::Value& at, const std::string& field, const std::string& text) const {
-  std::string line = product.empty() ? "" : product + ": ";
-  if (!field.empty()) line += field + ": ";
+  std::string line = product.empty() ? "" : shortened(product, kNameCharacters) + ": ";
+  if (!field.empty()) line += shortened_inside(field, kNameCharacters) + ": ";
   faults.add(source, source.place(at.getOffsetStart()), line + text);
 }
 

@@ -18,8 +18,14 @@ std::vector<std::string> files_in(const std::string& folder) {
   std::error_code problem;
   for (fs::directory_iterator at(to_path(folder), problem), end; !problem && at != end;
        at.increment(problem)) {
-    if (at->path().extension() == ".json" && !fs::is_directory(at->path()))
-      files.push_back(to_text(at->path()));
+    std::error_code none;
+    if (at->path().extension() != ".json") continue;
+    const fs::file_status status = fs::status(at->path(), none);
+    if (fs::is_directory(status)) continue;
+    if (fs::exists(status) && !fs::is_regular_file(status)) {
+      throw UserError(to_text(at->path()) + ": a pipe, a socket or a device, expected a file with a source");
+    }
+    files.push_back(to_text(at->path()));
   }
   if (problem) throw UserError(folder + ": " + problem.message());
   if (files.empty()) throw UserError(folder + ": no *.json in this folder, expected the catalogue's sources");
@@ -55,7 +61,7 @@ void refuse_what_cannot_be_a_database(const std::string& target) {
     throw UserError(target + " is a pipe or a device, which cannot hold a database" + kExpected);
   }
   const fs::path folder = fs::absolute(path, problem).parent_path();
-  if (!fs::exists(fs::status(folder, problem)) && !problem.value()) {
+  if (fs::status(folder, problem).type() == fs::file_type::not_found) {
     throw UserError(target + ": there is no folder " + to_text(folder));
   }
 }

@@ -5,14 +5,15 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <memory>
 #include <sstream>
 #include <tuple>
 
 #include "errors.h"
 #include "paths.h"
+#include "text.h"
 
 namespace tavdhost {
 
@@ -20,11 +21,28 @@ namespace {
 
 constexpr std::size_t kLinesShown = 20;
 constexpr std::size_t kExcerptCharacters = 40;
-constexpr std::size_t kBlockBytes = 1024;  // of text, by which characters are counted beforehand
+constexpr std::size_t kFindingCharacters = 120;  // of what the reader words
+constexpr std::size_t kBlockBytes = 1024;        // of text, by which characters are counted beforehand
+constexpr std::size_t kReadBytes = std::size_t{1} << 20;
+constexpr std::uintmax_t kMostSourceBytes = std::uintmax_t{4}
+                                            << 30;  // read and taken apart it needs some ten times that
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 bool continues_character(char c) {
   return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
+}
+
+UserError too_large(const std::string& path, const std::string& bytes) {
+  return UserError(path + ": " + bytes + " bytes, expected a source of at most " +
+                   std::to_string(kMostSourceBytes));
+}
+
+// What is no text at all is told before the rest of it is read.
+void refuse_nul(const std::string& path, std::size_t before, std::string_view text) {
+  const std::size_t at = text.find('\0');
+  if (at == std::string_view::npos) return;
+  throw UserError(path + ": byte " + std::to_string(before + at + 1) +
+                  " is NUL, expected JSON as UTF-8 text");
 }
 
 // The reader words its findings as "* Line 3, Column 5", a line break, and the reason behind two blanks.
@@ -38,7 +56,7 @@ void add_reader_errors(const Source& source, const std::string& errors, Faults& 
     if (std::sscanf(line.c_str(), "* Line %lu, Column %lu", &row, &column) == 2) {
       place = {row, column};
     } else if (line.starts_with("  ")) {
-      faults.add(source, place, line.substr(2));
+      faults.add(source, place, shortened_inside(line.substr(2), kFindingCharacters));
     }
   }
   if (faults.empty()) faults.add(source, place, "cannot be read as JSON");
@@ -59,9 +77,20 @@ Source::Source(std::string name, std::string text) : name_(std::move(name)), tex
 }
 
 Source Source::read(const std::string& path) {
+  std::error_code none;  // of a pipe it cannot be told
+  const std::uintmax_t size = std::filesystem::file_size(to_path(path), none);
+  if (!none && size > kMostSourceBytes) throw too_large(path, std::to_string(size));
   std::ifstream file(to_path(path), std::ios::binary);
   if (!file) throw UserError(path + ": cannot be opened");
-  std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+  std::string text;
+  if (!none) text.reserve(size);
+  std::vector<char> block(kReadBytes);
+  while (file.read(block.data(), kReadBytes), file.gcount() > 0) {
+    const std::string_view read(block.data(), static_cast<std::size_t>(file.gcount()));
+    refuse_nul(path, text.size(), read);
+    if (text.size() + read.size() > kMostSourceBytes) throw too_large(path, "more");
+    text += read;
+  }
   if (file.bad()) throw UserError(path + ": cannot be read");
   return {path, std::move(text)};
 }
@@ -102,10 +131,10 @@ std::string Source::excerpt(const Json::Value& value) const {
       text += ' ';
     }
   }
-  if (text.size() <= kExcerptCharacters) return text;
+  if (text.size() <= kExcerptCharacters) return printable(text);
   std::size_t end = kExcerptCharacters;
   while (end > 0 && continues_character(text[end])) --end;
-  return text.substr(0, end) + "...";
+  return printable(text.substr(0, end)) + "...";
 }
 
 void Faults::add(const Source& source, Source::Place place, const std::string& text) {
@@ -123,7 +152,7 @@ std::string Faults::listing() const {
   for (std::size_t i = 0; i < std::min(sorted.size(), kLinesShown); ++i) {
     const Line& line = sorted[i];
     if (i > 0) text += '\n';
-    text += line.source->name() + ':' + std::to_string(line.place.line) + ':' +
+    text += printable(line.source->name()) + ':' + std::to_string(line.place.line) + ':' +
             std::to_string(line.place.column) + ": " + line.text;
   }
   if (sorted.size() > kLinesShown) text += "\nand " + std::to_string(sorted.size() - kLinesShown) + " more";

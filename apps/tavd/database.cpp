@@ -51,16 +51,16 @@ std::int16_t open_file(const std::string& path, Database::Open open) {
   std::error_code error;
   const auto status = std::filesystem::status(to_path(path), error);
   if (open == Database::Open::kExisting && !std::filesystem::exists(status)) {
-    throw UserError("no database " + in_quotes(path) + ": " +
+    throw UserError("no database " + path_in_quotes(path) + ": " +
                     (error ? error.message() : std::string("there is no such file")));
   }
   if (std::filesystem::is_directory(status)) {
-    throw UserError(in_quotes(path) + " is a folder, expected a product database");
+    throw UserError(path_in_quotes(path) + " is a folder, expected a product database");
   }
   const std::int16_t handle = open_database_file(path, open == Database::Open::kCreate ? 1 : 0);
   if (handle < 0) {
     const std::string reason = tavdsrv_lasterror();
-    throw UserError("cannot open " + in_quotes(path) + " as a product database" +
+    throw UserError("cannot open " + path_in_quotes(path) + " as a product database" +
                     (reason.empty() ? "" : ": " + printable(reason)));
   }
   return handle;

@@ -53,7 +53,7 @@ GalleryFolder::GalleryFolder(fs::path target) : target_(std::move(target)) {
   std::error_code error;
   const bool exists = fs::exists(target_, error);
   if (exists && !fs::is_directory(target_)) {
-    throw UserError(in_quotes(to_text(target_)) + " is a file, expected a folder");
+    throw UserError(path_in_quotes(to_text(target_)) + " is a file, expected a folder");
   }
   if (exists) {
     drafts::clear(target_);  // of when there was no such folder

@@ -2,6 +2,7 @@
 #include <CLI/CLI.hpp>
 #include <exception>
 #include <iostream>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -9,6 +10,7 @@
 #include "db_commands.h"
 #include "errors.h"
 #include "platform.h"
+#include "sink.h"
 #include "text.h"
 
 namespace {
@@ -16,9 +18,17 @@ namespace {
 constexpr int kFailed = 1;     // the program's own failure
 constexpr int kUserError = 2;  // what was asked for cannot be done
 
-int report(const char* text, int exit_code) {
+constexpr std::size_t kLineCharacters = 5000;      // of a message, which may name a long path
+constexpr std::size_t kArgumentsCharacters = 400;  // of what is told of the arguments
+
+// Whatever is named in it, a message does to a terminal nothing but be read.
+int report(const std::string& text, int exit_code) {
   std::cout.flush();
-  std::cerr << "tavd: " << text << '\n';
+  std::cerr << "tavd: ";
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);) {
+    std::cerr << tavdhost::shortened_inside(line, kLineCharacters) << '\n';
+  }
   return exit_code;
 }
 
@@ -36,14 +46,16 @@ std::string where_to_look(const CLI::App& app) {
 std::string explain(const CLI::App& app, const CLI::ParseError& error,
                     const std::vector<const char*>& arguments) {
   const bool names_command = arguments.size() > 1 && arguments[1][0] != '-';
-  if (!names_command || !app.get_subcommands().empty()) return error.what() + where_to_look(app);
+  if (!names_command || !app.get_subcommands().empty()) {
+    return tavdhost::shortened_inside(error.what(), kArgumentsCharacters) + where_to_look(app);
+  }
   std::string known;
   for (const CLI::App* command : app.get_subcommands({}))
     known += (known.empty() ? "" : ", ") + command->get_name();
   return "no command " + tavdhost::in_quotes(arguments[1]) + "; there are " + known + where_to_look(app);
 }
 
-int run(const std::vector<const char*>& arguments) {
+int run(const std::vector<const char*>& arguments, const tavdhost::StandardOutput& output) {
   CLI::App app("Calculates, lists and draws ventilation products from a product database.", "tavd");
   app.allow_windows_style_options(false);  // "/x" is a path on every platform
   tavdhost::add_commands(app);
@@ -60,10 +72,10 @@ int run(const std::vector<const char*>& arguments) {
   } catch (const CLI::Success& done) {  // --help, --version
     app.exit(done);
   } catch (const CLI::ParseError& error) {
-    return report(explain(app, error, arguments).c_str(), kUserError);
+    return report(explain(app, error, arguments), kUserError);
   }
   std::cout.flush();
-  if (!std::cout) return report("cannot write to standard output", kFailed);
+  if (!std::cout) return report("cannot write to standard output: " + output.reason(), kFailed);
   return exit_code;
 }
 
@@ -71,12 +83,13 @@ int run(const std::vector<const char*>& arguments) {
 
 int main(int argc, char** argv) {
   tavdhost::set_up_streams();
+  const tavdhost::StandardOutput output;
   try {
     const std::vector<std::string> texts = tavdhost::arguments(argc, argv);
     std::vector<const char*> arguments;
     arguments.reserve(texts.size());
     for (const std::string& text : texts) arguments.push_back(text.c_str());
-    return run(arguments);
+    return run(arguments, output);
   } catch (const tavdhost::UserError& error) {
     return report(error.what(), kUserError);
   } catch (const std::exception& error) {

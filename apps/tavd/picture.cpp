@@ -38,8 +38,8 @@ UserError unknown_form(const std::string& path, const std::string& format) {
   if (is_standard_output(path)) {
     return UserError("cannot tell what to write to standard output, expected --format with " + formats());
   }
-  return UserError("cannot tell what to write into " + in_quotes(path) + ", expected a name that ends in " +
-                   kPictureForms.endings + ", or --format");
+  return UserError("cannot tell what to write into " + path_in_quotes(path) +
+                   ", expected a name that ends in " + kPictureForms.endings + ", or --format");
 }
 
 }  // namespace tavdhost

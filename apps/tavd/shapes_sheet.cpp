@@ -204,7 +204,7 @@ void draw_shapes(const std::filesystem::path& folder, PictureSize each) {
   const SheetSize size = sheet_size(variants.size(), each);
   std::error_code problem;
   std::filesystem::create_directories(folder, problem);
-  if (problem) throw UserError("cannot make " + in_quotes(to_text(folder)) + ": " + problem.message());
+  if (problem) throw UserError("cannot make " + path_in_quotes(to_text(folder)) + ": " + problem.message());
   for (const char* ending : {".png", kPictureForms.vector_ending}) {
     const std::string path = to_text(folder / "shapes") + ending;
     draw_sheet(path, variants, size);

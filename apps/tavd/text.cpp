@@ -10,6 +10,9 @@ namespace tavdhost {
 namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
+constexpr std::size_t kMostBytes = 4;           // of one character
+constexpr std::size_t kQuotedCharacters = 100;  // more than any id, number or title may have
+constexpr std::size_t kPathCharacters = 4096;   // the longest path of any platform here
 
 struct Range {
   char32_t first, last;
@@ -42,6 +45,13 @@ bool lies_in(const Range (&ranges)[N], char32_t character) {
 bool is_control(char32_t character) {
   return character < 0x20 || (character >= 0x7F && character < 0xA0) || character == 0x2028 ||
          character == 0x2029;
+}
+
+// Bytes that the first characters of valid UTF-8 take.
+std::size_t bytes_of(std::string_view valid, std::size_t characters) {
+  auto at = valid.begin();
+  for (std::size_t i = 0; i < characters && at != valid.end(); ++i) utf8::next(at, valid.end());
+  return static_cast<std::size_t>(at - valid.begin());
 }
 
 char ascii_lower(char character) {
@@ -77,8 +87,26 @@ std::string printable(std::string_view text) {
   return result;
 }
 
+std::string shortened(std::string_view text, std::size_t most) {
+  const std::string whole = printable(text.substr(0, (most + 1) * kMostBytes));
+  const std::size_t end = bytes_of(whole, most);
+  return end == whole.size() && text.size() <= (most + 1) * kMostBytes ? whole : whole.substr(0, end) + "...";
+}
+
+std::string shortened_inside(std::string_view text, std::size_t most) {
+  const std::string whole = printable(text);
+  if (bytes_of(whole, most) == whole.size()) return whole;
+  std::size_t tail = whole.size() - most / 2;  // bytes: at most so many characters
+  while (tail < whole.size() && (static_cast<unsigned char>(whole[tail]) & 0xC0) == 0x80) ++tail;
+  return whole.substr(0, bytes_of(whole, most / 2)) + "..." + whole.substr(tail);
+}
+
 std::string in_quotes(std::string_view text) {
-  return "\"" + printable(text) + "\"";
+  return "\"" + shortened(text, kQuotedCharacters) + "\"";
+}
+
+std::string path_in_quotes(std::string_view path) {
+  return "\"" + shortened(path, kPathCharacters) + "\"";
 }
 
 std::size_t utf16_length(std::string_view text) {

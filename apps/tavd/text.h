@@ -19,8 +19,16 @@ std::string to_utf8(const tavd_wchar* wide, std::size_t limit);
 // in JSON.
 std::string printable(std::string_view text);
 
-// The text printable, between double quotes, as messages name what the user gave.
+// The text printable, and with "..." for what is longer than so many characters: behind it, or in its middle,
+// so that the end stays too.
+std::string shortened(std::string_view text, std::size_t most);
+std::string shortened_inside(std::string_view text, std::size_t most);
+
+// The text between double quotes, as messages name what the user gave: printable, and not longer than it
+// takes to know it again.
 std::string in_quotes(std::string_view text);
+// The same for the name of a file, which is told whole.
+std::string path_in_quotes(std::string_view path);
 
 // Units that the text takes as UTF-16.
 std::size_t utf16_length(std::string_view text);

@@ -1,18 +1,15 @@
 #include "whole_file.h"
 
-#include <array>
 #include <iostream>
-#include <streambuf>
 
 #include "drafts/drafts.h"
 #include "paths.h"
 #include "platform.h"
+#include "sink.h"
 #include "text.h"
 
 namespace tavdhost {
 namespace {
-
-constexpr std::size_t kBufferBytes = 64 * 1024;
 
 void replace_all(std::string& text, const std::string& what, const std::string& by) {
   for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + by.size())) {
@@ -23,7 +20,7 @@ void replace_all(std::string& text, const std::string& what, const std::string& 
 }  // namespace
 
 UserError cannot_write(const std::string& path, const std::string& reason) {
-  return UserError("cannot write " + in_quotes(path) + ": " + printable(reason));
+  return UserError("cannot write " + path_in_quotes(path) + ": " + printable(reason));
 }
 
 UserError without_draft(const UserError& error, const std::string& draft, const std::string& target) {
@@ -46,29 +43,14 @@ void write_output(const std::string& path, std::string_view bytes) {
   if (!file.write(bytes) || !file.finish()) throw cannot_write(path, file.reason());
 }
 
-class OutputFile::Buffer : public std::streambuf {
+class OutputFile::Buffer : public SinkBuffer {
  public:
-  explicit Buffer(const std::string& path) : file(to_path(path)) {
-    setp(bytes_.data(), bytes_.data() + bytes_.size());
-  }
+  explicit Buffer(const std::string& path) : file(to_path(path)) {}
 
   drafts::File file;
 
  protected:
-  int_type overflow(int_type character) override {
-    if (sync() != 0) return traits_type::eof();
-    if (!traits_type::eq_int_type(character, traits_type::eof())) sputc(traits_type::to_char_type(character));
-    return traits_type::not_eof(character);
-  }
-
-  int sync() override {
-    const bool good = file.write({pbase(), static_cast<std::size_t>(pptr() - pbase())});
-    setp(bytes_.data(), bytes_.data() + bytes_.size());
-    return good ? 0 : -1;
-  }
-
- private:
-  std::array<char, kBufferBytes> bytes_;
+  bool take(std::string_view bytes) override { return file.write(bytes); }
 };
 
 OutputFile::OutputFile(const std::string& path)

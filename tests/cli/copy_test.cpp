@@ -177,7 +177,7 @@ TEST_F(Copy, IntoWhatIsNoDatabaseLeavesItAsItIs) {
   EXPECT_THAT(expect_user_error(command("FAM", "F-*")), HasSubstr("as a product database"));
   EXPECT_EQ(clitest::read_file(target), "text");
   EXPECT_THAT(expect_user_error({"copy", database.path(), "FAM", "F-*", folder.file("no/where")}),
-              HasSubstr("cannot open"));
+              HasSubstr("there is no folder"));
   EXPECT_THAT(expect_user_error({"copy", "/nowhere", "FAM", "F-*", target}),
               HasSubstr("no database \"/nowhere\""));
 }

@@ -1,8 +1,10 @@
 // What `tavd db build` refuses, and with which words.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 
 #include "program.h"
@@ -17,6 +19,7 @@ using clitest::read_file;
 using clitest::run_program;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
+using ::testing::Not;
 using ::testing::SizeIs;
 
 void write(const std::string& path, const std::string& text) {
@@ -311,6 +314,84 @@ TEST_F(Build, AJournalBesideTheTargetIsNotTakenOver) {
   EXPECT_THAT(clitest::expect_user_error({"db", "build", source, "-o", target}), HasSubstr("target-journal"));
   EXPECT_EQ(read_file(target), "old");
   EXPECT_THAT(folder.names(), ElementsAre("a.json", "target", "target-journal"));
+}
+
+// Escape sequences, line breaks and 90 KB in names and values, as JSON writes them or as they stand.
+TEST_F(Build, NamesAndValuesInMessagesAreCutAndClean) {
+  const std::string name = "q\\u001b[31m\\nx\u009b" + std::string(90'000, 'z');
+  for (const std::string& member :
+       {'"' + name + "\": 1", "\"description\": {\"" + name + "\": \"1\"}", "\"lwsizecoef\": \"" + name + '"',
+        "\"d\": 1, \"" + name + "\": 1, \"" + name + "\": 2"}) {
+    for (const std::string& fault : faults_of("{\"class\": \"TST\", \"id\": \"X\", " + member + '}')) {
+      EXPECT_THAT(fault, SizeIs(testing::Lt(300u)));
+      EXPECT_THAT(fault, Not(HasSubstr("\x1b")));
+      EXPECT_THAT(fault, Not(HasSubstr("\u009b")));
+      EXPECT_THAT(fault, testing::MatchesRegex("1:[0-9]+: .*"));
+    }
+  }
+  EXPECT_THAT(faults_of("{\"class\": \"TST\", \"id\": \"" + std::string(90'000, 'x') + "\"}"),
+              ElementsAre(SizeIs(testing::Lt(300u))));
+}
+
+TEST_F(Build, ANumberOf20MegabytesIsToldInPart) {
+  const std::string number(20'000'000, '9');
+  for (const char* field : {"sizingmode", "lwsizecoef"}) {
+    EXPECT_THAT(fault_of('"' + std::string(field) + "\": " + number), SizeIs(testing::Lt(300u)));
+  }
+}
+
+TEST_F(Build, APipeAmongTheSourcesOfAFolderIsRefused) {
+  write(source, "{\"class\": \"TST\", \"id\": \"X\"}");
+  const std::string pipe = folder.file("x.json");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  EXPECT_EQ(clitest::expect_user_error({"db", "build", folder.file(""), "-o", target}),
+            "tavd: " + pipe + ": a pipe, a socket or a device, expected a file with a source\n");
+}
+
+TEST_F(Build, WhatIsTooLargeOrNoTextIsToldBeforeItIsRead) {
+  write(source, "");
+  std::filesystem::resize_file(source, 20'000'000'000);
+  EXPECT_EQ(clitest::expect_user_error({"db", "build", source, "-o", target}),
+            "tavd: " + source + ": 20000000000 bytes, expected a source of at most 4294967296\n");
+  std::filesystem::resize_file(source, 100'000'000);
+  EXPECT_EQ(clitest::expect_user_error({"db", "build", source, "-o", target}),
+            "tavd: " + source + ": byte 1 is NUL, expected JSON as UTF-8 text\n");
+}
+
+// No catalogue can make such a record, and no function of the service: the bytes are changed in the file.
+TEST_F(Build, AnIdWithANulIsToldByTheDump) {
+  write(source, "{\"class\": \"TST\", \"id\": \"AXXB\"}");
+  EXPECT_EQ(run().exit_code, 0);
+  std::string bytes = read_file(target);
+  std::size_t changed = 0;
+  for (std::size_t at = bytes.find("TSTAXXB"); at != std::string::npos;
+       at = bytes.find("TSTAXXB"), ++changed) {
+    bytes[at + 4] = '\0';
+  }
+  ASSERT_GE(changed, 2u);  // table and index
+  write(target, bytes);
+  const std::string dump = folder.file("dump");
+  const std::string error = clitest::expect_user_error({"db", "dump", target, "-o", dump});
+  EXPECT_THAT(error,
+              HasSubstr("target: the record \"TST A XB\" (41005842) has a NUL byte in its class or id"));
+  EXPECT_FALSE(std::filesystem::exists(dump));
+}
+
+TEST(Arguments, AreToldInPartWhereTheyAreLong) {
+  const std::string text = "\x1b[31m" + std::string(100'000, 'x');
+  for (const std::vector<std::string>& arguments : {std::vector<std::string>{text},
+                                                    {"db", text},
+                                                    {"db", "dump", text},
+                                                    {"db", "dump", "a", text},
+                                                    {"db", "build", text, "-o", "a"},
+                                                    {"db", "dump", "a", "--" + text},
+                                                    {"show", text, "A", "B"},
+                                                    {"db", "synth", "a", "--records", text}}) {
+    const std::string error = clitest::expect_user_error(arguments);
+    EXPECT_THAT(error, SizeIs(testing::Lt(6000u)));
+    EXPECT_THAT(error, Not(HasSubstr("\x1b")));
+  }
+  EXPECT_THAT(clitest::expect_user_error({"db", "synth", "a", "--records", text}), SizeIs(testing::Lt(300u)));
 }
 
 TEST(Dump, WhatIsNoDatabaseIsRefused) {

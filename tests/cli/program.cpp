@@ -2,10 +2,12 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <csignal>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
@@ -19,6 +21,19 @@ void redirect(int descriptor, const std::string& path) {
   close(file);
 }
 
+// Becomes the program; standard output and errors go where the paths say.
+[[noreturn]] void become_program(const std::vector<std::string>& arguments, const std::string& out_path,
+                                 const std::string& err_path) {
+  std::vector<char*> argv{const_cast<char*>(TAVD_PROGRAM)};
+  for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
+  argv.push_back(nullptr);
+  redirect(STDOUT_FILENO, out_path);
+  redirect(STDERR_FILENO, err_path);
+  setenv("LSAN_OPTIONS", "print_suppressions=0:suppressions=" TAVD_SOURCE_DIR "/tests/support/leaks.supp", 1);
+  execv(TAVD_PROGRAM, argv.data());
+  _exit(127);
+}
+
 int wait_for(pid_t process) {
   int status = 0;
   if (waitpid(process, &status, 0) != process || !WIFEXITED(status)) return -1;
@@ -30,18 +45,8 @@ int wait_for(pid_t process) {
 Outcome run_program_into(const std::string& out_path, const std::vector<std::string>& arguments) {
   const Folder folder;
   const std::string err_path = folder.file("err");
-  std::vector<char*> argv{const_cast<char*>(TAVD_PROGRAM)};
-  for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
-  argv.push_back(nullptr);
   const pid_t process = fork();
-  if (process == 0) {
-    redirect(STDOUT_FILENO, out_path);
-    redirect(STDERR_FILENO, err_path);
-    setenv("LSAN_OPTIONS", "print_suppressions=0:suppressions=" TAVD_SOURCE_DIR "/tests/support/leaks.supp",
-           1);
-    execv(TAVD_PROGRAM, argv.data());
-    _exit(127);
-  }
+  if (process == 0) become_program(arguments, out_path, err_path);
   const int exit_code = wait_for(process);
   // What went to standard output is not read back: of a device it may have no end.
   return {exit_code, "", read_file(err_path)};
@@ -52,6 +57,33 @@ Outcome run_program(const std::vector<std::string>& arguments) {
   Outcome outcome = run_program_into(folder.file("out"), arguments);
   outcome.out = read_file(folder.file("out"));
   return outcome;
+}
+
+Outcome run_program_within(unsigned long file_bytes, const std::vector<std::string>& arguments) {
+  const Folder folder;
+  const pid_t process = fork();
+  if (process == 0) {
+    const rlimit limit{file_bytes, file_bytes};
+    if (setrlimit(RLIMIT_FSIZE, &limit) != 0) _exit(127);
+    become_program(arguments, folder.file("out"), folder.file("err"));
+  }
+  const int exit_code = wait_for(process);
+  return {exit_code, read_file(folder.file("out")), read_file(folder.file("err"))};
+}
+
+int start_program(const std::vector<std::string>& arguments) {
+  const pid_t process = fork();
+  if (process == 0) become_program(arguments, "/dev/null", "/dev/null");
+  return process;
+}
+
+void kill_program(int process) {
+  kill(process, SIGKILL);
+  wait_for(process);
+}
+
+int end_of_program(int process) {
+  return wait_for(process);
 }
 
 std::string expect_user_error(const std::vector<std::string>& arguments) {

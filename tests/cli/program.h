@@ -19,6 +19,16 @@ Outcome run_program(const std::vector<std::string>& arguments);
 // The same, with standard output going to a file of that name, which is not read back.
 Outcome run_program_into(const std::string& out_path, const std::vector<std::string>& arguments);
 
+// The same, where no file may grow past so many bytes.
+Outcome run_program_within(unsigned long file_bytes, const std::vector<std::string>& arguments);
+
+// Starts the program, quietly, and does not wait for it. Returns its process.
+int start_program(const std::vector<std::string>& arguments);
+// Kills a process as nothing can resist, and waits for its end.
+void kill_program(int process);
+// Waits for the end of a process and tells its exit code; -1: ended by a signal.
+int end_of_program(int process);
+
 // Exit code 2, nothing on standard output, and one line on standard error that begins "tavd: ". Returns that
 // line.
 std::string expect_user_error(const std::vector<std::string>& arguments);

@@ -122,7 +122,7 @@ TEST_F(Sweep, EndsAsSoonAsItsOutputCannotBeWritten) {
   const Outcome outcome = clitest::run_program_into(
       "/dev/full", command({"ASD", "DAMPER-200", "--qv", "1:100000:1", "--dp", "1:10000:1"}, "--csv"));
   EXPECT_EQ(outcome.exit_code, 1);
-  EXPECT_EQ(outcome.err, "tavd: cannot write to standard output\n");
+  EXPECT_EQ(outcome.err, "tavd: cannot write to standard output: No space left on device\n");
 }
 
 }  // namespace
