@@ -88,13 +88,13 @@ std::string printable(std::string_view text) {
 }
 
 std::string shortened(std::string_view text, std::size_t most) {
-  const std::string whole = printable(text.substr(0, (most + 1) * kMostBytes));
+  std::string whole = printable(text.substr(0, (most + 1) * kMostBytes));
   const std::size_t end = bytes_of(whole, most);
   return end == whole.size() && text.size() <= (most + 1) * kMostBytes ? whole : whole.substr(0, end) + "...";
 }
 
 std::string shortened_inside(std::string_view text, std::size_t most) {
-  const std::string whole = printable(text);
+  std::string whole = printable(text);
   if (bytes_of(whole, most) == whole.size()) return whole;
   std::size_t tail = whole.size() - most / 2;  // bytes: at most so many characters
   while (tail < whole.size() && (static_cast<unsigned char>(whole[tail]) & 0xC0) == 0x80) ++tail;
