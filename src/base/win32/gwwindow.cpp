@@ -9,7 +9,8 @@
 namespace tavd {
 
 // The library's procedures are handed to the platform as they are.
-static_assert(std::is_same_v<gwprocedure, WNDPROC> && std::is_same_v<gwprocedure, DLGPROC>);
+static_assert(std::is_same_v<gwprocedure, WNDPROC>);
+static_assert(std::is_same_v<gwprocedure, DLGPROC>);
 
 namespace {
 
