@@ -48,7 +48,7 @@ void print_product(const Product& product) {
 
 void add_range(Sheet& sheet, const OperatingPoint& point) {
   if (point.range_code != 0) {
-    sheet.number("Pressure range", "-", "", range_text(point.range_code));
+    sheet.number("Pressure range", "-", "", hosts::range_text(point.range_code));
     return;
   }
   sheet.number("Lowest pressure", fixed(point.dp_min, kPressureDecimals), "Pa");
@@ -58,16 +58,17 @@ void add_range(Sheet& sheet, const OperatingPoint& point) {
 void add_damper(Sheet& sheet, const std::string& form, const std::optional<DamperAnswer>& answer) {
   if (!answer) return;
   const bool known = answer->has_position();
-  sheet.number("Position, " + form, known ? fixed(answer->position, 2) : "-", "", damper_text(answer->code));
+  sheet.number("Position, " + form, known ? fixed(answer->position, 2) : "-", "",
+               hosts::damper_text(answer->code));
   if (known) sheet.number("  Pressure there", fixed(answer->dp, kPressureDecimals), "Pa");
 }
 
 void add_fan(Sheet& sheet, const std::optional<FanAnswer>& fan) {
   if (!fan) return;
-  sheet.number("Fan, total pressure", fixed(fan->total, kPressureDecimals), "Pa", fan_text(fan->code));
+  sheet.number("Fan, total pressure", fixed(fan->total, kPressureDecimals), "Pa", hosts::fan_text(fan->code));
   sheet.number("Fan, static pressure", fixed(fan->fan_static, kPressureDecimals), "Pa");
   sheet.number("Fan, dynamic pressure", fixed(fan->dynamic, kPressureDecimals), "Pa");
-  if (fan->check_code) sheet.text("Fan, operating point", fan_check_text(*fan->check_code));
+  if (fan->check_code) sheet.text("Fan, operating point", hosts::fan_check_text(*fan->check_code));
 }
 
 void add_band_row(Columns& columns, const std::string& name, const Bands& bands) {
@@ -110,7 +111,7 @@ void print_point(const Product& product, const OperatingPoint& point) {
   if (point.sound && point.sound->code == 0) {
     sheet.number("Sound level in the room", fixed(point.sound->room_level, kLevelDecimals), "dB(A)");
   } else if (point.sound) {
-    sheet.number("Sound", "-", "", sound_text(point.sound->code));
+    sheet.number("Sound", "-", "", hosts::sound_text(point.sound->code));
   }
   sheet.print(std::cout);
   print_bands(point);
@@ -132,7 +133,7 @@ Json::Value bands_json(const Bands& bands) {
 }
 
 Json::Value damper_json(const DamperAnswer& answer) {
-  Json::Value json = code_json(answer.code, damper_text(answer.code));
+  Json::Value json = code_json(answer.code, hosts::damper_text(answer.code));
   if (answer.has_position()) {
     json["position"] = json_number(answer.position);
     json["dp_Pa"] = json_number(answer.dp);
@@ -141,16 +142,16 @@ Json::Value damper_json(const DamperAnswer& answer) {
 }
 
 Json::Value fan_json(const FanAnswer& fan) {
-  Json::Value json = code_json(fan.code, fan_text(fan.code));
+  Json::Value json = code_json(fan.code, hosts::fan_text(fan.code));
   json["dp_total_Pa"] = json_number(fan.total);
   json["dp_static_Pa"] = json_number(fan.fan_static);
   json["dp_dynamic_Pa"] = json_number(fan.dynamic);
-  if (fan.check_code) json["check"] = code_json(*fan.check_code, fan_check_text(*fan.check_code));
+  if (fan.check_code) json["check"] = code_json(*fan.check_code, hosts::fan_check_text(*fan.check_code));
   return json;
 }
 
 Json::Value sound_json(const SoundAnswer& sound) {
-  Json::Value json = code_json(sound.code, sound_text(sound.code));
+  Json::Value json = code_json(sound.code, hosts::sound_text(sound.code));
   if (sound.code == 0) {
     for (const int hz : kBandHz) json["bands_Hz"].append(hz);
     json["lw_dB"] = bands_json(sound.lw);
@@ -165,7 +166,7 @@ Json::Value point_json(const Product& product, const OperatingPoint& point) {
   if (point.dp) json["operating_point"]["dp_Pa"] = json_number(*point.dp);
   json["operating_point"]["flow_in_range"] = point.flow_in_range;
   if (point.dp_in_range) json["operating_point"]["dp_in_range"] = *point.dp_in_range;
-  json["pressure_range"] = code_json(point.range_code, range_text(point.range_code));
+  json["pressure_range"] = code_json(point.range_code, hosts::range_text(point.range_code));
   if (point.range_code == 0) {
     json["pressure_range"]["dp_min_Pa"] = json_number(point.dp_min);
     json["pressure_range"]["dp_max_Pa"] = json_number(point.dp_max);

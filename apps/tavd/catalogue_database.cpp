@@ -107,7 +107,7 @@ class Collector {
   std::vector<Entry> take_sorted() {
     std::ranges::sort(entries_, {}, [](const Entry& entry) {
       std::string key = entry.class_id + entry.object_id;
-      key.resize(kClassChars + kIdChars, ' ');
+      key.resize(hosts::kClassChars + hosts::kIdChars, ' ');
       return key;
     });
     return std::move(entries_);

@@ -39,7 +39,7 @@ void LinkCheck::check(const Record& record, const Entry& entry, Findings& findin
   const RecordKey key = database_.key(record);
   check_header(entry, findings);
   if (key.class_id == kModelClass) models_.push_back(key.object_id);
-  if (!is_product_class(key.class_id)) return;
+  if (!hosts::is_product_class(key.class_id)) return;
   const int mode = word_of(entry, TAVD_ATT_SIZING_MODE);
   switch (mode) {
     case TAVD_SIZING_SINGLE:
@@ -128,7 +128,7 @@ void LinkCheck::check_model(const Record& record, const Entry& entry, Findings& 
   const std::int16_t number = kModelIds[is_first ? 0 : 1];
   const std::size_t length = trim_end(entry.attributes.at(number)).size();
   named_models_.insert(id);
-  if (length > kIdChars) {
+  if (length > hosts::kIdChars) {
     findings.add(number, 0, "an object id of at most 30 characters", std::to_string(length) + " characters");
   } else if (!database_.find(kModelClass, id)) {
     findings.add(number, 0, "the id of a model record, class TVM", in_quotes(id) + ", which is not there");

@@ -147,8 +147,8 @@ void check_template(std::int16_t number, const std::string& text, const DuctSize
   if (result != 0) {
     findings.add(number, 0, "a template that suits a size of " + size_text(size) + " mm",
                  in_quotes(text) + ": " + template_text(result));
-  } else if (number == TAVD_ATT_ID_TEMPLATE && built.size() > kIdChars) {
-    findings.add(number, 0, "a product id of at most " + counted(kIdChars, "byte"), in_quotes(built));
+  } else if (number == TAVD_ATT_ID_TEMPLATE && built.size() > hosts::kIdChars) {
+    findings.add(number, 0, "a product id of at most " + counted(hosts::kIdChars, "byte"), in_quotes(built));
   }
 }
 

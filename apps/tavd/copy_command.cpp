@@ -50,7 +50,7 @@ std::string encoding_text(int encoding) {
 }
 
 void refuse_what_is_no_product(const ProductChoice& choice) {
-  if (is_product_class(choice.class_id)) return;
+  if (hosts::is_product_class(choice.class_id)) return;
   throw UserError(in_quotes(choice.class_id) + " is the class of " +
                   (choice.class_id == kModelClass ? "model records, which go along with their products"
                                                   : "the file header") +

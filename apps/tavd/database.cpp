@@ -1,7 +1,6 @@
 #include "database.h"
 
 #include <algorithm>
-#include <cstring>
 #include <filesystem>
 #include <map>
 
@@ -21,17 +20,7 @@ namespace tavdhost {
 namespace {
 
 constexpr std::size_t kMarketChars = 39;  // that the library's settings hold
-constexpr std::int16_t kExactly = 0;      // modes of tavbfindrec
-constexpr std::int16_t kAtOrAfter = 1;
-constexpr std::size_t kNearIds = 5;  // shown at most
-const std::string kPastAllIds(kIdChars, '\xFF');
-const std::string kLowestKey(kIdChars, '\x01');  // as class or id: none can be given that sorts before it
-
-std::string class_key(std::string_view class_id) {
-  std::string key(class_id.substr(0, kClassChars));
-  key.resize(kClassChars, ' ');
-  return key;
-}
+constexpr std::size_t kNearIds = 5;       // shown at most
 
 void start_library(const TextChoice& texts) {
   if (tavd_version_nmb(TAVD_INTERFACE_VERSION) != TAVD_INTERFACE_VERSION) {
@@ -110,10 +99,6 @@ void check_service() {
   if (!reason.empty()) throw UserError(printable(reason));
 }
 
-bool is_product_class(std::string_view class_id) {
-  return class_id != TAVD_FILEHEADER_CLASS && class_id != TAVD_MODEL_CLASS;
-}
-
 Database::Database(const std::string& path, Open open, const TextChoice& texts) : path_(path) {
   start_library(texts);
   handle_ = open_file(path, open);
@@ -125,12 +110,12 @@ Database::~Database() {
 
 Record Database::find(std::string_view class_id, std::string_view object_id) const {
   const std::string id(trim_end(object_id));
-  if (class_id.size() > kClassChars || id.empty() || id.size() > kIdChars) return {};
-  return Record(tavbfindrec(handle_, class_key(class_id).c_str(), id.c_str(), kExactly));
+  if (class_id.size() > hosts::kClassChars || id.empty() || id.size() > hosts::kIdChars) return {};
+  return Record(tavbfindrec(handle_, hosts::padded_class(class_id).c_str(), id.c_str(), TAVB_FIND_EXACT));
 }
 
 Record Database::first() const {
-  return Record(tavbfindrec(handle_, kLowestKey.c_str(), kLowestKey.c_str(), kAtOrAfter));
+  return hosts::first_record(handle_);
 }
 
 Record Database::next(const Record& record) const {
@@ -138,28 +123,18 @@ Record Database::next(const Record& record) const {
 }
 
 RecordKey Database::key(const Record& record) const {
-  char class_id[8] = {};
-  char object_id[32] = {};
-  tavbgetID(handle_, record.get(), class_id, object_id);
-  return {std::string(class_id, strnlen(class_id, kClassChars)),
-          std::string(trim_end({object_id, strnlen(object_id, kIdChars)}))};
+  return hosts::key_of(handle_, record);
 }
 
 std::vector<std::string> Database::classes() const {
-  std::vector<std::string> names;
-  for (Record record = first(); record;) {
-    names.push_back(key(record).class_id);
-    record = Record(tavbfindrec(handle_, class_key(names.back()).c_str(), kPastAllIds.c_str(), kAtOrAfter));
-    if (record && key(record).class_id == names.back()) break;  // an id of nothing but 0xFF ends the walk
-  }
-  return names;
+  return hosts::classes_of(handle_);
 }
 
 Record Database::product(std::string_view class_id, std::string_view object_id) const {
   if (Record record = find(class_id, object_id)) return record;
   const std::vector<std::string> known = classes();
-  const bool is_known = std::find(known.begin(), known.end(), class_key(class_id)) != known.end();
-  if (!is_known || class_id.size() > kClassChars) throw unknown_class(class_id);
+  const bool is_known = std::find(known.begin(), known.end(), hosts::padded_class(class_id)) != known.end();
+  if (!is_known || class_id.size() > hosts::kClassChars) throw unknown_class(class_id);
   const std::string message =
       "no product " + in_quotes(trim_end(object_id)) + " of class " + in_quotes(class_id) + " in " + path_;
   const std::string near = joined(near_ids(class_id, object_id));
@@ -168,7 +143,7 @@ Record Database::product(std::string_view class_id, std::string_view object_id) 
 
 UserError Database::unknown_class(std::string_view class_id) const {
   std::vector<std::string> products = classes();
-  std::erase_if(products, [](const std::string& name) { return !is_product_class(name); });
+  std::erase_if(products, [](const std::string& name) { return !hosts::is_product_class(name); });
   const std::string known = joined(products);
   return UserError("no class " + in_quotes(class_id) + " in " + path_ +
                    (known.empty() ? "; it holds no products" : "; it has " + known));
@@ -178,13 +153,13 @@ std::vector<std::string> Database::near_ids(std::string_view class_id, std::stri
   const std::string_view asked = trim_end(object_id);
   const std::size_t farthest = std::max<std::size_t>(2, asked.size() / 3);
   std::multimap<std::size_t, std::string> by_distance;
-  Record record(tavbfindrec(handle_, class_key(class_id).c_str(), "", kAtOrAfter));
+  Record record = hosts::first_of_class(handle_, class_id);
   for (; record; record = next(record)) {
     const RecordKey candidate = key(record);
-    if (candidate.class_id != class_key(class_id)) break;
+    if (candidate.class_id != hosts::padded_class(class_id)) break;
     const std::string_view id = candidate.object_id;
     const bool begins = !asked.empty() && same_letters(id.substr(0, asked.size()), asked);
-    const std::size_t away = begins ? 1 : distance(asked.substr(0, kIdChars + 1), id);
+    const std::size_t away = begins ? 1 : distance(asked.substr(0, hosts::kIdChars + 1), id);
     if (away <= farthest) by_distance.emplace(away, id);
     if (by_distance.size() > kNearIds) by_distance.erase(std::prev(by_distance.end()));
   }

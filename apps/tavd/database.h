@@ -5,11 +5,10 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "errors.h"
-#include "tavd/tavb.h"
+#include "shared/records.h"
 
 namespace tavdhost {
 
@@ -19,35 +18,8 @@ struct TextChoice {
   std::string language;  // number (1512), code ("GBR"), two letters ("en") or English name ("English")
 };
 
-// One record in memory, released at the end. May be empty.
-class Record {
- public:
-  Record() = default;
-  explicit Record(tavb_rec rec) : rec_(rec) {}
-  ~Record() { tavbreleaserec(rec_); }
-  Record(Record&& other) noexcept : rec_(std::exchange(other.rec_, nullptr)) {}
-  Record& operator=(Record&& other) noexcept {
-    std::swap(rec_, other.rec_);
-    return *this;
-  }
-  Record(const Record&) = delete;
-  Record& operator=(const Record&) = delete;
-
-  explicit operator bool() const { return rec_ != nullptr; }
-  tavb_rec get() const { return rec_; }
-  // For tavbinsertatt, which may move the record.
-  tavb_rec* address() { return &rec_; }
-
- private:
-  tavb_rec rec_ = nullptr;
-};
-
-// The key of a record: the class, and the object id without trailing blanks.
-struct RecordKey {
-  std::string class_id;
-  std::string object_id;
-  auto operator<=>(const RecordKey&) const = default;
-};
+using hosts::Record;
+using hosts::RecordKey;
 
 // An open database, closed at the end.
 class Database {
@@ -106,8 +78,5 @@ class Transaction {
 
 // Throws UserError with the reason if the last call of the service failed.
 void check_service();
-
-// Whether records of this class are products: all are but the file header and the model records.
-bool is_product_class(std::string_view class_id);
 
 }  // namespace tavdhost

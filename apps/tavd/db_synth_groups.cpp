@@ -85,7 +85,7 @@ class ClassWriter {
     std::string& ids = main.attributes[TAVD_ATT_MEMBER_IDS];
     for (int i = 0; i < members; ++i) {
       std::string id = prefix + "-" + size_text(size_at(i));
-      id.resize(kIdChars, ' ');
+      id.resize(hosts::kIdChars, ' ');
       ids += id;
     }
     emit(main);

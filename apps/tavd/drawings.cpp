@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "platform.h"
+#include "shared/kinds.h"
 #include "tavd/L2dg.h"
 #include "tavd/attributes.h"
 #include "tavd/tavdf.h"
@@ -22,7 +23,8 @@ constexpr const char* kLevelLabel = "dB(A)";   // behind the first sound level
 constexpr int kCharacter = 190;    // width of one at the right of the plot
 constexpr int kRightMargin = 600;  // that the chart leaves there
 constexpr int kMostRoom = 4000;
-constexpr Area kWholePlane = {0, 0, kDiagramPlane, kDiagramPlane};
+constexpr Area kWholePlane = {0, 0, hosts::kDiagramPlane, hosts::kDiagramPlane};
+constexpr std::int16_t TAVD_KIND_RANGE = 30;
 
 // What more is needed to the right of the plot for the texts that stand there: the levels of a device for a
 // pressure range, the first of them with its label, or the host's own texts at the lines of a damper.
@@ -30,7 +32,7 @@ int room_at_right(const FlowData& flow, const DiagramSettings& settings) {
   std::size_t characters = 0;
   if (flow.kind == TAVD_KIND_RANGE && flow.nlw != 0)
     characters = std::string_view("40 ").size() + std::string_view(kLevelLabel).size();
-  if (is_damper(flow)) {
+  if (hosts::is_damper(flow)) {
     for (const PositionLabel& label : settings.a_labels) characters = std::max(characters, label.text.size());
   }
   return std::clamp(static_cast<int>(characters) * kCharacter - kRightMargin, 0, kMostRoom);
@@ -55,7 +57,7 @@ FlowDiagram::FlowDiagram(const Database& database, const Record& record, const P
     tavdg_set_parameter(name.c_str(), value.c_str());
   drawable_ = tavdg_initdiagramdata(record.get()) == 0;
   const int room = drawable_ ? room_at_right(product.flow, settings) : 0;
-  if (room != 0) tavdg_resize(0, 0, kDiagramPlane - room, kDiagramPlane);
+  if (room != 0) tavdg_resize(0, 0, hosts::kDiagramPlane - room, hosts::kDiagramPlane);
 }
 
 FlowDiagram::~FlowDiagram() {
@@ -63,11 +65,11 @@ FlowDiagram::~FlowDiagram() {
 }
 
 void FlowDiagram::paint(Picture& picture) const {
-  picture.paint(kFlowDrawing);
+  picture.paint(hosts::kFlowDrawing);
 }
 
 void FlowDiagram::paint_cell(Picture& picture, Area place) const {
-  picture.paint(kFlowDrawing, {place, kWholePlane, {}});
+  picture.paint(hosts::kFlowDrawing, {place, kWholePlane, {}});
 }
 
 namespace {
@@ -102,11 +104,11 @@ ThrowDiagram::~ThrowDiagram() {
 }
 
 void ThrowDiagram::paint(Picture& picture) const {
-  picture.paint(kThrowDrawing);
+  picture.paint(hosts::kThrowDrawing);
 }
 
 void ThrowDiagram::paint_cell(Picture& picture, Area place) const {
-  picture.paint(kThrowDrawing, {place, kWholePlane, {}});
+  picture.paint(hosts::kThrowDrawing, {place, kWholePlane, {}});
 }
 
 ShapePicture::ShapePicture(const Database& database, const Record& record) {
@@ -119,7 +121,7 @@ ShapePicture::~ShapePicture() {
 
 // Painting needs the shape of the process, which this object keeps.
 void ShapePicture::paint(Picture& picture) const {
-  picture.paint(kShapeDrawing);
+  picture.paint(hosts::kShapeDrawing);
 }
 
 bool has_throw_data(const FlowData& flow) {

@@ -30,34 +30,6 @@ constexpr ModeText kModeTexts[] = {
     {TAVD_SIZING_SUB_LAYER, "sub record of a layered product"},
 };
 
-// The library's own list, released at the end.
-class List {
- public:
-  List(const Database& database, const RecordKey& key) {
-    tavfm_initw(&list_);
-    count_ = tavfm_readw(&list_, database.handle(), key.class_id.c_str(), key.object_id.c_str());
-  }
-  ~List() { tavfm_releasew(&list_); }
-  List(const List&) = delete;
-  List& operator=(const List&) = delete;
-
-  std::int32_t count() const { return count_; }
-  FamilyMemberW member(std::int32_t index) const {
-    FamilyMemberW member;
-    tavfm_getw(&list_, index, &member);
-    return member;
-  }
-
- private:
-  FamilyListW list_;
-  std::int32_t count_;
-};
-
-std::string id_text(std::string_view raw) {
-  const std::size_t end = std::min(raw.find('\0'), raw.size());
-  return std::string(trim_end(raw.substr(0, end)));
-}
-
 // Installation texts are in the database's narrow encoding.
 std::string installation_text(TextCodec& codec, const char (&bytes)[TAVFM_INSTALLATION_CHARS]) {
   const std::string_view text(bytes, strnlen(bytes, sizeof bytes));
@@ -66,7 +38,7 @@ std::string installation_text(TextCodec& codec, const char (&bytes)[TAVFM_INSTAL
 
 FamilySize size_of(TextCodec& codec, const std::string& class_id, const FamilyMemberW& member) {
   FamilySize size;
-  size.key = {class_id, id_text({member.objId, sizeof member.objId})};
+  size.key = {class_id, hosts::trimmed_id({member.objId, sizeof member.objId})};
   size.code = printable(to_utf8(member.pcode, TAVFM_PCODE_CHARS));
   size.description = printable(to_utf8(member.descr, TAVFM_DESCR_CHARS));
   size.installation = installation_text(codec, member.installationdef);
@@ -83,7 +55,7 @@ std::vector<std::string> named_members(const Database& database, const Record& r
   if (block == nullptr) return ids;
   const auto* bytes = static_cast<const char*>(block);
   for (std::size_t i = 0; i < static_cast<std::size_t>(std::max<int>(count, 0)); ++i) {
-    ids.push_back(id_text({bytes + i * kIdChars, kIdChars}));
+    ids.push_back(hosts::trimmed_id({bytes + i * hosts::kIdChars, hosts::kIdChars}));
   }
   tavbreleaseatt(block);
   return ids;
@@ -100,7 +72,7 @@ bool fits_pattern(const std::string& pattern, const std::string& id) {
 
 bool has_member(const Database& database, const Record& main, const RecordKey& main_key,
                 const RecordKey& key) {
-  switch (sizing_mode(database, main)) {
+  switch (sizing_mode(database.handle(), main)) {
     case TAVD_SIZING_PATTERN:
       return fits_pattern(main_key.object_id, key.object_id);
     case TAVD_SIZING_LIST: {
@@ -114,12 +86,6 @@ bool has_member(const Database& database, const Record& main, const RecordKey& m
 
 }  // namespace
 
-int sizing_mode(const Database& database, const Record& record) {
-  std::int16_t mode = 0;
-  tavbcopyatt(database.handle(), record.get(), TAVD_ATT_SIZING_MODE, nullptr, &mode, sizeof mode);
-  return mode;
-}
-
 std::string sizing_text(int mode) {
   const auto* found = std::ranges::find(kModeTexts, mode, &ModeText::mode);
   if (found != std::end(kModeTexts)) return found->text;
@@ -128,10 +94,10 @@ std::string sizing_text(int mode) {
 }
 
 Family read_family(const Database& database, const Record& record) {
-  Family family{sizing_mode(database, record), {}, {}};
+  Family family{sizing_mode(database.handle(), record), {}, {}};
   const RecordKey key = database.key(record);
   TextCodec codec(database.handle());
-  const List list(database, key);
+  const hosts::FamilyMembers list(database.handle(), key);
   for (std::int32_t i = 0; i < list.count(); ++i) {
     family.sizes.push_back(size_of(codec, key.class_id, list.member(i)));
   }
@@ -144,7 +110,7 @@ Family read_family(const Database& database, const Record& record) {
 
 std::vector<std::string> families_of(const Database& database, const RecordKey& key) {
   std::vector<std::string> ids;
-  Record record(tavbfindrec(database.handle(), key.class_id.c_str(), "", TAVB_FIND_FROM));
+  Record record = hosts::first_of_class(database.handle(), key.class_id);
   for (; record; record = database.next(record)) {
     const RecordKey candidate = database.key(record);
     if (candidate.class_id != key.class_id) break;
@@ -155,9 +121,9 @@ std::vector<std::string> families_of(const Database& database, const RecordKey& 
 
 std::string model_id(const Database& database, const Record& record) {
   for (const std::int16_t number : kModelIds) {
-    char id[kIdChars + 2] = {};
-    tavbcopyatt(database.handle(), record.get(), number, nullptr, id, kIdChars);
-    std::string text = id_text({id, kIdChars});
+    char id[hosts::kIdChars + 2] = {};
+    tavbcopyatt(database.handle(), record.get(), number, nullptr, id, hosts::kIdChars);
+    std::string text = hosts::trimmed_id({id, hosts::kIdChars});
     if (!text.empty()) return text;
   }
   return {};

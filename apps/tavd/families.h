@@ -11,10 +11,7 @@
 
 namespace tavdhost {
 
-// How a record takes part in a family or a layered product, TAVD_SIZING_; 0 if it does not say.
-int sizing_mode(const Database& database, const Record& record);
-
-// The mode in words, such as "main record of a family, by the * in its id".
+// A sizing mode in words, such as "main record of a family, by the * in its id".
 std::string sizing_text(int mode);
 
 // One size of a family; texts are UTF-8.

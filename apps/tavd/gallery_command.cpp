@@ -35,7 +35,7 @@ std::vector<Record> product_records(const Database& database) {
   std::vector<Record> records;
   for (Record record = database.first(); record;) {
     Record next = database.next(record);
-    if (is_product_class(database.key(record).class_id)) records.push_back(std::move(record));
+    if (hosts::is_product_class(database.key(record).class_id)) records.push_back(std::move(record));
     record = std::move(next);
   }
   check_service();

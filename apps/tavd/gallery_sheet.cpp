@@ -33,7 +33,8 @@ std::vector<Choice> choose_cells(const Database& database) {
   for (const bool main_records : {false, true}) {
     for (Record record = database.first(); record; record = database.next(record)) {
       const RecordKey key = database.key(record);
-      if (!is_product_class(key.class_id) || (key.object_id.find('*') != std::string::npos) != main_records) {
+      if (!hosts::is_product_class(key.class_id) ||
+          (key.object_id.find('*') != std::string::npos) != main_records) {
         continue;
       }
       const Product product = load_product(database, record);

@@ -16,9 +16,9 @@ Layers::Layers(const Database& database, const std::string& class_id, const std:
     throw UserError(in_quotes(object_id) +
                     " is no id of a layered product, expected fields with \"-\" or \"+\" between them");
   }
-  if (object_id.size() > kIdChars) {
+  if (object_id.size() > hosts::kIdChars) {
     throw UserError(in_quotes(object_id) + " has " + std::to_string(object_id.size()) +
-                    " characters, expected at most " + std::to_string(kIdChars));
+                    " characters, expected at most " + std::to_string(hosts::kIdChars));
   }
   tavdidset_init(&set_);
   if (tavdidset_read(&set_, database.handle(), class_id.c_str(), object_id.c_str()) != 0) {

@@ -37,7 +37,7 @@ std::vector<std::string> row_of(const Product& product) {
 }
 
 bool is_wanted(const std::string& record_class, const std::string& wanted) {
-  return wanted.empty() ? is_product_class(record_class) : trim_end(record_class) == trim_end(wanted);
+  return wanted.empty() ? hosts::is_product_class(record_class) : trim_end(record_class) == trim_end(wanted);
 }
 
 std::vector<Product> read_products(const Database& database, const std::string& wanted_class) {

@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "product.h"
-#include "tavd/tavca.h"
+#include "shared/codes.h"
 
 namespace tavdhost {
 
@@ -16,7 +16,7 @@ struct DamperAnswer {
   int code;
   float position;  // as the maker labels the settings
   float dp;        // total pressure at that position, Pa; told for codes -1, 0 and 1
-  bool has_position() const { return code >= TAVCA_POS_BELOW_TABLE && code <= TAVCA_POS_ABOVE_TABLE; }
+  bool has_position() const { return hosts::has_position(code); }
 };
 
 struct FanAnswer {
@@ -66,12 +66,5 @@ Answers answers_of(const Product& product, bool with_dp);
 
 // Calculates at flow `qv` what `answers` holds; those were asked for with a pressure if there is one now.
 OperatingPoint calculate(const Product& product, const Answers& answers, float qv, std::optional<float> dp);
-
-// What the codes mean, in words.
-const char* range_text(int code);
-const char* damper_text(int code);
-const char* fan_text(int code);
-const char* fan_check_text(int code);
-const char* sound_text(int code);
 
 }  // namespace tavdhost

@@ -9,7 +9,7 @@
 
 #include "area.h"
 #include "errors.h"
-#include "library_drawings.h"
+#include "shared/drawings.h"
 
 namespace tavdhost {
 
@@ -64,8 +64,8 @@ class Picture {
   void describe(const DrawingText& text);
 
   // The drawing as the library's state has it now: over the whole picture, or small.
-  void paint(const LibraryDrawing& drawing);
-  void paint(const LibraryDrawing& drawing, const Cell& cell);
+  void paint(const hosts::LibraryDrawing& drawing);
+  void paint(const hosts::LibraryDrawing& drawing, const Cell& cell);
 
   // Writes the file. Throws UserError with the reason if it cannot be written.
   void finish();
@@ -76,6 +76,6 @@ class Picture {
 };
 
 // Whether the drawing as it is now has more than texts.
-bool has_lines(const LibraryDrawing& drawing);
+bool has_lines(const hosts::LibraryDrawing& drawing);
 
 }  // namespace tavdhost

@@ -2,12 +2,11 @@
 
 #include <algorithm>
 #include <cstring>
-#include <iterator>
 
 #include "errors.h"
 #include "json_text.h"
 #include "numbers.h"
-#include "tavd/attributes.h"
+#include "shared/kinds.h"
 #include "tavd/tavca.h"
 #include "tavd/tavdf.h"
 #include "text.h"
@@ -16,22 +15,6 @@ namespace tavdhost {
 namespace {
 
 constexpr std::int32_t kTextUnits = 256;  // UTF-16 units that a code or description takes at most
-
-struct Kind {
-  std::int16_t number;
-  const char* text;
-};
-
-constexpr Kind kKinds[] = {
-    {10, "fixed resistance"},
-    {11, "fixed resistance by air velocity"},
-    {12, "fixed resistance measured at several flows"},
-    {13, "pressure range"},
-    {20, "adjustable damper"},
-    {22, "adjustable damper by air velocity"},
-    {30, "device for a pressure range"},
-    {40, "fan"},
-};
 
 template <typename Copy>
 std::string product_text(const Database& database, const Record& record, Copy copy) {
@@ -106,10 +89,8 @@ std::string web_link(const Database& database, const Record& record) {
 
 std::string kind_text(const FlowData& flow) {
   if (flow.nhdd == 0) return "no flow data";
-  const std::int16_t number = flow.kind;
-  const auto* found = std::find_if(std::begin(kKinds), std::end(kKinds),
-                                   [&](const Kind& kind) { return kind.number == number; });
-  return found == std::end(kKinds) ? "kind " + std::to_string(number) : found->text;
+  const char* name = hosts::kind_name(flow.kind);
+  return name == nullptr ? "kind " + std::to_string(int{flow.kind}) : name;
 }
 
 std::string size_text(const DuctSize& size) {
@@ -124,14 +105,6 @@ const char* flow_unit(const FlowData& flow) {
 
 std::string flow_key(const FlowData& flow, const std::string& which) {
   return (flow.isvelocity ? "v" : "qv") + which + (flow.isvelocity ? "_m_s" : "_l_s");
-}
-
-bool is_damper(const FlowData& flow) {
-  return flow.kind == TAVD_KIND_DAMPER || flow.kind == TAVD_KIND_DAMPER_VELOCITY;
-}
-
-bool is_fan(const FlowData& flow) {
-  return flow.kind == TAVD_KIND_FAN;
 }
 
 std::string flow_limits_text(const FlowData& flow) {

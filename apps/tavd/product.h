@@ -35,9 +35,6 @@ std::string size_text(const DuctSize& size);
 const char* flow_unit(const FlowData& flow);
 std::string flow_key(const FlowData& flow, const std::string& which = "");
 
-bool is_damper(const FlowData& flow);
-bool is_fan(const FlowData& flow);
-
 // "16 - 160 l/s" and "5 - 300 Pa, total".
 std::string flow_limits_text(const FlowData& flow);
 std::string pressure_limits_text(const FlowData& flow);

@@ -145,7 +145,7 @@ Record make_product(const Variant& variant) {
 bool is_drawn(int number) {
   const Record record = make_product({number, "", {{1, 1}}});
   tavdshapepic_initdata(record.get());
-  return has_lines(kShapeDrawing);
+  return has_lines(hosts::kShapeDrawing);
 }
 
 std::vector<Variant> all_variants() {
@@ -165,7 +165,7 @@ int with_margins(int pixels) {
 void draw_cell(Picture& sheet, int cell, PictureSize size) {
   const int left = cell % kColumns * with_margins(size.width) + kMargin;
   const int top = cell / kColumns * with_margins(size.height) + kMargin;
-  sheet.paint(kShapeDrawing, {{left, top, left + size.width, top + size.height}, kFrame, kPaleGrey});
+  sheet.paint(hosts::kShapeDrawing, {{left, top, left + size.width, top + size.height}, kFrame, kPaleGrey});
 }
 
 // Of one picture, and of all on a sheet, pixels.

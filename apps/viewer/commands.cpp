@@ -126,7 +126,7 @@ Metafile MainWindow::recorded_picture(int which) const {
   if (which == kPage) return recorded(session_->page());
   const auto drawing = static_cast<Drawing>(which);
   if (!session_->panes().is_drawn(drawing)) {
-    throw UserError(std::wstring(kind_of(drawing).name) + L": this product has none.");
+    throw UserError(name_of(drawing) + L": this product has none.");
   }
   return recorded(drawing);
 }

@@ -2,7 +2,6 @@
 
 #include <windows.h>
 
-#include <cstring>
 #include <set>
 
 #include "tavd/attributes.h"
@@ -10,53 +9,20 @@
 #include "tavd/tavdcore.h"
 #include "tavd/tavdf.h"
 #include "tavd/tavdsrv.h"
-#include "tavd/tavfm.h"
 
 namespace viewer {
 namespace {
 
-constexpr std::size_t kClassChars = 3;
-constexpr std::size_t kIdChars = 30;
 constexpr int kTextChars = 256;
-
-std::string trimmed(const char* bytes, std::size_t room) {
-  std::string text(bytes, strnlen(bytes, room));
-  text.erase(text.find_last_not_of(' ') + 1);
-  return text;
-}
 
 std::wstring trimmed(std::wstring text) {
   text.erase(text.find_last_not_of(L' ') + 1);
   return text;
 }
 
-// The file header and the models behind the products.
-bool holds_products(const std::string& class_id) {
-  return class_id != TAVD_FILEHEADER_CLASS && class_id != TAVD_MODEL_CLASS;
+std::string member_id(const FamilyMemberW& member) {
+  return hosts::trimmed_id({member.objId, sizeof member.objId});
 }
-
-// The library's own list, released at the end.
-class FamilyMembers {
- public:
-  FamilyMembers(std::int16_t db, const ProductKey& family) {
-    tavfm_initw(&list_);
-    count_ = tavfm_readw(&list_, db, family.class_id.c_str(), family.object_id.c_str());
-  }
-  ~FamilyMembers() { tavfm_releasew(&list_); }
-  FamilyMembers(const FamilyMembers&) = delete;
-  FamilyMembers& operator=(const FamilyMembers&) = delete;
-
-  int count() const { return count_; }
-  FamilyMemberW member(int index) const {
-    FamilyMemberW member{};
-    tavfm_getw(&list_, index, &member);
-    return member;
-  }
-
- private:
-  FamilyListW list_{};
-  int count_ = 0;
-};
 
 std::int16_t open_database(const std::wstring& path) {
   const DWORD attributes = GetFileAttributesW(path.c_str());
@@ -84,53 +50,40 @@ Database::~Database() {
   tavdsrv_closedatabase(handle_);
 }
 
-Record Database::find(const ProductKey& key) const {
+Record Database::find(const RecordKey& key) const {
   return Record(tavbfindrec(handle_, key.class_id.c_str(), key.object_id.c_str(), TAVB_FIND_EXACT));
 }
 
-ProductKey Database::key(const Record& record) const {
-  char class_id[8] = {};
-  char object_id[32] = {};
-  tavbgetID(handle_, record.get(), class_id, object_id);
-  return {std::string(class_id, strnlen(class_id, kClassChars)), trimmed(object_id, kIdChars)};
+RecordKey Database::key(const Record& record) const {
+  return hosts::key_of(handle_, record);
 }
 
 Listed Database::listed(const Record& record) const {
   wchar_t code[kTextChars] = {};
   wchar_t description[kTextChars] = {};
-  std::int16_t mode = 0;
   tavdf_copyproductcodew(handle_, record.get(), code, kTextChars);
   tavdf_copyproductdescw(handle_, record.get(), description, kTextChars);
-  tavbcopyatt(handle_, record.get(), TAVD_ATT_SIZING_MODE, nullptr, &mode, sizeof mode);
+  const int mode = hosts::sizing_mode(handle_, record);
   return {key(record), trimmed(code), trimmed(description),
           mode == TAVD_SIZING_PATTERN || mode == TAVD_SIZING_LIST};
 }
 
 std::vector<std::string> Database::classes() const {
-  const std::string past_all_ids(kIdChars, '\xFF');
-  std::vector<std::string> found;
-  Record record(tavbfindrec(handle_, "\x01\x01\x01", "\x01", TAVB_FIND_FROM));
-  std::string former;
-  while (record) {
-    const std::string class_id = key(record).class_id;
-    if (class_id == former) break;  // an id of nothing but 0xFF would hold the walk up
-    if (holds_products(class_id)) found.push_back(class_id);
-    former = class_id;
-    record = Record(tavbfindrec(handle_, class_id.c_str(), past_all_ids.c_str(), TAVB_FIND_FROM));
-  }
+  std::vector<std::string> found = hosts::classes_of(handle_);
+  std::erase_if(found, [](const std::string& class_id) { return !hosts::is_product_class(class_id); });
   return found;
 }
 
 std::vector<Listed> Database::products(const std::string& class_id) const {
   std::vector<Listed> all;
   std::set<std::string> members;
-  Record record(tavbfindrec(handle_, class_id.c_str(), "", TAVB_FIND_FROM));
+  Record record = hosts::first_of_class(handle_, class_id);
   for (; record; record = Record(tavbnextrec(handle_, record.get()))) {
     Listed product = listed(record);
     if (product.key.class_id != class_id) break;
     if (product.family) {
-      const FamilyMembers family(handle_, product.key);
-      for (int i = 0; i < family.count(); ++i) members.insert(trimmed(family.member(i).objId, kIdChars));
+      const hosts::FamilyMembers family(handle_, product.key);
+      for (std::int32_t i = 0; i < family.count(); ++i) members.insert(member_id(family.member(i)));
     }
     all.push_back(std::move(product));
   }
@@ -140,12 +93,12 @@ std::vector<Listed> Database::products(const std::string& class_id) const {
   return all;
 }
 
-std::vector<Listed> Database::sizes(const ProductKey& family) const {
-  const FamilyMembers list(handle_, family);
+std::vector<Listed> Database::sizes(const RecordKey& family) const {
+  const hosts::FamilyMembers list(handle_, family);
   std::vector<Listed> sizes;
-  for (int i = 0; i < list.count(); ++i) {
+  for (std::int32_t i = 0; i < list.count(); ++i) {
     const FamilyMemberW member = list.member(i);
-    sizes.push_back({{family.class_id, trimmed(member.objId, kIdChars)}, member.pcode, member.descr, false});
+    sizes.push_back({{family.class_id, member_id(member)}, member.pcode, member.descr, false});
   }
   return sizes;
 }

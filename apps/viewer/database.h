@@ -4,10 +4,9 @@
 #include <cstdint>
 #include <stdexcept>
 #include <string>
-#include <utility>
 #include <vector>
 
-#include "tavd/tavb.h"
+#include "shared/records.h"
 
 namespace viewer {
 
@@ -21,33 +20,12 @@ class UserError : public std::runtime_error {
   std::wstring text_;
 };
 
-// Owns a record handle of the service.
-class Record {
- public:
-  Record() = default;
-  explicit Record(tavb_rec handle) : handle_(handle) {}
-  Record(Record&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
-  Record& operator=(Record&& other) noexcept {
-    std::swap(handle_, other.handle_);
-    return *this;
-  }
-  ~Record() { tavbreleaserec(handle_); }
-  tavb_rec get() const { return handle_; }
-  explicit operator bool() const { return handle_ != nullptr; }
-
- private:
-  tavb_rec handle_ = nullptr;
-};
-
-// Ids in the database's bytes, without trailing blanks.
-struct ProductKey {
-  std::string class_id, object_id;
-  bool operator==(const ProductKey&) const = default;
-};
+using hosts::Record;
+using hosts::RecordKey;
 
 // A product as a list shows it.
 struct Listed {
-  ProductKey key;
+  RecordKey key;
   std::wstring code, description;
   bool family = false;  // has sizes
 };
@@ -63,8 +41,8 @@ class Database {
   std::int16_t handle() const { return handle_; }
   const std::wstring& path() const { return path_; }
 
-  Record find(const ProductKey& key) const;
-  ProductKey key(const Record& record) const;
+  Record find(const RecordKey& key) const;
+  RecordKey key(const Record& record) const;
   Listed listed(const Record& record) const;
 
   // Classes that hold products, in order.
@@ -74,7 +52,7 @@ class Database {
   std::vector<Listed> products(const std::string& class_id) const;
 
   // Sizes of a family in the order of the library's list; a product without sizes is its own one.
-  std::vector<Listed> sizes(const ProductKey& family) const;
+  std::vector<Listed> sizes(const RecordKey& family) const;
 
  private:
   std::int16_t handle_;

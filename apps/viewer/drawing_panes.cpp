@@ -1,5 +1,6 @@
 #include "drawing_panes.h"
 
+#include "shared/drawings.h"
 #include "tavd/L2dg.h"
 #include "tavd/tavdg.h"
 #include "tavd/tavdshapepic.h"
@@ -10,28 +11,33 @@ namespace {
 constexpr int kNoList = 0;
 constexpr float kNoFlow = -1.0f;  // outside every axis, so that no point is marked
 
-// The class of a drawing's windows. Where the platform refused the library's record of a class, one of ours
-// with the same procedure takes its place.
-const char* window_class(HINSTANCE module, const DrawingKind& kind) {
+// Where the platform refused the library's record of a class, one of ours with the same procedure takes its
+// place.
+constexpr const char* kOwnClasses[kDrawingCount] = {"TavdViewerFlow", "TavdViewerThrow", "TavdViewerShape"};
+
+std::size_t place(Drawing drawing) {
+  return static_cast<std::size_t>(drawing);
+}
+
+// The class of a drawing's windows.
+const char* window_class(HINSTANCE module, Drawing drawing) {
+  const hosts::LibraryDrawing& library = library_drawing(drawing);
+  const char* own_class = kOwnClasses[place(drawing)];
   WNDCLASSEXA known{};
   known.cbSize = sizeof known;
-  if (GetClassInfoExA(module, kind.library_class, &known) != 0) return kind.library_class;
-  if (GetClassInfoExA(module, kind.own_class, &known) != 0) return kind.own_class;
+  if (GetClassInfoExA(module, library.window_class, &known) != 0) return library.window_class;
+  if (GetClassInfoExA(module, own_class, &known) != 0) return own_class;
   WNDCLASSEXA own{};
   own.cbSize = sizeof own;
   own.style = CS_HREDRAW | CS_VREDRAW;
-  own.lpfnWndProc = kind.procedure;
+  own.lpfnWndProc = reinterpret_cast<WNDPROC>(library.window_procedure);
   own.cbWndExtra = sizeof(void*);
   own.hInstance = module;
   own.hCursor = LoadCursor(nullptr, IDC_ARROW);
   own.hbrBackground = static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH));
-  own.lpszClassName = kind.own_class;
+  own.lpszClassName = own_class;
   RegisterClassExA(&own);
-  return kind.own_class;
-}
-
-std::size_t place(Drawing drawing) {
-  return static_cast<std::size_t>(drawing);
+  return own_class;
 }
 
 }  // namespace
@@ -49,7 +55,7 @@ DrawingPanes::~DrawingPanes() {
 void DrawingPanes::create(HWND host, int first_id) {
   for (const Drawing drawing : kDrawings) {
     const auto id = std::intptr_t{first_id} + static_cast<std::intptr_t>(drawing);
-    windows_[place(drawing)] = CreateWindowExA(WS_EX_CLIENTEDGE, window_class(module_, kind_of(drawing)), "",
+    windows_[place(drawing)] = CreateWindowExA(WS_EX_CLIENTEDGE, window_class(module_, drawing), "",
                                                WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS, 0, 0, 0, 0, host,
                                                reinterpret_cast<HMENU>(id), module_, nullptr);
   }

@@ -55,7 +55,7 @@ HENHMETAFILE Metafile::release() {
 }
 
 Metafile recorded(Drawing drawing) {
-  const SIZE size = kind_of(drawing).stretched ? kDiagramSize : kSketchSize;
+  const SIZE size = library_drawing(drawing).keeps_proportions ? kSketchSize : kDiagramSize;
   return record(size, [&](HDC hdc, const RECT& area) { draw(drawing, hdc, area); });
 }
 

@@ -1,32 +1,10 @@
 #include "product.h"
 
-#include <algorithm>
-#include <iterator>
-
+#include "shared/kinds.h"
 #include "tavd/tavca.h"
 #include "tavd/tavdf.h"
 
 namespace viewer {
-namespace {
-
-struct Kind {
-  std::int16_t number;
-  const wchar_t* text;
-};
-
-constexpr Kind kKinds[] = {
-    {10, L"fixed resistance"},
-    {11, L"fixed resistance by air velocity"},
-    {12, L"fixed resistance measured at several flows"},
-    {13, L"pressure range"},
-    {20, L"adjustable damper"},
-    {22, L"adjustable damper by air velocity"},
-    {30, L"device for a pressure range"},
-    {40, L"fan"},
-};
-
-}  // namespace
-
 Product load_product(const Database& database, const Record& record) {
   Product product{};
   if (!record) return product;
@@ -51,12 +29,10 @@ std::wstring size_text(const DuctSize& size) {
   return std::to_wstring(size.b) + L" × " + std::to_wstring(size.h) + L" mm";
 }
 
-const wchar_t* kind_text(const Product& product) {
+std::wstring kind_text(const Product& product) {
   if (!has_flow_data(product)) return L"no flow data";
-  const std::int16_t kind = product.flow.kind;
-  const auto* found =
-      std::find_if(std::begin(kKinds), std::end(kKinds), [&](const Kind& k) { return k.number == kind; });
-  return found == std::end(kKinds) ? L"unknown kind" : found->text;
+  const char* name = hosts::kind_name(product.flow.kind);
+  return wide(name != nullptr ? name : "unknown kind");
 }
 
 void choose(Product& product, const std::vector<Choice>& choices) {

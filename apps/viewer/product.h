@@ -27,7 +27,7 @@ bool has_throw_lines(const Product& product);
 std::wstring size_text(const DuctSize& size);
 
 // "adjustable damper"; "no flow data" for a product without any.
-const wchar_t* kind_text(const Product& product);
+std::wstring kind_text(const Product& product);
 
 // A choice of a parameter's value, in the database's bytes.
 struct Choice {

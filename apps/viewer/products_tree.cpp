@@ -23,7 +23,7 @@ void ProductsTree::clear() {
   nodes_.clear();
 }
 
-void ProductsTree::select(const ProductKey& family) {
+void ProductsTree::select(const RecordKey& family) {
   HTREEITEM first_class = TreeView_GetRoot(control_);
   HTREEITEM found_class = child_with(nullptr, {family.class_id, ""});
   HTREEITEM branch = found_class != nullptr ? found_class : first_class;
@@ -49,7 +49,7 @@ std::optional<TreeChoice> ProductsTree::choice() const {
   return TreeChoice{nodes_[*family].key, nodes_[*index].key};
 }
 
-HTREEITEM ProductsTree::add(HTREEITEM parent, Level level, const ProductKey& key, const std::wstring& text,
+HTREEITEM ProductsTree::add(HTREEITEM parent, Level level, const RecordKey& key, const std::wstring& text,
                             bool opens) {
   std::wstring shown = text;
   TVINSERTSTRUCTW insert{};
@@ -89,7 +89,7 @@ std::optional<std::size_t> ProductsTree::index_of(HTREEITEM item) const {
 }
 
 // A null parent: among the classes.
-HTREEITEM ProductsTree::child_with(HTREEITEM parent, const ProductKey& key) const {
+HTREEITEM ProductsTree::child_with(HTREEITEM parent, const RecordKey& key) const {
   HTREEITEM item = parent != nullptr ? TreeView_GetChild(control_, parent) : TreeView_GetRoot(control_);
   for (; item != nullptr; item = TreeView_GetNextSibling(control_, item)) {
     const std::optional<std::size_t> index = index_of(item);

@@ -15,8 +15,8 @@ namespace viewer {
 
 // What is selected in the tree.
 struct TreeChoice {
-  ProductKey family;  // or a product without sizes
-  ProductKey size;    // empty ids: the family as such
+  RecordKey family;  // or a product without sizes
+  RecordKey size;    // empty ids: the family as such
 };
 
 class ProductsTree {
@@ -28,7 +28,7 @@ class ProductsTree {
   void clear();
 
   // Selects a family and opens the branches to it; the first of all where the key is empty, or unknown.
-  void select(const ProductKey& family);
+  void select(const RecordKey& family);
 
   // For the notification that a branch is about to be opened.
   void fill(const NMTREEVIEWW& branch);
@@ -40,14 +40,14 @@ class ProductsTree {
   enum class Level { kClass, kFamily, kSize };
   struct Node {
     Level level;
-    ProductKey key;
+    RecordKey key;
     bool filled;
   };
 
-  HTREEITEM add(HTREEITEM parent, Level level, const ProductKey& key, const std::wstring& text, bool opens);
+  HTREEITEM add(HTREEITEM parent, Level level, const RecordKey& key, const std::wstring& text, bool opens);
   void fill(HTREEITEM item);
   std::optional<std::size_t> index_of(HTREEITEM item) const;
-  HTREEITEM child_with(HTREEITEM parent, const ProductKey& key) const;
+  HTREEITEM child_with(HTREEITEM parent, const RecordKey& key) const;
 
   HWND control_;
   const Database* database_ = nullptr;

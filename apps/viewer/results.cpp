@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
-#include "tavd/attributes.h"
+#include "shared/codes.h"
+#include "shared/kinds.h"
 #include "tavd/tavca.h"
 
 namespace viewer {
@@ -11,52 +12,6 @@ namespace {
 
 constexpr const wchar_t* kRange = L" – ";
 constexpr const wchar_t* kBandNames[TAVD_BANDS] = {L"63", L"125", L"250", L"500", L"1k", L"2k", L"4k", L"8k"};
-
-struct CodeText {
-  int code;
-  const wchar_t* text;
-};
-
-constexpr CodeText kDamperTexts[] = {
-    {TAVCA_POS_NO_DAMPER, L"this product has no settings"},
-    {TAVCA_POS_ABOVE_TABLE, L"more throttled than the first setting"},
-    {TAVCA_OK, L"in range"},
-    {TAVCA_POS_BELOW_TABLE, L"more open than the last setting"},
-    {TAVCA_POS_NO_TABLE, L"the damper table is missing"},
-    {TAVCA_POS_BAD_POINT, L"flow or pressure is too small"},
-    {TAVCA_POS_BAD_ROW, L"the damper table has a row without flow or pressure"},
-};
-constexpr CodeText kFanTexts[] = {
-    {TAVCA_FAN_BELOW_CURVE, L"flow below the fan curve"},
-    {TAVCA_FAN_ABOVE_CURVE, L"flow above the fan curve, no pressure is delivered"},
-};
-constexpr CodeText kFanCheckTexts[] = {
-    {TAVCA_OK, L"the fan can serve this point"},
-    {TAVCA_FAN_BELOW_CURVE, L"pressure above the line through the first point of the curve"},
-    {TAVCA_FAN_ABOVE_CURVE, L"flow above the curve, or pressure below the line through its last point"},
-    {TAVCA_FAN_OVER_CURVE, L"pressure above the fan curve at this flow"},
-};
-
-// Whether the sound level of these kinds needs no pressure: the flow tells it.
-bool has_fixed_pressure(const FlowData& flow) {
-  return flow.kind == TAVD_KIND_RESISTANCE || flow.kind == TAVD_KIND_RESISTANCE_VELOCITY ||
-         flow.kind == TAVD_KIND_RESISTANCE_POINTS;
-}
-
-bool is_damper(const FlowData& flow) {
-  return flow.kind == TAVD_KIND_DAMPER || flow.kind == TAVD_KIND_DAMPER_VELOCITY;
-}
-
-bool is_fan(const FlowData& flow) {
-  return flow.kind == TAVD_KIND_FAN;
-}
-
-template <std::size_t N>
-std::wstring text_of(const CodeText (&texts)[N], int code) {
-  const auto* found =
-      std::find_if(std::begin(texts), std::end(texts), [&](const CodeText& t) { return t.code == code; });
-  return found == std::end(texts) ? L"not calculated" : found->text;
-}
 
 class Lines {
  public:
@@ -113,11 +68,10 @@ void Lines::damper(float qv, float dp) {
   float position = 0;
   const FlowData& flow = product_.flow;
   int code = tavca_damper_pos(&flow, qv, dp, &position);
-  const bool solved = code >= TAVCA_POS_BELOW_TABLE && code <= TAVCA_POS_ABOVE_TABLE;
-  add(L"Setting",
-      solved ? fixed(position, 2) + L" (" + text_of(kDamperTexts, code) + L")" : text_of(kDamperTexts, code));
+  const std::wstring meaning = wide(hosts::damper_text(code));
+  add(L"Setting", hosts::has_position(code) ? fixed(position, 2) + L" (" + meaning + L")" : meaning);
   code = tavca_damper_pos_fixed(&flow, qv, dp, &position);
-  if (code < TAVCA_POS_BELOW_TABLE || code > TAVCA_POS_ABOVE_TABLE) return;
+  if (!hosts::has_position(code)) return;
   add(L"Nearest fixed setting",
       fixed(position, 2) + L" (" + with_unit(tavca_dptot_damperpos(&flow, qv, position), pressure_) + L")");
 }
@@ -129,8 +83,8 @@ void Lines::fan(float qv, std::optional<float> dp) {
   const int code = tavca_fan_dp(&product_.flow, qv, &total, &fan_static, &dynamic);
   add(L"Fan delivers",
       code == 0 ? with_unit(total, pressure_) + L" total, " + with_unit(fan_static, pressure_) + L" static"
-                : text_of(kFanTexts, code));
-  if (dp) add(L"Fan point", text_of(kFanCheckTexts, tavca_fan_op_check(&product_.flow, qv, *dp)));
+                : wide(hosts::fan_text(code)));
+  if (dp) add(L"Fan point", wide(hosts::fan_check_text(tavca_fan_op_check(&product_.flow, qv, *dp))));
 }
 
 void Lines::throw_length(float qv, const std::string& value) {
@@ -169,10 +123,10 @@ std::vector<ResultLine> results_of(const Product& product, const OperatingPoint&
   if (!has_flow_data(product) || !point.qv) return lines.take();
   const float qv = *point.qv;
   lines.pressures(qv);
-  if (is_damper(product.flow) && point.dp) lines.damper(qv, *point.dp);
-  if (is_fan(product.flow)) lines.fan(qv, point.dp);
+  if (hosts::is_damper(product.flow) && point.dp) lines.damper(qv, *point.dp);
+  if (hosts::is_fan(product.flow)) lines.fan(qv, point.dp);
   lines.throw_length(qv, throw_value);
-  if (point.dp || has_fixed_pressure(product.flow)) lines.sound(qv, point.dp.value_or(0.0f));
+  if (point.dp || hosts::has_fixed_pressure(product.flow)) lines.sound(qv, point.dp.value_or(0.0f));
   return lines.take();
 }
 
@@ -191,7 +145,8 @@ std::wstring remark_of(const Product& product, const OperatingPoint& point) {
   if (!has_flow_data(product)) return L"This product has no flow data.";
   if (!point.qv) return L"Type a flow.";
   if (*point.qv < flow.qvmin || *point.qv > flow.qvmax) return L"The flow is outside the product's limits.";
-  if (!point.dp) return has_fixed_pressure(flow) ? L"" : L"Type a pressure for setting and sound level.";
+  if (!point.dp)
+    return hosts::has_fixed_pressure(flow) ? L"" : L"Type a pressure for setting and sound level.";
   if (*point.dp < flow.dpmin || *point.dp > flow.dpmax) {
     return L"The pressure is outside the product's limits.";
   }

@@ -49,8 +49,8 @@ Session::Session(HWND host, HINSTANCE module)
 
 void Session::open(const std::wstring& path) {
   auto opened = std::make_unique<Database>(path);
-  const ProductKey family = family_key_;
-  const ProductKey size = record_ ? database_->key(record_) : ProductKey();
+  const RecordKey family = family_key_;
+  const RecordKey size = record_ ? database_->key(record_) : RecordKey();
   {
     const Raised writing(writing_);
     tree_.clear();
@@ -158,7 +158,7 @@ void Session::show_family(const TreeChoice& choice) {
     panes_.start(host_, IDC_SIZES, database_->handle(), database_->find(family_key_));
   }
   const auto size = std::ranges::find(sizes_, choice.size,
-                                      [](const Listed& listed) -> const ProductKey& { return listed.key; });
+                                      [](const Listed& listed) -> const RecordKey& { return listed.key; });
   if (size != sizes_.end()) {
     SendDlgItemMessageW(host_, IDC_SIZES, LB_SETCURSEL, static_cast<WPARAM>(size - sizes_.begin()), 0);
   }
@@ -231,7 +231,7 @@ void Session::update() {
   set_text(host_, IDC_RESULTS, text_of(lines_));
   std::wstring status = L"Open a product database: Ctrl+O, or drop its file here.";
   if (database_) status = record_ ? remark_of(product_, point_) : L"No product is selected.";
-  const ProductKey& key = product_.listed.key;
+  const RecordKey& key = product_.listed.key;
   if (status.empty()) status = wide(key.class_id) + L' ' + wide(key.object_id);
   set_text(host_, IDC_STATUS, status);
   show_captions();
@@ -251,7 +251,7 @@ void Session::show_captions() {
     const auto place = static_cast<std::size_t>(drawing);
     const bool there = drawing == Drawing::kShape ? sketched : panes_.is_drawn(drawing);
     set_text(host_, IDC_FIRST_CAPTION + static_cast<int>(place),
-             kind_of(drawing).name + (there || !record_ ? L"" : missing[place]));
+             name_of(drawing) + (there || !record_ ? L"" : missing[place]));
   }
 }
 

@@ -71,7 +71,7 @@ class Session {
   ParameterFields fields_;
   ProductsTree tree_;
   std::unique_ptr<Database> database_;
-  ProductKey family_key_;
+  RecordKey family_key_;
   std::vector<Listed> sizes_;  // rows of the list box
   Record record_;              // the size that is shown
   Product product_{};

@@ -3,12 +3,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "shared/kinds.h"
 #include "tavd/tavca.h"
 
 namespace viewer {
 namespace {
-
-constexpr std::int16_t kFan = 40;
 
 // Diagrams are logarithmic, so the middle is the geometric one where there is one.
 float middle(float low, float high) {
@@ -32,7 +31,7 @@ float suggested_flow(const Product& product) {
 float suggested_pressure(const Product& product, float qv) {
   if (!has_flow_data(product)) return 0;
   const FlowData& flow = product.flow;
-  if (flow.kind == kFan) {
+  if (hosts::is_fan(flow)) {
     float total = 0;
     float fan_static = 0;
     float dynamic = 0;

@@ -41,7 +41,7 @@ tgui_surface* pdf_page(const char* path, PictureSize size) {
 }
 
 // A window paints a whole surface: on a part of one the library draws without.
-void draw(const LibraryDrawing& drawing, tgui_surface* surface) {
+void draw(const hosts::LibraryDrawing& drawing, tgui_surface* surface) {
   tgui_set_background_mode(surface, TGUI_TRANSPARENT);
   drawing.create_tools();
   drawing.draw(surface);
@@ -97,7 +97,7 @@ void Picture::describe(const DrawingText& text) {
 
 // By a window of the class that the library registered. Of an SVG the curves stand in groups with their
 // names.
-void Picture::paint(const LibraryDrawing& drawing) {
+void Picture::paint(const hosts::LibraryDrawing& drawing) {
   tgui_surface* const surface = surface_->surface;
   for (const auto& [colour, width, name] : drawing.pens) tgui_cairo_name_pen(surface, colour, width, name);
   tgui_window* window = tgui_create_window(drawing.window_class, "", 0, 0, 0, surface_->size.width,
@@ -110,7 +110,7 @@ void Picture::paint(const LibraryDrawing& drawing) {
 
 // What a diagram puts outside of its plane, such as labels of lines that leave it, would stand in another
 // cell.
-void Picture::paint(const LibraryDrawing& drawing, const Cell& cell) {
+void Picture::paint(const hosts::LibraryDrawing& drawing, const Cell& cell) {
   tgui_surface* const surface = surface_->surface;
   const Area& place = cell.place;
   const Area& window = cell.window;
@@ -140,7 +140,7 @@ void Picture::finish() {
   write_output(surface_->path, bytes);
 }
 
-bool has_lines(const LibraryDrawing& drawing) {
+bool has_lines(const hosts::LibraryDrawing& drawing) {
   tgui_surface* recording = tgui_recording_create(drawing.plane_width, drawing.plane_height);
   draw(drawing, recording);
   const bool found = std::string(tgui_recording_text(recording)).find("\nline ") != std::string::npos;

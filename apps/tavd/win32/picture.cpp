@@ -23,7 +23,7 @@ struct Picture::Surface {
 namespace {
 
 // As the windows of the library's classes place their drawings.
-Area place_of(const LibraryDrawing& drawing, PictureSize size) {
+Area place_of(const hosts::LibraryDrawing& drawing, PictureSize size) {
   if (!drawing.keeps_proportions) return {0, 0, size.width, size.height};
   const double proportion = static_cast<double>(drawing.plane_width) / drawing.plane_height;
   const auto width = static_cast<std::int32_t>(std::floor(size.height * proportion + 0.5));
@@ -51,11 +51,11 @@ void Picture::describe(const DrawingText& text) {
   surface_->target->describe(text.title);
 }
 
-void Picture::paint(const LibraryDrawing& drawing) {
+void Picture::paint(const hosts::LibraryDrawing& drawing) {
   surface_->target->draw(Recorded(drawing), {place_of(drawing, surface_->size)});
 }
 
-void Picture::paint(const LibraryDrawing& drawing, const Cell& cell) {
+void Picture::paint(const hosts::LibraryDrawing& drawing, const Cell& cell) {
   surface_->target->draw(Recorded(drawing), {cell.place, &cell});
 }
 

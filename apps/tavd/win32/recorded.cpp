@@ -340,7 +340,7 @@ void walk(const std::string& bytes, Use use) {
 
 }  // namespace
 
-Recorded::Recorded(const LibraryDrawing& drawing) : plane_{drawing.plane_width, drawing.plane_height} {
+Recorded::Recorded(const hosts::LibraryDrawing& drawing) : plane_{drawing.plane_width, drawing.plane_height} {
   MemoryMetafile metafile(plane_, L"");
   drawing.create_tools();
   drawing.draw(metafile.hdc());
@@ -373,7 +373,7 @@ bool Recorded::has_lines() const {
   return found;
 }
 
-bool has_lines(const LibraryDrawing& drawing) {
+bool has_lines(const hosts::LibraryDrawing& drawing) {
   return Recorded(drawing).has_lines();
 }
 

@@ -18,7 +18,7 @@ struct Placed {
 class Recorded {
  public:
   // The drawing as the library's state has it now.
-  explicit Recorded(const LibraryDrawing& drawing);
+  explicit Recorded(const hosts::LibraryDrawing& drawing);
 
   // Draws on a device context of which `origin`, a point of the picture, is the corner, and which has
   // `fineness` pixels for one of the picture's.

@@ -1,4 +1,5 @@
-// The drawings that the library makes, one of each kind at a time: how a picture has them drawn.
+// The three drawings that the library makes, one of each kind at a time: what a host needs to have them
+// drawn.
 #pragma once
 
 #include <cstdint>
@@ -7,7 +8,7 @@
 #include "tavd/tavdg.h"
 #include "tavd/types.h"
 
-namespace tavdhost {
+namespace hosts {
 
 // A pen of a drawing and what is drawn with it. Pens of one look stand in the order in which they draw.
 struct PenName {
@@ -18,7 +19,9 @@ struct PenName {
 
 // The drawing is in a plane of logical units that a window stretches over the picture.
 struct LibraryDrawing {
+  const char* name;          // as a heading
   const char* window_class;  // whose windows paint the drawing
+  std::intptr_t (*window_procedure)(tavd_hwnd, unsigned int, std::uintptr_t, std::intptr_t);
   int plane_width, plane_height;
   bool keeps_proportions;  // as high as the picture, and in the middle of it
   void (*create_tools)();  // pens and fonts for the next draw()
@@ -33,4 +36,4 @@ extern const LibraryDrawing kFlowDrawing;   // of the state that tavdg_ function
 extern const LibraryDrawing kThrowDrawing;  // L2dg_
 extern const LibraryDrawing kShapeDrawing;  // tavdshapepic_
 
-}  // namespace tavdhost
+}  // namespace hosts

@@ -1,10 +1,10 @@
-#include "library_drawings.h"
+#include "shared/drawings.h"
 
 #include "tavd/L2dg.h"
 #include "tavd/tavdg.h"
 #include "tavd/tavdshapepic.h"
 
-namespace tavdhost {
+namespace hosts {
 namespace {
 
 constexpr std::uint32_t kBlack = 0x000000;
@@ -27,7 +27,9 @@ constexpr PenName kThrowPens[] = {
 
 }  // namespace
 
-const LibraryDrawing kFlowDrawing = {TAVDG_WINDOW_CLASS,
+const LibraryDrawing kFlowDrawing = {"Flow diagram",
+                                     TAVDG_WINDOW_CLASS,
+                                     tavdg_diagram_proc,
                                      kDiagramPlane,
                                      kDiagramPlane,
                                      false,
@@ -36,7 +38,9 @@ const LibraryDrawing kFlowDrawing = {TAVDG_WINDOW_CLASS,
                                      tavdg_destroy_drawing_tools,
                                      kFlowPens};
 
-const LibraryDrawing kThrowDrawing = {L2DG_WINDOW_CLASS,
+const LibraryDrawing kThrowDrawing = {"Throw length diagram",
+                                      L2DG_WINDOW_CLASS,
+                                      L2dg_diagram_proc,
                                       kDiagramPlane,
                                       kDiagramPlane,
                                       false,
@@ -45,7 +49,9 @@ const LibraryDrawing kThrowDrawing = {L2DG_WINDOW_CLASS,
                                       L2dg_destroy_drawing_tools,
                                       kThrowPens};
 
-const LibraryDrawing kShapeDrawing = {TAVDSHAPEPIC_WINDOW_CLASS,
+const LibraryDrawing kShapeDrawing = {"Sketch",
+                                      TAVDSHAPEPIC_WINDOW_CLASS,
+                                      tavdshapepic_picproc,
                                       TAVDSHAPEPIC_WIDTH,
                                       TAVDSHAPEPIC_HEIGHT,
                                       true,
@@ -54,4 +60,4 @@ const LibraryDrawing kShapeDrawing = {TAVDSHAPEPIC_WINDOW_CLASS,
                                       tavdshapepic_destroy_drawing_tools,
                                       {}};
 
-}  // namespace tavdhost
+}  // namespace hosts
