@@ -4,10 +4,10 @@
 
 #include <filesystem>
 
-#include "catalogue_entry.h"
-#include "catalogue_source.h"
-#include "catalogue_text.h"
+#include "catalogue/entry.h"
+#include "catalogue/source.h"
 #include "fuzz/input.h"
+#include "product/text_codec.h"
 #include "tavd/tavdsrv.h"
 
 namespace {

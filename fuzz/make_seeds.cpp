@@ -9,10 +9,10 @@
 #include <string>
 #include <vector>
 
-#include "catalogue_entry.h"
-#include "catalogue_source.h"
-#include "catalogue_text.h"
+#include "catalogue/entry.h"
+#include "catalogue/source.h"
 #include "fuzz/record_bytes.h"
+#include "product/text_codec.h"
 #include "tavd/tavdsrv.h"
 
 namespace {

@@ -6,12 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "commands.h"
-#include "db_commands.h"
-#include "errors.h"
-#include "platform.h"
-#include "sink.h"
-#include "text.h"
+#include "base/errors.h"
+#include "base/platform.h"
+#include "base/sink.h"
+#include "base/text.h"
+#include "commands/commands.h"
 
 namespace {
 
@@ -59,7 +58,6 @@ int run(const std::vector<const char*>& arguments, const tavdhost::StandardOutpu
   CLI::App app("Calculates, lists and draws ventilation products from a product database.", "tavd");
   app.allow_windows_style_options(false);  // "/x" is a path on every platform
   tavdhost::add_commands(app);
-  tavdhost::add_db_commands(app);
   app.footer(
       "Every command has its own help: tavd calc --help\n"
       "Exit codes: 0 done, 2 what was asked for cannot be done, 3 tavd db check has found something, 1 the\n"

@@ -6,9 +6,9 @@
 #include <exception>
 #include <string>
 
-#include "dialogs.h"
-#include "main_window.h"
 #include "tavd/tavd.h"
+#include "window/dialogs.h"
+#include "window/main_window.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-#include "../../apps/viewer/resource.h"
+#include "../../apps/viewer/window/resource.h"
 #include "viewer_numbers.h"
 #include "viewer_remote.h"
 

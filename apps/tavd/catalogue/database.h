@@ -1,0 +1,35 @@
+// The catalogue as a whole: its sources compiled into a database, and a database written as text.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "catalogue/entry.h"
+#include "product/database.h"
+
+namespace tavdhost {
+
+using Fill = std::function<void(const Database&)>;
+
+// Makes a database with `fill`, which gets it empty, and puts it in the place of `target` as a whole. Where
+// anything throws, the target stays as it is and nothing stays beside it.
+void make_database(const std::string& target, const Fill& fill);
+
+// Makes a database in the same way where there is none; an existing one is not replaced: then false.
+bool add_database(const std::string& target, const Fill& fill);
+
+// Stores a record. Throws UserError with the service's words.
+void store(const Database& database, const Entry& entry);
+
+// Compiles the sources into a database at `target`, which is replaced as a whole, or left as it is: then
+// UserError tells file, line and reason of everything that is wrong. Returns the number of records.
+std::size_t build_database(const std::vector<std::string>& sources, const std::string& target);
+
+// Writes all records of the database as the text that builds the same records again. Returns their number.
+// Ends as soon as the stream takes no more.
+std::size_t dump_database(const Database& database, std::ostream& out);
+
+}  // namespace tavdhost

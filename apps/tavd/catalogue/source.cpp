@@ -1,0 +1,184 @@
+#include "catalogue/source.h"
+
+#include <json/reader.h>
+#include <utf8.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <sstream>
+#include <tuple>
+
+#include "base/errors.h"
+#include "base/paths.h"
+#include "base/text.h"
+
+namespace tavdhost {
+
+namespace {
+
+constexpr std::size_t kLinesShown = 20;
+constexpr std::size_t kExcerptCharacters = 40;
+constexpr std::size_t kFindingCharacters = 120;  // of what the reader words
+constexpr std::size_t kBlockBytes = 1024;        // of text, by which characters are counted beforehand
+constexpr std::size_t kReadBytes = std::size_t{1} << 20;
+constexpr std::uintmax_t kMostSourceBytes = std::uintmax_t{4}
+                                            << 30;  // read and taken apart it needs some ten times that
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+bool continues_character(char c) {
+  return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
+}
+
+UserError too_large(const std::string& path, const std::string& bytes) {
+  return UserError(path + ": " + bytes + " bytes, expected a source of at most " +
+                   std::to_string(kMostSourceBytes));
+}
+
+// What is no text at all is told before the rest of it is read.
+void refuse_nul(const std::string& path, std::size_t before, std::string_view text) {
+  const std::size_t at = text.find('\0');
+  if (at == std::string_view::npos) return;
+  throw UserError(path + ": byte " + std::to_string(before + at + 1) +
+                  " is NUL, expected JSON as UTF-8 text");
+}
+
+// The reader words its findings as "* Line 3, Column 5", a line break, and the reason behind two blanks.
+void add_reader_errors(const Source& source, const std::string& errors, Faults& faults) {
+  std::istringstream lines(errors);
+  std::string line;
+  Source::Place place{1, 1};
+  while (std::getline(lines, line)) {
+    unsigned long row = 0;
+    unsigned long column = 0;
+    if (std::sscanf(line.c_str(), "* Line %lu, Column %lu", &row, &column) == 2) {
+      place = {row, column};
+    } else if (line.starts_with("  ")) {
+      faults.add(source, place, shortened_inside(line.substr(2), kFindingCharacters));
+    }
+  }
+  if (faults.empty()) faults.add(source, place, "cannot be read as JSON");
+}
+
+}  // namespace
+
+Source::Source(std::string name, std::string text) : name_(std::move(name)), text_(std::move(text)) {
+  if (text_.starts_with(kByteOrderMark)) text_.erase(0, kByteOrderMark.size());
+  line_starts_.push_back(0);
+  std::size_t characters = 0;
+  for (std::size_t i = 0; i < text_.size(); ++i) {
+    if (i % kBlockBytes == 0) block_characters_.push_back(characters);
+    if (!continues_character(text_[i])) ++characters;
+    if (text_[i] == '\n') line_starts_.push_back(i + 1);
+  }
+  block_characters_.push_back(characters);  // for a place at the very end
+}
+
+Source Source::read(const std::string& path) {
+  std::error_code none;  // of a pipe it cannot be told
+  const std::uintmax_t size = std::filesystem::file_size(to_path(path), none);
+  if (!none && size > kMostSourceBytes) throw too_large(path, std::to_string(size));
+  std::ifstream file(to_path(path), std::ios::binary);
+  if (!file) throw UserError(path + ": cannot be opened");
+  std::string text;
+  if (!none) text.reserve(size);
+  std::vector<char> block(kReadBytes);
+  while (file.read(block.data(), kReadBytes), file.gcount() > 0) {
+    const std::string_view read(block.data(), static_cast<std::size_t>(file.gcount()));
+    refuse_nul(path, text.size(), read);
+    if (text.size() + read.size() > kMostSourceBytes) throw too_large(path, "more");
+    text += read;
+  }
+  if (file.bad()) throw UserError(path + ": cannot be read");
+  return {path, std::move(text)};
+}
+
+Source::Place Source::place(std::ptrdiff_t offset) const {
+  const std::size_t at =
+      std::min(static_cast<std::size_t>(std::max<std::ptrdiff_t>(offset, 0)), text_.size());
+  const auto after = std::ranges::upper_bound(line_starts_, at);
+  const std::size_t start = *std::prev(after);
+  const std::size_t characters = characters_before(at) - characters_before(start);
+  return {static_cast<std::size_t>(after - line_starts_.begin()), characters + 1};
+}
+
+// Counts within a block only: a place far down a long line costs no more than one at its start.
+std::size_t Source::characters_before(std::size_t at) const {
+  const std::size_t block = at / kBlockBytes;
+  const std::string_view within =
+      std::string_view(text_).substr(block * kBlockBytes, at - block * kBlockBytes);
+  const auto characters = std::ranges::count_if(within, [](char c) { return !continues_character(c); });
+  return block_characters_[block] + static_cast<std::size_t>(characters);
+}
+
+std::string_view Source::literal(const Json::Value& value) const {
+  const auto start = static_cast<std::size_t>(value.getOffsetStart());
+  const auto limit = static_cast<std::size_t>(value.getOffsetLimit());
+  if (start > limit || limit > text_.size()) return {};
+  return std::string_view(text_).substr(start, limit - start);
+}
+
+std::string Source::excerpt(const Json::Value& value) const {
+  std::string text;
+  for (char c : literal(value)) {
+    if (text.size() > kExcerptCharacters) break;  // the rest is not shown
+    const bool blank = c == ' ' || c == '\n' || c == '\r' || c == '\t';
+    if (!blank) {
+      text += c;
+    } else if (!text.ends_with(' ')) {
+      text += ' ';
+    }
+  }
+  if (text.size() <= kExcerptCharacters) return printable(text);
+  std::size_t end = kExcerptCharacters;
+  while (end > 0 && continues_character(text[end])) --end;
+  return printable(text.substr(0, end)) + "...";
+}
+
+void Faults::add(const Source& source, Source::Place place, const std::string& text) {
+  const auto same = std::ranges::find(lines_, &source, &Line::source);
+  const std::size_t order = same != lines_.end() ? same->order : lines_.size();
+  lines_.push_back({&source, order, place, text});
+}
+
+std::string Faults::listing() const {
+  std::vector<Line> sorted = lines_;
+  std::ranges::stable_sort(sorted, {}, [](const Line& line) {
+    return std::tuple(line.order, line.place.line, line.place.column);
+  });
+  std::string text;
+  for (std::size_t i = 0; i < std::min(sorted.size(), kLinesShown); ++i) {
+    const Line& line = sorted[i];
+    if (i > 0) text += '\n';
+    text += printable(line.source->name()) + ':' + std::to_string(line.place.line) + ':' +
+            std::to_string(line.place.column) + ": " + line.text;
+  }
+  if (sorted.size() > kLinesShown) text += "\nand " + std::to_string(sorted.size() - kLinesShown) + " more";
+  return text;
+}
+
+bool parse(const Source& source, Json::Value& root, Faults& faults) {
+  const std::string& text = source.text();
+  const auto bad = utf8::find_invalid(text.begin(), text.end());
+  if (bad != text.end()) {
+    faults.add(source, source.place(bad - text.begin()), "expected UTF-8, found a byte that is none");
+    return false;
+  }
+  Json::CharReaderBuilder builder;
+  Json::CharReaderBuilder::strictMode(&builder.settings_);
+  builder["allowComments"] = true;
+  builder["collectComments"] = false;
+  const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
+  std::string errors;
+  try {
+    if (reader->parse(text.data(), text.data() + text.size(), &root, &errors)) return true;
+    add_reader_errors(source, errors, faults);
+  } catch (const Json::Exception& error) {  // nested deeper than the reader goes
+    faults.add(source, {1, 1}, error.what());
+  }
+  return false;
+}
+
+}  // namespace tavdhost

@@ -1,0 +1,26 @@
+// The commands of the program. Each adds itself to the parser, with its options, and runs when it was named.
+#pragma once
+
+#include <CLI/App.hpp>
+
+namespace tavdhost {
+
+// All of them, and the version.
+void add_commands(CLI::App& app);
+
+void add_list_command(CLI::App& app);
+void add_calc_command(CLI::App& app);
+void add_sweep_command(CLI::App& app);
+void add_diagram_command(CLI::App& app);
+void add_picture_command(CLI::App& app);
+void add_gallery_command(CLI::App& app);
+void add_throw_command(CLI::App& app);
+void add_show_command(CLI::App& app);
+void add_family_command(CLI::App& app);
+void add_code_command(CLI::App& app);
+void add_find_attribute_command(CLI::App& app);
+void add_copy_command(CLI::App& app);
+void add_delete_command(CLI::App& app);
+void add_db_commands(CLI::App& app);  // tavd db build, db dump, db synth and db check
+
+}  // namespace tavdhost

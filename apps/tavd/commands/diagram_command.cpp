@@ -1,0 +1,52 @@
+#include <memory>
+#include <optional>
+
+#include "commands/commands.h"
+#include "commands/diagram_options.h"
+#include "commands/drawing_arguments.h"
+#include "drawing/description.h"
+#include "drawing/drawings.h"
+#include "drawing/title.h"
+#include "product/database.h"
+
+namespace tavdhost {
+namespace {
+
+std::optional<MarkedPoint> marked_point(const DiagramSettings& settings) {
+  if (settings.qv == 0) return {};
+  if (settings.dp == 0) return MarkedPoint{settings.qv, {}};
+  return MarkedPoint{settings.qv, settings.dp};
+}
+
+void run_diagram(const DiagramOptions& options) {
+  const DiagramSettings settings = diagram_settings(options);
+  const Database database(options.path, Database::Open::kExisting, options.texts);
+  Record record = database.product(options.class_id, options.object_id);
+  Product product = load_product(database, record);
+  set_parameters(product.flow, settings.parameters);
+  put_title(database, record, options.title);
+  const FlowDiagram diagram(database, record, product, settings, options.static_pressure);
+  if (!diagram.is_drawable()) throw undrawable(product);
+  Picture picture(options.output, settings.size, options.format);
+  picture.describe(flow_diagram_text(product, options.title, marked_point(settings)));
+  diagram.paint(picture);
+  picture.finish();
+}
+
+}  // namespace
+
+void add_diagram_command(CLI::App& app) {
+  auto options = std::make_shared<DiagramOptions>();
+  CLI::App* command =
+      app.add_subcommand("diagram", "Draws the flow diagram of a product into a picture file");
+  add_drawing_arguments(*command, *options);
+  add_diagram_options(*command, *options);
+  add_drawing_options(*command, *options);
+  command->footer(
+      "The end reflection of the duct is taken off the sound levels.\n"
+      "Example: tavd diagram catalogue.tavdb DMP QZDA-160 -o damper" +
+      std::string(kPictureForms.vector_ending) + " --qv 50 --dp 60");
+  command->callback([options] { run_diagram(*options); });
+}
+
+}  // namespace tavdhost

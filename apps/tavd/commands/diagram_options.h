@@ -1,0 +1,31 @@
+// The options of tavd diagram as they are typed.
+#pragma once
+
+#include <CLI/App.hpp>
+
+#include <string>
+#include <vector>
+
+#include "commands/drawing_arguments.h"
+#include "drawing/diagram_settings.h"
+
+namespace tavdhost {
+
+struct DiagramOptions : DrawingOptions {
+  std::string qv, dp;
+  std::string xunit = "l/s";
+  std::string yunit = "Pa";
+  std::string units;                  // FLOW,PRESSURE in place of the two
+  std::string limits;                 // QV1,QV2
+  std::string lp;                     // MIN,MAX,STEP
+  std::string parameter_list;         // NAME=VALUE,...
+  std::vector<std::string> a_labels;  // POSITION=TEXT
+  bool static_pressure = false;
+};
+
+void add_diagram_options(CLI::App& command, DiagramOptions& options);
+
+// Throws UserError for the first option that is not as it should be.
+DiagramSettings diagram_settings(const DiagramOptions& options);
+
+}  // namespace tavdhost

@@ -1,0 +1,81 @@
+// Picture files that drawings go into, by the ending of their name. What endings there are and how a picture
+// is made is the platform's; the rest of the program knows no surface.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "base/errors.h"
+#include "drawing/area.h"
+#include "shared/drawings.h"
+
+namespace tavdhost {
+
+inline constexpr int kLargestSide = 16384;  // pixels, the most that a PNG surface takes
+
+struct DrawingText;
+
+struct PictureSize {
+  std::int32_t width, height;  // pixels
+};
+
+// "1200x900". Throws UserError if it is no size, or a side is not from 64 to 16384.
+PictureSize picture_size(const std::string& text);
+
+// The pictures that this platform makes, in words and as endings.
+struct PictureForms {
+  const char* endings;        // all, for messages: ".png, .svg, .pdf or .txt"
+  const char* output;         // all, for the help of an option
+  const char* sheet;          // those for a sheet of drawings
+  const char* page_ending;    // what a web page shows best
+  const char* page_name;      // what that is called
+  const char* vector_ending;  // for what is enlarged and printed
+};
+extern const PictureForms kPictureForms;
+
+// What is to be written, as an ending: the format if there is one, else what the path ends in; in lower case.
+std::string picture_ending(const std::string& path, const std::string& format);
+// What to tell if that is none of the platform's.
+UserError unknown_form(const std::string& path, const std::string& format);
+
+// A small drawing among others in a picture. Of lines it has what lies in the window, and of texts
+// those whose reference point does; figures are drawn whole.
+struct Cell {
+  Area place;                          // of the drawing's plane, pixels
+  Area window;                         // logical units
+  std::optional<std::uint32_t> frame;  // colour of a thin line about the window, 0x00BBGGRR
+};
+
+// A picture being drawn, for a file, a device or standard output. Nothing is written before finish(), and no
+// file is left if finish() fails.
+class Picture {
+ public:
+  // `format` is an ending without its dot; empty: the path's own ending tells. Throws UserError if it is none
+  // of the platform's.
+  Picture(const std::string& path, PictureSize size, const std::string& format = "");
+  ~Picture();
+  Picture(const Picture&) = delete;
+  Picture& operator=(const Picture&) = delete;
+
+  // What it shows, for screen readers and lists of files, where the form has a place for it. Comes before
+  // what is painted.
+  void describe(const DrawingText& text);
+
+  // The drawing as the library's state has it now: over the whole picture, or small.
+  void paint(const hosts::LibraryDrawing& drawing);
+  void paint(const hosts::LibraryDrawing& drawing, const Cell& cell);
+
+  // Writes the file. Throws UserError with the reason if it cannot be written.
+  void finish();
+
+ private:
+  struct Surface;
+  std::unique_ptr<Surface> surface_;
+};
+
+// Whether the drawing as it is now has more than texts.
+bool has_lines(const hosts::LibraryDrawing& drawing);
+
+}  // namespace tavdhost

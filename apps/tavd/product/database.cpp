@@ -1,0 +1,171 @@
+#include "product/database.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <map>
+
+#include "base/errors.h"
+#include "base/paths.h"
+#include "base/platform.h"
+#include "base/text.h"
+#include "product/languages.h"
+#include "product/record_layout.h"
+#include "tavd/attributes.h"
+#include "tavd/tavd.h"
+#include "tavd/tavdcore.h"
+#include "tavd/tavdf.h"
+#include "tavd/tavdsrv.h"
+
+namespace tavdhost {
+namespace {
+
+constexpr std::size_t kMarketChars = 39;  // that the library's settings hold
+constexpr std::size_t kNearIds = 5;       // shown at most
+
+void start_library(const TextChoice& texts) {
+  if (tavd_version_nmb(TAVD_INTERFACE_VERSION) != TAVD_INTERFACE_VERSION) {
+    throw std::runtime_error("libtavd has another interface version than this program");
+  }
+  const std::int16_t language =
+      texts.language.empty() ? language_of_market(texts.market) : language_number(texts.language);
+  const bool fits = texts.market.size() <= kMarketChars;
+  tavdcore_init(language, fits ? texts.market.c_str() : "", "");
+  if (!texts.market.empty() && tavdcore_pcodeAttId() == TAVD_ATT_CODE_DEFAULT) {
+    throw UserError("no market area " + in_quotes(texts.market) +
+                    "; expected a code such as FIN, SWE or GBR");
+  }
+}
+
+std::int16_t open_file(const std::string& path, Database::Open open) {
+  std::error_code error;
+  const auto status = std::filesystem::status(to_path(path), error);
+  if (open == Database::Open::kExisting && !std::filesystem::exists(status)) {
+    throw UserError("no database " + path_in_quotes(path) + ": " +
+                    (error ? error.message() : std::string("there is no such file")));
+  }
+  if (std::filesystem::is_directory(status)) {
+    throw UserError(path_in_quotes(path) + " is a folder, expected a product database");
+  }
+  const std::int16_t handle = open_database_file(path, open == Database::Open::kCreate ? 1 : 0);
+  if (handle < 0) {
+    const std::string reason = tavdsrv_lasterror();
+    throw UserError("cannot open " + path_in_quotes(path) + " as a product database" +
+                    (reason.empty() ? "" : ": " + printable(reason)));
+  }
+  return handle;
+}
+
+// Letters to change, add or leave out to make one id of the other, without regard to case.
+std::size_t distance(std::string_view a, std::string_view b) {
+  std::vector<std::size_t> row(b.size() + 1);
+  for (std::size_t j = 0; j <= b.size(); ++j) row[j] = j;
+  for (std::size_t i = 1; i <= a.size(); ++i) {
+    std::size_t diagonal = row[0];
+    row[0] = i;
+    for (std::size_t j = 1; j <= b.size(); ++j) {
+      const std::size_t above = row[j];
+      const std::size_t change = same_letters(a.substr(i - 1, 1), b.substr(j - 1, 1)) ? 0 : 1;
+      row[j] = std::min({above + 1, row[j - 1] + 1, diagonal + change});
+      diagonal = above;
+    }
+  }
+  return row[b.size()];
+}
+
+std::string joined(const std::vector<std::string>& names) {
+  std::string text;
+  for (const std::string& name : names) text += (text.empty() ? "" : ", ") + printable(name);
+  return text;
+}
+
+}  // namespace
+
+Transaction::Transaction(const Database& database) : handle_(database.handle()) {
+  if (tavdsrv_begin(handle_) != 0) check_service();
+  open_ = true;
+}
+
+Transaction::~Transaction() {
+  if (open_) tavdsrv_rollback(handle_);
+}
+
+void Transaction::commit() {
+  open_ = false;  // a commit that fails has dropped everything
+  if (tavdsrv_commit(handle_) != 0) check_service();
+}
+
+void check_service() {
+  const std::string reason = tavdsrv_lasterror();
+  if (!reason.empty()) throw UserError(printable(reason));
+}
+
+Database::Database(const std::string& path, Open open, const TextChoice& texts) : path_(path) {
+  start_library(texts);
+  handle_ = open_file(path, open);
+}
+
+Database::~Database() {
+  tavdsrv_closedatabase(handle_);
+}
+
+Record Database::find(std::string_view class_id, std::string_view object_id) const {
+  const std::string id(trim_end(object_id));
+  if (class_id.size() > hosts::kClassChars || id.empty() || id.size() > hosts::kIdChars) return {};
+  return Record(tavbfindrec(handle_, hosts::padded_class(class_id).c_str(), id.c_str(), TAVB_FIND_EXACT));
+}
+
+Record Database::first() const {
+  return hosts::first_record(handle_);
+}
+
+Record Database::next(const Record& record) const {
+  return Record(tavbnextrec(handle_, record.get()));
+}
+
+RecordKey Database::key(const Record& record) const {
+  return hosts::key_of(handle_, record);
+}
+
+std::vector<std::string> Database::classes() const {
+  return hosts::classes_of(handle_);
+}
+
+Record Database::product(std::string_view class_id, std::string_view object_id) const {
+  if (Record record = find(class_id, object_id)) return record;
+  const std::vector<std::string> known = classes();
+  const bool is_known = std::find(known.begin(), known.end(), hosts::padded_class(class_id)) != known.end();
+  if (!is_known || class_id.size() > hosts::kClassChars) throw unknown_class(class_id);
+  const std::string message =
+      "no product " + in_quotes(trim_end(object_id)) + " of class " + in_quotes(class_id) + " in " + path_;
+  const std::string near = joined(near_ids(class_id, object_id));
+  throw UserError(message + (near.empty() ? "; tavd list shows what there is" : "; near it: " + near));
+}
+
+UserError Database::unknown_class(std::string_view class_id) const {
+  std::vector<std::string> products = classes();
+  std::erase_if(products, [](const std::string& name) { return !hosts::is_product_class(name); });
+  const std::string known = joined(products);
+  return UserError("no class " + in_quotes(class_id) + " in " + path_ +
+                   (known.empty() ? "; it holds no products" : "; it has " + known));
+}
+
+std::vector<std::string> Database::near_ids(std::string_view class_id, std::string_view object_id) const {
+  const std::string_view asked = trim_end(object_id);
+  const std::size_t farthest = std::max<std::size_t>(2, asked.size() / 3);
+  std::multimap<std::size_t, std::string> by_distance;
+  Record record = hosts::first_of_class(handle_, class_id);
+  for (; record; record = next(record)) {
+    const RecordKey candidate = key(record);
+    if (candidate.class_id != hosts::padded_class(class_id)) break;
+    const std::string_view id = candidate.object_id;
+    const bool begins = !asked.empty() && same_letters(id.substr(0, asked.size()), asked);
+    const std::size_t away = begins ? 1 : distance(asked.substr(0, hosts::kIdChars + 1), id);
+    if (away <= farthest) by_distance.emplace(away, id);
+    if (by_distance.size() > kNearIds) by_distance.erase(std::prev(by_distance.end()));
+  }
+  std::vector<std::string> ids;
+  for (const auto& [away, id] : by_distance) ids.push_back(id);
+  return ids;
+}
+
+}  // namespace tavdhost

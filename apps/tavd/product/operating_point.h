@@ -1,0 +1,70 @@
+// Everything the library answers about a product at one operating point.
+#pragma once
+
+#include <array>
+#include <optional>
+
+#include "product/product.h"
+#include "shared/codes.h"
+
+namespace tavdhost {
+
+using Bands = std::array<float, TAVD_BANDS>;  // dB, octave bands from 63 to 8000 Hz
+
+// An answer of the solvers: their code, and what they answered.
+struct DamperAnswer {
+  int code;
+  float position;  // as the maker labels the settings
+  float dp;        // total pressure at that position, Pa; told for codes -1, 0 and 1
+  bool has_position() const { return hosts::has_position(code); }
+};
+
+struct FanAnswer {
+  int code;                       // of the pressures
+  float total;                    // Pa
+  float fan_static;               // Pa
+  float dynamic;                  // Pa
+  std::optional<int> check_code;  // of the operating point; none without a pressure
+};
+
+struct SoundAnswer {
+  int code;
+  Bands lw;          // sound power level, dB
+  float room_level;  // dB(A)
+};
+
+struct OperatingPoint {
+  float qv;                         // l/s, or m/s for products by air velocity
+  std::optional<float> dp;          // total pressure asked for, Pa
+  bool flow_in_range;               // qv lies within the product's limits
+  std::optional<bool> dp_in_range;  // so does dp; none without a pressure
+
+  int range_code;        // of the pressure range
+  float dp_min, dp_max;  // Pa
+
+  std::optional<DamperAnswer> stepless, stepped;  // adjustable dampers
+  std::optional<FanAnswer> fan;                   // fans
+  std::optional<SoundAnswer> sound;               // products with a sound table
+  std::optional<Bands> attenuation;               // products with attenuation data
+  std::optional<float> throw_length;              // m, products with throw data
+};
+
+// Which questions a product can answer, the same at every point.
+struct Answers {
+  bool range;         // lowest and highest pressure
+  bool position;      // positions of an adjustable damper
+  bool fan;           // pressures of a fan
+  bool fan_check;     // whether the fan can serve the point
+  bool sound;         // sound power and level in the room
+  bool attenuation;   // attenuation
+  bool throw_length;  // throw length
+};
+
+// Without a pressure (`with_dp` false) there is no position and no check of a fan, a sound level only for
+// products whose pressure follows from the flow, and no attenuation that goes by the position of a damper.
+Answers answers_of(const Product& product, bool with_dp);
+
+// Calculates at flow `qv` what `answers` holds; those were asked for with a pressure if there is one now.
+OperatingPoint calculate(const Product& product, const Answers& answers, float qv, std::optional<float> dp);
+
+}  // namespace tavdhost

@@ -1,0 +1,73 @@
+#include "model/units.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+namespace viewer {
+namespace {
+
+constexpr Unit kFlowUnits[] = {
+    {L"l/s", 1.0, 1}, {L"l/h", 3600.0, 0}, {L"m³/s", 0.001, 4}, {L"m³/h", 3.6, 1}, {L"cfm", 2.118644, 1}};
+constexpr Unit kPressureUnits[] = {
+    {L"Pa", 1.0, 1}, {L"kPa", 0.001, 4}, {L"\" WC", 0.0040146308, 3}, {L"in wg", 0.0040146308, 3}};
+constexpr Unit kVelocityUnit = {L"m/s", 1.0, 2};
+
+constexpr int kPlainDigits = 5;
+constexpr double kLargest = 1e9;  // of a number that can be typed
+
+std::wstring widened(const char* begin, const char* end) {
+  return {begin, end};
+}
+
+}  // namespace
+
+std::span<const Unit> flow_units() {
+  return kFlowUnits;
+}
+
+std::span<const Unit> pressure_units() {
+  return kPressureUnits;
+}
+
+const Unit& velocity_unit() {
+  return kVelocityUnit;
+}
+
+std::wstring fixed(double number, int decimals) {
+  char text[400];
+  const auto end = std::to_chars(text, text + sizeof text, number, std::chars_format::fixed, decimals);
+  return end.ec == std::errc() ? widened(text, end.ptr) : L"?";
+}
+
+std::wstring plain(double number) {
+  if (!std::isfinite(number)) return {};
+  const int before_point = number < 1.0 ? 1 : static_cast<int>(std::floor(std::log10(number))) + 1;
+  std::wstring text = fixed(number, std::max(0, kPlainDigits - before_point));
+  if (text.find(L'.') == std::wstring::npos) return text;
+  text.erase(text.find_last_not_of(L'0') + 1);
+  if (text.back() == L'.') text.pop_back();
+  return text;
+}
+
+std::wstring with_unit(double base, const Unit& unit) {
+  return fixed(base * unit.factor, unit.decimals) + L' ' + unit.name;
+}
+
+std::optional<double> parsed(std::wstring_view text) {
+  const std::size_t first = text.find_first_not_of(L" \t");
+  if (first == std::wstring_view::npos) return std::nullopt;
+  text = text.substr(first, text.find_last_not_of(L" \t") + 1 - first);
+  std::string narrow;
+  for (const wchar_t c : text) {
+    if (c > L'~') return std::nullopt;
+    narrow += c == L',' ? '.' : static_cast<char>(c);
+  }
+  double number = 0;
+  const char* end = narrow.data() + narrow.size();
+  const auto read = std::from_chars(narrow.data(), end, number, std::chars_format::fixed);
+  const bool good = read.ec == std::errc() && read.ptr == end && number >= 0 && number <= kLargest;
+  return good ? std::optional(number) : std::nullopt;
+}
+
+}  // namespace viewer
