@@ -4,8 +4,8 @@
 #include <cstring>
 #include <memory>
 
-#include "reference/records.h"
-#include "reference/transcription.h"
+#include "oracle/reference/records.h"
+#include "oracle/reference/transcription.h"
 #include "table.h"
 #include "tavd/ewads.h"
 #include "tavd/tavca.h"

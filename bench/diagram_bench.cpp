@@ -7,8 +7,8 @@
 
 #include "diagram/soundlevels.h"
 #include "paint.h"
-#include "reference/level_search.h"
-#include "reference/records.h"
+#include "oracle/reference/level_search.h"
+#include "oracle/reference/records.h"
 #include "table.h"
 #include "tavdgui/tavdgui.h"
 

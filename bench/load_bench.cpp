@@ -6,7 +6,7 @@
 #include <initializer_list>
 #include <memory>
 
-#include "reference/records.h"
+#include "oracle/reference/records.h"
 #include "table.h"
 #include "tavd/tavb.h"
 #include "tavd/tavca.h"

@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "../calc/products.h"
 #include "calc/parameter.h"
+#include "support/products.h"
 
 namespace {
 

@@ -2,9 +2,9 @@
 
 #include <cmath>
 
-#include "../calc/products.h"
 #include "calc/interpolation.h"
 #include "calc/parameter.h"
+#include "support/products.h"
 
 namespace {
 

@@ -9,9 +9,9 @@
 
 #include "diagram/axis.h"
 #include "diagram/chart.h"
-#include "diagram/recording.h"
-#include "reference/chart_walks.h"
-#include "reference/records.h"
+#include "oracle/reference/chart_walks.h"
+#include "oracle/reference/records.h"
+#include "support/recording.h"
 
 namespace tavd {
 namespace {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "diagram/chart.h"
-#include "diagram/recording.h"
+#include "support/recording.h"
 
 namespace tavd {
 namespace {

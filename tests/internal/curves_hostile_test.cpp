@@ -12,8 +12,8 @@
 #include <vector>
 
 #include "diagram/flowdiagram_draw.h"
-#include "diagram/recording.h"
-#include "reference/records.h"
+#include "oracle/reference/records.h"
+#include "support/recording.h"
 #include "tavd/tavca.h"
 #include "tavdgui/tavdgui.h"
 

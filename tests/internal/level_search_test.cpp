@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "diagram/soundlevels.h"
-#include "reference/level_search.h"
-#include "reference/records.h"
+#include "oracle/reference/level_search.h"
+#include "oracle/reference/records.h"
 #include "tavd/tavca.h"
 
 namespace tavd {

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "diagram/recording.h"
 #include "shape/picture.h"
 #include "support/database.h"
+#include "support/recording.h"
 #include "tavd/tavdshapepic.h"
 
 namespace tavd {

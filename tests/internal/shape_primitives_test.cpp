@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "diagram/recording.h"
 #include "shape/picture.h"
+#include "support/recording.h"
 #include "tavd/tavdshapepic.h"
 
 namespace tavd {

@@ -8,7 +8,7 @@
 #include <limits>
 #include <vector>
 
-#include "reference/records.h"
+#include "oracle/reference/records.h"
 
 namespace tavd {
 namespace {

@@ -1,4 +1,4 @@
-#include "calc/messages.h"
+#include "support/messages.h"
 
 #include "imports.h"
 

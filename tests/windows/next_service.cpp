@@ -1,6 +1,6 @@
 // Puts the spy between tavd.dll and tavdsrv.dll: a DLL calls what its own import table names, so that the
 // spy's functions, which bear the same names, are entered there before the first test.
-#include "db/next_service.h"
+#include "support/next_service.h"
 
 #include "imports.h"
 #include "tavd/tavb.h"

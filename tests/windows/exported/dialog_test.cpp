@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "calc/messages.h"
 #include "host.h"
 #include "support/database.h"
+#include "support/messages.h"
 #include "tavd/L2dg.h"
 #include "tavd/flowdata.h"
 #include "tavd/tavdg.h"

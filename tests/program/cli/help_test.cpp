@@ -1,0 +1,96 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "support/program.h"
+
+namespace {
+
+using clitest::expect_user_error;
+using clitest::Outcome;
+using clitest::run_program;
+using ::testing::HasSubstr;
+
+// All but those of `tavd db`, which have commands of their own.
+constexpr const char* kCommands[] = {"list",    "calc",    "sweep", "diagram",        "throw",
+                                     "show",    "family",  "code",  "find-attribute", "copy",
+                                     "picture", "gallery", "delete"};
+
+TEST(Help, ListsTheCommands) {
+  const Outcome outcome = run_program({"--help"});
+  EXPECT_EQ(outcome.exit_code, 0);
+  EXPECT_EQ(outcome.err, "");
+  for (const char* command : kCommands) EXPECT_THAT(outcome.out, HasSubstr(command));
+  EXPECT_THAT(outcome.out, HasSubstr("  db "));
+}
+
+TEST(Help, EveryCommandHasAnExample) {
+  for (const char* command : kCommands) {
+    const Outcome outcome = run_program({command, "--help"});
+    EXPECT_EQ(outcome.exit_code, 0);
+    EXPECT_THAT(outcome.out, HasSubstr("Example: tavd " + std::string(command) + " ")) << command;
+  }
+}
+
+// The arguments of the example in a command's help.
+std::vector<std::string> example_of(const std::string& command) {
+  const std::string start = "Example: tavd ";
+  std::vector<std::string> words;
+  for (const std::string& line : clitest::lines_of(run_program({command, "--help"}).out)) {
+    if (line.rfind(start, 0) != 0) continue;
+    std::istringstream stream(line.substr(start.size()));
+    for (std::string word; stream >> word;) words.push_back(word);
+  }
+  return words;
+}
+
+TEST(Help, ExamplesWorkWithTheSampleCatalogue) {
+  const clitest::Folder folder;
+  const std::string database = folder.file("catalogue.tavdb");
+  const Outcome built = run_program({"db", "build", TAVD_SOURCE_DIR "/catalogue", "-o", database});
+  ASSERT_EQ(built.exit_code, 0) << built.err;
+  for (const char* command : kCommands) {
+    std::vector<std::string> example = example_of(command);
+    ASSERT_GT(example.size(), 2u) << command;
+    std::replace(example.begin(), example.end(), std::string("catalogue.tavdb"), database);
+    for (const char* file : {"damper.svg", "throw.svg", "dampers.tavdb", "gallery"}) {
+      std::replace(example.begin() + 1, example.end(), std::string(file), folder.file(file));
+    }
+    const Outcome outcome = run_program(example);
+    EXPECT_EQ(outcome.exit_code, 0) << outcome.err;
+    EXPECT_EQ(outcome.err, "");
+  }
+  EXPECT_THAT(folder.names(),
+              testing::ElementsAre("catalogue.tavdb", "damper.svg", "dampers.tavdb", "gallery", "throw.svg"));
+}
+
+TEST(Version, IsTold) {
+  const Outcome outcome = run_program({"--version"});
+  EXPECT_EQ(outcome.exit_code, 0);
+  EXPECT_EQ(outcome.out, "tavd 1.90.0\n");
+}
+
+TEST(Arguments, NoCommandIsAnError) {
+  EXPECT_THAT(expect_user_error({}), HasSubstr("tavd --help tells more"));
+}
+
+TEST(Arguments, UnknownCommandIsNamed) {
+  const std::string error = expect_user_error({"paint"});
+  EXPECT_THAT(error, HasSubstr("no command \"paint\"; there are list, calc, "));
+  for (const char* command : kCommands) EXPECT_THAT(error, HasSubstr(" " + std::string(command) + ","));
+}
+
+TEST(Arguments, UnknownOptionIsNamed) {
+  EXPECT_THAT(expect_user_error({"list", "x.tavdb", "--colour"}), HasSubstr("--colour"));
+}
+
+TEST(Arguments, MissingArgumentIsNamed) {
+  EXPECT_THAT(expect_user_error({"list"}), HasSubstr("DB is required"));
+  EXPECT_THAT(expect_user_error({"calc", "x.tavdb", "--qv", "3"}), HasSubstr("CLASS is required"));
+}
+
+}  // namespace
