@@ -15,7 +15,6 @@
 #include "catalogue/attributes.h"
 #include "catalogue/database.h"
 #include "check/check.h"
-#include "synth/synth.h"
 
 namespace tavdhost {
 

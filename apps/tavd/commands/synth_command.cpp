@@ -1,4 +1,4 @@
-#include "synth/synth.h"
+#include "commands/commands.h"
 
 #include <CLI/CLI.hpp>
 #include <cstdint>
