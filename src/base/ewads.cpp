@@ -10,7 +10,6 @@
 #include <utility>
 
 namespace tavd {
-
 namespace {
 
 constexpr float kPi = 3.1415927F;
@@ -116,10 +115,9 @@ int scan(Char* text, DuctSize& ds) {
 }
 
 }  // namespace
-
 }  // namespace tavd
 
-extern "C" {
+using namespace tavd;  // the border below stands outside
 
 bool ewads_is_circular(const DuctSize* ds) {
   return ds->shape != TAVD_DUCT_RECTANGULAR;
@@ -139,23 +137,23 @@ int ewads_greater_b_or_h(const DuctSize* ds1, const DuctSize* ds2) {
 }
 
 float ewads_dekv(const DuctSize* ds) {
-  return tavd::dekv(*ds);
+  return dekv(*ds);
 }
 
 float ewads_dhydr(const DuctSize* ds) {
-  return tavd::dhydr(*ds);
+  return dhydr(*ds);
 }
 
 std::int16_t ewads_diagonal(const DuctSize* ds) {
-  return tavd::diagonal(*ds);
+  return diagonal(*ds);
 }
 
 float ewads_m2(const DuctSize* ds) {
-  return tavd::m2(*ds);
+  return m2(*ds);
 }
 
 float ewads_vms(const DuctSize* ds, double qv) {
-  return tavd::vms(*ds, qv);
+  return vms(*ds, qv);
 }
 
 void ewads_copy(DuctSize* dst, const DuctSize* src) {
@@ -167,19 +165,17 @@ void ewads_swap(DuctSize* ds) {
 }
 
 char* ewads_sprintf(const DuctSize* ds, char* buffer) {
-  return tavd::print(*ds, buffer);
+  return print(*ds, buffer);
 }
 
 tavd_wchar* ewads_swprintf(const DuctSize* ds, tavd_wchar* buffer) {
-  return tavd::print(*ds, buffer);
+  return print(*ds, buffer);
 }
 
 int ewads_sscanf(char* text, DuctSize* ds) {
-  return tavd::scan(text, *ds);
+  return scan(text, *ds);
 }
 
 int ewads_swscanf(tavd_wchar* text, DuctSize* ds) {
-  return tavd::scan(text, *ds);
+  return scan(text, *ds);
 }
-
-}  // extern "C"

@@ -7,7 +7,6 @@
 #include "base/gwmem.h"
 
 namespace tavd {
-
 namespace {
 
 gwarrayobserver array_observer = nullptr;

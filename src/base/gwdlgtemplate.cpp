@@ -6,7 +6,6 @@
 #include "codepage/codepage.h"
 
 namespace tavd {
-
 namespace {
 
 constexpr std::uint32_t kDialogStyle = 0x80C80080;  // WS_POPUP, WS_CAPTION, WS_SYSMENU, DS_MODALFRAME

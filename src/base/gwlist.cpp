@@ -7,7 +7,6 @@
 #include "base/gwwindow.h"
 
 namespace tavd {
-
 namespace {
 
 // Message numbers of one kind of control.

@@ -6,7 +6,6 @@
 #include "base/gwblock.h"
 
 namespace tavd {
-
 namespace {
 
 constexpr std::int32_t kOutOfMemoryCode = -2;

@@ -5,7 +5,6 @@
 #include "base/gwwindow.h"
 
 namespace tavd {
-
 namespace {
 
 constexpr char kClassName[] = "GWADEBWND";

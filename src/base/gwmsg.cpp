@@ -16,7 +16,6 @@
 #include "base/gwwindow.h"
 
 namespace tavd {
-
 namespace {
 
 // Message box flags.

@@ -5,7 +5,6 @@
 #include "base/gwwindow.h"
 
 namespace tavd {
-
 namespace {
 
 constexpr int kMargin = 10;

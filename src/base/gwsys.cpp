@@ -7,7 +7,6 @@
 #include "base/gwwindow.h"
 
 namespace tavd {
-
 namespace {
 
 constexpr int kCachePlaces = 20;

@@ -4,7 +4,6 @@
 #include <algorithm>
 
 namespace tavd {
-
 namespace {
 
 template <typename Char>

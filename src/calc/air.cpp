@@ -2,6 +2,7 @@
 #include "calc/numeric.h"
 #include "tavd/tavca.h"
 
+namespace tavd {
 namespace {
 
 constexpr float kHalfDensity = 0.6F;        // half of an air density of 1.2 kg/m3
@@ -10,10 +11,13 @@ constexpr float kPerThousand = 1000.0F;     // l/s to m3/s, mm to m
 constexpr double kSmallestDuctArea = 1e-8;  // m2
 
 }  // namespace
+}  // namespace tavd
+
+using namespace tavd;  // the border below stands outside
 
 float tavca_pdyn(float qv, float area, int isvelocity) {
   if (isvelocity != 0) return kHalfDensity * qv * qv;
-  if (tavd::wide(area) < kSmallestDuctArea) return 0.0F;
+  if (wide(area) < kSmallestDuctArea) return 0.0F;
   const float velocity = (qv / kPerThousand) / area;
   return kHalfDensity * velocity * velocity;
 }

@@ -9,13 +9,8 @@
 #include "calc/parameter.h"
 #include "tavd/tavca.h"
 
+namespace tavd {
 namespace {
-
-using tavd::lg;
-using tavd::narrow;
-using tavd::row_count;
-using tavd::square_law;
-using tavd::wide;
 
 constexpr double kSmallestRequest = 1e-6;  // l/s and Pa, solvers; their rows too
 constexpr double kSmallestForward = 1e-7;  // l/s, rows in the forward direction
@@ -28,7 +23,7 @@ int rows_of(const FlowData& fd) {
 }
 
 float resistance_of(const DamperPoint& row) {
-  return tavd::resistance(row.qv, row.dp);
+  return resistance(row.qv, row.dp);
 }
 
 float pressure_of(const DamperPoint& row, float qv) {
@@ -67,7 +62,7 @@ float interpolated_dp(const FlowData& fd, float qv, float pos) {
   const DamperPoint& lower = fd.damper[i + 1];
   if (wide(upper.qv) < kSmallestForward || wide(lower.qv) < kSmallestForward) return 0.0F;
   float dp = tavca_linlog_interp(upper.pos, lower.pos, pos, pressure_of(upper, qv), pressure_of(lower, qv));
-  tavd::param_add_dp(&fd, qv, &dp);
+  param_add_dp(&fd, qv, &dp);
   return dp;
 }
 
@@ -75,7 +70,7 @@ float interpolated_dp(const FlowData& fd, float qv, float pos) {
 int check_request(const FlowData* fd, float qv, float dp) {
   if (too_small(qv) || too_small(dp)) return TAVCA_POS_BAD_POINT;
   if (fd == nullptr || fd->nhdd == 0) return TAVCA_POS_NO_TABLE;
-  if (!tavd::is_damper(fd->kind)) return TAVCA_POS_NO_DAMPER;
+  if (!is_damper(fd->kind)) return TAVCA_POS_NO_DAMPER;
   if (rows_of(*fd) < 1) return TAVCA_POS_NO_TABLE;
   if (too_small(fd->damper[0].qv)) return TAVCA_POS_BAD_ROW;
   return TAVCA_OK;
@@ -94,8 +89,8 @@ float position_between(const DamperPoint& upper, const DamperPoint& lower, float
 
 int solve_stepless(const FlowData& fd, float qv, float dp, float* pos) {
   const DamperPoint* rows = fd.damper;
-  tavd::param_remove_dp(&fd, qv, &dp);
-  const float k = tavd::resistance(qv, dp);
+  param_remove_dp(&fd, qv, &dp);
+  const float k = resistance(qv, dp);
   if (wide(k) > kMargin * wide(resistance_of(rows[0]))) {
     *pos = rows[0].pos;
     return TAVCA_POS_ABOVE_TABLE;
@@ -118,8 +113,8 @@ int solve_stepless(const FlowData& fd, float qv, float dp, float* pos) {
 
 int solve_stepped(const FlowData& fd, float qv, float dp, float* pos) {
   const DamperPoint* rows = fd.damper;
-  tavd::param_remove_dp(&fd, qv, &dp);
-  const float k = tavd::resistance(qv, dp);
+  param_remove_dp(&fd, qv, &dp);
+  const float k = resistance(qv, dp);
   if (!(k < resistance_of(rows[0]))) {
     *pos = rows[0].pos;
     return TAVCA_POS_ABOVE_TABLE;
@@ -157,15 +152,18 @@ int solve(Solver solver, const FlowData* fd, float qv, float dp, float* pos) {
 }
 
 }  // namespace
+}  // namespace tavd
+
+using namespace tavd;  // the border below stands outside
 
 float tavca_dptot_damperpos(const FlowData* fd, float qv, float pos) {
   if (fd == nullptr || fd->nhdd == 0) return TAVCA_DPTOT_NO_DATA;
-  if (!tavd::is_damper(fd->kind) && fd->kind != TAVD_KIND_LIMITS) return tavca_dptotmin(fd, qv);
+  if (!is_damper(fd->kind) && fd->kind != TAVD_KIND_LIMITS) return tavca_dptotmin(fd, qv);
   const int n = rows_of(*fd);
   if (n == 0 || wide(fd->damper[0].qv) < kSmallestForward) return 0.0F;
   if (n > 1) return interpolated_dp(*fd, qv, pos);
   float dp = pressure_of(fd->damper[0], qv);
-  tavd::param_add_dp(fd, qv, &dp);
+  param_add_dp(fd, qv, &dp);
   return dp;
 }
 

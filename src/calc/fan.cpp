@@ -4,10 +4,8 @@
 #include "calc/parameter.h"
 #include "tavd/tavca.h"
 
+namespace tavd {
 namespace {
-
-using tavd::resistance;
-using tavd::row_count;
 
 // Whether the curve is a static pressure: a load marks every record as total, a host may take the mark off.
 bool holds_static_pressure(const FlowData& fd) {
@@ -32,12 +30,12 @@ int find_bracket(const FlowData& fd, float qv) {
 float curve_dp(const FlowData& fd, float qv, int upper) {
   const FanPoint& below = fd.fancurve[upper - 1];
   const FanPoint& above = fd.fancurve[upper];
-  return tavd::lin_interp(below.qv, above.qv, qv, below.dp, above.dp);
+  return lin_interp(below.qv, above.qv, qv, below.dp, above.dp);
 }
 
 // The coefficient of the system line through a point of the curve. The parameter term belongs to the
 // operating flow and is scaled with the line.
-float system_line(const FanPoint& point, const tavd::PressureTerm& term) {
+float system_line(const FanPoint& point, const PressureTerm& term) {
   return resistance(point.qv, term.added_to(point.dp));
 }
 
@@ -52,7 +50,7 @@ FanPressure fan_pressure(const FlowData& fd, float qv) {
   const int n = curve_points(fd);
   const bool below = n > 0 && fd.fancurve[0].qv > qv;
   if (!below && (n == 0 || qv > fd.fancurve[n - 1].qv)) return {TAVCA_FAN_ABOVE_CURVE};
-  const tavd::PressureTerm term(fd, qv);
+  const PressureTerm term(fd, qv);
   float dpref = 0.0F;
   if (below) {
     dpref = system_line(fd.fancurve[0], term) * qv * qv;
@@ -69,6 +67,9 @@ FanPressure fan_pressure(const FlowData& fd, float qv) {
 }
 
 }  // namespace
+}  // namespace tavd
+
+using namespace tavd;  // the border below stands outside
 
 int tavca_fan_dp(const FlowData* fd, float qv, float* dptot, float* dpst, float* pd) {
   FanPressure result;
@@ -84,7 +85,7 @@ int tavca_fan_op_check(const FlowData* fd, float qv, float dp) {
   if (fd == nullptr) return TAVCA_FAN_NO_RECORD;
   const int n = curve_points(*fd);
   if (n == 0 || qv > fd->fancurve[n - 1].qv) return TAVCA_FAN_ABOVE_CURVE;
-  const tavd::PressureTerm term(*fd, qv);
+  const PressureTerm term(*fd, qv);
   const float k1 = system_line(fd->fancurve[0], term);
   const float k2 = system_line(fd->fancurve[n - 1], term);
   if (dp > k1 * qv * qv) return TAVCA_FAN_BELOW_CURVE;

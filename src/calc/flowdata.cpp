@@ -13,6 +13,7 @@
 #include "tavd/tavb.h"
 #include "tavd/tavca.h"
 
+namespace tavd {
 namespace {
 
 constexpr std::size_t kIdRoom = 100;  // characters; the service writes an object id of 32 at most
@@ -50,7 +51,7 @@ struct Source {
   bool read_rows(std::int16_t attribute, Row (&table)[N], std::int16_t* rows) const {
     std::int16_t count = 0;
     const bool found = read(attribute, &table, &count);
-    *rows = static_cast<std::int16_t>(tavd::row_count(count, N));
+    *rows = static_cast<std::int16_t>(row_count(count, N));
     return found;
   }
 };
@@ -116,7 +117,7 @@ bool load_header(const Source& source, FlowData* fd, PressureForm* form) {
   if (header.kind < TAVD_KIND_TOTAL_PRESSURE) {
     fd->kind = header.kind;
     fd->kind100 = marked_total(header.kind);
-    form->sign = tavd::static_to_total_sign(*fd);
+    form->sign = static_to_total_sign(*fd);
   } else {
     fd->kind = static_cast<std::int16_t>(header.kind - TAVD_KIND_TOTAL_PRESSURE);
   }
@@ -227,18 +228,18 @@ std::int16_t load_parameter_names(const Source& source, FlowData* fd, std::int16
   char* first = fd->par[0].name;
   char* second = fd->par[1].name;
   if (npar >= 2) {
-    tavd::gwstrfield(first, sz, ',', 0, sizeof fd->par[0].name);
-    tavd::gwstrfield(second, sz, ',', 1, sizeof fd->par[1].name);
+    gwstrfield(first, sz, ',', 0, sizeof fd->par[0].name);
+    gwstrfield(second, sz, ',', 1, sizeof fd->par[1].name);
   } else {
-    tavd::gwstrcpyfield(first, sz, sizeof fd->par[0].name);
+    gwstrcpyfield(first, sz, sizeof fd->par[0].name);
   }
   if (second[0] == '\0') {
     npar = 1;
   } else {
-    tavd::gwrtrim(second);
+    gwrtrim(second);
   }
   if (first[0] == '\0') return 0;
-  tavd::gwrtrim(first);
+  gwrtrim(first);
   return npar;
 }
 
@@ -249,6 +250,9 @@ void load_parameters(const Source& source, FlowData* fd) {
 }
 
 }  // namespace
+}  // namespace tavd
+
+using namespace tavd;  // the border below stands outside
 
 int tavca_load_flowdata(std::int16_t db, tavb_rec rec, FlowData* fd) {
   if (fd == nullptr) return TAVCA_LOAD_NO_HEADER;
@@ -262,7 +266,7 @@ int tavca_load_flowdata(std::int16_t db, tavb_rec rec, FlowData* fd) {
   PressureForm form;
   if (!load_header(source, fd, &form)) return TAVCA_LOAD_NO_HEADER;
   if (fd->kind == TAVD_KIND_FAN) load_fan_limits(source, fd);
-  fd->isvelocity = tavd::is_by_velocity(fd->kind) ? 1 : 0;
+  fd->isvelocity = is_by_velocity(fd->kind) ? 1 : 0;
   if (fd->isvelocity == 0 && fd->b > kLargestSizeWithoutArea) fd->ductarea = tavca_ductarea_m2(fd->b, fd->h);
   load_curve(source, fd, form);
   load_sound(source, fd, form);

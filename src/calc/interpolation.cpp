@@ -5,14 +5,7 @@
 #include "calc/numeric.h"
 #include "tavd/tavca.h"
 
-namespace {
-
-using tavd::lg;
-using tavd::narrow;
-using tavd::same_abscissa;
-using tavd::wide;
-
-}  // namespace
+using namespace tavd;  // the border below stands outside
 
 float tavca_linlog_interp(float x1, float x2, float x, float y1, float y2) {
   if (same_abscissa(x1, x2)) return y1;
@@ -22,5 +15,5 @@ float tavca_linlog_interp(float x1, float x2, float x, float y1, float y2) {
 }
 
 float tavca_loglin_interp(float x1, float x2, float x, float y1, float y2) {
-  return tavd::LogPlace(x1, x2, tavd::LogValue(x)).between(y1, y2);
+  return LogPlace(x1, x2, LogValue(x)).between(y1, y2);
 }

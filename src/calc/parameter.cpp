@@ -8,12 +8,8 @@
 #include "calc/numeric.h"
 #include "tavd/tavca.h"
 
+namespace tavd {
 namespace {
-
-using tavd::blend;
-using tavd::lower_row;
-using tavd::upper_row;
-using tavd::wide;
 
 constexpr double kSmallestPressure = 1e-5;      // Pa; what a demanded pressure is left with at least
 constexpr double kSmallestPressureTerm = 1e-3;  // Pa; smaller terms leave a demanded pressure alone
@@ -22,7 +18,7 @@ constexpr double kNoFactor = 1e-5;              // throw factors smaller than th
 // A parameter value as a terminated text: the six characters that count, without trailing blanks.
 class ValueText {
  public:
-  explicit ValueText(const char* value) { tavd::gwstrtrimcpy(text_, value != nullptr ? value : "", kChars); }
+  explicit ValueText(const char* value) { gwstrtrimcpy(text_, value != nullptr ? value : "", kChars); }
   char* data() { return text_; }
 
  private:
@@ -90,7 +86,7 @@ bool is_name_of(const ParTable& par, const char* name) {
   char own_name[sizeof par.name + 1];
   std::memcpy(own_name, par.name, sizeof par.name);
   own_name[sizeof par.name] = '\0';
-  return tavd::gwstricmp(own_name, name) == 0;
+  return gwstricmp(own_name, name) == 0;
 }
 
 ParTable* find_parameter(FlowData* fd, const char* name) {
@@ -101,57 +97,6 @@ ParTable* find_parameter(FlowData* fd, const char* name) {
 }
 
 }  // namespace
-
-int tavca_param_valuetoreal(const char* value, float* real) {
-  ValueText text(value);
-  float number = 0.0F;
-  int result = TAVCA_PARAM_NO_NUMBER;
-  if (tavd::gwisnumber(text.data()) != 0) {
-    // Unlike the scanf family, from_chars reads a point as a point in every locale.
-    const char* first = text.data() + std::strspn(text.data(), " ");
-    const auto scan = std::from_chars(first, first + std::strlen(first), number);
-    if (scan.ec == std::errc()) result = TAVCA_OK;
-  }
-  if (real != nullptr) *real = result == TAVCA_OK ? number : 0.0F;
-  return result;
-}
-
-int tavca_param_valuecmp(const char* a, const char* b) {
-  float number_a;
-  float number_b;
-  if (tavca_param_valuetoreal(a, &number_a) == TAVCA_OK &&
-      tavca_param_valuetoreal(b, &number_b) == TAVCA_OK) {
-    return static_cast<int>(number_a > number_b) - static_cast<int>(number_a < number_b);
-  }
-  ValueText text_a(a);
-  ValueText text_b(b);
-  tavd::strip_quotes(text_a.data());
-  tavd::strip_quotes(text_b.data());
-  const int order = tavd::gwstricmp(text_a.data(), text_b.data());
-  return static_cast<int>(order > 0) - static_cast<int>(order < 0);
-}
-
-int tavca_param_setvalue(FlowData* fd, const char* name, const char* value) {
-  if (fd == nullptr || name == nullptr) return TAVCA_PARAM_NO_NAME;
-  ValueText szPar(name);
-  ParTable* par = find_parameter(fd, szPar.data());
-  if (par == nullptr) return TAVCA_PARAM_NO_NAME;
-  // The caller's text may lie in the record itself, so it is read before anything is written.
-  ValueText chosen(value);
-  // Cleared first: nothing of a longer value stays behind a shorter one.
-  tavd::gwstrtrimcpy(par->value, chosen.data(), TAVD_PARAMETER_CHARS);
-  std::int16_t idx1;
-  std::int16_t idx2;
-  float frac;
-  tavd::param_locate(par->value, par->table, tavd::row_count(par->count, TAVD_PARAMETER_ROWS), &idx1, &idx2,
-                     &frac);
-  par->idx1 = idx1;
-  par->idx2 = idx2;
-  par->frac = frac;
-  return TAVCA_OK;
-}
-
-namespace tavd {
 
 bool strip_quotes(char* s) {
   bool removed = false;
@@ -208,3 +153,53 @@ void param_add_dlw(const FlowData* fd, float* dlw) {
 }
 
 }  // namespace tavd
+
+using namespace tavd;  // the border below stands outside
+
+int tavca_param_valuetoreal(const char* value, float* real) {
+  ValueText text(value);
+  float number = 0.0F;
+  int result = TAVCA_PARAM_NO_NUMBER;
+  if (gwisnumber(text.data()) != 0) {
+    // Unlike the scanf family, from_chars reads a point as a point in every locale.
+    const char* first = text.data() + std::strspn(text.data(), " ");
+    const auto scan = std::from_chars(first, first + std::strlen(first), number);
+    if (scan.ec == std::errc()) result = TAVCA_OK;
+  }
+  if (real != nullptr) *real = result == TAVCA_OK ? number : 0.0F;
+  return result;
+}
+
+int tavca_param_valuecmp(const char* a, const char* b) {
+  float number_a;
+  float number_b;
+  if (tavca_param_valuetoreal(a, &number_a) == TAVCA_OK &&
+      tavca_param_valuetoreal(b, &number_b) == TAVCA_OK) {
+    return static_cast<int>(number_a > number_b) - static_cast<int>(number_a < number_b);
+  }
+  ValueText text_a(a);
+  ValueText text_b(b);
+  strip_quotes(text_a.data());
+  strip_quotes(text_b.data());
+  const int order = gwstricmp(text_a.data(), text_b.data());
+  return static_cast<int>(order > 0) - static_cast<int>(order < 0);
+}
+
+int tavca_param_setvalue(FlowData* fd, const char* name, const char* value) {
+  if (fd == nullptr || name == nullptr) return TAVCA_PARAM_NO_NAME;
+  ValueText szPar(name);
+  ParTable* par = find_parameter(fd, szPar.data());
+  if (par == nullptr) return TAVCA_PARAM_NO_NAME;
+  // The caller's text may lie in the record itself, so it is read before anything is written.
+  ValueText chosen(value);
+  // Cleared first: nothing of a longer value stays behind a shorter one.
+  gwstrtrimcpy(par->value, chosen.data(), TAVD_PARAMETER_CHARS);
+  std::int16_t idx1;
+  std::int16_t idx2;
+  float frac;
+  param_locate(par->value, par->table, row_count(par->count, TAVD_PARAMETER_ROWS), &idx1, &idx2, &frac);
+  par->idx1 = idx1;
+  par->idx2 = idx2;
+  par->frac = frac;
+  return TAVCA_OK;
+}

@@ -5,14 +5,8 @@
 #include "calc/parameter.h"
 #include "tavd/tavca.h"
 
+namespace tavd {
 namespace {
-
-using tavd::lg;
-using tavd::narrow;
-using tavd::resistance;
-using tavd::row_count;
-using tavd::square_law;
-using tavd::wide;
 
 struct PressureRange {
   float min = 0.0F;
@@ -117,18 +111,21 @@ int pressure_range(const FlowData* fd, float qv, PressureRange* range) {
   if (fd == nullptr || fd->nhdd == 0) return TAVCA_DPTOT_NO_DATA;
   const int result = base_range(*fd, qv, range);
   if (result != TAVCA_OK) return result;
-  const tavd::PressureTerm term(*fd, qv);
+  const PressureTerm term(*fd, qv);
   range->min = term.added_to(range->min);
   range->max = term.added_to(range->max);
   return TAVCA_OK;
 }
 
 }  // namespace
+}  // namespace tavd
+
+using namespace tavd;  // the border below stands outside
 
 float tavca_floating_dp(const FlowData* fd, float qv) {
   float dp = 0.0F;
   if (fd == nullptr || !curve_dp(*fd, qv, &dp)) return 0.0F;
-  tavd::param_add_dp(fd, qv, &dp);
+  param_add_dp(fd, qv, &dp);
   return dp;
 }
 

@@ -8,12 +8,8 @@
 #include "gwmath.h"
 #include "tavd/tavca.h"
 
+namespace tavd {
 namespace {
-
-using tavd::gwlog10;
-using tavd::narrow;
-using tavd::row_count;
-using tavd::wide;
 
 // A-weighting at the octave mid-frequencies, dB (IEC 61672-1).
 constexpr float kAWeighting[TAVD_BANDS] = {-26.2F, -16.1F, -8.6F, -3.2F, 0.0F, 1.2F, 1.0F, -1.1F};
@@ -53,7 +49,7 @@ bool in_range(const EndReflection& curve, float area) {
 
 // The sound tables of terminals and chilled beams, the classes with a pressure sign, hold no end reflection.
 bool has_end_reflection(const FlowData& fd) {
-  return tavd::static_to_total_sign(fd) == 0;
+  return static_to_total_sign(fd) == 0;
 }
 
 // Whole dB from 0 to 127. An opening of a few mm2 reflects more than that by its formula.
@@ -63,10 +59,13 @@ int rounded_reflection(int band, float area) {
 }
 
 }  // namespace
+}  // namespace tavd
+
+using namespace tavd;  // the border below stands outside
 
 float tavca_LpA(const float* lw) {
   if (lw == nullptr) return 0.0F;
-  const float roomdamp = tavd::room_damping();
+  const float roomdamp = room_damping();
   float sum = 0.0F;
   for (int band = 0; band < TAVD_BANDS; ++band) {
     const float lphz = (lw[band] + kAWeighting[band]) - roomdamp;

@@ -3,6 +3,7 @@
 #include "base/gwmsg.h"
 #include "tavd/tavca.h"
 
+namespace tavd {
 namespace {
 
 // Plain stores and loads: hosts set these before they calculate.
@@ -12,13 +13,13 @@ float roomdamp_db = 4.0F;
 
 }  // namespace
 
-namespace tavd {
-
 float room_damping() {
   return roomdamp_db;
 }
 
 }  // namespace tavd
+
+using namespace tavd;  // the border below stands outside
 
 void tavca_setwarningmode(tavd_hwnd wnd, std::int16_t mode) {
   warningwnd = wnd;
@@ -31,5 +32,5 @@ void tavca_setroomdamp(float roomdamp) {
 
 void tavca_msg(const char* text) {
   if (warningmode == 0 || text == nullptr) return;
-  tavd::gwmsg(warningwnd, text);
+  gwmsg(warningwnd, text);
 }

@@ -10,14 +10,8 @@
 #include "tavd/ewads.h"
 #include "tavd/tavca.h"
 
+namespace tavd {
 namespace {
-
-using tavd::lg;
-using tavd::LogPlace;
-using tavd::LogValue;
-using tavd::narrow;
-using tavd::row_count;
-using tavd::wide;
 
 constexpr double kSmallestFlow = 0.001;          // l/s, of the request
 constexpr float kSmallestMeasured = 0.001F;      // l/s and Pa, of a measured point
@@ -32,7 +26,7 @@ constexpr int kMostCurves = 20;          // curves or groups of one table
 
 // Both bounds are decimal ones, 0.001 and 0.1; no float lies on them, so that "below" and "at most" are
 // the same.
-static_assert(tavd::is_first_above(kSmallestMeasured, 0.001) && tavd::is_first_above(kSameFlow, 0.1));
+static_assert(is_first_above(kSmallestMeasured, 0.001) && is_first_above(kSameFlow, 0.1));
 
 // The sound table of a record.
 class Table {
@@ -68,7 +62,7 @@ using Bands = float[TAVD_BANDS];
 struct Resistances {
   explicit Resistances(const Table& table) {
     for (int row = 0; row < table.count(); ++row) {
-      values[row] = tavd::resistance(table.qv(row), table.dp(row));
+      values[row] = resistance(table.qv(row), table.dp(row));
     }
   }
   float values[TAVD_LW_ROWS];
@@ -169,7 +163,7 @@ LogPlace place_on_qv(const Table& table, Pair pair, LogValue qv) {
 // Kinds 10, 11, 12: rows are points of the one curve that the product has.
 int fixed_curve(const FlowData& fd, float qv, Bands& lw) {
   float dp = tavca_dptotmin(&fd, qv);
-  tavd::param_remove_dp(&fd, qv, &dp);
+  param_remove_dp(&fd, qv, &dp);
   if (wide(dp) <= kSmallestCurvePressure) return TAVCA_LW_NO_PRESSURE;
   const Table table(fd);
   const Pair pair = choose_pair(
@@ -190,8 +184,8 @@ int resistance_curves(const FlowData& fd, float qv, float dp, Bands& lw) {
   float maxdp;
   tavca_minmaxdptot(&fd, qv, &mindp, &maxdp);
   dp = std::max(std::min(dp, maxdp), mindp);
-  tavd::param_remove_dp(&fd, qv, &dp);
-  const float k = tavd::resistance(qv, dp);
+  param_remove_dp(&fd, qv, &dp);
+  const float k = resistance(qv, dp);
 
   const Table table(fd);
   const Resistances row_k(table);
@@ -252,7 +246,7 @@ int flow_groups(const FlowData& fd, float qv, float dp, Bands& lw) {
   tavca_minmaxdptot(&fd, qv, &mindp, &maxdp);
   float extra = bring_inside(&dp, mindp, maxdp);
   extra += bring_inside(&qv, fd.qvmin, fd.qvmax);
-  tavd::param_remove_dp(&fd, qv, &dp);
+  param_remove_dp(&fd, qv, &dp);
 
   const Table table(fd);
   const auto flow = [&](int row) { return table.qv(row); };
@@ -318,7 +312,7 @@ void add_corrections(const FlowData& fd, const DuctSize* duct, Bands& lw) {
     const float size_term = narrow((wide(lwsizecoef) / 3.0 * 10.0) * lg(area));
     for (float& level : lw) level += size_term;
   }
-  tavd::param_add_lw(&fd, lw);
+  param_add_lw(&fd, lw);
 }
 
 int sound_power(const FlowData* fd, float qv, float dp, const DuctSize* duct, Bands& lw) {
@@ -336,7 +330,7 @@ float place_on_dlw_line(const FlowData& fd, float qv, float dp) {
   const float first = fd.dlwpoints[0].pos;
   const float second = fd.dlwpoints[1].pos;
   float place = qv;
-  if (!tavd::is_measured_by_flow(fd.kind)) {
+  if (!is_measured_by_flow(fd.kind)) {
     if (tavca_damper_pos(&fd, qv, dp, &place) < TAVCA_POS_BELOW_TABLE) return 0.0F;
   }
   return (place - first) / (second - first);
@@ -364,6 +358,9 @@ bool attenuation(const FlowData& fd, float qv, float dp, float* dlw) {
 }
 
 }  // namespace
+}  // namespace tavd
+
+using namespace tavd;  // the border below stands outside
 
 int tavca_lw(const FlowData* fd, float qv, float dp, float* lw, const DuctSize* duct) {
   if (lw == nullptr) return TAVCA_LW_NO_DATA;
@@ -378,6 +375,6 @@ int tavca_dlw(const FlowData* fd, float qv, float dp, float* dlw) {
   if (dlw == nullptr) return TAVCA_OK;
   std::fill_n(dlw, TAVD_BANDS, 0.0F);
   if (fd == nullptr || fd->nhdd == 0) return TAVCA_OK;
-  if (attenuation(*fd, qv, dp, dlw)) tavd::param_add_dlw(fd, dlw);
+  if (attenuation(*fd, qv, dp, dlw)) param_add_dlw(fd, dlw);
   return TAVCA_OK;
 }

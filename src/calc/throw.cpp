@@ -24,18 +24,17 @@ int throw_points(const FlowData& fd, const char* value, QvL2Point (&points)[TAVD
 
 }  // namespace tavd
 
-using tavd::narrow;
-using tavd::wide;
+using namespace tavd;  // the border below stands outside
 
 float tavca_L2_isothermal(const FlowData* fd, float qv, const char* value) {
   if (fd == nullptr) return 0.0F;
   QvL2Point points[TAVD_QVL2_ROWS];
-  const int n = tavd::throw_points(*fd, value, points);
+  const int n = throw_points(*fd, value, points);
   if (n < 1) return 0.0F;
   float nL2;
   float kL2;
-  if (!tavd::fit_power(points, n, &nL2, &kL2)) return 0.0F;
+  if (!fit_power(points, n, &nL2, &kL2)) return 0.0F;
   float L2 = narrow(wide(kL2) * std::pow(wide(qv), wide(nL2)));
-  tavd::param_apply_factor(fd, &L2);
+  param_apply_factor(fd, &L2);
   return L2;
 }

@@ -7,11 +7,8 @@
 #include "calc/parameter.h"
 #include "tavd/tavca.h"
 
+namespace tavd {
 namespace {
-
-using tavd::lg;
-using tavd::narrow;
-using tavd::wide;
 
 constexpr double kSmallestFlow = 1e-7;        // l/s; points below it fit no line
 constexpr double kOneValue = 0.01;            // rows closer than this belong to one parameter value
@@ -155,8 +152,6 @@ int take_number_rows(const ParL2Point* table, int n, float* out, float pos) {
 }
 
 }  // namespace
-
-namespace tavd {
 
 bool fit_power(const QvL2Point* points, int n, float* nL2, float* kL2) {
   *nL2 = 0.0F;

@@ -13,7 +13,6 @@
 #include "tavd/tavb.h"
 
 namespace tavd {
-
 namespace {
 
 // Bytes of the buffers that lie between wide and narrow text.
@@ -109,16 +108,17 @@ void widen_id(std::int16_t db, const char* id, std::size_t limit, tavd_wchar* de
 }
 
 }  // namespace
-
 }  // namespace tavd
+
+using namespace tavd;  // the border below stands outside
 
 int16_t tavd_build_code_ds2(char* dest, int32_t destLen, const char* codeTemplate, const DuctSize* ds1,
                             const DuctSize* ds2) {
-  return tavd::build_code(dest, destLen, codeTemplate, ds1, ds2);
+  return build_code(dest, destLen, codeTemplate, ds1, ds2);
 }
 
 int16_t tavd_build_code_ds(char* dest, const char* codeTemplate, const DuctSize* ds1, const DuctSize* ds2) {
-  return tavd::build_code(dest, TAVD_CODE_WIDTH, codeTemplate, ds1, ds2);
+  return build_code(dest, TAVD_CODE_WIDTH, codeTemplate, ds1, ds2);
 }
 
 int16_t tavd_build_code_dsw2(tavd_wchar* dest, int32_t destLen, const tavd_wchar* codeTemplate,
@@ -126,25 +126,25 @@ int16_t tavd_build_code_dsw2(tavd_wchar* dest, int32_t destLen, const tavd_wchar
   if (dest == nullptr || destLen <= 0) return TAVD_CODE_OK;
   // Bytes, not characters: the second half of the room keeps what the host has there.
   std::memset(dest, 0, static_cast<std::size_t>(destLen));
-  return tavd::build_wide_code(dest, destLen, tavd::kTextRoom - 1, codeTemplate, ds1, ds2);
+  return build_wide_code(dest, destLen, kTextRoom - 1, codeTemplate, ds1, ds2);
 }
 
 int16_t tavd_build_code_dsw(tavd_wchar* dest, const tavd_wchar* codeTemplate, const DuctSize* ds1,
                             const DuctSize* ds2) {
   if (dest == nullptr) return TAVD_CODE_OK;
-  return tavd::build_wide_code(dest, TAVD_CODE_WIDE_CHARS, TAVD_CODE_WIDTH, codeTemplate, ds1, ds2);
+  return build_wide_code(dest, TAVD_CODE_WIDE_CHARS, TAVD_CODE_WIDTH, codeTemplate, ds1, ds2);
 }
 
 int tavd_build_productId_ds2(int16_t db, char* dest, int32_t destLen, tavb_rec rec, const DuctSize* ds1,
                              const DuctSize* ds2) {
   if (dest == nullptr || destLen <= 0) return 0;
-  tavd::build_id(db, dest, destLen - 1, tavd::kSizedIdForm, rec, ds1, ds2);
+  build_id(db, dest, destLen - 1, kSizedIdForm, rec, ds1, ds2);
   return 0;
 }
 
 int tavd_build_productId_ds(int16_t db, char* dest, tavb_rec rec, const DuctSize* ds1, const DuctSize* ds2) {
   if (dest == nullptr) return 0;
-  tavd::build_id(db, dest, TAVD_PRODUCTID_CHARS - 1, tavd::kFixedIdForm, rec, ds1, ds2);
+  build_id(db, dest, TAVD_PRODUCTID_CHARS - 1, kFixedIdForm, rec, ds1, ds2);
   return 0;
 }
 
@@ -152,9 +152,9 @@ int tavd_build_productId_dsw2(int16_t db, tavd_wchar* dest, int32_t destLen, tav
                               const DuctSize* ds1, const DuctSize* ds2) {
   if (dest == nullptr || destLen <= 0) return 0;
   std::fill_n(dest, destLen, tavd_wchar{0});
-  char tmpDest[tavd::kTextRoom];
+  char tmpDest[kTextRoom];
   const int result = tavd_build_productId_ds2(db, tmpDest, sizeof tmpDest, rec, ds1, ds2);
-  tavd::widen_id(db, tmpDest, sizeof tmpDest - 1, dest, destLen);
+  widen_id(db, tmpDest, sizeof tmpDest - 1, dest, destLen);
   return result;
 }
 
@@ -163,6 +163,6 @@ int tavd_build_productId_dsw(int16_t db, tavd_wchar* dest, tavb_rec rec, const D
   if (dest == nullptr) return 0;
   char tmpDest[TAVD_PRODUCTID_CHARS];
   const int result = tavd_build_productId_ds(db, tmpDest, rec, ds1, ds2);
-  tavd::widen_id(db, tmpDest, sizeof tmpDest - 1, dest, TAVD_PRODUCTID_WIDE_CHARS);
+  widen_id(db, tmpDest, sizeof tmpDest - 1, dest, TAVD_PRODUCTID_WIDE_CHARS);
   return result;
 }

@@ -7,7 +7,6 @@
 #include "tavd/codes.h"
 
 namespace tavd {
-
 namespace {
 
 // The numbers that a field can ask for.
@@ -31,9 +30,44 @@ struct Field {
   int unit = 1;  // mm
 };
 
-// Both read on from `*at` and leave it on the first character that they did not use.
-std::int16_t read_dimension(const char** at, const DuctSize& ds1, const DuctSize& ds2, Field* field);
-std::int16_t read_format(const char** at, Field* field);
+// Reads the letter and the connection behind it. This and read_format read on from `*at` and leave it on the
+// first character that they did not use.
+std::int16_t read_dimension(const char** at, const DuctSize& ds1, const DuctSize& ds2, Field* field) {
+  const char letter = gwtoupper(**at);
+  if (letter == '\0') return TAVD_CODE_BAD_SIZE;
+  const char behind = *++*at;
+  const bool connection = behind >= '1' && behind <= '9';
+  if (!connection && behind != ':' && behind != '}') return TAVD_CODE_BAD_LETTER;
+  const DuctSize& ds = connection && behind != '1' ? ds2 : ds1;
+  for (const Dimension& dimension : kDimensions) {
+    if (dimension.letter != letter) continue;
+    if (dimension.of_round_duct != (ds.shape == TAVD_DUCT_ROUND)) return TAVD_CODE_BAD_SIZE;
+    field->value = ds.*dimension.size;
+    return TAVD_CODE_OK;
+  }
+  return TAVD_CODE_BAD_LETTER;
+}
+
+// `*at` is on the ':' or the connection behind the letter.
+std::int16_t read_format(const char** at, Field* field) {
+  do {
+    ++*at;
+  } while (**at == ':');
+  if (**at == '}') return TAVD_CODE_OK;
+  if (**at == '\0') return TAVD_CODE_UNCLOSED;
+  if (**at >= '0' && **at <= '9') {
+    field->digits = **at - '0';
+    ++*at;
+    if (**at == '\0') return TAVD_CODE_DIGITS_AT_END;
+  }
+  for (const Unit& unit : kUnits) {
+    if ((*at)[0] != unit.name[0] || (*at)[1] != unit.name[1]) continue;
+    field->unit = unit.millimetres;
+    *at += 2;
+    return **at == '}' ? TAVD_CODE_OK : TAVD_CODE_UNCLOSED;
+  }
+  return TAVD_CODE_BAD_UNIT;
+}
 
 // Reads a field from its letter to behind its '}'. The first thing that is wrong is reported, so a letter
 // that does not suit the duct goes before anything behind it.
@@ -75,46 +109,5 @@ std::int16_t fill_code_template(char* dest, std::int32_t destLen, const char* co
   }
   return TAVD_CODE_OK;
 }
-
-namespace {
-
-std::int16_t read_dimension(const char** at, const DuctSize& ds1, const DuctSize& ds2, Field* field) {
-  const char letter = gwtoupper(**at);
-  if (letter == '\0') return TAVD_CODE_BAD_SIZE;
-  const char behind = *++*at;
-  const bool connection = behind >= '1' && behind <= '9';
-  if (!connection && behind != ':' && behind != '}') return TAVD_CODE_BAD_LETTER;
-  const DuctSize& ds = connection && behind != '1' ? ds2 : ds1;
-  for (const Dimension& dimension : kDimensions) {
-    if (dimension.letter != letter) continue;
-    if (dimension.of_round_duct != (ds.shape == TAVD_DUCT_ROUND)) return TAVD_CODE_BAD_SIZE;
-    field->value = ds.*dimension.size;
-    return TAVD_CODE_OK;
-  }
-  return TAVD_CODE_BAD_LETTER;
-}
-
-// `*at` is on the ':' or the connection behind the letter.
-std::int16_t read_format(const char** at, Field* field) {
-  do {
-    ++*at;
-  } while (**at == ':');
-  if (**at == '}') return TAVD_CODE_OK;
-  if (**at == '\0') return TAVD_CODE_UNCLOSED;
-  if (**at >= '0' && **at <= '9') {
-    field->digits = **at - '0';
-    ++*at;
-    if (**at == '\0') return TAVD_CODE_DIGITS_AT_END;
-  }
-  for (const Unit& unit : kUnits) {
-    if ((*at)[0] != unit.name[0] || (*at)[1] != unit.name[1]) continue;
-    field->unit = unit.millimetres;
-    *at += 2;
-    return **at == '}' ? TAVD_CODE_OK : TAVD_CODE_UNCLOSED;
-  }
-  return TAVD_CODE_BAD_UNIT;
-}
-
-}  // namespace
 
 }  // namespace tavd

@@ -13,7 +13,6 @@
 #include "tavd/tavfm.h"
 
 namespace tavd {
-
 namespace {
 
 // A narrow family list that gives its members back.
@@ -100,32 +99,34 @@ void copy_model(std::int16_t srcdb, std::int16_t dstdb, tavb_rec rec) {
 
 }  // namespace tavd
 
+using namespace tavd;  // the border below stands outside
+
 int32_t tavdf_copy_recs(int16_t srcdb, int16_t dstdb, const char* classId, const char* objId) {
   if (classId == nullptr || objId == nullptr) return TAVDF_NO_RECORD;
-  tavd::RecordHandle rec(tavbfindrec(srcdb, classId, objId, TAVB_FIND_EXACT));
+  RecordHandle rec(tavbfindrec(srcdb, classId, objId, TAVB_FIND_EXACT));
   if (!rec) return TAVDF_NO_RECORD;
-  const bool is_family = tavd::heads_family(srcdb, rec.get());
+  const bool is_family = heads_family(srcdb, rec.get());
   tavbsaverec(dstdb, rec.get());
-  tavd::copy_model(srcdb, dstdb, rec.get());
-  const tavd::Heritage heritage = tavd::read_heritage(srcdb, rec.get());
+  copy_model(srcdb, dstdb, rec.get());
+  const Heritage heritage = read_heritage(srcdb, rec.get());
   rec.release();
   if (!is_family) return 0;
 
-  const tavd::FamilyOf family(srcdb, classId, objId);
+  const FamilyOf family(srcdb, classId, objId);
   for (int32_t i = 0; i < family.count(); ++i) {
-    tavd::copy_member(srcdb, dstdb, classId, family.member(i), heritage);
+    copy_member(srcdb, dstdb, classId, family.member(i), heritage);
   }
   return 0;
 }
 
 int32_t tavdf_delete_recs(int16_t db, const char* classId, const char* objId) {
   if (classId == nullptr || objId == nullptr) return TAVDF_NO_RECORD;
-  tavd::RecordHandle rec(tavbfindrec(db, classId, objId, TAVB_FIND_EXACT));
+  RecordHandle rec(tavbfindrec(db, classId, objId, TAVB_FIND_EXACT));
   if (!rec) return TAVDF_NO_RECORD;
-  const bool is_family = tavd::heads_family(db, rec.get());
+  const bool is_family = heads_family(db, rec.get());
   rec.release();
   if (is_family) {
-    const tavd::FamilyOf family(db, classId, objId);
+    const FamilyOf family(db, classId, objId);
     for (int32_t i = 0; i < family.count(); ++i) tavbdeleterec(db, classId, family.member(i).objId);
   }
   tavbdeleterec(db, classId, objId);

@@ -10,7 +10,6 @@
 #include "tavd/tavdf.h"
 
 namespace tavd {
-
 namespace {
 
 struct Settings {
@@ -32,26 +31,25 @@ std::int16_t market_attribute(std::int16_t MarketRow::*column, std::int16_t fall
 }
 
 }  // namespace
-
 }  // namespace tavd
 
-using tavd::settings;
+using namespace tavd;  // the border below stands outside
 
 void tavdcore_init(int16_t lng, const char* marketArea, const char* vlkFilename) {
   settings = {};
   tavdcore_set_user_lng(lng);
   tavdcore_set_market_area(marketArea);
-  tavd::gwstrcpyfield(settings.vlkFilename, vlkFilename, TAVDCORE_PATH_CHARS);
+  gwstrcpyfield(settings.vlkFilename, vlkFilename, TAVDCORE_PATH_CHARS);
 }
 
 void tavdcore_initw(int16_t lng, const char* marketArea, const tavd_wchar* vlkFilename) {
   tavdcore_init(lng, marketArea, "");
-  tavd::gwwcscpyfield(settings.vlkFilenamew, vlkFilename, TAVDCORE_PATH_CHARS);
+  gwwcscpyfield(settings.vlkFilenamew, vlkFilename, TAVDCORE_PATH_CHARS);
 }
 
 void tavdcore_set_market_area(const char* marketArea) {
   char market[TAVDCORE_MARKET_CHARS] = {};  // the host may hand in our own field
-  tavd::gwstrcpyfield(market, marketArea, TAVDCORE_MARKET_CHARS);
+  gwstrcpyfield(market, marketArea, TAVDCORE_MARKET_CHARS);
   for (char& c : market) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
   std::memcpy(settings.marketArea, market, sizeof market);
 }
@@ -73,22 +71,22 @@ const char* tavdcore_marketArea(void) {
 }
 
 int16_t tavdcore_pcodeAttId(void) {
-  return tavd::market_attribute(&tavd::MarketRow::pcode, TAVD_ATT_CODE_DEFAULT);
+  return market_attribute(&MarketRow::pcode, TAVD_ATT_CODE_DEFAULT);
 }
 
 int16_t tavdcore_weblinkAttId(void) {
-  return tavd::market_attribute(&tavd::MarketRow::weblink, TAVD_ATT_WEBLINK_DEFAULT);
+  return market_attribute(&MarketRow::weblink, TAVD_ATT_WEBLINK_DEFAULT);
 }
 
 int16_t tavdcore_pdescAttId(void) {
-  for (const tavd::MarketRow* row = tavd::market_table; row->market != nullptr; ++row) {
+  for (const MarketRow* row = market_table; row->market != nullptr; ++row) {
     if (row->lng == settings.user_lng && row->pdesc > 0) return row->pdesc;
   }
   return 0;
 }
 
 int16_t tavdf_charsetId(int16_t attId) {
-  for (const tavd::CharsetRow* row = tavd::charset_table; row->attribute > 0; ++row) {
+  for (const CharsetRow* row = charset_table; row->attribute > 0; ++row) {
     if (row->attribute == attId) return row->charset;
   }
   return 0;

@@ -33,7 +33,6 @@ static_assert(offsetof(FamilyListW, pcode) == 50, "wide texts stand at an even a
 static_assert(offsetof(FamilyListW, idLen) == 370, "the numbers follow the texts");
 
 namespace tavd {
-
 namespace {
 
 // An id with room for the scans, which look one or two places behind its end: NULs from the id's end on.
@@ -216,63 +215,64 @@ using Narrow = Family<FamilyList, FamilyMember>;
 using Wide = Family<FamilyListW, FamilyMemberW>;
 
 }  // namespace
-
 }  // namespace tavd
 
+using namespace tavd;  // the border below stands outside
+
 void tavfm_init(FamilyList* list) {
-  tavd::Narrow::init(list);
+  Narrow::init(list);
 }
 
 void tavfm_initw(FamilyListW* list) {
-  tavd::Wide::init(list);
+  Wide::init(list);
 }
 
 void tavfm_reset(FamilyList* list) {
-  tavd::Narrow::reset(list);
+  Narrow::reset(list);
 }
 
 void tavfm_resetw(FamilyListW* list) {
-  tavd::Wide::reset(list);
+  Wide::reset(list);
 }
 
 void tavfm_release(FamilyList* list) {
-  tavd::Narrow::release(list);
+  Narrow::release(list);
 }
 
 void tavfm_releasew(FamilyListW* list) {
-  tavd::Wide::release(list);
+  Wide::release(list);
 }
 
 int32_t tavfm_read(FamilyList* list, int16_t db, const char* classId, const char* objId) {
-  return tavd::Narrow::read(list, db, classId, objId);
+  return Narrow::read(list, db, classId, objId);
 }
 
 int32_t tavfm_readw(FamilyListW* list, int16_t db, const char* classId, const char* objId) {
-  return tavd::Wide::read(list, db, classId, objId);
+  return Wide::read(list, db, classId, objId);
 }
 
 int32_t tavfm_add(FamilyList* list, int16_t db, tavb_rec rec) {
-  return tavd::Narrow::add(list, db, rec);
+  return Narrow::add(list, db, rec);
 }
 
 int32_t tavfm_addw(FamilyListW* list, int16_t db, tavb_rec rec) {
-  return tavd::Wide::add(list, db, rec);
+  return Wide::add(list, db, rec);
 }
 
 int32_t tavfm_get(const FamilyList* list, int32_t index, FamilyMember* fmb) {
-  return tavd::Narrow::get(list, index, fmb);
+  return Narrow::get(list, index, fmb);
 }
 
 int32_t tavfm_getw(const FamilyListW* list, int32_t index, FamilyMemberW* fmb) {
-  return tavd::Wide::get(list, index, fmb);
+  return Wide::get(list, index, fmb);
 }
 
 int32_t tavfm_is_member(const FamilyList* list, const char* id) {
-  return tavd::Narrow::is_member(list, id);
+  return Narrow::is_member(list, id);
 }
 
 int32_t tavfm_is_memberw(const FamilyListW* list, const char* id) {
-  return tavd::Wide::is_member(list, id);
+  return Wide::is_member(list, id);
 }
 
 int tavfm_is_codeparam_separator(char c) {

@@ -23,7 +23,6 @@ static_assert(offsetof(IdSet, wildchars) == 104, "the wildcards follow the exact
 static_assert(offsetof(IdSet, adjusted) == 144, "the mark follows the separators directly");
 
 namespace tavd {
-
 namespace {
 
 constexpr signed char kFirstRefusedSign = 0x30;
@@ -214,10 +213,12 @@ int idset_compare(const IdSet* set, const IdSetItem* a, const IdSetItem* b) {
 
 }  // namespace tavd
 
+using namespace tavd;  // the border below stands outside
+
 void tavdidset_init(IdSet* set) {
   if (set == nullptr) return;
   *set = {};
-  tavd::gwarray_init(&set->subs, sizeof(IdSetItem));
+  gwarray_init(&set->subs, sizeof(IdSetItem));
   tavdidset_set_wildchars(set, "*");
   tavdidset_set_separators(set, "-+");
 }
@@ -228,53 +229,53 @@ void tavdidset_reset(IdSet* set) {
   std::memset(set->mainId, 0, sizeof set->mainId);
   std::memset(set->curId, 0, sizeof set->curId);
   set->adjusted = 0;
-  tavd::release_and_forget(&set->mainRec);
-  tavd::release_and_forget(&set->curRec);
-  for (std::int32_t i = 0; i < set->subs.count; ++i) tavd::release_and_forget(&tavd::items_of(set)[i].rec);
-  tavd::gwarray_reset(&set->subs);
+  release_and_forget(&set->mainRec);
+  release_and_forget(&set->curRec);
+  for (std::int32_t i = 0; i < set->subs.count; ++i) release_and_forget(&items_of(set)[i].rec);
+  gwarray_reset(&set->subs);
 }
 
 void tavdidset_release(IdSet* set) {
   if (set == nullptr) return;
   tavdidset_reset(set);
-  tavd::gwarray_release(&set->subs);
+  gwarray_release(&set->subs);
 }
 
 int32_t tavdidset_set_wildchars(IdSet* set, const char* chars) {
-  return set != nullptr ? tavd::set_signs(set->wildchars, chars) : TAVDIDSET_REFUSED;
+  return set != nullptr ? set_signs(set->wildchars, chars) : TAVDIDSET_REFUSED;
 }
 
 int32_t tavdidset_set_separators(IdSet* set, const char* chars) {
-  return set != nullptr ? tavd::set_signs(set->separators, chars) : TAVDIDSET_REFUSED;
+  return set != nullptr ? set_signs(set->separators, chars) : TAVDIDSET_REFUSED;
 }
 
 int32_t tavdidset_read(IdSet* set, int16_t db, const char* classId, const char* id) {
   if (set == nullptr) return TAVDIDSET_NO_PRODUCT;
-  const tavd::Prefix prefix = tavd::prefix_of(set, classId, id);
+  const Prefix prefix = prefix_of(set, classId, id);
   tavdidset_reset(set);
-  if (prefix.length == 0 || !tavd::is_ready(set)) return TAVDIDSET_NO_PRODUCT;
+  if (prefix.length == 0 || !is_ready(set)) return TAVDIDSET_NO_PRODUCT;
   std::memcpy(set->classId, prefix.classId, sizeof set->classId);
-  return tavd::read_layers(set, db, prefix);
+  return read_layers(set, db, prefix);
 }
 
 int32_t tavdidset_adjust(IdSet* set, int16_t db, const char* id) {
   if (set == nullptr) return TAVDIDSET_NO_PRODUCT;
   set->adjusted = 0;
   if (set->mainId[0] == '\0') return TAVDIDSET_NO_PRODUCT;
-  tavd::release_and_forget(&set->curRec);
+  release_and_forget(&set->curRec);
   // The id as the host gives it, copied: the text may lie in an item, and the items will move.
-  char key[tavd::kIdRoom] = {};
-  tavd::gwstrcpyfield(key, id, tavd::kIdChars + 1);
-  tavd::gwstrtrimcpy(set->curId, key, tavd::kIdChars);
-  if (tavd::idset_match(set, set->curId, set->mainId) == 0) {
+  char key[kIdRoom] = {};
+  gwstrcpyfield(key, id, kIdChars + 1);
+  gwstrtrimcpy(set->curId, key, kIdChars);
+  if (idset_match(set, set->curId, set->mainId) == 0) {
     std::memset(set->curId, 0, sizeof set->curId);
     return TAVDIDSET_NOT_ADJUSTED;
   }
   for (std::int32_t i = 0; i < set->subs.count; ++i) {
-    IdSetItem& item = tavd::items_of(set)[i];
-    item.matches = static_cast<char>(tavd::idset_match(set, set->curId, item.id));
+    IdSetItem& item = items_of(set)[i];
+    item.matches = static_cast<char>(idset_match(set, set->curId, item.id));
   }
-  tavd::sort_items(set);
+  sort_items(set);
   set->curRec = tavbfindrec(db, set->classId, key, TAVB_FIND_EXACT);
   set->adjusted = 1;
   return 0;
@@ -295,8 +296,8 @@ int32_t tavdidset_findatt(IdSet* set, int16_t db, int16_t attId, int16_t* count,
     return rec != nullptr && tavbcopyatt(db, rec, attId, count, to, capacity) != nullptr;
   };
   if (found_in(set->curRec)) return TAVDIDSET_FOUND;
-  for (std::int32_t i = 0; i < set->subs.count && tavd::items_of(set)[i].matches != 0; ++i) {
-    if (found_in(tavd::items_of(set)[i].rec)) return TAVDIDSET_FOUND;
+  for (std::int32_t i = 0; i < set->subs.count && items_of(set)[i].matches != 0; ++i) {
+    if (found_in(items_of(set)[i].rec)) return TAVDIDSET_FOUND;
   }
   return found_in(set->mainRec) ? TAVDIDSET_FOUND : TAVDIDSET_NOT_FOUND;
 }

@@ -7,7 +7,6 @@
 #include "tavd/tavdcore.h"
 
 namespace tavd {
-
 namespace {
 
 // An ASCII literal as UTF-16, whatever the platform's type for that: "Finnish"_w.

@@ -13,7 +13,6 @@
 #include "tavd/tavdf.h"
 
 namespace tavd {
-
 namespace {
 
 // Capacities with which the sources of the duct size are read, in words.
@@ -92,16 +91,17 @@ void copy_narrow_code(std::int16_t db, tavb_rec rec, char* dest, std::int32_t de
 }
 
 }  // namespace
-
 }  // namespace tavd
 
+using namespace tavd;  // the border below stands outside
+
 int16_t tavdf_open_database(const char* dbPath, int32_t mode) {
-  if (dbPath == nullptr || (mode == 0 && !tavd::gwfile_exists(dbPath))) return TAVDF_NO_DATABASE;
+  if (dbPath == nullptr || (mode == 0 && !gwfile_exists(dbPath))) return TAVDF_NO_DATABASE;
   return tavbopendatabase(tavdcore_vlkFilename(), dbPath, mode);
 }
 
 int16_t tavdf_open_databasew(const tavd_wchar* dbPath, int32_t mode) {
-  if (dbPath == nullptr || (mode == 0 && !tavd::gwfile_existsw(dbPath))) return TAVDF_NO_DATABASE;
+  if (dbPath == nullptr || (mode == 0 && !gwfile_existsw(dbPath))) return TAVDF_NO_DATABASE;
   return tavbopendatabasew(tavdcore_vlkFilenamew(), dbPath, mode);
 }
 
@@ -110,18 +110,18 @@ int32_t tavdf_load_ductsize(int16_t db, tavb_rec rec, DuctSize* ds) {
   *ds = {};
   if (rec == nullptr) return TAVDF_OTHER_SIZE;
 
-  int16_t add[tavd::kFlowHeaderWords] = {};
-  if (tavd::copy_words(db, rec, TAVD_ATT_FLOW_HEADER, add)) {
-    *ds = add[2] == 0 ? tavd::round_size(add[1]) : DuctSize{TAVD_DUCT_RECTANGULAR, add[1], add[2]};
+  int16_t add[kFlowHeaderWords] = {};
+  if (copy_words(db, rec, TAVD_ATT_FLOW_HEADER, add)) {
+    *ds = add[2] == 0 ? round_size(add[1]) : DuctSize{TAVD_DUCT_RECTANGULAR, add[1], add[2]};
     return 0;
   }
-  int16_t hdd[tavd::kOldHeaderWords] = {};
-  if (tavd::copy_words(db, rec, TAVD_ATT_OLD_HEADER, hdd)) {
-    *ds = tavd::round_size(hdd[1]);
+  int16_t hdd[kOldHeaderWords] = {};
+  if (copy_words(db, rec, TAVD_ATT_OLD_HEADER, hdd)) {
+    *ds = round_size(hdd[1]);
     return TAVDF_OTHER_SIZE;
   }
   int16_t d[TAVD_DIAMETER_ITEMS] = {};
-  if (tavd::copy_words(db, rec, TAVD_ATT_DIAMETERS, d)) *ds = tavd::round_size(d[0]);
+  if (copy_words(db, rec, TAVD_ATT_DIAMETERS, d)) *ds = round_size(d[0]);
   return TAVDF_OTHER_SIZE;
 }
 
@@ -142,34 +142,34 @@ int32_t tavdf_check_shapedata(int16_t* shapedata, int16_t* nsh, const DuctSize* 
   if (shapedata == nullptr || nsh == nullptr) return 0;
   switch (shapedata[0]) {
     case TAVD_SHAPE_OLD_BOX:
-      tavd::rewrite_box(shapedata);
+      rewrite_box(shapedata);
       *nsh = TAVDF_SHAPE_MIN_WORDS;
       break;
     case TAVD_SHAPE_DAMPER:
       if (*nsh < 3 || shapedata[2] < 1) {
-        shapedata[2] = tavd::kDamperLength;
-        if (*nsh < 2) shapedata[1] = tavd::kDamperFirst;
+        shapedata[2] = kDamperLength;
+        if (*nsh < 2) shapedata[1] = kDamperFirst;
         *nsh = 3;
       }
       break;
     case TAVD_SHAPE_HEATER:
     case TAVD_SHAPE_FILTER:
       if (*nsh < 2 || shapedata[1] < 1) {
-        shapedata[1] = tavd::kDiameter;
+        shapedata[1] = kDiameter;
         *nsh = 2;
       }
       break;
     case TAVD_SHAPE_CASING_BY_MARGINS:
       if (ds != nullptr) {
         shapedata[0] = TAVD_SHAPE_CASING;
-        shapedata[2] = tavd::word(ds->b + 2 * shapedata[2]);
-        shapedata[3] = tavd::word(ds->h + 2 * shapedata[3]);
+        shapedata[2] = word(ds->b + 2 * shapedata[2]);
+        shapedata[3] = word(ds->h + 2 * shapedata[3]);
       }
       break;
     case TAVD_SHAPE_ROUND_CASING_BY_MARGIN:
       if (ds != nullptr) {
         shapedata[0] = TAVD_SHAPE_ROUND_CASING;
-        shapedata[2] = tavd::word(ds->b + 2 * shapedata[2]);
+        shapedata[2] = word(ds->b + 2 * shapedata[2]);
       }
       break;
     default:
@@ -201,29 +201,29 @@ void tavdf_copyproductcodew(int16_t db, tavb_rec rec, tavd_wchar* dest, int32_t 
 
   const int32_t capacity = std::max(bytes - 2, 0);
   const int16_t market = tavdcore_pcodeAttId();
-  if (market != 0 && tavd::copy_text(db, rec, market, dest, capacity)) return;
-  for (const int16_t attribute : tavd::kCodeAttributes) {
-    if (tavd::copy_text(db, rec, attribute, dest, capacity)) return;
+  if (market != 0 && copy_text(db, rec, market, dest, capacity)) return;
+  for (const int16_t attribute : kCodeAttributes) {
+    if (copy_text(db, rec, attribute, dest, capacity)) return;
   }
-  tavd::copy_object_id(db, rec, dest, destLen);
+  copy_object_id(db, rec, dest, destLen);
 }
 
 void tavdf_copyproductdescw(int16_t db, tavb_rec rec, tavd_wchar* dest, int32_t destLen) {
-  tavd::copy_plain_text(db, rec, tavdcore_pdescAttId(), dest, destLen);
+  copy_plain_text(db, rec, tavdcore_pdescAttId(), dest, destLen);
 }
 
 void tavdf_copyweblinkw(int16_t db, tavb_rec rec, tavd_wchar* dest, int32_t destLen) {
-  tavd::copy_plain_text(db, rec, tavdcore_weblinkAttId(), dest, destLen);
+  copy_plain_text(db, rec, tavdcore_weblinkAttId(), dest, destLen);
 }
 
 void tavdf_copyproductcode(int16_t db, tavb_rec rec, char* dest, int32_t destLen) {
-  tavd::copy_narrow_code(db, rec, dest, destLen);
+  copy_narrow_code(db, rec, dest, destLen);
 }
 
 void tavdf_copyproductdesc(int16_t db, tavb_rec rec, char* dest, int32_t destLen) {
-  tavd::copy_narrow_code(db, rec, dest, destLen);
+  copy_narrow_code(db, rec, dest, destLen);
 }
 
 void tavdf_copyweblink(int16_t db, tavb_rec rec, char* dest, int32_t destLen) {
-  tavd::copy_narrow_code(db, rec, dest, destLen);
+  copy_narrow_code(db, rec, dest, destLen);
 }

@@ -22,33 +22,6 @@ constexpr double kBelowStart = 0.95;
 constexpr double kLowestTick = 0.98;
 constexpr double kHighestTick = 1.02;
 
-void draw_frame(const Chart& chart);
-void draw_titles(const Chart& chart);
-void draw_x_ticks(const Chart& chart, bool labels);
-void draw_y_ticks(const Chart& chart, bool labels);
-
-}  // namespace
-
-void chart_draw(Chart* chart, tavd_hdc hdc, bool xlabels, bool ylabels) {
-  if (chart == nullptr) return;
-  chart->hdc = hdc;
-  const OwnedSelected pen(hdc, gwcreatepen(kPenSolid, chart->pen_width, kBlack));
-  draw_frame(*chart);
-  draw_titles(*chart);
-  draw_x_ticks(*chart, xlabels);
-  draw_y_ticks(*chart, ylabels);
-}
-
-float chart_decade(float v) {
-  float t = kGreatestDecade;
-  do {
-    t /= 10.0F;
-  } while (v + v / 100.0F < t && t > 0.0F);
-  return t;
-}
-
-namespace {
-
 void draw_frame(const Chart& c) {
   gwline(c.hdc, c.plot_left, c.plot_top, c.plot_right, c.plot_top);
   gwline(c.hdc, c.plot_right, c.plot_top, c.plot_right, c.plot_bottom);
@@ -224,4 +197,23 @@ void draw_y_ticks(const Chart& c, bool labels) {
 }
 
 }  // namespace
+
+void chart_draw(Chart* chart, tavd_hdc hdc, bool xlabels, bool ylabels) {
+  if (chart == nullptr) return;
+  chart->hdc = hdc;
+  const OwnedSelected pen(hdc, gwcreatepen(kPenSolid, chart->pen_width, kBlack));
+  draw_frame(*chart);
+  draw_titles(*chart);
+  draw_x_ticks(*chart, xlabels);
+  draw_y_ticks(*chart, ylabels);
+}
+
+float chart_decade(float v) {
+  float t = kGreatestDecade;
+  do {
+    t /= 10.0F;
+  } while (v + v / 100.0F < t && t > 0.0F);
+  return t;
+}
+
 }  // namespace tavd

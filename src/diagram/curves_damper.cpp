@@ -28,36 +28,6 @@ struct DamperLine {
   float x2;    // where the line meets the upper edge, l/s
 };
 
-void label_damper_line(const FlowDiagram& dg, tavd_hdc hdc, const DiagramRanges& r, const DamperLine& line);
-
-}  // namespace
-
-void draw_damper_lines(const FlowDiagram& dg, tavd_hdc hdc) {
-  const FlowData& fd = dg.flowdata;
-  const DiagramRanges r = base_ranges(dg);
-  const Selected font(hdc, dg.font_label);
-  Selected pen(hdc, dg.pen_curve);
-  const int rows = row_count(fd.ndamper, TAVD_DAMPER_ROWS);
-  for (int i = 0; i < rows; ++i) {
-    const DamperPoint row = fd.damper[i];
-    if (!(row.qv > kSmallestFlow)) continue;
-    float dpref = row.dp;
-    param_add_dp(&fd, row.qv, &dpref);
-    show_static(dg, row.qv, &dpref);
-    const float k = resistance(row.qv, dpref);
-    if (!(k > 0.0F)) continue;
-    const auto x1 = static_cast<float>(std::sqrt(static_cast<double>(r.ymin / k)));
-    const auto x2 = static_cast<float>(std::sqrt(static_cast<double>(r.ymax / k)));
-    const double pos = row.pos;
-    const bool whole = pos - std::floor(pos) < kSamePosition;
-    pen.change(whole ? dg.pen_curve : dg.pen_minor);
-    draw_line(dg, hdc, x1, r.ymin, x2, r.ymax);
-    if (x1 <= r.xmax) label_damper_line(dg, hdc, r, {i, row.pos, whole, k, x2});
-  }
-}
-
-namespace {
-
 constexpr std::size_t kTextSize = 256;
 
 // The text of a damper line: the host's label for its position, else the position, if that is a whole number
@@ -128,4 +98,29 @@ void label_damper_line(const FlowDiagram& dg, tavd_hdc hdc, const DiagramRanges&
 }
 
 }  // namespace
+
+void draw_damper_lines(const FlowDiagram& dg, tavd_hdc hdc) {
+  const FlowData& fd = dg.flowdata;
+  const DiagramRanges r = base_ranges(dg);
+  const Selected font(hdc, dg.font_label);
+  Selected pen(hdc, dg.pen_curve);
+  const int rows = row_count(fd.ndamper, TAVD_DAMPER_ROWS);
+  for (int i = 0; i < rows; ++i) {
+    const DamperPoint row = fd.damper[i];
+    if (!(row.qv > kSmallestFlow)) continue;
+    float dpref = row.dp;
+    param_add_dp(&fd, row.qv, &dpref);
+    show_static(dg, row.qv, &dpref);
+    const float k = resistance(row.qv, dpref);
+    if (!(k > 0.0F)) continue;
+    const auto x1 = static_cast<float>(std::sqrt(static_cast<double>(r.ymin / k)));
+    const auto x2 = static_cast<float>(std::sqrt(static_cast<double>(r.ymax / k)));
+    const double pos = row.pos;
+    const bool whole = pos - std::floor(pos) < kSamePosition;
+    pen.change(whole ? dg.pen_curve : dg.pen_minor);
+    draw_line(dg, hdc, x1, r.ymin, x2, r.ymax);
+    if (x1 <= r.xmax) label_damper_line(dg, hdc, r, {i, row.pos, whole, k, x2});
+  }
+}
+
 }  // namespace tavd

@@ -5,7 +5,6 @@
 #include "tavdgui/tavdgui.h"
 
 namespace tavd {
-
 namespace {
 
 constexpr unsigned char kDefaultCharset = 1;

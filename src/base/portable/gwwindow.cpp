@@ -4,7 +4,6 @@
 #include "tavdgui/tavdgui.h"
 
 namespace tavd {
-
 namespace {
 
 constexpr std::uint32_t kRedrawOnResize = 3;  // in both directions

@@ -6,7 +6,6 @@
 #include "base/gwtext.h"
 
 namespace tavd {
-
 namespace {
 
 constexpr LONG kUpward = 900;  // tenths of a degree
