@@ -69,13 +69,6 @@ TEST(DamperPressure, OfAProductWithoutDamperIsItsOnePressure) {
   EXPECT_FLOAT_EQ(tavca_dptot_damperpos(&fd, 70.0F, 2.0F), 24.5F);
 }
 
-TEST(DamperPressure, OfARecordWithoutFlowDataIsMarked) {
-  FlowData fd = damper();
-  fd.nhdd = 0;
-  EXPECT_EQ(tavca_dptot_damperpos(&fd, 100.0F, 1.5F), -2.0F);
-  EXPECT_EQ(tavca_dptot_damperpos(nullptr, 100.0F, 1.5F), -2.0F);
-}
-
 TEST(DamperPressure, OfARangeWithoutTableIsZeroAndHasNoPosition) {
   FlowData fd = product(13);
   add_pressure_term(fd, 0.01F);
@@ -156,17 +149,9 @@ TEST(DamperPosition, DemandUpToOnePercentAboveFirstRowExtrapolates) {
   expect_position(stepless(damper(), 100.0F, 405.0F), 1, 1.0F);
 }
 
-TEST(DamperPosition, DemandAboveTheTableGivesTheFirstRow) {
-  expect_position(stepless(damper(), 100.0F, 500.0F), 1, 1.0F);
-}
-
 TEST(DamperPosition, DemandUpToOnePercentBelowLastRowIsHeldThere) {
   expect_position(stepless(damper(), 100.0F, 24.9F), 0, 3.0F);
   expect_position(stepless(damper(), 100.0F, 25.0F), 0, 3.0F);
-}
-
-TEST(DamperPosition, DemandBelowTheTableGivesTheLastRow) {
-  expect_position(stepless(damper(), 100.0F, 20.0F), -1, 3.0F);
 }
 
 TEST(DamperPosition, OfAFallingTableIsTheInverseOfItsPressure) {
@@ -191,13 +176,6 @@ TEST(SteppedDamperPosition, IsTheNearestRowByPressureRatio) {
   expect_position(stepped(damper(), 100.0F, 30.0F), 0, 3.0F);
 }
 
-TEST(SteppedDamperPosition, OnAnEndRowCountsAsOutside) {
-  expect_position(stepped(damper(), 100.0F, 400.0F), 1, 1.0F);
-  expect_position(stepped(damper(), 100.0F, 25.0F), -1, 3.0F);
-  EXPECT_EQ(stepless(damper(), 100.0F, 400.0F).code, 0);
-  EXPECT_EQ(stepless(damper(), 100.0F, 25.0F).code, 0);
-}
-
 TEST(SteppedDamperPosition, OnATieIsTheEarlierRow) {
   const FlowData fd = damper_product(
       {{1.0F, 100.0F, 400.0F}, {2.0F, 100.0F, 100.0F}, {2.5F, 100.0F, 100.0F}, {3.0F, 100.0F, 25.0F}});
@@ -213,37 +191,8 @@ TEST(SteppedDamperPosition, OfTwoRowsIsInterpolated) {
   expect_position(stepped(one, 100.0F, 400.0F), 0, 1.0F);
 }
 
-TEST(DamperRequest, OfNoFlowOrPressureFailsBeforeAnythingElse) {
-  for (const FlowData& fd : {damper(), resistance_product(100.0F, 50.0F), product(50)}) {
-    expect_position(stepless(fd, 0.0F, 50.0F), -4, 0.0F);
-    expect_position(stepless(fd, 50.0F, 0.0F), -4, 0.0F);
-    expect_position(stepped(fd, 0.0F, 50.0F), -4, 0.0F);
-    expect_position(stepped(fd, 50.0F, 0.0F), -4, 0.0F);
-  }
-  float pos = kNonsense;
-  EXPECT_EQ(tavca_damper_pos(nullptr, 0.0F, 50.0F, &pos), -4);
-  EXPECT_EQ(pos, 0.0F);
-}
-
-TEST(DamperRequest, OnAProductWithoutDamperHasNoPosition) {
-  const FlowData fd = resistance_product(100.0F, 50.0F);
-  expect_position(stepless(fd, 100.0F, 50.0F), 2, 0.0F);
-  expect_position(stepped(fd, 100.0F, 50.0F), 2, 0.0F);
-}
-
-TEST(DamperRequest, WithoutFlowDataOrTableFails) {
-  FlowData fd = damper();
-  fd.ndamper = 0;
-  expect_position(stepless(fd, 100.0F, 50.0F), -3, 0.0F);
-  expect_position(stepped(fd, 100.0F, 50.0F), -3, 0.0F);
-  fd = damper();
-  fd.nhdd = 0;
-  fd.kind = 10;
-  expect_position(stepless(fd, 100.0F, 50.0F), -3, 0.0F);
-  float pos = kNonsense;
-  EXPECT_EQ(tavca_damper_pos_fixed(nullptr, 100.0F, 50.0F, &pos), -3);
-  EXPECT_EQ(pos, 0.0F);
-  fd = damper();
+TEST(DamperRequest, TakesANullOutput) {
+  const FlowData fd = damper();
   EXPECT_EQ(tavca_damper_pos(&fd, 100.0F, 200.0F, nullptr), 0);
 }
 
@@ -281,22 +230,6 @@ TEST(DamperRequest, MeetsABadRowBeyondTheBracketOnlyWhenStepped) {
   EXPECT_EQ(p.code, 0);
   EXPECT_FLOAT_EQ(p.pos, 1.5F);
   expect_position(stepless(fd, 100.0F, 60.0F), -5, 0.0F);
-  expect_position(stepped(fd, 100.0F, 200.0F), -5, 0.0F);
-}
-
-TEST(DamperRequest, NeedsFlowsInTheEndRows) {
-  const FlowData first = damper_product({{1, 0.0F, 400.0F}, {2, 100.0F, 100.0F}, {3, 100.0F, 25.0F}});
-  expect_position(stepless(first, 100.0F, 200.0F), -5, 0.0F);
-  expect_position(stepped(first, 100.0F, 200.0F), -5, 0.0F);
-  const FlowData last = damper_product({{1, 100.0F, 400.0F}, {2, 100.0F, 100.0F}, {3, 0.0F, 25.0F}});
-  expect_position(stepless(last, 100.0F, 200.0F), -5, 0.0F);
-  expect_position(stepped(last, 100.0F, 200.0F), -5, 0.0F);
-  expect_position(stepless(last, 100.0F, 500.0F), 1, 1.0F);  // answered before the last row is looked at
-}
-
-TEST(DamperRequest, MeetsARowWithoutPressureOnlyWhenStepped) {
-  const FlowData fd = damper_product({{1, 100.0F, 400.0F}, {2, 100.0F, 100.0F}, {3, 100.0F, 0.0F}});
-  EXPECT_EQ(stepless(fd, 100.0F, 200.0F).code, 0);
   expect_position(stepped(fd, 100.0F, 200.0F), -5, 0.0F);
 }
 
