@@ -1,5 +1,4 @@
-// The three drawings that the library makes, one of each kind at a time: what a host needs to have them
-// drawn.
+// The three drawings that the library makes, one of each kind at a time, as a host has them drawn.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-// The command line host: parses the arguments, runs one command and tells how it ended.
+// The command line host: parses the arguments, runs one command and reports how it ended.
 #include <CLI/CLI.hpp>
 #include <exception>
 #include <iostream>
@@ -18,7 +18,7 @@ constexpr int kFailed = 1;     // the program's own failure
 constexpr int kUserError = 2;  // what was asked for cannot be done
 
 constexpr std::size_t kLineCharacters = 5000;      // of a message, which may name a long path
-constexpr std::size_t kArgumentsCharacters = 400;  // of what is told of the arguments
+constexpr std::size_t kArgumentsCharacters = 400;  // of what is reported of the arguments
 
 // Whatever is named in it, a message does to a terminal nothing but be read.
 int report(const std::string& text, int exit_code) {

@@ -61,9 +61,7 @@ using Bands = float[TAVD_BANDS];
 // The resistance of every row, formed once: the search for curves asks for it many times over.
 struct Resistances {
   explicit Resistances(const Table& table) {
-    for (int row = 0; row < table.count(); ++row) {
-      values[row] = resistance(table.qv(row), table.dp(row));
-    }
+    for (int row = 0; row < table.count(); ++row) values[row] = resistance(table.qv(row), table.dp(row));
   }
   float values[TAVD_LW_ROWS];
 };

@@ -113,9 +113,7 @@ int32_t tavdf_copy_recs(int16_t srcdb, int16_t dstdb, const char* classId, const
   if (!is_family) return 0;
 
   const FamilyOf family(srcdb, classId, objId);
-  for (int32_t i = 0; i < family.count(); ++i) {
-    copy_member(srcdb, dstdb, classId, family.member(i), heritage);
-  }
+  for (int32_t i = 0; i < family.count(); ++i) copy_member(srcdb, dstdb, classId, family.member(i), heritage);
   return 0;
 }
 

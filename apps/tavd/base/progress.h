@@ -7,11 +7,11 @@
 
 namespace tavdhost {
 
-// Tells on standard error how far a piece of work is, if that is a terminal and the work takes its time;
+// Shows on standard error how far a piece of work is, if that is a terminal and the work takes its time;
 // draws nothing otherwise. The line is wiped at the end.
 class Progress {
  public:
-  // `total` steps; 0 if they cannot be told beforehand: then the steps are counted.
+  // `total` steps; 0 if their number is not known beforehand: then the steps are counted.
   Progress(std::string what, std::size_t total);
   ~Progress();
   Progress(const Progress&) = delete;

@@ -1,4 +1,4 @@
-// Names, values and units under each other, as the commands tell a product.
+// Names, values and units under each other, as the commands print a product.
 #pragma once
 
 #include <ostream>

@@ -1,4 +1,4 @@
-// Streams into what tells why it takes no more.
+// Streams into what says why it takes no more.
 #pragma once
 
 #include <array>
@@ -9,8 +9,7 @@
 
 namespace tavdhost {
 
-// Passes on what is written to a stream in blocks. The stream goes bad with the first block that is not
-// taken.
+// Passes on in blocks what is written to a stream, which goes bad with the first block that is not taken.
 class SinkBuffer : public std::streambuf {
  protected:
   SinkBuffer() { setp(bytes_.data(), bytes_.data() + bytes_.size()); }

@@ -11,8 +11,7 @@
 
 namespace tavdhost {
 
-// Terminated UTF-16, at most `limit` units, as UTF-8 without trailing blanks. A lone surrogate becomes
-// U+FFFD.
+// Terminated UTF-16, at most `limit` units, as UTF-8 without trailing blanks; U+FFFD for a lone surrogate.
 std::string to_utf8(const tavd_wchar* wide, std::size_t limit);
 
 // The text with U+FFFD where it is no UTF-8, and a blank for each control character: safe on a terminal and
@@ -27,7 +26,7 @@ std::string shortened_inside(std::string_view text, std::size_t most);
 // The text between double quotes, as messages name what the user gave: printable, and not longer than it
 // takes to know it again.
 std::string in_quotes(std::string_view text);
-// The same for the name of a file, which is told whole.
+// The same for the name of a file, which is given whole.
 std::string path_in_quotes(std::string_view path);
 
 // Units that the text takes as UTF-16.

@@ -16,7 +16,7 @@ UserError cannot_write(const std::string& path, const std::string& reason);
 UserError without_draft(const UserError& error, const std::string& draft, const std::string& target);
 
 // Whether an output is not a file of that name but standard output: "-", or what the system calls it. A
-// failure to write there is told when the program ends.
+// failure to write there is reported when the program ends.
 bool is_standard_output(const std::string& path);
 
 // Writes a file whole, so that a failure leaves what was there; or straight into a pipe or another device, or

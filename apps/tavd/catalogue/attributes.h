@@ -33,7 +33,7 @@ enum class Form {
   kRecord,  // one item of several columns: an object, a member per column
   kList,    // items of one column: an array of values
   kRows,    // items of several columns: an array of rows, each an array in column order
-  kText,    // a text, stored as its charset tells, no longer than `limit` bytes
+  kText,    // a text, stored in the charset that it has, no longer than `limit` bytes
   kWide     // a text that is read as UTF-16, no longer than `limit` units
 };
 

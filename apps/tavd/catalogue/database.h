@@ -25,7 +25,7 @@ bool add_database(const std::string& target, const Fill& fill);
 void store(const Database& database, const Entry& entry);
 
 // Compiles the sources into a database at `target`, which is replaced as a whole, or left as it is: then
-// UserError tells file, line and reason of everything that is wrong. Returns the number of records.
+// UserError has file, line and reason of everything that is wrong. Returns the number of records.
 std::size_t build_database(const std::vector<std::string>& sources, const std::string& target);
 
 // Writes all records of the database as the text that builds the same records again. Returns their number.

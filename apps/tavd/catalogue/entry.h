@@ -23,7 +23,7 @@ struct Entry {
 };
 
 // Reads one product. What is wrong goes into `faults`; the product is then incomplete. Nothing if not even
-// its class and id can be told.
+// its class and id can be read.
 std::optional<Entry> read_entry(const TextCodec& codec, const Source& source, const Json::Value& value,
                                 Faults& faults);
 

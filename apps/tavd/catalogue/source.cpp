@@ -37,7 +37,7 @@ UserError too_large(const std::string& path, const std::string& bytes) {
                    std::to_string(kMostSourceBytes));
 }
 
-// What is no text at all is told before the rest of it is read.
+// What is no text at all is refused before the rest of it is read.
 void refuse_nul(const std::string& path, std::size_t before, std::string_view text) {
   const std::size_t at = text.find('\0');
   if (at == std::string_view::npos) return;
@@ -77,7 +77,7 @@ Source::Source(std::string name, std::string text) : name_(std::move(name)), tex
 }
 
 Source Source::read(const std::string& path) {
-  std::error_code none;  // of a pipe it cannot be told
+  std::error_code none;  // a pipe has none
   const std::uintmax_t size = std::filesystem::file_size(to_path(path), none);
   if (!none && size > kMostSourceBytes) throw too_large(path, std::to_string(size));
   std::ifstream file(to_path(path), std::ios::binary);

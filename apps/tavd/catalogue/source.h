@@ -63,7 +63,7 @@ class Faults {
 };
 
 // Reads the JSON of a source; comments are allowed, names that stand twice in one object and anything behind
-// the value are not. Returns whether it could be read; if not, `faults` tells why.
+// the value are not. Returns whether it could be read; if not, `faults` says why.
 bool parse(const Source& source, Json::Value& root, Faults& faults);
 
 }  // namespace tavdhost

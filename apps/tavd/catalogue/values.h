@@ -27,7 +27,7 @@ struct ReadContext {
   void expected(const Json::Value& found, const std::string& field, const std::string& what) const;
 };
 
-// The bytes of an attribute's value; nothing if it was found wrong, and the context's faults tell why.
+// The bytes of an attribute's value; nothing if it was found wrong, and the context's faults say why.
 // `number` decides the charset of a text, `field` names the value in messages.
 std::optional<std::string> encode_value(const ReadContext& context, const Attribute& layout, int number,
                                         const Json::Value& value, const std::string& field);

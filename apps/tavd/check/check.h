@@ -59,7 +59,7 @@ class LinkCheck {
   explicit LinkCheck(const Database& database) : database_(database) {}
   // One record, in record order.
   void check(const Record& record, const Entry& entry, Findings& findings);
-  // What can only be told at the end: model records that no product names, a missing file header.
+  // What is only known at the end: model records that no product names, a missing file header.
   void finish(Findings& findings) const;
 
  private:

@@ -1,3 +1,4 @@
+// tavd calc: what a product does at an operating point.
 #include <iostream>
 #include <memory>
 #include <optional>

@@ -1,3 +1,4 @@
+// tavd code: product code and product id of a size.
 #include <utf8.h>
 
 #include <iostream>
@@ -65,8 +66,8 @@ DuctSize parse_size(const std::string& option, const std::string& text) {
   return {1, width, side(text.substr(cross + 1))};
 }
 
-// The template of the product id, as text; the library falls back to the record's own id if it cannot be
-// used.
+// The template of the product id, as text. The library falls back to the record's own id if the template
+// cannot be used.
 Built build_product_id(const Database& database, const Record& record, const DuctSize& size,
                        const DuctSize* second) {
   Built built;
@@ -115,9 +116,7 @@ Codes build_codes(const CodeOptions& options) {
 
 void add_built(Sheet& sheet, const std::string& name, const Built& built, const char* after_failure) {
   if (!built.made_from.empty()) sheet.text("Template of the " + name, built.made_from);
-  if (built.result != 0) {
-    sheet.text("  error " + std::to_string(built.result), template_text(built.result));
-  }
+  if (built.result != 0) sheet.text("  error " + std::to_string(built.result), template_text(built.result));
   sheet.text(static_cast<char>(name[0] - 'a' + 'A') + name.substr(1),
              built.text + (built.result != 0 ? after_failure : ""));
 }

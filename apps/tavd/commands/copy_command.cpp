@@ -1,3 +1,4 @@
+// tavd copy: products from one database into another.
 #include <filesystem>
 #include <iostream>
 #include <memory>
@@ -36,8 +37,7 @@ struct Load {
   std::size_t replaced = 0;              // records of product and sizes that the target held before
 };
 
-// How texts without a charset of their own are stored: 1 is UTF-8, 0 windows-1252, anything else as it
-// stands.
+// How texts without a charset of their own are stored: 1 in UTF-8, 0 in windows-1252, else as they stand.
 int text_encoding(const Database& database) {
   std::int16_t encoding = 0;
   const Record header = database.find(kFileHeaderClass, kFileHeaderId);

@@ -1,3 +1,4 @@
+// tavd db build, dump, check and synth: a database whole.
 #include "commands/commands.h"
 
 #include <CLI/CLI.hpp>

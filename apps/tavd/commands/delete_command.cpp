@@ -1,3 +1,4 @@
+// tavd delete: a product and its family taken out of a database.
 #include <iostream>
 #include <memory>
 #include <string>

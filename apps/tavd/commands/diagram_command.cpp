@@ -1,3 +1,4 @@
+// tavd diagram: the flow diagram of a product as a picture.
 #include <memory>
 #include <optional>
 

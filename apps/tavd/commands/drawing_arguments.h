@@ -18,7 +18,7 @@ namespace tavdhost {
 struct PictureOptions {
   std::string path, class_id, object_id;
   std::string output;
-  std::string format;  // empty: as the ending of the output tells
+  std::string format;  // empty: that of the output's ending
   std::string size = "1200x900";
   std::string title;  // empty: the product code
   TextChoice texts;

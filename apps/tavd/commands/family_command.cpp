@@ -1,3 +1,4 @@
+// tavd family: the members of a family.
 #include <iostream>
 #include <memory>
 #include <string>

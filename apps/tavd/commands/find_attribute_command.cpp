@@ -1,3 +1,4 @@
+// tavd find-attribute: an attribute of a layered product, and the layer that has it.
 #include <algorithm>
 #include <iostream>
 #include <memory>

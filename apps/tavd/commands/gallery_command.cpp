@@ -1,3 +1,4 @@
+// tavd gallery: all drawings of a database as one page, and as sheets.
 #include <iostream>
 #include <memory>
 #include <string>
@@ -124,7 +125,7 @@ void draw_products(const Database& database, const std::string& folder_name) {
   try {
     products = draw_all(database, drawer, folder);
   } catch (const UserError& error) {
-    throw folder.told_of(error);
+    throw folder.named_in_place(error);
   }
   folder.finish();
   std::cout << to_text(to_path(folder_name) / kPage) << ": " << products << " products, " << drawer.flows

@@ -1,3 +1,4 @@
+// tavd list: the products of a database, a line each.
 #include <iostream>
 #include <memory>
 #include <string>

@@ -1,3 +1,4 @@
+// tavd picture: the dimensioned sketch of a product as a picture.
 #include <cstdint>
 #include <memory>
 #include <string>

@@ -1,3 +1,4 @@
+// tavd show: everything that a database holds of a product.
 #include <json/reader.h>
 
 #include <algorithm>
@@ -24,15 +25,15 @@ namespace {
 // The repair may write ten words whatever the number of words is.
 constexpr std::int16_t kShapeRoom = int{TAVD_SHAPE_ITEMS} + int{TAVDF_SHAPE_MIN_WORDS};
 // Told in the head of the sheet, in better words than their bare value.
-constexpr std::int16_t kToldBefore[] = {TAVD_ATT_SHAPE_DATA, TAVD_ATT_SIZING_MODE, TAVD_ATT_MODEL_ID,
-                                        TAVD_ATT_MEMBER_IDS, TAVD_ATT_MODEL_ID_SECOND};
+constexpr std::int16_t kShownBefore[] = {TAVD_ATT_SHAPE_DATA, TAVD_ATT_SIZING_MODE, TAVD_ATT_MODEL_ID,
+                                         TAVD_ATT_MEMBER_IDS, TAVD_ATT_MODEL_ID_SECOND};
 
 struct ShowOptions {
   ProductChoice product;
   bool json = false;
 };
 
-// A product with everything that the database tells about it.
+// A product with everything that the database holds of it.
 struct Shown {
   Product product;
   Entry entry;
@@ -88,7 +89,7 @@ std::string joined(const std::vector<std::string>& names) {
   return text;
 }
 
-// What the pressures of the tables are: they are told as they are stored.
+// What the pressures of the tables are, which are shown as they are stored.
 std::string stored_pressures(const Shown& shown) {
   const auto header = shown.entry.attributes.find(TAVD_ATT_FLOW_HEADER);
   if (header == shown.entry.attributes.end() || header->second.size() < sizeof(std::int16_t)) {
@@ -140,10 +141,10 @@ void print_lines(const std::vector<Held>& all) {
   Sheet sheet;
   bool any = false;
   for (const Held& held : all) {
-    const bool told = std::ranges::find(kToldBefore, held.number) != std::end(kToldBefore) && held.value;
+    const bool shown = std::ranges::find(kShownBefore, held.number) != std::end(kShownBefore) && held.value;
     const bool of_group = held.value && held.name.find('.') != std::string::npos;
     const auto line = line_of(held);
-    if (told || of_group || !line) continue;
+    if (shown || of_group || !line) continue;
     sheet.text(title_of(held) + (held.layout == nullptr || !held.value ? "" : " (" + held.name + ")"), *line);
     any = true;
   }

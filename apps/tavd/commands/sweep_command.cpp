@@ -1,3 +1,4 @@
+// tavd sweep: calculations of a product over a grid of operating points.
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -42,7 +43,7 @@ Grid parse_grid(const SweepOptions& options) {
 }
 
 // Passes the text on and empties it. False if it cannot be written: then the rest is not worth calculating,
-// and the program tells so at its end.
+// and the program reports it at its end.
 bool flush(std::string& text) {
   std::cout.write(text.data(), static_cast<std::streamsize>(text.size()));
   text.clear();

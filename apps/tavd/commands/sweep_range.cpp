@@ -12,8 +12,7 @@
 namespace tavdhost {
 namespace {
 
-// Steps like 0.1 are not exact in binary: this close to a whole number of steps the range ends with a full
-// one.
+// Steps like 0.1 are not exact in binary: a range this close to a whole number of steps ends with a full one.
 constexpr double kWholeSteps = 1e-6;
 
 std::vector<std::string_view> split(std::string_view text) {

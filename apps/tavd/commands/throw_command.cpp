@@ -1,3 +1,4 @@
+// tavd throw: the throw length diagram of a product as a picture.
 #include <algorithm>
 #include <cstdint>
 #include <memory>
@@ -85,9 +86,7 @@ void run_throw(const ThrowOptions& options) {
   Product product = load_product(database, record);
   check_throw_data(product, options.value, settings.qv);
   set_parameters(product.flow, options.parameters);
-  if (!options.value.empty()) {
-    tavca_param_setvalue(&product.flow, kThrowParameter, options.value.c_str());
-  }
+  if (!options.value.empty()) tavca_param_setvalue(&product.flow, kThrowParameter, options.value.c_str());
   if (!options.title.empty()) put_title(database, record, options.title);
   const ThrowDiagram diagram(database, record, product, settings.qv, settings.unit, options.value);
   if (!diagram.is_drawable()) throw undrawable(product);

@@ -37,7 +37,7 @@ extern const PictureForms kPictureForms;
 
 // What is to be written, as an ending: the format if there is one, else what the path ends in; in lower case.
 std::string picture_ending(const std::string& path, const std::string& format);
-// What to tell if that is none of the platform's.
+// What to report if that is none of the platform's.
 UserError unknown_form(const std::string& path, const std::string& format);
 
 // A small drawing among others in a picture. Of lines it has what lies in the window, and of texts
@@ -52,8 +52,8 @@ struct Cell {
 // file is left if finish() fails.
 class Picture {
  public:
-  // `format` is an ending without its dot; empty: the path's own ending tells. Throws UserError if it is none
-  // of the platform's.
+  // `format` is an ending without its dot; empty: the path's own ending counts. Throws UserError if it is
+  // none of the platform's.
   Picture(const std::string& path, PictureSize size, const std::string& format = "");
   ~Picture();
   Picture(const Picture&) = delete;

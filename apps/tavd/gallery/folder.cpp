@@ -1,3 +1,4 @@
+// The folder of a gallery and the names of the files in it.
 #include <array>
 #include <cstdio>
 #include <system_error>
@@ -74,7 +75,7 @@ std::string GalleryFolder::place(const std::string& name) {
   return to_text(draft_->path() / name);
 }
 
-UserError GalleryFolder::told_of(const UserError& error) const {
+UserError GalleryFolder::named_in_place(const UserError& error) const {
   return without_draft(error, to_text(draft_->path()), to_text(target_));
 }
 

@@ -55,8 +55,8 @@ class GalleryFolder {
 
   // Where to write a file of this name now.
   std::string place(const std::string& name);
-  // What to tell if that fails: the file is named where it is to be.
-  UserError told_of(const UserError& error) const;
+  // What to report if that fails: the file is named where it is to be.
+  UserError named_in_place(const UserError& error) const;
   // Puts all files into their places, in the order in which they were named. Throws UserError if they cannot
   // be moved there.
   void finish();

@@ -1,3 +1,4 @@
+// The page of a gallery, in HTML.
 #include <string_view>
 
 #include "base/text.h"

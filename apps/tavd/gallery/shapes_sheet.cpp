@@ -1,3 +1,4 @@
+// The contact sheet of all shapes.
 #include <algorithm>
 #include <cstdint>
 #include <filesystem>
@@ -66,7 +67,7 @@ struct Sizes {
   std::vector<std::int16_t> values;  // from value 1 on, mm
 };
 
-// Values behind the last one that a shape tells are 0.
+// Values behind the last one that a shape gives are 0.
 const Sizes& sizes_of(int number) {
   static const std::vector<Sizes> kSizes = {
       {101, 160, 160, {160, 425, 290, 65}},

@@ -1,3 +1,4 @@
+// The sheet of diagrams, one product of each kind.
 #include <algorithm>
 #include <iostream>
 #include <set>

@@ -1,5 +1,4 @@
-// Product databases and records as the commands use them: handles that release themselves, and errors in
-// words.
+// Product databases and records as the commands use them: handles release themselves, errors are in words.
 #pragma once
 
 #include <cstdint>
@@ -50,7 +49,7 @@ class Database {
 
   // The record that the user named. Throws UserError that names class, id and file, and ids that come near.
   Record product(std::string_view class_id, std::string_view object_id) const;
-  // What to tell about a class that the database does not hold.
+  // What to report about a class that the database does not hold.
   UserError unknown_class(std::string_view class_id) const;
 
  private:

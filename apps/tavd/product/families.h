@@ -34,8 +34,8 @@ Family read_family(const Database& database, const Record& record);
 // Ids of the main records of the same class to whose families the record belongs.
 std::vector<std::string> families_of(const Database& database, const RecordKey& key);
 
-// The model record that a product names: object id of class "TVM" without trailing blanks, empty if there is
-// none.
+// Object id, of class "TVM", of the model record that a product names: without trailing blanks, empty if
+// there is none.
 std::string model_id(const Database& database, const Record& record);
 
 inline constexpr const char* kModelClass = TAVD_MODEL_CLASS;

@@ -15,7 +15,7 @@ using Bands = std::array<float, TAVD_BANDS>;  // dB, octave bands from 63 to 800
 struct DamperAnswer {
   int code;
   float position;  // as the maker labels the settings
-  float dp;        // total pressure at that position, Pa; told for codes -1, 0 and 1
+  float dp;        // total pressure at that position, Pa; given for codes -1, 0 and 1
   bool has_position() const { return hosts::has_position(code); }
 };
 

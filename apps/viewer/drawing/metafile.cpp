@@ -8,14 +8,14 @@
 namespace viewer {
 namespace {
 
-constexpr int kHundredths = 100;           // of a millimetre, in which frames are told
+constexpr int kHundredths = 100;           // of a millimetre, the unit of frames
 constexpr SIZE kDiagramSize = {160, 120};  // mm
 constexpr SIZE kSketchSize = {100, 168};
 constexpr SIZE kPageSize = {180, 260};  // A4 within its margins
 constexpr wchar_t kDescription[] = L"Product viewer\0Product drawing\0";
 
-// A metafile of a size in mm; `draw` gets its context and its rectangle in units of the screen, to which it
-// refers.
+// A metafile of a size in mm. `draw` gets its context, and its rectangle in units of the screen that it
+// refers to.
 template <typename Draw>
 Metafile record(SIZE size, Draw draw) {
   HDC screen = GetDC(nullptr);

@@ -10,7 +10,7 @@
 
 namespace viewer {
 
-// Something that the user is told in one sentence.
+// An error that the user reads as one sentence.
 class UserError : public std::runtime_error {
  public:
   explicit UserError(std::wstring text) : std::runtime_error("viewer"), text_(std::move(text)) {}

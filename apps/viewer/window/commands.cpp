@@ -125,9 +125,7 @@ Metafile MainWindow::recorded_picture(int which) const {
   if (!session_->has_product()) throw UserError(L"No product is selected.");
   if (which == kPage) return recorded(session_->page());
   const auto drawing = static_cast<Drawing>(which);
-  if (!session_->panes().is_drawn(drawing)) {
-    throw UserError(name_of(drawing) + L": this product has none.");
-  }
+  if (!session_->panes().is_drawn(drawing)) throw UserError(name_of(drawing) + L": this product has none.");
   return recorded(drawing);
 }
 

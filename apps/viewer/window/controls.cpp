@@ -54,8 +54,8 @@ constexpr UINT kFirstStop = 88;
 constexpr UINT kBandStop = 19;
 constexpr std::size_t kStops = 8;
 
-// In a window that is no dialog, a field of many lines would keep the Tab key, and close the window at
-// Escape.
+// In a window that is no dialog, a field of many lines would keep the Tab key, and Escape in it would close
+// the window.
 LRESULT CALLBACK leave_keys(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR, DWORD_PTR) {
   const LRESULT answer = DefSubclassProc(hwnd, message, wparam, lparam);
   return message == WM_GETDLGCODE ? answer & ~LRESULT{DLGC_WANTTAB | DLGC_WANTALLKEYS | DLGC_HASSETSEL}

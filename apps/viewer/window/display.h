@@ -8,7 +8,7 @@ namespace viewer {
 // Dots per inch of the window's display, 96 and up; of the system's where the platform knows no other.
 int dpi_of(HWND window);
 
-// Pixels, at `dpi`, of a length told in pixels at 96 dots per inch.
+// Pixels, at `dpi`, of a length given in pixels at 96 dots per inch.
 int scaled(int pixels, int dpi);
 
 // The user's own font of messages, made for a resolution.

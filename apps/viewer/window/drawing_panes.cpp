@@ -11,8 +11,8 @@ namespace {
 constexpr int kNoList = 0;
 constexpr float kNoFlow = -1.0f;  // outside every axis, so that no point is marked
 
-// Where the platform refused the library's record of a class, one of ours with the same procedure takes its
-// place.
+// Where the platform refused the library's record of a class, one of ours takes its place, with the same
+// procedure.
 constexpr const char* kOwnClasses[kDrawingCount] = {"TavdViewerFlow", "TavdViewerThrow", "TavdViewerShape"};
 
 std::size_t place(Drawing drawing) {
@@ -107,7 +107,7 @@ void DrawingPanes::clear() {
   for (const Drawing drawing : kDrawings) repaint(drawing);
 }
 
-// The flow of this diagram is told to its start alone; the parameter choices outlive that.
+// The flow of this diagram is given at its start alone; the parameter choices outlive that.
 void DrawingPanes::build_throw(const Record& product, const DrawingSettings& settings) {
   bool& drawn = drawn_[place(Drawing::kThrow)];
   drawn = product && L2dg_init(module_, db_, product.get(), kNoList, settings.point.qv.value_or(kNoFlow),

@@ -50,7 +50,7 @@ SIZE smallest_client(int dpi);
 // The splitter under a point, none outside of them.
 std::optional<Splitter> splitter_at(const Layout& layout, POINT point);
 
-// Sets the splitter's share as the point tells it, within what leaves room on both sides.
+// Moves the splitter to the point, within what leaves room on both sides.
 void drag(const Splitter& splitter, POINT point, Shares& shares);
 
 }  // namespace viewer

@@ -23,7 +23,7 @@ class MainWindow {
   // False if the platform makes no window.
   bool create(int show);
 
-  // Opens a database; failures are told to the user.
+  // Opens a database; failures are shown to the user.
   void open(const std::wstring& path);
 
   // Runs until the window is closed. Returns the process's exit code.

@@ -1,5 +1,4 @@
-// The two combo boxes of parameter values, each with its label; one that the product has no use for is
-// hidden.
+// The two combo boxes of parameter values, each with its label, hidden where the product has no use for it.
 #pragma once
 
 #include <windows.h>

@@ -73,9 +73,7 @@ void ProductsTree::fill(HTREEITEM item) {
       add(item, Level::kFamily, product.key, text_of(product), product.family);
     }
   } else {
-    for (const Listed& size : database_->sizes(node.key)) {
-      add(item, Level::kSize, size.key, size.code, false);
-    }
+    for (const Listed& size : database_->sizes(node.key)) add(item, Level::kSize, size.key, size.code, false);
   }
 }
 

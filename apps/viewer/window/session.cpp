@@ -140,7 +140,7 @@ PageContents Session::page() const {
   for (const Drawing drawing : kDrawings) {
     contents.drawn[static_cast<std::size_t>(drawing)] = panes_.is_drawn(drawing);
   }
-  // The heading tells them already.
+  // They stand in the heading already.
   std::erase_if(contents.lines, [&](const ResultLine& line) {
     return line.cells.size() == 1 &&
            (line.cells.front() == contents.title || line.cells.front() == contents.subtitle);

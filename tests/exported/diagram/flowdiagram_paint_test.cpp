@@ -1,4 +1,4 @@
-// The window class, painting, and the tools of one paint.
+// The flow diagram's window: its class, painting, and the tools of one paint.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "exported/diagram/flowdiagram_fixture.h"
+#include "exported/window_fixture.h"
 
 namespace {
 
@@ -13,18 +14,22 @@ using tavdtest::Record;
 using tavdtest::Recording;
 using Strings = std::vector<std::string>;
 
-class FlowDiagramPaint : public tavdtest::FlowDiagram {
+class Shown : public tavdtest::FlowDiagram {
  protected:
-  void SetUp() override {
-    FlowDiagram::SetUp();
-    window_ = tgui_create_window("TAVDDGR", "", 0, 0, 0, 640, 480, nullptr, 0, tgui_main_module());
-    ASSERT_NE(nullptr, window_);
-    tgui_set_surface(window_, recording_.surface());
-  }
-  void TearDown() override {
-    tgui_destroy_window(window_);
-    FlowDiagram::TearDown();
-  }
+  static constexpr char kClass[] = "TAVDDGR";
+  static constexpr unsigned kClassRecordSize = 0x50;
+  static constexpr int kWidth = 640;
+  static constexpr int kHeight = 480;
+  static constexpr int kTools = 6;
+  static constexpr int kObjects = 12;  // the tools, and six of the chart
+  static constexpr int kSetUp = 5;
+  static constexpr int kEnd = 0;
+  static constexpr auto procedure = &tavdg_diagram_proc;
+  static constexpr auto create_tools = &tavdg_create_drawing_tools;
+  static constexpr auto destroy_tools = &tavdg_destroy_drawing_tools;
+  static constexpr auto draw_bare = &tavdg_draw_diagram;
+
+  void init_empty() const { tavdg_init_empty(tgui_main_module(), db()); }
   void build() {
     Record product("TST", "PRODUCT");
     limits(product, 120).rows<DamperPoint>(1652, {{1, 100, 1000}, {1.5F, 100, 300}}).text(1501, "CODE");
@@ -32,25 +37,18 @@ class FlowDiagramPaint : public tavdtest::FlowDiagram {
     tavdg_set_operation_point(300, 1000);
     tavdg_set_qvlimits(200, 500);
   }
-  intptr_t paint() {
-    recording_.clear();
-    return tgui_send_message(window_, TGUI_WM_PAINT, 0, 0);
-  }
-
-  tgui_window* window_ = nullptr;
+  static void expect_whole(const Recording& recording) { EXPECT_GT(recording.segments().size(), 4U); }
 };
 
-TEST_F(FlowDiagramPaint, ClassIsRegisteredAsWindowsWithEightBytesTheArrowAndTheWindowColour) {
-  tgui_class c{};
-  ASSERT_EQ(1, tgui_get_class("TAVDDGR", tgui_main_module(), &c));
-  EXPECT_EQ(0x50U, c.size);
-  EXPECT_EQ(3U, c.style);
-  EXPECT_EQ(0, c.class_extra);
-  EXPECT_EQ(8, c.window_extra);
-  EXPECT_EQ(0x7F00U, c.cursor);
-  EXPECT_EQ(6U, c.background);
-  EXPECT_EQ(&tavdg_diagram_proc, c.procedure);
+using FlowDiagramPaint = tavdtest::PaintedWindow<Shown>;
+
+}  // namespace
+
+namespace tavdtest {
+INSTANTIATE_TYPED_TEST_SUITE_P(FlowDiagram, PaintedWindow, Shown);
 }
+
+namespace {
 
 TEST_F(FlowDiagramPaint, EachModuleGetsTheClassOnce) {
   tgui_module* module = tgui_module_create("other");
@@ -67,24 +65,16 @@ TEST_F(FlowDiagramPaint, EachModuleGetsTheClassOnce) {
 TEST_F(FlowDiagramPaint, StretchesTenThousandUnitsOverTheClientArea) {
   build();
   EXPECT_EQ(0, paint());
-  const Strings all = recording_.lines();
+  const Strings all = painting().lines();
   ASSERT_GT(all.size(), 6U);
   EXPECT_EQ((Strings{"map anisotropic", "window-org 0 0", "window-ext 10000 10000", "viewport-ext 640 480",
                      "background transparent", "select pen solid width=10 colour=#000000"}),
             Strings(all.begin(), all.begin() + 6));
 }
 
-TEST_F(FlowDiagramPaint, DrawsTheSameAsTheHostWould) {
-  build();
-  paint();
-  const Strings painted = recording_.lines();
-  const Strings drawn = draw().lines();
-  EXPECT_EQ(drawn, Strings(painted.begin() + 5, painted.end()));
-}
-
 TEST_F(FlowDiagramPaint, WithoutADiagramNothingIsDrawn) {
   paint();
-  EXPECT_EQ("", recording_.text());
+  EXPECT_EQ("", painting().text());
 }
 
 TEST_F(FlowDiagramPaint, FailedBuildKeepsTheWindowBlank) {
@@ -92,51 +82,7 @@ TEST_F(FlowDiagramPaint, FailedBuildKeepsTheWindowBlank) {
   Record bad("TST", "BAD");
   ASSERT_EQ(-1, tavdg_initdiagramdata(bad.rec()));
   paint();
-  EXPECT_EQ("", recording_.text());
-}
-
-TEST_F(FlowDiagramPaint, WindowWithoutASurfaceIsHarmless) {
-  build();
-  tgui_set_surface(window_, nullptr);
-  const int objects = tgui_object_count();
-  EXPECT_EQ(0, paint());
-  EXPECT_EQ(objects, tgui_object_count());
-}
-
-TEST_F(FlowDiagramPaint, OtherMessagesGoToTheSystem) {
-  build();
-  recording_.clear();
-  EXPECT_EQ(tgui_default_procedure(window_, TGUI_WM_SIZE, 0, 0),
-            tgui_send_message(window_, TGUI_WM_SIZE, 0, 0));
-  EXPECT_EQ("", recording_.text());
-}
-
-TEST_F(FlowDiagramPaint, LeavesNoObject) {
-  build();
-  const int objects = tgui_object_count();
-  for (int i = 0; i < 3; ++i) {
-    paint();
-    EXPECT_EQ(objects, tgui_object_count());
-  }
-}
-
-TEST_F(FlowDiagramPaint, LeavesNoObjectWhateverCannotBeMade) {
-  build();
-  const int objects = tgui_object_count();
-  // Six tools of the diagram and six objects of the chart.
-  for (int first = 0; first < 12; ++first) {
-    for (const int failing : {1, 2, 100}) {
-      tgui_fail_objects(first, failing);
-      paint();
-      tgui_fail_objects(0, 0);
-      EXPECT_EQ(objects, tgui_object_count()) << first << ' ' << failing;
-      EXPECT_GT(recording_.segments().size(), 4U);
-      tgui_state state{};
-      tgui_surface_state(recording_.surface(), &state);
-      EXPECT_EQ(tgui_stock_object(TGUI_BLACK_PEN), state.pen) << first << ' ' << failing;
-      EXPECT_EQ(tgui_stock_object(TGUI_SYSTEM_FONT), state.font) << first << ' ' << failing;
-    }
-  }
+  EXPECT_EQ("", painting().text());
 }
 
 TEST_F(FlowDiagramPaint, DrawingWithoutToolsUsesWhatIsSelected) {
@@ -144,25 +90,6 @@ TEST_F(FlowDiagramPaint, DrawingWithoutToolsUsesWhatIsSelected) {
   recording_.clear();
   tavdg_draw_diagram(recording_.surface());
   EXPECT_EQ(3U, recording_.lines("ellipse").size());
-}
-
-TEST_F(FlowDiagramPaint, ToolsAreSixAndAreNotMadeTwice) {
-  const int objects = tgui_object_count();
-  tavdg_create_drawing_tools();
-  EXPECT_EQ(objects + 6, tgui_object_count());
-  tavdg_create_drawing_tools();
-  EXPECT_EQ(objects + 6, tgui_object_count());
-  tavdg_destroy_drawing_tools();
-  EXPECT_EQ(objects, tgui_object_count());
-  tavdg_destroy_drawing_tools();
-  EXPECT_EQ(objects, tgui_object_count());
-}
-
-TEST_F(FlowDiagramPaint, InitDeletesToolsOfAFormerDiagram) {
-  const int objects = tgui_object_count();
-  tavdg_create_drawing_tools();
-  tavdg_init_empty(tgui_main_module(), db());
-  EXPECT_EQ(objects, tgui_object_count());
 }
 
 TEST_F(FlowDiagramPaint, ToolsFollowTheHeightOfTheDrawing) {
@@ -197,15 +124,6 @@ TEST_F(FlowDiagramPaint, CirclesFollowTheWidthOfTheDrawing) {
     diameters.push_back(s[2] - s[0]);
   }
   EXPECT_EQ((std::vector<int>{200, 100, 50}), diameters);
-}
-
-TEST_F(FlowDiagramPaint, NullContextIsHarmless) {
-  build();
-  const int objects = tgui_object_count();
-  tavdg_create_drawing_tools();
-  tavdg_draw_diagram(nullptr);
-  tavdg_destroy_drawing_tools();
-  EXPECT_EQ(objects, tgui_object_count());
 }
 
 }  // namespace

@@ -1,11 +1,13 @@
 // The list box of sizes and the combo box of values, in a dialog of libtavdgui.
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "exported/diagram/throwdiagram_fixture.h"
 #include "support/dialog.h"
+#include "support/painted.h"
 
 namespace {
 
@@ -20,12 +22,11 @@ class ThrowDialog : public tavdtest::ThrowDiagram {
  protected:
   void SetUp() override {
     ThrowDiagram::SetUp();
-    window_ = tgui_create_window("TAVDDGRL02", "", 0, 0, 0, 640, 480, nullptr, 0, tgui_main_module());
-    ASSERT_NE(nullptr, window_);
-    tgui_set_surface(window_, surface_.surface());
+    pane_ = std::make_unique<tavdtest::Painted>("TAVDDGRL02", 640, 480);
+    ASSERT_NE(nullptr, pane_->window());
   }
   void TearDown() override {
-    tgui_destroy_window(window_);
+    tgui_destroy_window(pane_->window());
     ThrowDiagram::TearDown();
     tavbreleaserec(main_);
   }
@@ -46,11 +47,7 @@ class ThrowDialog : public tavdtest::ThrowDiagram {
     L2dg_fillsizeLB(dialog_.window());
   }
   // Whether the window shows a diagram.
-  bool is_painted() {
-    surface_.clear();
-    tgui_send_message(window_, TGUI_WM_PAINT, 0, 0);
-    return !surface_.text().empty();
-  }
+  bool is_painted() { return !pane_->paint().text().empty(); }
   void build_throws(const std::vector<ParL2Point>& rows) {
     Record product("TST", "PRODUCT");
     ASSERT_EQ(0, L2dg_initdiagramdata(limits(product).rows(1660, rows).rec()));
@@ -59,8 +56,7 @@ class ThrowDialog : public tavdtest::ThrowDiagram {
   void update_combo() { L2dg_update_parameter_combo(dialog_.window(), kCombo); }
 
   tavdtest::Dialog dialog_;
-  tavdtest::Recording surface_;
-  tgui_window* window_ = nullptr;
+  std::unique_ptr<tavdtest::Painted> pane_;
   tavb_rec main_ = nullptr;
 };
 

@@ -1,4 +1,4 @@
-// The window class, painting, and the tools of one paint.
+// The throw length diagram's window: its class, painting, and the tools of one paint.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "exported/diagram/throwdiagram_fixture.h"
+#include "exported/window_fixture.h"
 #include "tavd/tavdg.h"
 
 namespace {
@@ -16,44 +17,42 @@ using Strings = std::vector<std::string>;
 
 constexpr char kClass[] = "TAVDDGRL02";
 
-class ThrowPaint : public tavdtest::ThrowDiagram {
+class Shown : public tavdtest::ThrowDiagram {
  protected:
-  void SetUp() override {
-    ThrowDiagram::SetUp();
-    window_ = tgui_create_window(kClass, "", 0, 0, 0, 640, 480, nullptr, 0, tgui_main_module());
-    ASSERT_NE(nullptr, window_);
-    tgui_set_surface(window_, surface_.surface());
-  }
-  void TearDown() override {
-    tgui_destroy_window(window_);
-    ThrowDiagram::TearDown();
-  }
+  static constexpr auto& kClass = ::kClass;
+  static constexpr unsigned kClassRecordSize = 0x48;
+  static constexpr int kWidth = 640;
+  static constexpr int kHeight = 480;
+  static constexpr int kTools = 4;
+  static constexpr int kObjects = 10;  // the tools, and six of the chart
+  static constexpr int kSetUp = 5;
+  static constexpr int kEnd = 0;
+  static constexpr auto procedure = &L2dg_diagram_proc;
+  static constexpr auto create_tools = &L2dg_create_drawing_tools;
+  static constexpr auto destroy_tools = &L2dg_destroy_drawing_tools;
+  static constexpr auto draw_bare = &L2dg_draw_diagram;
+
+  void init_empty() const { L2dg_init_empty(tgui_main_module(), db()); }
   void build() {
     Record product("TST", "PRODUCT");
     terminal_by_value(product).text(1501, "CODE");
     L2dg_set_parameter("G", "20");
     ASSERT_EQ(0, init(db(), product.rec(), 300));
   }
-  intptr_t paint() {
-    surface_.clear();
-    return tgui_send_message(window_, TGUI_WM_PAINT, 0, 0);
+  static void expect_whole(const tavdtest::Recording& recording) {
+    EXPECT_EQ(3U, recording.lines("ellipse").size());
   }
-
-  tavdtest::Recording surface_;
-  tgui_window* window_ = nullptr;
 };
 
-TEST_F(ThrowPaint, ClassIsRegisteredAsWindowsWithEightBytesTheArrowAndTheWindowColour) {
-  tgui_class c{};
-  ASSERT_EQ(1, tgui_get_class(kClass, tgui_main_module(), &c));
-  EXPECT_EQ(0x48U, c.size);
-  EXPECT_EQ(3U, c.style);
-  EXPECT_EQ(0, c.class_extra);
-  EXPECT_EQ(8, c.window_extra);
-  EXPECT_EQ(0x7F00U, c.cursor);
-  EXPECT_EQ(6U, c.background);
-  EXPECT_EQ(&L2dg_diagram_proc, c.procedure);
+using ThrowPaint = tavdtest::PaintedWindow<Shown>;
+
+}  // namespace
+
+namespace tavdtest {
+INSTANTIATE_TYPED_TEST_SUITE_P(ThrowDiagram, PaintedWindow, Shown);
 }
+
+namespace {
 
 TEST_F(ThrowPaint, SecondModuleDoesNotGetTheClass) {
   tgui_module* module = tgui_module_create("other");
@@ -67,32 +66,16 @@ TEST_F(ThrowPaint, SecondModuleDoesNotGetTheClass) {
 TEST_F(ThrowPaint, StretchesTenThousandUnitsOverTheClientArea) {
   build();
   EXPECT_EQ(0, paint());
-  const Strings all = surface_.lines();
+  const Strings all = painting().lines();
   ASSERT_GT(all.size(), 6U);
   EXPECT_EQ((Strings{"map anisotropic", "window-org 0 0", "window-ext 10000 10000", "viewport-ext 640 480",
                      "background transparent", "select pen solid width=10 colour=#000000"}),
             Strings(all.begin(), all.begin() + 6));
 }
 
-TEST_F(ThrowPaint, DrawsTheSameAsTheHostWould) {
-  build();
-  paint();
-  const Strings painted = surface_.lines();
-  const Strings drawn = draw().lines();
-  EXPECT_EQ(drawn, Strings(painted.begin() + 5, painted.end()));
-}
-
-TEST_F(ThrowPaint, PaintsTheSameEveryTime) {
-  build();
-  paint();
-  const std::string first = surface_.text();
-  paint();
-  EXPECT_EQ(first, surface_.text());
-}
-
 TEST_F(ThrowPaint, WithoutADiagramNothingIsDrawn) {
-  EXPECT_EQ(tgui_default_procedure(window_, TGUI_WM_PAINT, 0, 0), paint());
-  EXPECT_EQ("", surface_.text());
+  EXPECT_EQ(tgui_default_procedure(window(), TGUI_WM_PAINT, 0, 0), paint());
+  EXPECT_EQ("", painting().text());
 }
 
 TEST_F(ThrowPaint, FailedBuildKeepsTheWindowBlank) {
@@ -101,7 +84,7 @@ TEST_F(ThrowPaint, FailedBuildKeepsTheWindowBlank) {
   bad.header(110, 0, 0, 100, 1000, 100, 100).rows<QvL2Point>(1659, {{100, 1}});
   ASSERT_EQ(-1, L2dg_initdiagramdata(bad.rec()));
   paint();
-  EXPECT_EQ("", surface_.text());
+  EXPECT_EQ("", painting().text());
 }
 
 TEST_F(ThrowPaint, InitEndsAFailure) {
@@ -110,32 +93,7 @@ TEST_F(ThrowPaint, InitEndsAFailure) {
   ASSERT_EQ(-1, L2dg_initdiagramdata(bad.rec()));
   build();
   paint();
-  EXPECT_NE("", surface_.text());
-}
-
-TEST_F(ThrowPaint, WindowWithoutASurfaceIsHarmless) {
-  build();
-  tgui_set_surface(window_, nullptr);
-  const int objects = tgui_object_count();
-  EXPECT_EQ(0, paint());
-  EXPECT_EQ(objects, tgui_object_count());
-}
-
-TEST_F(ThrowPaint, OtherMessagesGoToTheSystem) {
-  build();
-  surface_.clear();
-  EXPECT_EQ(tgui_default_procedure(window_, TGUI_WM_SIZE, 0, 0),
-            tgui_send_message(window_, TGUI_WM_SIZE, 0, 0));
-  EXPECT_EQ("", surface_.text());
-}
-
-TEST_F(ThrowPaint, LeavesNoObject) {
-  build();
-  const int objects = tgui_object_count();
-  for (int i = 0; i < 3; ++i) {
-    paint();
-    EXPECT_EQ(objects, tgui_object_count());
-  }
+  EXPECT_NE("", painting().text());
 }
 
 TEST_F(ThrowPaint, FailedBuildsLeaveNoObject) {
@@ -154,34 +112,13 @@ TEST_F(ThrowPaint, FailedBuildsLeaveNoObject) {
   EXPECT_EQ(objects, tgui_object_count());
 }
 
-TEST_F(ThrowPaint, LeavesNoObjectWhateverCannotBeMade) {
-  build();
-  const int objects = tgui_object_count();
-  // Four tools of the diagram and six objects of the chart.
-  for (int first = 0; first < 10; ++first) {
-    for (const int failing : {1, 2, 100}) {
-      tgui_fail_objects(first, failing);
-      paint();
-      tgui_fail_objects(0, 0);
-      EXPECT_EQ(objects, tgui_object_count()) << first << ' ' << failing;
-      EXPECT_EQ(3U, surface_.lines("ellipse").size()) << first << ' ' << failing;
-      // Outside the paint the surface has what it had before.
-      tgui_state state{};
-      tgui_surface_state(surface_.surface(), &state);
-      EXPECT_EQ(tgui_stock_object(TGUI_BLACK_PEN), state.pen) << first << ' ' << failing;
-      EXPECT_EQ(tgui_stock_object(TGUI_WHITE_BRUSH), state.brush) << first << ' ' << failing;
-      EXPECT_EQ(tgui_stock_object(TGUI_SYSTEM_FONT), state.font) << first << ' ' << failing;
-    }
-  }
-}
-
 TEST_F(ThrowPaint, LineIsDrawnInBlackIfTheRedPenCannotBeMade) {
   build();
   tgui_fail_objects(0, 1);
   paint();
   tgui_fail_objects(0, 0);
   Strings pens;
-  for (const std::string& line : surface_.lines("select")) {
+  for (const std::string& line : painting().lines("select")) {
     if (line.starts_with("select pen solid")) {
       pens.push_back(line);
     }
@@ -191,23 +128,8 @@ TEST_F(ThrowPaint, LineIsDrawnInBlackIfTheRedPenCannotBeMade) {
             pens);
 }
 
-TEST_F(ThrowPaint, ToolsAreFourAndAreNotMadeTwice) {
+TEST_F(ThrowPaint, InitWithAProductDeletesToolsOfAFormerDiagram) {
   const int objects = tgui_object_count();
-  L2dg_create_drawing_tools();
-  EXPECT_EQ(objects + 4, tgui_object_count());
-  L2dg_create_drawing_tools();
-  EXPECT_EQ(objects + 4, tgui_object_count());
-  L2dg_destroy_drawing_tools();
-  EXPECT_EQ(objects, tgui_object_count());
-  L2dg_destroy_drawing_tools();
-  EXPECT_EQ(objects, tgui_object_count());
-}
-
-TEST_F(ThrowPaint, InitDeletesToolsOfAFormerDiagram) {
-  const int objects = tgui_object_count();
-  L2dg_create_drawing_tools();
-  L2dg_init_empty(tgui_main_module(), db());
-  EXPECT_EQ(objects, tgui_object_count());
   L2dg_create_drawing_tools();
   L2dg_init(tgui_main_module(), db(), nullptr, 0, 0, 0, 0);
   EXPECT_EQ(objects, tgui_object_count());
@@ -238,18 +160,18 @@ TEST_F(ThrowPaint, ToolsFollowTheHeightOfTheDrawing) {
 TEST_F(ThrowPaint, LivesBesideTheFlowDiagram) {
   build();
   paint();
-  const std::string before = surface_.text();
+  const std::string before = painting().text();
   Record other("TST", "OTHER");
   terminal(other).floats(1651, {100, 50}).text(1501, "OTHER");
   ASSERT_EQ(0, tavdg_init(tgui_main_module(), db(), other.rec(), 0, 300, 50));
   tavdg_set_parameter("G", "10");
   tavdg_resize(0, 0, 500, 500);
   paint();
-  EXPECT_EQ(before, surface_.text());
+  EXPECT_EQ(before, painting().text());
   tavdg_reset_parameters();
   tavdg_release();
   paint();
-  EXPECT_EQ(before, surface_.text());
+  EXPECT_EQ(before, painting().text());
 }
 
 // In a process of its own, where the class was not tried before: something else has its name.

@@ -10,7 +10,7 @@
 #include "exported/diagram/throwdiagram_fixture.h"
 #include "support/database.h"
 #include "support/dialog.h"
-#include "support/recording.h"
+#include "support/painted.h"
 #include "tavd/L2dg.h"
 #include "tavd/tavdg.h"
 
@@ -26,23 +26,12 @@ using tavdtest::Text;
 using tavdtest::throw_row;
 using Strings = std::vector<std::string>;
 
-constexpr std::uint32_t kChild = 0x40000000;
-
 // A window of a class of the library's in the dialog, and what it paints.
-class Pane {
+class Pane : public tavdtest::Painted {
  public:
   Pane(const char* class_name, const tavdtest::Dialog& dialog)
-      : window_(tgui_create_window(class_name, "", kChild, 0, 0, 600, 450, dialog.window(), 0,
-                                   tgui_main_module())) {
-    tgui_set_surface(window_, recording_.surface());
-  }
-  tgui_window* window() const { return window_; }
+      : Painted(class_name, 600, 450, dialog.window()) {}
 
-  const Recording& paint() {
-    recording_.clear();
-    tgui_send_message(window_, TGUI_WM_PAINT, 0, 0);
-    return recording_;
-  }
   // What a paint shows: its texts, the chart's title first, and its lines.
   Strings texts() {
     Strings all;
@@ -56,10 +45,6 @@ class Pane {
     return all.empty() ? "" : all.front();
   }
   Strings lines() { return paint().lines("line"); }
-
- private:
-  Recording recording_;
-  tgui_window* window_;  // the dialog's
 };
 
 // The titles of the axes stand behind that of the chart.

@@ -1,4 +1,4 @@
-// The window class, painting, and the tools of one paint.
+// The shape picture's window: its class, painting, and the tools of one paint.
 #include <gtest/gtest.h>
 
 #include <cstddef>
@@ -7,60 +7,57 @@
 #include <vector>
 
 #include "exported/shape/picture_fixture.h"
+#include "exported/window_fixture.h"
 
 namespace {
 
 using tavdtest::Recording;
 using Strings = std::vector<std::string>;
 
-constexpr std::size_t kSetUp = 7;  // operations of a paint before the picture's own
-
-class ShapeWindow : public tavdtest::ShapePicture {
+class Shown : public tavdtest::ShapePicture {
  protected:
+  static constexpr char kClass[] = "TAVDSHAPE";
+  static constexpr unsigned kClassRecordSize = 0x48;
+  static constexpr int kWidth = 1000;
+  static constexpr int kHeight = 840;
+  static constexpr int kTools = 6;
+  static constexpr int kObjects = 6;
+  static constexpr int kSetUp = 7;
+  static constexpr int kEnd = 1;
+  static constexpr auto procedure = &tavdshapepic_picproc;
+  static constexpr auto create_tools = &tavdshapepic_create_drawing_tools;
+  static constexpr auto destroy_tools = &tavdshapepic_destroy_drawing_tools;
+  static constexpr auto draw_bare = &tavdshapepic_draw;
+
   void SetUp() override {
     ShapePicture::SetUp();
-    open(1000, 840);
-    show({103, 160, 300, 110, 45, 6}, 160);
+    build();
   }
-  void TearDown() override {
-    tgui_destroy_window(window_);
-    ShapePicture::TearDown();
-  }
+  static void init_empty() { tavdshapepic_init(tgui_main_module(), 0, nullptr, 0); }
+  static void build() { show({103, 160, 300, 110, 45, 6}, 160); }
+  static void expect_whole(const Recording& recording) { EXPECT_GT(recording.segments().size(), 4U); }
+};
 
-  void open(int width, int height) {
-    tgui_destroy_window(window_);
-    window_ = tgui_create_window("TAVDSHAPE", "", 0, 0, 0, width, height, nullptr, 0, tgui_main_module());
-    ASSERT_NE(nullptr, window_);
-    tgui_set_surface(window_, recording_.surface());
-  }
-  intptr_t paint() {
-    recording_.clear();
-    return tgui_send_message(window_, TGUI_WM_PAINT, 0, 0);
-  }
+class ShapeWindow : public tavdtest::PaintedWindow<Shown> {
+ protected:
   // "viewport-org" and "viewport-ext" of a paint into a client area.
   Strings viewport(int width, int height) {
     open(width, height);
     paint();
-    Strings all = recording_.lines("viewport-org");
-    const Strings extents = recording_.lines("viewport-ext");
+    Strings all = painting().lines("viewport-org");
+    const Strings extents = painting().lines("viewport-ext");
     all.insert(all.end(), extents.begin(), extents.end());
     return all;
   }
-
-  tgui_window* window_ = nullptr;
 };
 
-TEST_F(ShapeWindow, ClassIsRegisteredWithEightBytesTheArrowAndTheWindowColour) {
-  tgui_class c{};
-  ASSERT_EQ(1, tgui_get_class("TAVDSHAPE", tgui_main_module(), &c));
-  EXPECT_EQ(0x48U, c.size);
-  EXPECT_EQ(3U, c.style);
-  EXPECT_EQ(0, c.class_extra);
-  EXPECT_EQ(8, c.window_extra);
-  EXPECT_EQ(0x7F00U, c.cursor);
-  EXPECT_EQ(6U, c.background);
-  EXPECT_EQ(&tavdshapepic_picproc, c.procedure);
+}  // namespace
+
+namespace tavdtest {
+INSTANTIATE_TYPED_TEST_SUITE_P(ShapePicture, PaintedWindow, Shown);
 }
+
+namespace {
 
 // Unlike the flow diagram's, which each module gets.
 TEST_F(ShapeWindow, ClassIsRegisteredOnceInTheProcess) {
@@ -92,68 +89,34 @@ TEST_F(ShapeWindow, NarrowWindowCutsThePictureAtBothSides) {
 
 TEST_F(ShapeWindow, PaintSetsUpThePlaneAndDraws) {
   EXPECT_EQ(0, paint());
-  const Strings painted = recording_.lines();
-  ASSERT_GT(painted.size(), kSetUp);
+  const Strings painted = painting().lines();
+  ASSERT_GT(painted.size(), std::size_t{kSetUp});
   EXPECT_EQ((Strings{"save 1", "map anisotropic", "window-org 0 0", "window-ext 500 840",
                      "viewport-org 250 0", "viewport-ext 500 840", "background transparent"}),
             Strings(painted.begin(), painted.begin() + kSetUp));
   const Strings drawn = draw().lines();
-  EXPECT_EQ(drawn, Strings(painted.begin() + kSetUp, painted.end() - 1));
+  EXPECT_EQ(drawn, drawn_by_paint());
 }
 
 TEST_F(ShapeWindow, PaintIsOfTheRectangleThatIsSet) {
   tavdshapepic_resize(0, 0, 250, 420);
   paint();
-  const Strings painted = recording_.lines();
   const Strings drawn = draw().lines();
-  EXPECT_EQ(drawn, Strings(painted.begin() + kSetUp, painted.end() - 1));
+  EXPECT_EQ(drawn, drawn_by_paint());
 }
 
 TEST_F(ShapeWindow, PaintLeavesTheSurfaceAsItWas) {
   tgui_state before{};
-  tgui_surface_state(recording_.surface(), &before);
+  tgui_surface_state(painting().surface(), &before);
   paint();
   tgui_state after{};
-  tgui_surface_state(recording_.surface(), &after);
+  tgui_surface_state(painting().surface(), &after);
   EXPECT_EQ(before.pen, after.pen);
   EXPECT_EQ(before.font, after.font);
   EXPECT_EQ(before.text_align, after.text_align);
   EXPECT_EQ(before.map_mode, after.map_mode);
   EXPECT_EQ(before.background_mode, after.background_mode);
   EXPECT_EQ(before.viewport_org[0], after.viewport_org[0]);
-}
-
-TEST_F(ShapeWindow, PaintLeavesNoTool) {
-  const int objects = tgui_object_count();
-  for (int i = 0; i < 3; ++i) {
-    paint();
-    EXPECT_EQ(objects, tgui_object_count());
-  }
-}
-
-TEST_F(ShapeWindow, PaintLeavesNoToolWhicheverCannotBeMade) {
-  const int objects = tgui_object_count();
-  for (int first = 0; first < 6; ++first) {
-    for (const int failing : {1, 2, 100}) {
-      tgui_fail_objects(first, failing);
-      paint();
-      tgui_fail_objects(0, 0);
-      EXPECT_EQ(objects, tgui_object_count()) << first << ' ' << failing;
-      EXPECT_GT(recording_.segments().size(), 4U);
-      tgui_state state{};
-      tgui_surface_state(recording_.surface(), &state);
-      EXPECT_EQ(tgui_stock_object(TGUI_BLACK_PEN), state.pen) << first << ' ' << failing;
-      EXPECT_EQ(tgui_stock_object(TGUI_SYSTEM_FONT), state.font) << first << ' ' << failing;
-    }
-  }
-}
-
-TEST_F(ShapeWindow, WithoutASurfaceIsHarmless) {
-  tgui_set_surface(window_, nullptr);
-  const int objects = tgui_object_count();
-  EXPECT_EQ(0, paint());
-  EXPECT_EQ(objects, tgui_object_count());
-  EXPECT_EQ("", recording_.text());
 }
 
 TEST_F(ShapeWindow, WithoutAnAreaIsHarmless) {
@@ -165,36 +128,12 @@ TEST_F(ShapeWindow, WithoutAnAreaIsHarmless) {
   }
 }
 
-TEST_F(ShapeWindow, OtherMessagesGoToTheSystem) {
-  recording_.clear();
-  for (const unsigned message : {0U, 1U, 5U, 0x10U, 0x14U, 0x400U, 0xFFFFFFFFU}) {
-    EXPECT_EQ(tgui_default_procedure(window_, message, 7, 9), tgui_send_message(window_, message, 7, 9));
-  }
-  EXPECT_EQ("", recording_.text());
+TEST_F(ShapeWindow, ProcedureWithoutAWindowIsHarmless) {
   EXPECT_EQ(0, tavdshapepic_picproc(nullptr, TGUI_WM_PAINT, 0, 0));
-  EXPECT_EQ(0, tavdshapepic_picproc(nullptr, 5, 0, 0));
+  EXPECT_EQ(0, tavdshapepic_picproc(nullptr, TGUI_WM_SIZE, 0, 0));
 }
 
 // ---- The tools ----
-
-TEST_F(ShapeWindow, ToolsAreSixAndAreNotMadeTwice) {
-  const int objects = tgui_object_count();
-  tavdshapepic_create_drawing_tools();
-  EXPECT_EQ(objects + 6, tgui_object_count());
-  tavdshapepic_create_drawing_tools();
-  EXPECT_EQ(objects + 6, tgui_object_count());
-  tavdshapepic_destroy_drawing_tools();
-  EXPECT_EQ(objects, tgui_object_count());
-  tavdshapepic_destroy_drawing_tools();
-  EXPECT_EQ(objects, tgui_object_count());
-}
-
-TEST_F(ShapeWindow, InitDeletesToolsOfAFormerPicture) {
-  const int objects = tgui_object_count();
-  tavdshapepic_create_drawing_tools();
-  tavdshapepic_init(tgui_main_module(), 0, nullptr, 0);
-  EXPECT_EQ(objects, tgui_object_count());
-}
 
 bool has_start(const Strings& lines, const std::string& start) {
   for (const std::string& line : lines) {
@@ -249,13 +188,6 @@ TEST_F(ShapeWindow, DrawingWithoutToolsUsesWhatIsSelected) {
   tavdshapepic_draw(recording_.surface());
   EXPECT_GT(recording_.segments().size(), 20U);
   EXPECT_TRUE(recording_.lines("select").empty());
-}
-
-TEST_F(ShapeWindow, NullContextIsHarmless) {
-  tavdshapepic_create_drawing_tools();
-  tavdshapepic_draw(nullptr);
-  tavdshapepic_destroy_drawing_tools();
-  EXPECT_EQ("", (recording_.clear(), recording_.text()));
 }
 
 }  // namespace

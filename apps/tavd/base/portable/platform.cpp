@@ -1,3 +1,4 @@
+// The platform by POSIX, with the module of libtavdgui.
 #include "base/platform.h"
 
 #include <unistd.h>

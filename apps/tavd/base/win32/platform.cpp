@@ -1,3 +1,4 @@
+// The platform by Win32.
 #include "base/platform.h"
 
 // windows.h first: the others need it.

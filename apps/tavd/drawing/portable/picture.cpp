@@ -95,7 +95,7 @@ void Picture::describe(const DrawingText& text) {
   tgui_cairo_describe(surface_->surface, text.title.c_str(), text.description.c_str());
 }
 
-// By a window of the class that the library registered. Of an SVG the curves stand in groups with their
+// By a window of the class that the library registered. In an SVG the curves stand in groups that bear their
 // names.
 void Picture::paint(const hosts::LibraryDrawing& drawing) {
   tgui_surface* const surface = surface_->surface;
@@ -108,8 +108,8 @@ void Picture::paint(const hosts::LibraryDrawing& drawing) {
   tgui_destroy_window(window);
 }
 
-// What a diagram puts outside of its plane, such as labels of lines that leave it, would stand in another
-// cell.
+// What a diagram puts outside of its plane, such as labels of lines that leave it, would stand in the cell
+// beside it.
 void Picture::paint(const hosts::LibraryDrawing& drawing, const Cell& cell) {
   tgui_surface* const surface = surface_->surface;
   const Area& place = cell.place;

@@ -1,5 +1,4 @@
-// Broken lines. GDI breaks only the lines that are one of its pixels wide, which shades and prints make more
-// of.
+// Broken lines. GDI breaks only lines that are one of its pixels wide; shades and prints make them wider.
 #pragma once
 
 #include <windows.h>

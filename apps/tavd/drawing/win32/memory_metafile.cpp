@@ -6,7 +6,7 @@
 namespace tavdhost {
 namespace {
 
-constexpr int kHundredths = 100;  // of a millimetre, which a metafile's frame is told in
+constexpr int kHundredths = 100;  // of a millimetre, the unit of a metafile's frame
 
 // The frame in which so many of the screen's pixels fit.
 RECT frame_of(HDC screen, PictureSize size) {

@@ -16,7 +16,7 @@ namespace {
 
 constexpr int kFineness = 4;                   // drawn pixels to one of the picture, each way: 17 shades
 constexpr std::int64_t kBandPixels = 1 << 25;  // drawn at once, 128 MiB
-constexpr double kResolution = 96;             // dots per inch, as a PNG tells
+constexpr double kResolution = 96;             // dots per inch, as a PNG says
 constexpr std::size_t kChannels = 3;           // blue, green, red
 constexpr std::size_t kDrawnChannels = 4;      // and one that means nothing
 constexpr unsigned kWhite = 255;

@@ -138,10 +138,10 @@ void Player::play(const ENHMETARECORD* record) {
       break;
     case EMR_EXTTEXTOUTW:
     case EMR_EXTTEXTOUTA: {
-      const EMRTEXT& told = as<EMREXTTEXTOUTW>(record).emrtext;
-      const auto* letters = reinterpret_cast<const char*>(record) + told.offString;
-      const int count = static_cast<int>(told.nChars);
-      text(told.ptlReference.x, told.ptlReference.y, [&](LONG x, LONG y) {
+      const EMRTEXT& given = as<EMREXTTEXTOUTW>(record).emrtext;
+      const auto* letters = reinterpret_cast<const char*>(record) + given.offString;
+      const int count = static_cast<int>(given.nChars);
+      text(given.ptlReference.x, given.ptlReference.y, [&](LONG x, LONG y) {
         if (record->iType == EMR_EXTTEXTOUTA) return TextOutA(hdc_, x, y, letters, count);
         return TextOutW(hdc_, x, y, reinterpret_cast<const wchar_t*>(letters), count);
       });
@@ -171,11 +171,11 @@ void Player::play(const ENHMETARECORD* record) {
       break;
     }
     case EMR_ARC: {
-      const auto& told = as<EMRARC>(record);
+      const auto& arc = as<EMRARC>(record);
       if (dashes_ == nullptr) {
         play_as_it_is(record);
       } else {
-        broken_arc(told.rclBox, told.ptlStart, told.ptlEnd);
+        broken_arc(arc.rclBox, arc.ptlStart, arc.ptlEnd);
       }
       break;
     }
@@ -200,18 +200,17 @@ void Player::make_font(const EMREXTCREATEFONTINDIRECTW& record) {
 
 // No line is thinner than a pixel of the picture.
 void Player::make_pen(const EMRCREATEPEN& record) {
-  const LOGPEN& told = record.lopn;
+  const LOGPEN& pen = record.lopn;
   const double pixel = static_cast<double>(plane_.width) / placed_.place.width();
-  const double width = std::max<double>(told.lopnWidth.x, pixel);
+  const double width = std::max<double>(pen.lopnWidth.x, pixel);
   drop(record.ihPen);
-  const std::span<const double> pattern = dash_pattern(told.lopnStyle);
+  const std::span<const double> pattern = dash_pattern(pen.lopnStyle);
   if (pattern.empty()) {
     pens_[record.ihPen] = {
-        CreatePen(static_cast<int>(told.lopnStyle), static_cast<int>(std::lround(width)), told.lopnColor),
-        {}};
+        CreatePen(static_cast<int>(pen.lopnStyle), static_cast<int>(std::lround(width)), pen.lopnColor), {}};
     return;
   }
-  const LOGBRUSH ink = {BS_SOLID, told.lopnColor, 0};
+  const LOGBRUSH ink = {BS_SOLID, pen.lopnColor, 0};
   const LONG fine_width = fine_x(width);
   pens_[record.ihPen] = {ExtCreatePen(PS_GEOMETRIC | PS_SOLID | PS_ENDCAP_FLAT,
                                       static_cast<DWORD>(fine_width), &ink, 0, nullptr),
@@ -301,12 +300,12 @@ void Player::text(LONG x, LONG y, Out out) {
 }
 
 void Player::small_text(const ENHMETARECORD* record) {
-  const auto& told = as<SmallText>(record);
-  const auto* letters = reinterpret_cast<const char*>(record) + sizeof told +
-                        ((told.options & kNoRectangle) != 0 ? 0 : sizeof(RECTL));
-  const int count = static_cast<int>(told.count);
-  text(told.x, told.y, [&](LONG x, LONG y) {
-    if ((told.options & kNarrow) != 0) return TextOutA(hdc_, x, y, letters, count);
+  const auto& given = as<SmallText>(record);
+  const auto* letters = reinterpret_cast<const char*>(record) + sizeof given +
+                        ((given.options & kNoRectangle) != 0 ? 0 : sizeof(RECTL));
+  const int count = static_cast<int>(given.count);
+  text(given.x, given.y, [&](LONG x, LONG y) {
+    if ((given.options & kNarrow) != 0) return TextOutA(hdc_, x, y, letters, count);
     return TextOutW(hdc_, x, y, reinterpret_cast<const wchar_t*>(letters), count);
   });
 }
