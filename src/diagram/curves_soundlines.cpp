@@ -121,8 +121,7 @@ bool level_line(const FlowDiagram& dg, const LevelTable& table, const Groups& gr
   return true;
 }
 
-// Draws the lines of all levels. `labelled_point` chooses the point at which a line's label stands, null for
-// none.
+// Draws the lines of all levels. `labelled_point` gives the point of a line that bears its label, or null.
 template <typename FlowAt, typename LabelledPoint>
 void draw_lines(const FlowDiagram& dg, tavd_hdc hdc, const LevelTable& table, const Groups& groups,
                 FlowAt flow_at, LabelledPoint labelled_point) {

@@ -32,9 +32,8 @@
 //   should be 90 long; 5 units to the right of a line down, so that 90 units to the right of it should be
 //   free.
 // - rect() is for the shapes that are counted with rectangles; the outlines of others are box() and stroke().
-// - tests/exported/shape/catalogue_test.cpp has the values and counts that each sketch must have,
-// legibility_test.cpp
-//   checks that texts and dimension lines are clear of everything:
+// - Tests: exported/shape/catalogue_test.cpp has the values and counts that each sketch must have, and
+//   legibility_test.cpp checks that texts and dimension lines are clear of everything:
 //   test_shape --gtest_filter="*/118*". Look at it too: tavd gallery --shapes -o DIR.
 #pragma once
 

@@ -13,6 +13,7 @@ using namespace tavdtest;
 
 namespace {
 
+// Numbers of attributes, copied from tavd/attributes.h on purpose: see support/database.h.
 constexpr std::int16_t kMaker = 1503;      // text
 constexpr std::int16_t kShape = 1110;      // int16 items
 constexpr std::int16_t kMembers = 1604;    // items of 30 bytes

@@ -1,5 +1,8 @@
 // A database of the service for one test, and records to put into it. Works on any implementation of the
 // service that can make a new record.
+//
+// Tests name attributes by plain numbers, not by those of tavd/attributes.h: databases have the numbers in
+// them, so that a constant which is renumbered must fail.
 #pragma once
 
 #include <cstdint>

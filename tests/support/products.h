@@ -1,4 +1,5 @@
-// Records as a load leaves them, for tests that need no database.
+// Records as a load leaves them, for tests that need no database. Kinds are plain numbers in tests, not those
+// of tavd/attributes.h: records have the numbers in them, so that a constant which is renumbered must fail.
 #pragma once
 
 #include <algorithm>

@@ -15,7 +15,8 @@ namespace tavdtest {
 
 constexpr std::int16_t kMain = 10;
 constexpr std::int16_t kSub = 11;
-// The attribute by which these tests ask which layer answers; it holds the record's own id.
+// The attribute by which these tests ask which layer answers; it holds the record's own id. Its number, and
+// those above, are copies on purpose: see support/database.h.
 constexpr std::int16_t kNameAttribute = 1501;
 
 class IdSetTest : public testing::Test {

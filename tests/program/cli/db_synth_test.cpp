@@ -27,6 +27,7 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
+// Numbers of attributes, copied from tavd/attributes.h on purpose: see support/database.h.
 constexpr std::int16_t kSizingMode = 1150;
 constexpr std::int16_t kModel = 1525;
 constexpr std::int16_t kMemberIds = 1604;

@@ -9,7 +9,7 @@ using tavdtest::Record;
 
 namespace {
 
-constexpr int kReference = 1651;
+constexpr int kReference = 1651;  // an attribute, like those of the header
 constexpr std::size_t kIdChars = 30;
 
 void add_sizes(const Database& database) {

@@ -7,6 +7,7 @@
 
 namespace clitest {
 
+// Numbers of attributes, copied from tavd/attributes.h on purpose: see support/database.h.
 inline constexpr int kShape = 1110;
 inline constexpr int kSizingMode = 1150;
 inline constexpr int kMaker = 1503;

@@ -27,6 +27,7 @@ using ::testing::Contains;
 using ::testing::HasSubstr;
 using ::testing::Not;
 
+// Numbers of attributes, copied from tavd/attributes.h on purpose: see support/database.h.
 constexpr int kCode = 1562;
 constexpr int kShapeData = 1110;
 

@@ -8,6 +8,7 @@
 
 namespace clitest {
 
+// Numbers of attributes, copied from tavd/attributes.h on purpose: see support/database.h.
 inline constexpr int kCode = 1562;                 // product code for all markets, UTF-8
 inline constexpr int kCodeFinland = 9500;          // windows-1252
 inline constexpr int kDescriptionEnglish = 9552;   // windows-1252

@@ -24,6 +24,7 @@ using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::StartsWith;
 
+// Numbers of attributes, copied from tavd/attributes.h on purpose: see support/database.h.
 constexpr int kCode = 1562;         // product code for all markets, UTF-8
 constexpr int kCodeFinland = 9500;  // windows-1252
 

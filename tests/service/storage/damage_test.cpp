@@ -16,6 +16,7 @@ using namespace tavdtest;
 
 namespace {
 
+// Numbers of attributes, copied from tavd/attributes.h on purpose: see support/database.h.
 constexpr std::int16_t kMaker = 1503;
 
 // Reads all that a record tells.

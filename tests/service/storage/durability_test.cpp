@@ -17,6 +17,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
+// Numbers of attributes, copied from tavd/attributes.h on purpose: see support/database.h.
 constexpr std::int16_t kMaker = 1503;
 constexpr int kRecords = 8;
 constexpr std::size_t kTextLength = 200;

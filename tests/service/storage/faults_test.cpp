@@ -14,6 +14,7 @@ using testing::HasSubstr;
 
 namespace {
 
+// Numbers of attributes, copied from tavd/attributes.h on purpose: see support/database.h.
 constexpr std::int16_t kMaker = 1503;
 
 // What SQLite opens to synchronize a folder. A pipe cannot be synchronized.

@@ -14,6 +14,7 @@ using namespace tavdtest;
 
 namespace {
 
+// Numbers of attributes, copied from tavd/attributes.h on purpose: see support/database.h.
 constexpr std::int16_t kMaker = 1503;
 constexpr int kRecords = 1000;
 
