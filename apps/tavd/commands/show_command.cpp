@@ -24,7 +24,7 @@ namespace {
 
 // The repair may write ten words whatever the number of words is.
 constexpr std::int16_t kShapeRoom = int{TAVD_SHAPE_ITEMS} + int{TAVDF_SHAPE_MIN_WORDS};
-// Told in the head of the sheet, in better words than their bare value.
+// Shown in the head of the sheet, in better words than their bare value.
 constexpr std::int16_t kShownBefore[] = {TAVD_ATT_SHAPE_DATA, TAVD_ATT_SIZING_MODE, TAVD_ATT_MODEL_ID,
                                          TAVD_ATT_MEMBER_IDS, TAVD_ATT_MODEL_ID_SECOND};
 

@@ -10,8 +10,8 @@ std::string titled(const Product& product, const std::string& name, const char* 
   return (name.empty() ? name_of(product) : printable(name)) + ": " + what;
 }
 
-// "Round control damper, class DMP, id QZDA-160: adjustable damper, size 160 mm, 16 - 160 l/s, 5 - 300 Pa,
-// total."
+// "Round control damper, class DMP, id QZDA-160: adjustable damper, size 160 mm,
+// 16 - 160 l/s, 5 - 300 Pa, total."
 std::string about(const Product& product) {
   std::string text = product.description.empty() ? "" : product.description + ", ";
   text += "class " + printable(product.key.class_id) + ", id " + printable(product.key.object_id) + ": " +

@@ -95,8 +95,7 @@ void Picture::describe(const DrawingText& text) {
   tgui_cairo_describe(surface_->surface, text.title.c_str(), text.description.c_str());
 }
 
-// By a window of the class that the library registered. In an SVG the curves stand in groups that bear their
-// names.
+// By a window of the class that the library registered. In an SVG the curves stand in groups with names.
 void Picture::paint(const hosts::LibraryDrawing& drawing) {
   tgui_surface* const surface = surface_->surface;
   for (const auto& [colour, width, name] : drawing.pens) tgui_cairo_name_pen(surface, colour, width, name);
