@@ -7,7 +7,6 @@
 #include "tavd/tavca.h"
 
 namespace hosts {
-
 namespace {
 
 struct CodeText {

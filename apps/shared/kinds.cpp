@@ -6,7 +6,6 @@
 #include "tavd/attributes.h"
 
 namespace hosts {
-
 namespace {
 
 struct Kind {

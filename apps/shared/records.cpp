@@ -6,7 +6,6 @@
 #include "tavd/attributes.h"
 
 namespace hosts {
-
 namespace {
 
 // Keys that none can sort before, and that none of a class can sort behind.

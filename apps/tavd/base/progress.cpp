@@ -7,7 +7,6 @@
 #include "base/platform.h"
 
 namespace tavdhost {
-
 namespace {
 
 constexpr std::chrono::milliseconds kQuietTime{300};  // work that is done by then shows nothing

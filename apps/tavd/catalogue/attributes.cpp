@@ -8,7 +8,6 @@
 #include "tavd/tavfm.h"
 
 namespace tavdhost {
-
 namespace {
 
 using enum ColumnType;

@@ -11,7 +11,6 @@
 #include "tavd/attributes.h"
 
 namespace tavdhost {
-
 namespace {
 
 constexpr std::size_t kShownBytes = 32;  // of a value without words

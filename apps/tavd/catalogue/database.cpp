@@ -26,7 +26,6 @@
 #include "tavd/tavdsrv.h"
 
 namespace tavdhost {
-
 namespace {
 
 // A source and the products in it.

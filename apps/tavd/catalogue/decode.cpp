@@ -7,7 +7,6 @@
 #include "tavd/tavdf.h"
 
 namespace tavdhost {
-
 namespace {
 
 // The shortest digits that read back as the same float; nothing for what JSON has no number for.

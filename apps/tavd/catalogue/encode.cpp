@@ -10,7 +10,6 @@
 #include "tavd/tavdf.h"
 
 namespace tavdhost {
-
 namespace {
 
 class ValueEncoder {

@@ -8,7 +8,6 @@
 #include "tavd/tavdsrv.h"
 
 namespace tavdhost {
-
 namespace {
 
 constexpr std::size_t kClassCharacters = 3;

@@ -8,7 +8,6 @@
 #include "base/whole_file.h"
 
 namespace tavdhost {
-
 namespace {
 
 namespace fs = std::filesystem;

@@ -16,7 +16,6 @@
 #include "base/text.h"
 
 namespace tavdhost {
-
 namespace {
 
 constexpr std::size_t kLinesShown = 20;

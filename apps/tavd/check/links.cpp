@@ -10,7 +10,6 @@
 #include "tavd/attributes.h"
 
 namespace tavdhost {
-
 namespace {
 
 constexpr int kMostEncodings = 2;  // 0, 1 and 2 are known

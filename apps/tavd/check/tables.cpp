@@ -13,7 +13,6 @@
 #include "tavd/tavca.h"
 
 namespace tavdhost {
-
 namespace {
 
 constexpr double kSameResistance = 0.1;  // part of a curve's resistance by which its rows may differ

@@ -14,7 +14,6 @@
 #include "tavd/tavfm.h"
 
 namespace tavdhost {
-
 namespace {
 
 constexpr std::size_t kNameBytes = 9;  // of a parameter's name; more are cut

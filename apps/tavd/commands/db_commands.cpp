@@ -1,4 +1,4 @@
-// tavd db build, dump, check and synth: a database whole.
+// tavd db: build, dump and check, and synth beside them.
 #include "commands/commands.h"
 
 #include <CLI/CLI.hpp>
@@ -18,7 +18,6 @@
 #include "check/check.h"
 
 namespace tavdhost {
-
 namespace {
 
 constexpr const char* kBuildHelp =

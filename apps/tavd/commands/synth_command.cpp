@@ -1,3 +1,4 @@
+// tavd db synth: a database of made-up products, of any size.
 #include "commands/commands.h"
 
 #include <CLI/CLI.hpp>
@@ -13,7 +14,6 @@
 #include "synth/groups.h"
 
 namespace tavdhost {
-
 namespace {
 
 constexpr const char* kHelp =

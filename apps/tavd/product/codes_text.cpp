@@ -6,7 +6,6 @@
 #include "tavd/codes.h"
 
 namespace tavdhost {
-
 namespace {
 
 struct ResultText {

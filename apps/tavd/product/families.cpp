@@ -14,7 +14,6 @@
 #include "tavd/tavfm.h"
 
 namespace tavdhost {
-
 namespace {
 
 struct ModeText {

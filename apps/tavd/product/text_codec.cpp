@@ -11,7 +11,6 @@
 #include "tavd/tavdsrv.h"
 
 namespace tavdhost {
-
 namespace {
 
 // Any text attribute serves: the charset is named at each read.

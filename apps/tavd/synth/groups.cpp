@@ -10,7 +10,6 @@
 #include "tavd/attributes.h"
 
 namespace tavdhost {
-
 namespace {
 
 constexpr std::size_t kPerModel = 100;  // records to one model record

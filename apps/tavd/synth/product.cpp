@@ -13,7 +13,6 @@
 #include "tavd/tavdf.h"
 
 namespace tavdhost {
-
 namespace {
 
 // The languages of SynthClass::nouns, in charsets windows-1252, -1250, -1257 and -1251, and UTF-8.

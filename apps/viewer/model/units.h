@@ -29,8 +29,8 @@ std::wstring plain(double number);
 // "38.1 Pa", of a number in base units.
 std::wstring with_unit(double base, const Unit& unit);
 
-// What was typed: a number of 0 or more with a point or a comma, blanks around it; nothing if it is no such
-// number.
+// What was typed: a number of 0 or more with a point or a comma, blanks around it. Nothing for
+// any other text.
 std::optional<double> parsed(std::wstring_view text);
 
 }  // namespace viewer

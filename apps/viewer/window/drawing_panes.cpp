@@ -11,8 +11,8 @@ namespace {
 constexpr int kNoList = 0;
 constexpr float kNoFlow = -1.0f;  // outside every axis, so that no point is marked
 
-// Where the platform refused the library's record of a class, one of ours takes its place, with the same
-// procedure.
+// Where the platform refused the library's record of a class, one of ours takes its place; the
+// procedure is the same.
 constexpr const char* kOwnClasses[kDrawingCount] = {"TavdViewerFlow", "TavdViewerThrow", "TavdViewerShape"};
 
 std::size_t place(Drawing drawing) {
