@@ -6,9 +6,9 @@
 #include <memory>
 
 #include "diagram/soundlevels.h"
-#include "paint.h"
 #include "oracle/reference/level_search.h"
 #include "oracle/reference/records.h"
+#include "paint.h"
 #include "table.h"
 #include "tavdgui/tavdgui.h"
 
