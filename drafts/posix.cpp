@@ -14,6 +14,7 @@
 #include <climits>
 #include <cstdio>
 #include <cstring>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -234,6 +235,60 @@ bool put(int folder, const std::string& name, Place& place) {
   return good;
 }
 
+bool is_taken(const Place& place) {
+  return faccessat(place.folder(), place.name.c_str(), F_OK, AT_SYMLINK_NOFOLLOW) == 0;
+}
+
+// Moves a file to the place if nothing is there. Not every file system knows how to rename so, and some of
+// those have no hard links either: there a file that comes to be at this very moment is replaced.
+Added put_unless_taken(int folder, const std::string& name, Place& place) {
+  const char* const from = name.c_str();
+  const char* const to = place.name.c_str();
+  bool done = renameat2(folder, from, place.folder(), to, RENAME_NOREPLACE) == 0;
+  if (!done && (errno == EINVAL || errno == ENOSYS)) {
+    done = linkat(folder, from, place.folder(), to, 0) == 0;
+    if (done) unlinkat(folder, from, 0);
+  }
+  if (!done && (errno == EPERM || errno == EOPNOTSUPP) && !is_taken(place)) {
+    done = renameat(folder, from, place.folder(), to) == 0;
+  }
+  const int error = errno;
+  if (done) return Added::kDone;
+  if (is_taken(place)) return Added::kTaken;
+  place.reason = error_text(error);
+  return Added::kFailed;
+}
+
+// ---- Making ----------------------------------------------------------------
+
+struct Draft {
+  Descriptor descriptor;
+  std::string name;
+};
+
+// Makes a file, or with O_DIRECTORY among the flags a folder, that this process owns. None, and the reason,
+// if that fails.
+Draft make_draft(Place& place, int flags, mode_t mode) {
+  const bool is_folder = (flags & O_DIRECTORY) != 0;
+  const int folder = place.folder();
+  for (int i = 0; i < kMostNames; ++i) {
+    const std::string name = draft_name(place.name, random_number());
+    if (is_folder && mkdirat(folder, name.c_str(), mode) != 0) {
+      if (errno == EEXIST) continue;
+      break;
+    }
+    const int how = flags | O_NOFOLLOW | O_CLOEXEC | (is_folder ? 0 : O_CREAT | O_EXCL);
+    Descriptor made(openat(folder, name.c_str(), how, mode));
+    // Another process may clear it before it is locked.
+    const bool may_try_again = made || errno == EEXIST || (is_folder && errno == ENOENT);
+    if (!may_try_again) break;
+    if (made && own(made.get(), folder, name)) return {std::move(made), name};
+    errno = EEXIST;
+  }
+  place.reason = error_text(errno);
+  return {};
+}
+
 }  // namespace
 
 // ---- A file ----------------------------------------------------------------
@@ -250,13 +305,13 @@ class File::Writing {
   const std::string& reason() const { return place_.reason; }
 
  private:
-  void open_draft(mode_t mode);
   void open_stream();
   bool failed(int error);
+  Descriptor& descriptor() { return draft_.descriptor ? draft_.descriptor : stream_; }
 
   Place place_;
-  Descriptor descriptor_;
-  std::string draft_;  // empty: there is none
+  Descriptor stream_;
+  Draft draft_;  // without a name where there is none
 };
 
 File::Writing::Writing(const fs::path& target) : place_(locate(target)) {
@@ -268,7 +323,7 @@ File::Writing::Writing(const fs::path& target) : place_(locate(target)) {
       if (!lies_in_draft(target)) clear_drafts(place_);
       constexpr mode_t kOwnersOnly = 0600;  // until it is known who may read it
       constexpr mode_t kEveryones = 0666;   // as far as the process's mask lets
-      open_draft(status.st_mode != 0 ? kOwnersOnly : kEveryones);
+      draft_ = make_draft(place_, O_WRONLY, status.st_mode != 0 ? kOwnersOnly : kEveryones);
       break;
     }
     case Kind::kStream:
@@ -279,28 +334,14 @@ File::Writing::Writing(const fs::path& target) : place_(locate(target)) {
   }
 }
 
-void File::Writing::open_draft(mode_t mode) {
-  for (int i = 0; i < kMostNames; ++i) {
-    const std::string name = draft_name(place_.name, random_number());
-    constexpr int kFlags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
-    descriptor_ = Descriptor(openat(place_.folder(), name.c_str(), kFlags, mode));
-    if (!descriptor_ && errno == EEXIST) continue;
-    if (!descriptor_) break;
-    if (!own(descriptor_.get(), place_.folder(), name)) continue;
-    draft_ = name;
-    return;
-  }
-  failed(errno);
-}
-
 void File::Writing::open_stream() {
   constexpr int kFlags = O_WRONLY | O_NOCTTY | O_TRUNC | O_CLOEXEC;  // truncates files only
-  descriptor_ = Descriptor(openat(place_.folder(), place_.name.c_str(), kFlags));
-  if (!descriptor_) failed(errno);
+  stream_ = Descriptor(openat(place_.folder(), place_.name.c_str(), kFlags));
+  if (!stream_) failed(errno);
 }
 
 File::Writing::~Writing() {
-  if (!draft_.empty()) unlinkat(place_.folder(), draft_.c_str(), 0);
+  if (!draft_.name.empty()) unlinkat(place_.folder(), draft_.name.c_str(), 0);
 }
 
 bool File::Writing::failed(int error) {
@@ -310,22 +351,22 @@ bool File::Writing::failed(int error) {
 
 bool File::Writing::write(std::string_view bytes) {
   while (place_.reason.empty() && !bytes.empty()) {
-    const ssize_t written = ::write(descriptor_.get(), bytes.data(), bytes.size());
+    const ssize_t written = ::write(descriptor().get(), bytes.data(), bytes.size());
     if (written < 0 && errno != EINTR) return failed(errno);
     if (written > 0) bytes.remove_prefix(static_cast<std::size_t>(written));
   }
   return place_.reason.empty();
 }
 
-// The lock is held until the draft has its name. Some file systems tell only at the end that a file could not
-// be stored: a second descriptor keeps the lock over that.
+// The lock is held until the draft has its name. Some file systems report only at the end that a file could
+// not be stored: a second descriptor keeps the lock over that.
 bool File::Writing::finish() {
   if (!place_.reason.empty()) return false;
-  const Descriptor lock(fcntl(descriptor_.get(), F_DUPFD_CLOEXEC, 0));
-  if (!descriptor_.close()) return failed(errno);
-  if (draft_.empty()) return true;
-  if (!put(place_.folder(), draft_, place_)) return false;
-  draft_.clear();
+  const Descriptor lock(fcntl(descriptor().get(), F_DUPFD_CLOEXEC, 0));
+  if (!descriptor().close()) return failed(errno);
+  if (draft_.name.empty()) return true;
+  if (!put(place_.folder(), draft_.name, place_)) return false;
+  draft_.name.clear();
   return true;
 }
 
@@ -355,11 +396,10 @@ class Folder::Holding {
   const std::string& reason() const { return place_.reason; }
 
  private:
-  bool make(mode_t mode);
+  void find_path();
 
   Place place_;
-  Descriptor descriptor_;
-  std::string draft_;  // empty: there is none
+  Draft draft_;  // without a name where there is none
   fs::path path_;
 };
 
@@ -367,40 +407,30 @@ Folder::Holding::Holding(const fs::path& target, Use use) : place_(locate(target
   if (!place_.reason.empty()) return;
   clear_drafts(place_);
   constexpr mode_t kOwnersOnly = 0700;
-  for (int i = 0; i < kMostNames; ++i) {
-    if (make(use == Use::kPrivate ? kOwnersOnly : kPermissions)) return;
-    if (errno != EEXIST && errno != ENOENT) break;
-  }
-  place_.reason = error_text(errno);
+  draft_ = make_draft(place_, O_RDONLY | O_DIRECTORY, use == Use::kPrivate ? kOwnersOnly : kPermissions);
+  if (place_.reason.empty()) find_path();
 }
 
-// False with ENOENT if another process has cleared it before it was locked.
-bool Folder::Holding::make(mode_t mode) {
-  const std::string name = draft_name(place_.name, random_number());
-  if (mkdirat(place_.folder(), name.c_str(), mode) != 0) return false;
-  descriptor_ =
-      Descriptor(openat(place_.folder(), name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-  if (!descriptor_) return false;
-  if (!own(descriptor_.get(), place_.folder(), name)) {
-    errno = ENOENT;
-    return false;
-  }
-  draft_ = name;
-  path_ = place_.folder_path / name;
-  return true;
+// The names of the files in it come behind the path.
+void Folder::Holding::find_path() {
+  constexpr std::size_t kMostBytes = PATH_MAX - 1;
+  path_ = place_.folder_path / draft_.name;
+  std::error_code problem;
+  if (fs::absolute(path_, problem).native().size() + 1 + NAME_MAX <= kMostBytes) return;
+  path_ = "/proc/self/fd/" + std::to_string(draft_.descriptor.get());
 }
 
 Folder::Holding::~Holding() {
-  if (!draft_.empty()) remove_folder(descriptor_.get(), place_.folder(), draft_);
+  if (!draft_.name.empty()) remove_folder(draft_.descriptor.get(), place_.folder(), draft_.name);
 }
 
 bool Folder::Holding::finish() {
   if (!place_.reason.empty()) return false;
-  if (renameat(place_.folder(), draft_.c_str(), place_.folder(), place_.name.c_str()) != 0) {
+  if (renameat(place_.folder(), draft_.name.c_str(), place_.folder(), place_.name.c_str()) != 0) {
     place_.reason = error_text(errno);
     return false;
   }
-  draft_.clear();
+  draft_.name.clear();
   return true;
 }
 
@@ -416,6 +446,61 @@ const std::string& Folder::reason() const {
   return holding_->reason();
 }
 
+// ---- A file for others -----------------------------------------------------
+
+class NewFile::Holding {
+ public:
+  explicit Holding(const fs::path& target);
+  ~Holding();
+  Holding(const Holding&) = delete;
+  Holding& operator=(const Holding&) = delete;
+
+  const fs::path& path() const { return path_; }
+  Added add();
+  const std::string& reason() const { return place_.reason; }
+
+ private:
+  Place place_;
+  Draft draft_;  // without a name where there is none
+  fs::path path_;
+};
+
+NewFile::Holding::Holding(const fs::path& target) : place_(locate(target)) {
+  if (!place_.reason.empty()) return;
+  if (!lies_in_draft(target)) clear_drafts(place_);
+  constexpr mode_t kDatabases = 0644;  // as SQLite makes them
+  draft_ = make_draft(place_, O_RDWR, kDatabases);
+  if (place_.reason.empty()) path_ = place_.folder_path / draft_.name;
+}
+
+NewFile::Holding::~Holding() {
+  if (draft_.name.empty()) return;
+  remove_file(place_.folder(), draft_.name + kJournal);
+  unlinkat(place_.folder(), draft_.name.c_str(), 0);
+}
+
+// Closed first: closing it later would drop the locks of another thread that finds the file under its new
+// name and begins to work.
+Added NewFile::Holding::add() {
+  if (!place_.reason.empty()) return Added::kFailed;
+  draft_.descriptor.close();
+  const Added added = put_unless_taken(place_.folder(), draft_.name, place_);
+  if (added == Added::kDone) draft_.name.clear();
+  return added;
+}
+
+NewFile::NewFile(const fs::path& target) : holding_(std::make_unique<Holding>(target)) {}
+NewFile::~NewFile() = default;
+const fs::path& NewFile::path() const {
+  return holding_->path();
+}
+Added NewFile::add() {
+  return holding_->add();
+}
+const std::string& NewFile::reason() const {
+  return holding_->reason();
+}
+
 // ---- Files that are there --------------------------------------------------
 
 bool replace(const fs::path& file, const fs::path& target, std::string& reason) {
@@ -426,26 +511,20 @@ bool replace(const fs::path& file, const fs::path& target, std::string& reason) 
 }
 
 Added add(const fs::path& file, const fs::path& target, std::string& reason) {
-  const Place place = locate(target);
+  Place place = locate(target);
+  const Added added =
+      place.reason.empty() ? put_unless_taken(AT_FDCWD, file.native(), place) : Added::kFailed;
   reason = place.reason;
-  if (!reason.empty()) return Added::kFailed;
-  const char* const from = file.c_str();
-  const char* const name = place.name.c_str();
-  bool done = renameat2(AT_FDCWD, from, place.folder(), name, RENAME_NOREPLACE) == 0;
-  // Not every file system knows how to rename so.
-  if (!done && errno == EINVAL) {
-    done = linkat(AT_FDCWD, from, place.folder(), name, 0) == 0;
-    if (done) unlink(from);
-  }
-  if (done) return Added::kDone;
-  if (errno == EEXIST) return Added::kTaken;
-  reason = error_text(errno);
-  return Added::kFailed;
+  return added;
 }
 
 void clear(const fs::path& target) {
   const Place place = locate(target);
   if (place.reason.empty() && !place.is_open_file) clear_drafts(place);
+}
+
+fs::path unused_name(const fs::path& target) {
+  return target.parent_path() / draft_name(target.filename().native(), random_number());
 }
 
 }  // namespace drafts

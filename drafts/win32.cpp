@@ -89,8 +89,7 @@ fs::path locate(const fs::path& target, std::string& reason) {
   return place;
 }
 
-// A pipe, the console or another device, opened for writing; none if the name is that of a file, or of
-// nothing.
+// A pipe, the console or another device, opened for writing; none if a file has the name, or nothing has.
 Handle open_stream(const fs::path& target) {
   Handle handle(CreateFileW(target.c_str(), GENERIC_WRITE, kAllShare, nullptr, OPEN_EXISTING,
                             FILE_ATTRIBUTE_NORMAL, nullptr));
@@ -141,6 +140,19 @@ void clear_drafts(const fs::path& place) {
   }
 }
 
+// Makes a draft and opens it. Empty, and a reason, if that fails.
+fs::path make_file(const fs::path& place, DWORD access, DWORD share, Handle& handle, std::string& reason) {
+  for (int i = 0; i < kMostNames; ++i) {
+    const fs::path draft = draft_path(place);
+    handle = Handle(
+        CreateFileW(draft.c_str(), access, share, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (handle) return draft;
+    if (GetLastError() != ERROR_FILE_EXISTS) break;
+  }
+  reason = last_error();
+  return {};
+}
+
 // By the handle that owns the draft: without it another process could clear what is just to get its name.
 bool rename_by_handle(HANDLE handle, const fs::path& target) {
   const std::wstring& name = target.native();
@@ -171,8 +183,6 @@ class File::Writing {
   const std::string& reason() const { return reason_; }
 
  private:
-  void open_draft();
-
   std::string reason_;
   fs::path place_;
   fs::path draft_;  // empty: there is none
@@ -184,21 +194,7 @@ File::Writing::Writing(const fs::path& target) : handle_(open_stream(target)) {
   place_ = locate(target, reason_);
   if (place_.empty()) return;
   if (!lies_in_draft(place_)) clear_drafts(place_);
-  open_draft();
-}
-
-void File::Writing::open_draft() {
-  for (int i = 0; i < kMostNames; ++i) {
-    const fs::path draft = draft_path(place_);
-    handle_ = Handle(CreateFileW(draft.c_str(), GENERIC_WRITE | DELETE, 0, nullptr, CREATE_NEW,
-                                 FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (handle_) {
-      draft_ = draft;
-      return;
-    }
-    if (GetLastError() != ERROR_FILE_EXISTS) break;
-  }
-  reason_ = last_error();
+  draft_ = make_file(place_, GENERIC_WRITE | DELETE, 0, handle_, reason_);
 }
 
 File::Writing::~Writing() {
@@ -311,6 +307,62 @@ const std::string& Folder::reason() const {
   return holding_->reason();
 }
 
+// ---- A file for others -----------------------------------------------------
+
+class NewFile::Holding {
+ public:
+  explicit Holding(const fs::path& target);
+  ~Holding();
+  Holding(const Holding&) = delete;
+  Holding& operator=(const Holding&) = delete;
+
+  const fs::path& path() const { return draft_; }
+  Added add();
+  const std::string& reason() const { return reason_; }
+
+ private:
+  std::string reason_;
+  fs::path place_;
+  fs::path draft_;  // empty: there is none
+  Handle handle_;
+};
+
+// The handle that owns it lets others read and write, and asks for no more than they let.
+NewFile::Holding::Holding(const fs::path& target) : place_(locate(target, reason_)) {
+  if (place_.empty()) return;
+  if (!lies_in_draft(place_)) clear_drafts(place_);
+  draft_ = make_file(place_, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, handle_, reason_);
+}
+
+NewFile::Holding::~Holding() {
+  handle_.close();
+  if (draft_.empty()) return;
+  fs::path journal = draft_;
+  journal += kJournal;
+  DeleteFileW(journal.c_str());
+  DeleteFileW(draft_.c_str());
+}
+
+Added NewFile::Holding::add() {
+  if (draft_.empty()) return Added::kFailed;
+  handle_.close();
+  const Added added = drafts::add(draft_, place_, reason_);
+  if (added == Added::kDone) draft_.clear();
+  return added;
+}
+
+NewFile::NewFile(const fs::path& target) : holding_(std::make_unique<Holding>(target)) {}
+NewFile::~NewFile() = default;
+const fs::path& NewFile::path() const {
+  return holding_->path();
+}
+Added NewFile::add() {
+  return holding_->add();
+}
+const std::string& NewFile::reason() const {
+  return holding_->reason();
+}
+
 // ---- Files that are there --------------------------------------------------
 
 bool replace(const fs::path& file, const fs::path& target, std::string& reason) {
@@ -335,6 +387,10 @@ void clear(const fs::path& target) {
   std::string ignored;
   const fs::path place = locate(target, ignored);
   if (!place.empty()) clear_drafts(place);
+}
+
+fs::path unused_name(const fs::path& target) {
+  return draft_path(target);
 }
 
 }  // namespace drafts

@@ -1,4 +1,4 @@
-#include "attributes.h"
+#include "service/attributes.h"
 
 #include <algorithm>
 #include <array>

@@ -1,12 +1,12 @@
-#include "connection.h"
+#include "service/connection.h"
 
 #include <algorithm>
 #include <array>
 #include <chrono>
 #include <thread>
 
-#include "lasterror.h"
-#include "vfs.h"
+#include "service/lasterror.h"
+#include "service/vfs.h"
 
 namespace tavdsrv {
 
@@ -30,11 +30,6 @@ int wait_a_little(void*, int times) {
 }
 
 }  // namespace
-
-std::string utf8(const std::filesystem::path& path) {
-  const std::u8string text = path.u8string();
-  return {text.begin(), text.end()};
-}
 
 Connection::Connection(const Place& place, const std::filesystem::path& file,
                        const std::filesystem::path& shown)

@@ -10,17 +10,14 @@
 #include <string>
 #include <string_view>
 
-#include "files.h"
-#include "ids.h"
-#include "record.h"
+#include "service/files.h"
+#include "service/ids.h"
+#include "service/record.h"
 
 namespace tavdsrv {
 
 // Why a file with tables other than ours is no product database.
 inline constexpr const char* kOtherTables = "its tables are not those of a product database";
-
-// A path as SQLite takes it and messages tell it.
-std::string utf8(const std::filesystem::path& path);
 
 class Connection {
  public:
@@ -28,7 +25,7 @@ class Connection {
   Connection(const Place& place, const std::filesystem::path& file, const std::filesystem::path& shown);
 
   sqlite3* get() const { return connection_.get(); }
-  const std::string& path() const { return path_; }  // as messages tell it, in UTF-8
+  const std::string& path() const { return path_; }  // as messages show it, in UTF-8
   void run(const char* sql) const;
 
   // How long calls wait for other processes.

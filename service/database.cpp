@@ -1,12 +1,12 @@
-#include "database.h"
+#include "service/database.h"
 
 #include <cstring>
 
-#include "attributes.h"
-#include "lasterror.h"
-#include "opening.h"
+#include "service/attributes.h"
+#include "service/lasterror.h"
+#include "service/opening.h"
+#include "service/vfs.h"
 #include "tavd/attributes.h"
-#include "vfs.h"
 
 namespace tavdsrv {
 
@@ -193,8 +193,8 @@ void Database::change(const Key& key, Change&& change) {
   }
 }
 
-// The same for several statements. A savepoint costs a copy of every page that they change, so single ones do
-// without.
+// The same for several statements. A savepoint costs a copy of every page that they change: single statements
+// do without one.
 template <typename Change>
 void Database::change_together(const Key& key, Change&& statements) {
   change(key, [&] {
@@ -203,8 +203,7 @@ void Database::change_together(const Key& key, Change&& statements) {
       statements();
       Query(connection_, release_).step();
     } catch (...) {
-      // Where SQLite has rolled back by itself these have nothing to do. The failure to tell is the first
-      // one.
+      // Where SQLite has rolled back by itself these have nothing to do. The first failure is reported.
       sqlite3_exec(connection_.get(), "ROLLBACK TO one; RELEASE one", nullptr, nullptr, nullptr);
       throw;
     }

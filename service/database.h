@@ -7,9 +7,9 @@
 #include <optional>
 #include <string>
 
-#include "connection.h"
-#include "readahead.h"
-#include "record.h"
+#include "service/connection.h"
+#include "service/readahead.h"
+#include "service/record.h"
 
 namespace tavdsrv {
 

@@ -1,4 +1,4 @@
-#include "handles.h"
+#include "service/handles.h"
 
 #include <algorithm>
 #include <limits>
@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "lasterror.h"
+#include "service/lasterror.h"
 
 namespace tavdsrv {
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "database.h"
+#include "service/database.h"
 #include "tavd/tavb.h"
 
 namespace tavdsrv {

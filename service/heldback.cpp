@@ -1,8 +1,9 @@
-#include "heldback.h"
+#include "service/heldback.h"
 
 #include <utility>
 
-#include "draft.h"
+#include "drafts/drafts.h"
+#include "service/files.h"
 
 namespace tavdsrv {
 
@@ -77,7 +78,7 @@ int HeldBack::open_pages() {
   const auto units = static_cast<std::size_t>(system_.szOsFile) / sizeof(std::max_align_t) + 1;
   pages_memory_ = std::make_unique<std::max_align_t[]>(units);
   auto* opened = reinterpret_cast<sqlite3_file*>(pages_memory_.get());
-  pages_path_ = draft_name(path_);
+  pages_path_ = utf8(drafts::unused_name(from_utf8(path_)));
   const int code = system_.xOpen(&system_, pages_path_.c_str(), opened, kFlags, nullptr);
   if (code == SQLITE_OK) pages_ = opened;
   return code;

@@ -1,4 +1,4 @@
-#include "ids.h"
+#include "service/ids.h"
 
 #include <algorithm>
 

@@ -31,8 +31,7 @@ struct Key {
 // a field of that width is touched. Null counts as empty.
 Key make_key(const char* class_id, const char* object_id);
 
-// Writes the text form of a raw object id, terminated: at most 31 bytes. `text` may be the raw id's own
-// buffer.
+// Writes the text form of a raw object id, terminated: at most 31 bytes. `text` may be the raw id's buffer.
 void write_object_text(const char* object_id, char* text);
 
 }  // namespace tavdsrv

@@ -1,4 +1,4 @@
-#include "lasterror.h"
+#include "service/lasterror.h"
 
 #include <cstdio>
 
@@ -6,7 +6,7 @@ namespace tavdsrv {
 
 namespace {
 
-// Takes the longest path and a sentence; a fixed buffer, so that even running out of memory can be told.
+// Takes the longest path and a sentence; a fixed buffer, so that even running out of memory can be reported.
 constexpr std::size_t kTextSize = 4096 + 512;
 thread_local char error_of_thread[kTextSize];
 thread_local char warning_of_thread[kTextSize];

@@ -20,8 +20,8 @@ const char* last_error() noexcept;
 void set_last_warning(const char* text) noexcept;
 const char* last_warning() noexcept;
 
-// Runs the inside of one exported function: forgets the former error and warning, and turns an exception into
-// `failed`.
+// Runs the inside of one exported function: forgets the former error and warning, and returns `failed` where
+// there is an exception.
 template <typename Result, typename Inside>
 Result guarded(Result failed, Inside&& inside) noexcept {
   set_last_error("");

@@ -1,4 +1,4 @@
-#include "opening.h"
+#include "service/opening.h"
 
 #include <algorithm>
 #include <array>
@@ -10,8 +10,8 @@
 #include <system_error>
 
 #include "codepage/system.h"
-#include "draft.h"
-#include "lasterror.h"
+#include "drafts/drafts.h"
+#include "service/lasterror.h"
 
 namespace tavdsrv {
 
@@ -126,7 +126,7 @@ Place place_of(const fs::path& path, const fs::path& file) try {
   fail(path, problem.code());
 }
 
-// The system tells that a path is too long, but not how long it may be.
+// The system says that a path is too long, but not how long it may be.
 void check_name(const fs::path& path, const fs::path& file, const std::error_code& problem) {
   const std::size_t longest = kLongestName - std::strlen(kJournal);
   const auto expect = [&](const char* what, std::size_t most, std::size_t length) {
@@ -142,15 +142,12 @@ void check_name(const fs::path& path, const fs::path& file, const std::error_cod
 
 // Makes the database under a name of its own and then gives it the one that is asked for, so that nobody ever
 // sees half of it. Another process that makes it at the same time may win: then its file is the one.
-void create_file(const fs::path& path, const fs::path& file) try {
+void create_file(const fs::path& path, const fs::path& file) {
   const Place place = place_of(path, file);
-  remove_dead_drafts(place);
-  Draft draft(place);
+  drafts::NewFile draft(place.file());
+  if (draft.path().empty()) throw Failure(utf8(path) + ": " + draft.reason());
   Connection(place, draft.path(), file).run(kCreate);
-  std::error_code problem;
-  if (!draft.publish(problem)) fail(path, problem);
-} catch (const std::system_error& problem) {
-  fail(path, problem.code());
+  if (draft.add() == drafts::Added::kFailed) throw Failure(utf8(path) + ": " + draft.reason());
 }
 
 std::uint32_t big_endian(const unsigned char* bytes) {
@@ -222,8 +219,8 @@ void check_tables(const Connection& connection) {
 
 // Expects the file to be as long as it says. SQLite misses a last page that is not whole.
 void check_length(const Connection& connection) {
-  Statement told("SELECT page_count * page_size FROM pragma_page_count, pragma_page_size");
-  const std::int64_t expected = Query(connection, told).number();
+  Statement stated("SELECT page_count * page_size FROM pragma_page_count, pragma_page_size");
+  const std::int64_t expected = Query(connection, stated).number();
   sqlite3_int64 size = 0;
   sqlite3_file* file = connection.file();
   const int code = file->pMethods->xFileSize(file, &size);

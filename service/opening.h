@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "connection.h"
+#include "service/connection.h"
 
 namespace tavdsrv {
 

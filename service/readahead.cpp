@@ -1,13 +1,11 @@
-#include "readahead.h"
+#include "service/readahead.h"
 
 namespace tavdsrv {
 
 namespace {
 
-// Of all that is read ahead.
-constexpr std::size_t kMostAhead = 256 * std::size_t{1024};
-
-constexpr std::size_t kPartOfWalk = 4;
+constexpr std::size_t kMostAhead = 256 * std::size_t{1024};  // bytes
+constexpr std::size_t kPartOfWalk = 4;  // read ahead is at most one record for so many that were met
 
 }  // namespace
 

@@ -8,8 +8,8 @@
 #include <optional>
 #include <vector>
 
-#include "connection.h"
-#include "record.h"
+#include "service/connection.h"
+#include "service/record.h"
 
 namespace tavdsrv {
 
@@ -29,9 +29,8 @@ class ReadAhead {
   // short walks read little that nobody asks for.
   std::size_t step(const Key& from, const Key& to);
 
-  // Keeps the record that follows, as it is stored; false if there is no room for it. Only
-  // while the statement that reads it is being stepped along: that keeps other processes from changing the
-  // file.
+  // Keeps the record that follows, as it is stored; false if there is no room for it. Only while the
+  // statement that reads it is being stepped: no other process can change the file then.
   bool keep(const Key& key, Bytes body, const Connection& connection);
 
   void forget();
@@ -46,8 +45,7 @@ class ReadAhead {
     std::size_t end;  // of its body in bodies_; it begins where the one before ends
   };
 
-  // Records are made of these when they are handed out: a record at a time, memory is had and given back
-  // soonest.
+  // Records are made of these when they are handed out, one at a time: none holds memory longer than it must.
   std::vector<Row> rows_;
   std::vector<unsigned char> bodies_;
   std::size_t next_ = 0;                  // the first of rows_ that was not handed out

@@ -1,4 +1,4 @@
-#include "record.h"
+#include "service/record.h"
 
 #include <algorithm>
 #include <cstring>

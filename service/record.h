@@ -6,7 +6,7 @@
 #include <span>
 #include <vector>
 
-#include "ids.h"
+#include "service/ids.h"
 
 namespace tavdsrv {
 

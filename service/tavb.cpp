@@ -8,11 +8,11 @@
 #include <limits>
 #include <new>
 
-#include "attributes.h"
 #include "codepage/system.h"
-#include "handles.h"
-#include "lasterror.h"
-#include "text.h"
+#include "service/attributes.h"
+#include "service/handles.h"
+#include "service/lasterror.h"
+#include "service/text.h"
 
 using tavdsrv::Bytes;
 using tavdsrv::Database;

@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <string>
 
-#include "handles.h"
-#include "lasterror.h"
-#include "text.h"
+#include "service/handles.h"
+#include "service/lasterror.h"
+#include "service/text.h"
 
 using tavdsrv::Database;
 using tavdsrv::guarded;

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "record.h"
+#include "service/record.h"
 #include "tavd/types.h"
 
 namespace tavdsrv {
@@ -17,7 +17,7 @@ inline constexpr std::int32_t kCharsetOfDatabase = 0;
 // Whether `charset` is one whose code page depends on the database.
 bool depends_on_database(std::int32_t charset);
 
-// The code page of a charset number; `database_is_utf8` tells how charset 0 is stored.
+// The code page of a charset number; `database_is_utf8` says how charset 0 is stored.
 unsigned code_page(std::int32_t charset, bool database_is_utf8);
 
 // Writes a stored text as UTF-16 into `capacity` units, with a terminator where there is room behind it.

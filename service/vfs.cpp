@@ -1,4 +1,4 @@
-#include "vfs.h"
+#include "service/vfs.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -8,8 +8,8 @@
 #include <string>
 #include <utility>
 
-#include "heldback.h"
-#include "lasterror.h"
+#include "service/heldback.h"
+#include "service/lasterror.h"
 
 namespace tavdsrv {
 

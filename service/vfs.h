@@ -13,7 +13,7 @@ const char* vfs_name();
 // Called while SQLite holds the lock that keeps other writers out. All three results are SQLite's codes.
 int hold_back(sqlite3_file* file);
 
-// Before a commit: waits for those who are reading, at most as long as `wait` tells, and lets the changes
+// Before a commit: waits for those who are reading, at most as long as `wait` allows, and lets the changes
 // into the file. SQLite's commit then does the rest; when it fails, its journal undoes this too.
 int let_through(sqlite3_file* file, int (*wait)(void*, int));
 

@@ -68,11 +68,11 @@ enum {
 
 /* Opens the database at dbPath. `mode` 0 opens what exists; any other value
  * creates the database if the file is missing; its name may have at most 247
- * bytes (on Windows characters), its path 4095 (on Windows 259). `vlkFile` may be null and is
- * not needed by this service. A file, or a folder, that may not be written is
- * opened for reading; saving then changes nothing. Returns the database
- * handle, 1 or more, or TAVB_NO_DATABASE: no such file, or a file that is no
- * product database, which is left untouched. */
+ * bytes (on Windows characters), its path 4095 (on Windows 259). `vlkFile` may
+ * be null and is not needed by this service. A file, or a folder, that may not
+ * be written is opened for reading; saving then changes nothing. Returns the
+ * database handle, 1 or more, or TAVB_NO_DATABASE: no such file, or a file that
+ * is no product database, which is left untouched. */
 TAVD_API int16_t tavbopendatabase(const char* vlkFile, const char* dbPath, int32_t mode);
 TAVD_API int16_t tavbopendatabasew(const tavd_wchar* vlkFile, const tavd_wchar* dbPath, int32_t mode);
 

@@ -183,7 +183,7 @@ TEST_F(Drafts, OfOtherFilesAndOtherNamesStay) {
   leave(".new.tavdb.0123456789abcdeg.tavd-new");
   leave(".new.tavdb.0123456789abcdef.tavd-newer");
   leave("new.tavdb.0123456789abcdef.tavd-new");
-  fs::create_directory(folder / ".new.tavdb.1123456789abcdef.tavd-new");
+  fs::create_directories(folder / ".new.tavdb.1123456789abcdef.tavd-new" / "folder");
   write_file(folder / "kept", "kept");
   fs::create_symlink("kept", folder / ".new.tavdb.2123456789abcdef.tavd-new");
   const std::size_t before = names().size();
@@ -191,6 +191,14 @@ TEST_F(Drafts, OfOtherFilesAndOtherNamesStay) {
   make("new.tavdb");
   EXPECT_EQ(names().size(), before + 1);
   EXPECT_EQ(read_file(folder / "kept"), "kept");
+}
+
+TEST_F(Drafts, FolderThatAKilledProgramHasLeftIsCleared) {
+  const fs::path draft = folder / ".new.tavdb.0123456789abcdef.tavd-new";
+  fs::create_directory(draft);
+  write_file(draft / "new.tavdb", "half");
+  make("new.tavdb");
+  EXPECT_THAT(names(), testing::ElementsAre("new.tavdb"));
 }
 
 TEST_F(Drafts, OfALivingMakerStays) {

@@ -57,6 +57,27 @@ class ReadOnly : public testing::Test {
     });
   }
 
+  // Opens a group, saves twice and commits; true if each that fails gives the first one's reason.
+  bool group_tells_its_first_reason() {
+    return as_ordinary_user([this] {
+      const std::int16_t db = tavbopendatabase(nullptr, path.c_str(), 0);
+      if (db < 0 || tavdsrv_begin(db) != 0) return false;
+      const std::string first = failed_save(db, "A");
+      const std::string second = failed_save(db, "B");
+      const bool commit_failed = tavdsrv_commit(db) == -1;
+      const std::string last = tavdsrv_lasterror();
+      tavdsrv_closedatabase(db);
+      return !first.empty() && first.starts_with(path + ": ") && second.starts_with(first) && commit_failed &&
+             last == first + "; the group's changes are dropped";
+    });
+  }
+  static std::string failed_save(std::int16_t db, const char* id) {
+    Record record("ASD", id);
+    record.text(1503, "lost");
+    tavbsaverec(db, record.rec());
+    return tavdsrv_lasterror();
+  }
+
   Folder folder;
   std::string path;
 };
@@ -82,6 +103,20 @@ TEST_F(ReadOnly, FolderThatMayNotBeWrittenIsOpenedForReading) {
   fs::permissions(folder.path(), kReadOnlyFolder);
   const std::string before = read_file(path);
   EXPECT_TRUE(reads_but_does_not_save());
+  EXPECT_EQ(read_file(path), before);
+}
+
+TEST_F(ReadOnly, GroupOnAFileThatMayNotBeWrittenTellsItsFirstReasonToTheEnd) {
+  fs::permissions(path, kReadOnlyFile);
+  const std::string before = read_file(path);
+  EXPECT_TRUE(group_tells_its_first_reason());
+  EXPECT_EQ(read_file(path), before);
+}
+
+TEST_F(ReadOnly, GroupInAFolderThatMayNotBeWrittenTellsItsFirstReasonToTheEnd) {
+  fs::permissions(folder.path(), kReadOnlyFolder);
+  const std::string before = read_file(path);
+  EXPECT_TRUE(group_tells_its_first_reason());
   EXPECT_EQ(read_file(path), before);
 }
 
