@@ -147,6 +147,13 @@ std::string lower(std::string_view text) {
   return result;
 }
 
+std::string with_replaced(std::string text, std::string_view what, std::string_view by) {
+  for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + by.size())) {
+    text.replace(at, what.size(), by);
+  }
+  return text;
+}
+
 std::string_view trim_end(std::string_view text) {
   const std::size_t last = text.find_last_not_of(' ');
   return text.substr(0, last == std::string_view::npos ? 0 : last + 1);

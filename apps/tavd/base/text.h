@@ -46,6 +46,9 @@ std::string lower(std::string_view text);
 // The text without blanks at its end.
 std::string_view trim_end(std::string_view text);
 
+// The text with `by` wherever it has `what`, which is not empty.
+std::string with_replaced(std::string text, std::string_view what, std::string_view by);
+
 // Rows of texts, printed in columns two blanks apart; no blanks at the ends of lines.
 class Columns {
  public:

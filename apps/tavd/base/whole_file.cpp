@@ -9,25 +9,14 @@
 #include "drafts/drafts.h"
 
 namespace tavdhost {
-namespace {
-
-void replace_all(std::string& text, const std::string& what, const std::string& by) {
-  for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + by.size())) {
-    text.replace(at, what.size(), by);
-  }
-}
-
-}  // namespace
 
 UserError cannot_write(const std::string& path, const std::string& reason) {
   return UserError("cannot write " + path_in_quotes(path) + ": " + printable(reason));
 }
 
 UserError without_draft(const UserError& error, const std::string& draft, const std::string& target) {
-  std::string text = error.what();
-  replace_all(text, draft, target);
-  replace_all(text, printable(draft), printable(target));
-  return UserError(text);
+  const std::string text = with_replaced(error.what(), draft, target);
+  return UserError(with_replaced(text, printable(draft), printable(target)));
 }
 
 bool is_standard_output(const std::string& path) {

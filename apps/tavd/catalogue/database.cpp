@@ -130,11 +130,13 @@ void refuse(const Faults& faults, const std::string& target) {
 }
 
 void store_all(const Database& database, const std::vector<Entry>& entries) {
-  Progress progress("Storing", entries.size());
   Transaction transaction(database);
-  for (const Entry& entry : entries) {
-    store(database, entry);
-    progress.step();
+  {
+    Progress progress("Storing", entries.size());
+    for (const Entry& entry : entries) {
+      store(database, entry);
+      progress.step();
+    }
   }
   transaction.commit();
 }
@@ -152,24 +154,25 @@ void settle(const std::string& target) {
 }
 
 // A database that is filled before its target's name is given to it. It lies in a folder of its own, with all
-// that the service puts beside it.
+// that the service puts beside it, under the target's own name: one that the service refuses is refused here.
 class DraftDatabase {
  public:
   DraftDatabase(const std::string& target, const Fill& fill)
-      : folder_(to_path(target), drafts::Folder::Use::kPrivate) {
+      : folder_(to_path(target), drafts::Folder::Use::kPrivate), name_(to_path(target).filename()) {
     if (!folder_.reason().empty()) throw cannot_write(target, folder_.reason());
     try {
-      const Database database(to_text(file()), Database::Open::kCreate);
+      const Database database(to_text(file()), Database::Open::kCreate, {}, target);
       fill(database);
     } catch (const UserError& error) {
       throw without_draft(error, to_text(file()), target);
     }
   }
 
-  std::filesystem::path file() const { return folder_.path() / "database"; }
+  std::filesystem::path file() const { return folder_.path() / name_; }
 
  private:
   drafts::Folder folder_;
+  std::filesystem::path name_;
 };
 
 void refuse_target_among(const std::vector<std::string>& sources, const std::string& target) {

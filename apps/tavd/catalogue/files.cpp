@@ -5,7 +5,10 @@
 
 #include "base/errors.h"
 #include "base/paths.h"
+#include "base/platform.h"
+#include "base/text.h"
 #include "base/whole_file.h"
+#include "tavd/tavdsrv.h"
 
 namespace tavdhost {
 namespace {
@@ -32,6 +35,14 @@ std::vector<std::string> files_in(const std::string& folder) {
   return files;
 }
 
+// The system says that a path is too long, but not how long it may be: the service does.
+[[noreturn]] void refuse_as_service(const std::string& target) {
+  constexpr std::int32_t kCreate = 1;  // only then the service is asked for what is not there
+  const std::int16_t handle = open_database_file(target, kCreate);
+  if (handle >= 0) tavdsrv_closedatabase(handle);
+  throw UserError(printable(tavdsrv_lasterror()));
+}
+
 }  // namespace
 
 std::vector<std::string> source_files(const std::vector<std::string>& names) {
@@ -54,7 +65,8 @@ void refuse_what_cannot_be_a_database(const std::string& target) {
   }
   std::error_code problem;
   const fs::path path = to_path(target);
-  const fs::file_status status = fs::status(path, problem);
+  const fs::file_status status = fs::status(fs::absolute(path, problem), problem);
+  if (problem == std::errc::filename_too_long) refuse_as_service(target);
   if (fs::is_directory(status)) throw UserError(target + " is a folder" + kExpected);
   if (fs::exists(status) && !fs::is_regular_file(status)) {
     throw UserError(target + " is a pipe or a device, which cannot hold a database" + kExpected);

@@ -27,17 +27,20 @@ struct Options {
   std::string seed = "1";
 };
 
+void store_synthetic(const Database& database, std::size_t records, std::uint64_t seed) {
+  Progress progress("Making records", records);
+  synthesize(TextCodec(database.handle()), records, seed, [&](const Entry& entry) {
+    store(database, entry);
+    progress.step();
+  });
+}
+
 void run(const Options& options) {
   const int records = whole_number("--records", options.records, 1, kMostRecords);
   const int seed = whole_number("--seed", options.seed, 0, INT32_MAX);
   make_database(options.target, [&](const Database& database) {
-    Progress progress("Making records", static_cast<std::size_t>(records));
     Transaction transaction(database);
-    synthesize(TextCodec(database.handle()), static_cast<std::size_t>(records),
-               static_cast<std::uint64_t>(seed), [&](const Entry& entry) {
-                 store(database, entry);
-                 progress.step();
-               });
+    store_synthetic(database, static_cast<std::size_t>(records), static_cast<std::uint64_t>(seed));
     transaction.commit();
   });
   std::cout << options.target << ": " << records << (records == 1 ? " record" : " records") << '\n';

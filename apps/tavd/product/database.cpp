@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iostream>
 #include <map>
+#include <utility>
 
 #include "base/errors.h"
 #include "base/paths.h"
@@ -80,18 +82,21 @@ std::string joined(const std::vector<std::string>& names) {
 
 }  // namespace
 
-Transaction::Transaction(const Database& database) : handle_(database.handle()) {
-  if (tavdsrv_begin(handle_) != 0) check_service();
+Transaction::Transaction(const Database& database) : database_(database) {
+  if (tavdsrv_begin(database_.handle()) != 0) check_service();
   open_ = true;
 }
 
 Transaction::~Transaction() {
-  if (open_) tavdsrv_rollback(handle_);
+  if (open_) tavdsrv_rollback(database_.handle());
 }
 
 void Transaction::commit() {
   open_ = false;  // a commit that fails has dropped everything
-  if (tavdsrv_commit(handle_) != 0) check_service();
+  if (tavdsrv_commit(database_.handle()) != 0) check_service();
+  // No save within a group can have a warning, and every command's last change is a group.
+  const std::string warning = tavdsrv_lastwarning();
+  if (!warning.empty()) std::cerr << "tavd: " << printable(database_.named_as_shown(warning)) << '\n';
 }
 
 void check_service() {
@@ -99,13 +104,18 @@ void check_service() {
   if (!reason.empty()) throw UserError(printable(reason));
 }
 
-Database::Database(const std::string& path, Open open, const TextChoice& texts) : path_(path) {
+Database::Database(const std::string& path, Open open, const TextChoice& texts, std::string shown)
+    : path_(path), shown_(std::move(shown)) {
   start_library(texts);
   handle_ = open_file(path, open);
 }
 
 Database::~Database() {
   tavdsrv_closedatabase(handle_);
+}
+
+std::string Database::named_as_shown(const std::string& text) const {
+  return shown_.empty() ? text : with_replaced(text, path_, shown_);
 }
 
 Record Database::find(std::string_view class_id, std::string_view object_id) const {

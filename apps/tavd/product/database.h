@@ -30,13 +30,17 @@ class Database {
 
   // Starts the library with these texts and opens the file. Throws UserError if the file is missing or no
   // product database, or if there is no such market or language.
-  explicit Database(const std::string& path, Open open = Open::kExisting, const TextChoice& texts = {});
+  // Warnings name `shown` where that is not empty: a database that is still a draft of another file.
+  explicit Database(const std::string& path, Open open = Open::kExisting, const TextChoice& texts = {},
+                    std::string shown = {});
   ~Database();
   Database(const Database&) = delete;
   Database& operator=(const Database&) = delete;
 
   std::int16_t handle() const { return handle_; }
   const std::string& path() const { return path_; }
+  // A text of the service in which the file bears the name that the user knows.
+  std::string named_as_shown(const std::string& text) const;
 
   // Exactly this record; empty if there is none. Blanks behind the object id do not count.
   Record find(std::string_view class_id, std::string_view object_id) const;
@@ -55,6 +59,7 @@ class Database {
  private:
   std::vector<std::string> near_ids(std::string_view class_id, std::string_view object_id) const;
   std::string path_;
+  std::string shown_;
   std::int16_t handle_;
 };
 
@@ -67,11 +72,12 @@ class Transaction {
   Transaction(const Transaction&) = delete;
   Transaction& operator=(const Transaction&) = delete;
 
-  // Throws UserError with the reason if anything could not be stored; then nothing is.
+  // Throws UserError with the reason if anything could not be stored; then nothing is. What is uncertain
+  // about changes that are stored stands on standard error afterwards.
   void commit();
 
  private:
-  std::int16_t handle_;
+  const Database& database_;
   bool open_ = false;
 };
 

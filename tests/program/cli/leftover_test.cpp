@@ -49,7 +49,7 @@ struct Leftover : testing::Test {
     for (int i = 0; i < 1000 && draft.empty(); ++i) {
       std::this_thread::sleep_for(std::chrono::milliseconds(10));
       for (const std::string& name : folder.names()) {
-        if (name.starts_with(".target.") && fs::exists(folder.file(name + "/database"))) draft = name;
+        if (name.starts_with(".target.") && fs::exists(folder.file(name + "/target"))) draft = name;
       }
     }
     EXPECT_FALSE(draft.empty());
@@ -82,7 +82,7 @@ TEST_F(Leftover, TheDraftOfALivingCommandStays) {
   run_quietly({"db", "dump", database, "-o", folder.file("target")});
   run_quietly({"db", "synth", folder.file("target"), "--records", "10"});
   EXPECT_THAT(folder.names(), ElementsAre(draft, "target"));
-  EXPECT_TRUE(fs::exists(folder.file(draft + "/database")));
+  EXPECT_TRUE(fs::exists(folder.file(draft + "/target")));
   clitest::kill_program(process);
 }
 
