@@ -111,7 +111,8 @@ void copy_product(const Database& source, const Database& target, Load& load) {
 // the copy goes into its file.
 void copy_into(const std::string& target, const Database& source, Load& load) {
   const auto copy = [&](const Database& database) { copy_product(source, database, load); };
-  if (!std::filesystem::exists(to_path(target)) && add_database(target, copy)) return;
+  std::error_code problem;
+  if (!std::filesystem::exists(to_path(target), problem) && add_database(target, copy)) return;
   drafts::clear(to_path(target));
   copy(Database(target));
 }

@@ -20,10 +20,10 @@ int synchronize(int descriptor, const char* call) {
 
 }  // namespace
 
-extern "C" int fsync(int descriptor) {
+extern "C" [[gnu::visibility("default")]] int fsync(int descriptor) {
   return synchronize(descriptor, "fsync");
 }
 
-extern "C" int fdatasync(int descriptor) {
+extern "C" [[gnu::visibility("default")]] int fdatasync(int descriptor) {
   return synchronize(descriptor, "fdatasync");
 }
