@@ -143,11 +143,19 @@ void check_name(const fs::path& path, const fs::path& file, const std::error_cod
 // Makes the database under a name of its own and then gives it the one that is asked for, so that nobody ever
 // sees half of it. Another process that makes it at the same time may win: then its file is the one.
 void create_file(const fs::path& path, const fs::path& file) {
+  constexpr int kMostTries = 100;
   const Place place = place_of(path, file);
-  drafts::NewFile draft(place.file());
-  if (draft.path().empty()) throw Failure(utf8(path) + ": " + draft.reason());
-  Connection(place, draft.path(), file).run(kCreate);
-  if (draft.add() == drafts::Added::kFailed) throw Failure(utf8(path) + ": " + draft.reason());
+  for (int tries = 1;; ++tries) {
+    drafts::NewFile draft(place.file());
+    if (draft.path().empty()) throw Failure(utf8(path) + ": " + draft.reason());
+    Connection(place, draft.path(), file).run(kCreate);
+    if (draft.add() != drafts::Added::kFailed) return;
+    // Just before it gets its name nobody owns a draft, and a process that makes the same file may clear it.
+    std::error_code problem;
+    if (tries == kMostTries || fs::exists(draft.path(), problem)) {
+      throw Failure(utf8(path) + ": " + draft.reason());
+    }
+  }
 }
 
 std::uint32_t big_endian(const unsigned char* bytes) {

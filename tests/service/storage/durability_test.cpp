@@ -210,3 +210,25 @@ TEST(Durability, ThreadsShareADatabase) {
   }
   for (std::thread& thread : threads) thread.join();
 }
+
+TEST(Durability, ProcessesThatMakeOneDatabaseAllGetIt) {
+  constexpr int kRounds = 60;
+  constexpr int kProcesses = 4;
+  const Folder folder;
+  for (int round = 0; round < kRounds; ++round) {
+    const std::string path = (folder / ("made" + std::to_string(round) + ".tavdb")).string();
+    std::vector<pid_t> children;
+    for (int i = 0; i < kProcesses; ++i) {
+      children.push_back(in_child([&] {
+        if (tavbopendatabase(nullptr, path.c_str(), 1) >= 1) return;
+        std::fprintf(stderr, "%s\n", tavdsrv_lasterror());
+        _exit(1);
+      }));
+    }
+    for (const pid_t child : children) {
+      int status = -1;
+      EXPECT_EQ(child, waitpid(child, &status, 0));
+      EXPECT_EQ(0, status) << "round " << round;
+    }
+  }
+}
