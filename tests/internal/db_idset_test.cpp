@@ -160,6 +160,12 @@ TEST(IdSetCompare, EqualIdsAreEqual) {
   EXPECT_EQ(set.compare("A-*", "A-*"), 0);
 }
 
+TEST(IdSetCompare, IdsWithoutWildcardsHaveNoOrder) {
+  const SetWithSigns set;
+  EXPECT_EQ(set.compare("AB", "ABC"), 0);
+  EXPECT_EQ(set.compare("ABC", "AB"), 0);
+}
+
 struct Pair {
   const char* first;
   const char* second;

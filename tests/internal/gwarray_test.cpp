@@ -273,6 +273,16 @@ TEST(GrowableArray, FailedAppendOfAnArrayReports) {
   EXPECT_EQ(other.items(), (Items{4, 5}));
 }
 
+TEST(GrowableArray, ItemsWithoutBytesAreNoMoreThan32BitsCount) {
+  gwarray array{};
+  array.count = std::numeric_limits<std::int32_t>::max();
+  ErrorReports reports;
+  const std::int32_t item = 9;
+  EXPECT_EQ(tavd::gwarray_append(&array, &item), -2);
+  expect_reports(reports, "gwGmalloc() out of memory (0)", "gwarray_append() out of memory");
+  EXPECT_EQ(array.count, 0);
+}
+
 TEST(GrowableArray, NegativeItemSizeCannotGrow) {
   gwarray array;
   tavd::gwarray_init(&array, -4);

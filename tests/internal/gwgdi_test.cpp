@@ -211,4 +211,11 @@ TEST(NullDeviceContext, EveryOperationDoesNothing) {
   tavd::gwrestoredc(nullptr, 1);
 }
 
+TEST(PrintedText, WithoutAFormatIsNotDrawn) {
+  Recording recording;
+  const char* const none = nullptr;
+  tavd::gwtextout(recording.hdc(), 1, 2, none);
+  EXPECT_EQ(recording.text(), "");
+}
+
 }  // namespace

@@ -160,6 +160,17 @@ TEST_P(Rows, UnknownControlHasNoText) {
   EXPECT_STREQ(text_, "");
 }
 
+TEST_P(Rows, CutKeepsAWholeCharacterAboveTheSurrogates) {
+  control().addw(dialog(), kItem, u"a\uFF21\uFF22");
+  EXPECT_EQ(gettextw(3, 3), 3);
+  EXPECT_EQ(std::u16string(wide_), u"a\uFF21");
+}
+
+TEST_P(Rows, BufferForTheTerminatorAloneIsEmpty) {
+  EXPECT_EQ(gettextw(1, 1), 1);
+  EXPECT_EQ(std::u16string(wide_, 2), std::u16string(u"\0#", 2));
+}
+
 INSTANTIATE_TEST_SUITE_P(Controls, Rows, testing::Values(kListBox, kComboBox),
                          [](const auto& control) { return std::string(control.param.name); });
 

@@ -111,4 +111,21 @@ TEST_F(Monitor, LeavesOtherMessagesToTheDefault) {
   EXPECT_EQ(shown(), 0);
 }
 
+TEST_F(Monitor, UpdateOfAClosedOneOpensNothing) {
+  tgui_destroy_window(window());
+  tavd::gwarray_monitor_update(17);
+  EXPECT_EQ(window(), nullptr);
+}
+
+TEST(MonitorOfAnotherModule, ThatHasNoClassForItStaysClosed) {
+  tavd::gwarray_monitor_open(tgui_main_module(), 0, 0);  // the class is registered once, by the first module
+  tgui_destroy_window(tavd::gwarray_monitor_window());
+  tgui_unregister_class("GWADEBWND", tgui_main_module());
+  tavd::gwarray_monitor_open(tgui_main_module(), 0, 0);
+  EXPECT_EQ(tavd::gwarray_monitor_window(), nullptr);
+  gwarray array;
+  tavd::gwarray_init(&array, 4);
+  tavd::gwarray_release(&array);
+}
+
 }  // namespace

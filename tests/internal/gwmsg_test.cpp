@@ -351,4 +351,38 @@ TEST_F(OwnDialog, FocusGoesToTheOwnerIfThereWasNone) {
   EXPECT_EQ(tgui_focus(), owner());
 }
 
+TEST_F(Messages, FormatThatIsNullGivesAnEmptyText) {
+  const char* const none = nullptr;
+  tavd::gwmsgf(owner(), none);
+  EXPECT_EQ(seen().text, "");
+}
+
+TEST_F(Messages, FocusThatStayedIsNotMoved) {
+  tgui_set_focus(owner());
+  tavd::gwmsg(owner(), "text");
+  EXPECT_EQ(tgui_focus(), owner());
+}
+
+TEST_F(OwnDialog, LabelThatIsNullStaysAsItWas) {
+  tavd::gwset_dialog_labels("&Ja", "&Avbryt", "&Ja", "&Nej");
+  tavd::gwset_dialog_labels(nullptr, "&Stopp", nullptr, nullptr);
+  EXPECT_EQ(own_dialog("text", 1).items.at(1).text, u"&Ja");
+  EXPECT_EQ(own_dialog("text", 1).items.at(2).text, u"&Stopp");
+}
+
+TEST_F(OwnDialog, CommandThatIsNoButtonLeavesItOpen) {
+  answer_ = 7;
+  on_message_ = [] {
+    tgui_window* const dialog = tgui_parent(tgui_focus());
+    EXPECT_EQ(tgui_send_message(dialog, TGUI_WM_COMMAND, 9, 0), 1);
+  };
+  EXPECT_EQ(tavd::gwmsgdialog(owner(), "text", 4), 7);
+}
+
+TEST_F(OwnDialog, ThatIsDestroyedAnswersCancel) {
+  answer_ = 7;
+  on_message_ = [] { tgui_destroy_window(tgui_parent(tgui_focus())); };
+  EXPECT_EQ(tavd::gwmsgdialog(owner(), "text", 4), 2);
+}
+
 }  // namespace

@@ -256,4 +256,45 @@ TEST(FieldCopy, CutsAndTerminatesInsideTheField) {
   EXPECT_EQ(tavdtest::Wide(wide_dest, 4), tavdtest::Wide(WIDE("a\0##"), 4));
 }
 
+TEST(TrimCopy, OntoItselfTakesTheBlanksOff) {
+  char text[] = "AB  #";
+  EXPECT_EQ(tavd::gwstrtrimcpy(text, text, 3), text);
+  EXPECT_EQ(std::string(text, 5), std::string("AB\0\0#", 5));
+}
+
+TEST(TrimCopy, NothingIsWrittenWithoutADestinationOrBelowNoCharacters) {
+  EXPECT_EQ(tavd::gwstrtrimcpy(nullptr, "AB", 2), nullptr);
+  EXPECT_EQ(tavd::gwwcstrimcpy(nullptr, WIDE("AB"), 2), nullptr);
+  char dest[] = "##";
+  EXPECT_EQ(tavd::gwstrtrimcpy(dest, "AB", -1), dest);
+  EXPECT_STREQ(dest, "##");
+}
+
+TEST(NullText, IsNoNumberAndHasNothingToTrim) {
+  EXPECT_EQ(tavd::gwisnumber(nullptr), 0);
+  EXPECT_EQ(tavd::gwisnumberw(nullptr), 0);
+  tavd::gwrtrim(nullptr);
+  tavd::gwrtrimw(nullptr);
+}
+
+TEST(NullText, ComparesLikeAnEmptyOne) {
+  EXPECT_EQ(tavd::gwstricmp(nullptr, nullptr), 0);
+  EXPECT_EQ(tavd::gwstricmp(nullptr, ""), 0);
+  EXPECT_LT(tavd::gwstricmp(nullptr, "a"), 0);
+  EXPECT_GT(tavd::gwstricmp("a", nullptr), 0);
+}
+
+TEST(FieldSplitter, WithoutADestinationHasNoField) {
+  EXPECT_EQ(tavd::gwstrfield(nullptr, "a,b", ',', 0, 4), nullptr);
+  EXPECT_EQ(tavd::gwwcsfield(nullptr, WIDE("a,b"), WIDE(','), 0, 8), nullptr);
+}
+
+TEST(FieldCopy, WritesNothingWithoutADestinationOrRoom) {
+  tavd::gwstrcpyfield(nullptr, "abc", 4);
+  tavd::gwwcscpyfield(nullptr, WIDE("abc"), 4);
+  char dest[] = "##";
+  tavd::gwstrcpyfield(dest, "abc", 0);
+  EXPECT_STREQ(dest, "##");
+}
+
 }  // namespace

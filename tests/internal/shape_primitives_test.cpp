@@ -293,6 +293,14 @@ TEST_F(ShapePrimitives, ValueThatTheProductDoesNotHaveIsTwoSigns) {
   EXPECT_EQ("##", value_text(0));
 }
 
+TEST_F(ShapePrimitives, ValueBehindTheLastIsTwoSignsWhateverTheCount) {
+  shp.nvalues = 1000;
+  shp.values[29] = 7;
+  EXPECT_EQ("7", value_text(29));
+  EXPECT_EQ("##", value_text(30));
+  EXPECT_EQ("##", value_text(999));
+}
+
 TEST_F(ShapePrimitives, DimensionOfTheFirstMissingValueSaysTwoSigns) {
   shp.nvalues = 3;
   shp.values[2] = 250;

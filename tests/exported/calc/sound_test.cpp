@@ -211,6 +211,21 @@ TEST(FlowGroupSound, OfNoPressureEndsAtZero) {
   expect_all(level_of(groups_product(), 50.0F, 0.0F), 0, 0.0F);
 }
 
+TEST(FlowGroupSound, OfAnEndlessFlowFails) {
+  FlowData fd = groups_product();
+  constexpr float kEndless = std::numeric_limits<float>::infinity();
+  set_sound(fd, {sound_row(50.0F, 20.0F, 20), sound_row(50.0F, 200.0F, 40), sound_row(kEndless, 20.0F, 30),
+                 sound_row(kEndless, 200.0F, 50)});
+  expect_failure(level_of(fd, 70.0F, 100.0F), -34);
+}
+
+TEST(FlowGroupSound, IsHeldAtNinetyNineBeforeTheWayOutsideCounts) {
+  FlowData fd = groups_product();
+  set_sound(fd, {sound_row(50.0F, 20.0F, 120), sound_row(50.0F, 200.0F, 120), sound_row(100.0F, 20.0F, 120),
+                 sound_row(100.0F, 200.0F, 120)});
+  expect_all(level_of(fd, 50.0F, 10.0F), 0, 99.0F - static_cast<float>(30.0 * std::log10(2.0)));
+}
+
 TEST(FlowGroupSound, OfAFanWorksTheSameWay) {
   FlowData fd = groups_product();
   fd.kind = 40;

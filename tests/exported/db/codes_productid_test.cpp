@@ -322,6 +322,15 @@ TEST(WideProductId, HalfACharacterThatIsStoredShowsAReplacement) {
   EXPECT_EQ(id.sized(256), WIDE("A\uFFFD-125"));
 }
 
+TEST(WideProductId, BytesOfNoCharacterAtTheCutAreReplacedOneByOne) {
+  WideId id("ABC-*");
+  id.encoding(1);
+  id.record.text(1511, std::string(29, 'x') + "\xF5\x80");
+  EXPECT_EQ(id.fixed(), tavdtest::Wide(29, WIDE('x')) + WIDE('\uFFFD')) << "begins no character";
+  id.record.text(1511, std::string(26, 'x') + "\x80\x80\x80\x80\x80");
+  EXPECT_EQ(id.fixed(), tavdtest::Wide(26, WIDE('x')) + tavdtest::Wide(4, WIDE('\uFFFD'))) << "none begins";
+}
+
 TEST(WideProductId, EveryRoomHoldsTheBeginningAndATerminator) {
   WideId id("ABC-*");
   id.record.text(1511, "AB-{D}-{B2}");

@@ -136,6 +136,13 @@ TEST_F(IdSets, ClassAndIdNeedNoTerminator) {
   EXPECT_EQ(tavdidset_adjust(&set_, db(), id.data()), -3) << "one field too few";
 }
 
+TEST_F(IdSets, ShortClassEndsAtItsTerminator) {
+  save_product();
+  EXPECT_EQ(tavdidset_read(&set_, db(), "AS", "ABC-1"), 0);
+  EXPECT_STREQ(set_.classId, "AS");
+  EXPECT_STREQ(set_.mainId, "");
+}
+
 TEST_F(IdSets, TwoMainRecordsAreToldAndLeaveAnEmptySet) {
   save("ABC-*", kMain);
   save("ABC-1-*", kSub);

@@ -42,6 +42,15 @@ TEST(OpenDatabase, MissingFileIsRefusedInModeZeroAndNeverReachesTheService) {
   EXPECT_THAT(tavdtest::calls(), testing::IsEmpty());
 }
 
+TEST(OpenDatabase, NullPathIsRefusedInEveryMode) {
+  tavdtest::clear_calls();
+  for (const int32_t mode : {0, 1}) {
+    EXPECT_EQ(tavdf_open_database(nullptr, mode), -1);
+    EXPECT_EQ(tavdf_open_databasew(nullptr, mode), -1);
+  }
+  EXPECT_THAT(tavdtest::calls(), testing::IsEmpty());
+}
+
 TEST(OpenDatabase, MissingFileReachesTheServiceInAnotherModeWithTheNarrowVlkPath) {
   tavdcore_init(0, "FIN", "service.vlk");
   tavdtest::clear_calls();

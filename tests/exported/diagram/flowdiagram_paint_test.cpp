@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -60,6 +61,28 @@ TEST_F(FlowDiagramPaint, EachModuleGetsTheClassOnce) {
   ASSERT_EQ(1, tgui_unregister_class("TAVDDGR", module));
   tavdg_init_empty(module, db());
   EXPECT_EQ(0, tgui_get_class("TAVDDGR", module, &c));
+}
+
+// More modules than are noted: the class of one that is not is registered at each start.
+[[noreturn]] void start_with_many_modules() {
+  tgui_module* modules[12];
+  bool registered = true;
+  for (tgui_module*& module : modules) {
+    module = tgui_module_create("one of many");
+    tavdg_init_empty(module, -1);
+    registered = registered && tgui_get_class("TAVDDGR", module, nullptr) == 1;
+  }
+  const bool taken_away = tgui_unregister_class("TAVDDGR", modules[11]) == 1;
+  tavdg_init_empty(modules[11], -1);
+  registered = registered && tgui_get_class("TAVDDGR", modules[11], nullptr) == 1;
+  tavdg_release();
+  for (tgui_module* module : modules) tgui_module_destroy(module);
+  std::exit(registered && taken_away ? 0 : 1);
+}
+
+TEST(FlowDiagramModulesDeathTest, BeyondTheNotedOnesEachGetsTheClass) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  EXPECT_EXIT(start_with_many_modules(), testing::ExitedWithCode(0), "");
 }
 
 TEST_F(FlowDiagramPaint, StretchesTenThousandUnitsOverTheClientArea) {

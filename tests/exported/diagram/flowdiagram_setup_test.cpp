@@ -278,9 +278,9 @@ TEST_F(FlowDiagramSetup, ZeroLowerLimitsFailForEveryOtherKind) {
 }
 
 TEST_F(FlowDiagramSetup, LimitsThatDoNotRiseFail) {
-  const float cases[][4] = {{100, 100, 100, 1000},  {100, 50, 100, 1000},  {100, 1000, 100, 100},
-                            {100, 1000, 100, 50},   {-1, 1000, 100, 1000}, {kNaN, 1000, 100, 1000},
-                            {100, kNaN, 100, 1000}, {100, 1000, 100, kNaN}};
+  const float cases[][4] = {{100, 100, 100, 1000},  {100, 50, 100, 1000},   {100, 1000, 100, 100},
+                            {100, 1000, 100, 50},   {-1, 1000, 100, 1000},  {kNaN, 1000, 100, 1000},
+                            {100, kNaN, 100, 1000}, {100, 1000, 100, kNaN}, {100, 1000, -1, 1000}};
   for (const std::int16_t kind : {std::int16_t{110}, std::int16_t{140}}) {
     for (const auto& c : cases) {
       Record bad("TST", "BAD");

@@ -138,6 +138,17 @@ TEST_F(ThrowHostile, OperatingPoints) {
   }
 }
 
+TEST_F(ThrowHostile, FlowThatItsUnitTakesToZeroHasNoMark) {
+  Record product("TST", "PRODUCT");
+  product.header(110, 0, 0, 1e-45F, 1000, 10, 100).rows<QvL2Point>(1659, {{0, 5}});  // the throw given counts
+  ASSERT_EQ(0, init(db(), product.rec(), 1e-45F, 0.75F, L2DG_FLOW_M3_S));
+  expect_bounded("1e-45 l/s in m3/s");
+  EXPECT_TRUE(recording_->figures("ellipse").empty());
+  ASSERT_EQ(0, init(db(), product.rec(), 1e-45F, 0.75F, L2DG_FLOW_L_S));
+  expect_bounded("1e-45 l/s");
+  EXPECT_FALSE(recording_->figures("ellipse").empty());
+}
+
 TEST_F(ThrowHostile, TablesLongerThanTheRecord) {
   Record product("TST", "PRODUCT");
   std::vector<QvL2Point> rows(100, QvL2Point{200, 2});
