@@ -210,4 +210,14 @@ TEST(IdSetCompare, IdsWithoutTerminatorAreReadNoFurther) {
   EXPECT_GT(idset_compare(&set.set, &a, &b), 0) << "31 wildcards and 30";
 }
 
+TEST(IdSetCompare, BehindThirtyCharactersNothingTellsTwoIdsApart) {
+  const SetWithSigns set;
+  IdSetItem a = SetWithSigns::item("A", true);
+  IdSetItem b = a;
+  std::memset(a.id, 'A', sizeof a.id);
+  std::memset(b.id, 'A', sizeof b.id);
+  b.id[30] = 'B';
+  EXPECT_EQ(idset_compare(&set.set, &a, &b), 0);
+}
+
 }  // namespace

@@ -63,6 +63,15 @@ TEST(DamperPressure, HoldsThePositionInsideTheTable) {
   EXPECT_FLOAT_EQ(tavca_dptot_damperpos(&falling, 100.0F, 7.0F), 400.0F);
 }
 
+TEST(DamperPressure, OfADamperByVelocityGoesByItsTableToo) {
+  FlowData fd = damper();
+  fd.kind = TAVD_KIND_DAMPER_VELOCITY;
+  EXPECT_FLOAT_EQ(tavca_dptot_damperpos(&fd, 100.0F, 1.5F), 200.0F);
+  const Position position = stepless(fd, 100.0F, 100.0F);
+  EXPECT_EQ(position.code, 0);
+  EXPECT_FLOAT_EQ(position.pos, 2.0F);
+}
+
 TEST(DamperPressure, OfAProductWithoutDamperIsItsOnePressure) {
   const FlowData fd = resistance_product(100.0F, 50.0F);
   EXPECT_EQ(tavca_dptot_damperpos(&fd, 70.0F, 2.0F), tavca_dptotmin(&fd, 70.0F));

@@ -42,15 +42,6 @@ TEST(OpenDatabase, MissingFileIsRefusedInModeZeroAndNeverReachesTheService) {
   EXPECT_THAT(tavdtest::calls(), testing::IsEmpty());
 }
 
-TEST(OpenDatabase, NullPathIsRefusedInEveryMode) {
-  tavdtest::clear_calls();
-  for (const int32_t mode : {0, 1}) {
-    EXPECT_EQ(tavdf_open_database(nullptr, mode), -1);
-    EXPECT_EQ(tavdf_open_databasew(nullptr, mode), -1);
-  }
-  EXPECT_THAT(tavdtest::calls(), testing::IsEmpty());
-}
-
 TEST(OpenDatabase, MissingFileReachesTheServiceInAnotherModeWithTheNarrowVlkPath) {
   tavdcore_init(0, "FIN", "service.vlk");
   tavdtest::clear_calls();
@@ -60,6 +51,18 @@ TEST(OpenDatabase, MissingFileReachesTheServiceInAnotherModeWithTheNarrowVlkPath
   EXPECT_TRUE(std::filesystem::exists(missing_path()));
   EXPECT_EQ(tavdsrv_closedatabase(db), 0);
   std::filesystem::remove(missing_path());
+}
+
+TEST(OpenDatabase, WideFormOfAMissingFileReachesTheServiceInAnotherModeToo) {
+  tavdcore_initw(0, "FIN", WIDE("service.vlk"));
+  tavdtest::clear_calls();
+  const int16_t db = tavdf_open_databasew(widen(missing_path()).c_str(), 1);
+  EXPECT_THAT(tavdtest::calls(), ElementsAre("openw service.vlk 1"));
+  EXPECT_GE(db, 0);
+  EXPECT_TRUE(std::filesystem::exists(missing_path()));
+  EXPECT_EQ(tavdsrv_closedatabase(db), 0);
+  std::filesystem::remove(missing_path());
+  tavdcore_init(0, nullptr, nullptr);
 }
 
 TEST(OpenDatabase, WideFormPassesOnTheWideVlkPath) {
