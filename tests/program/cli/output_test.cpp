@@ -200,11 +200,10 @@ TEST_F(Output, WritersOfOneTargetAllEndWithAWholeFile) {
   EXPECT_THAT(folder.names(), testing::ElementsAre("expected", "target.svg"));
 }
 
-TEST_F(Output, NamesOf255AndPathsOf4095BytesWork) {
+TEST_F(Output, PicturesAndTextsOf255ByteNamesAnd4095BytePathsWork) {
   const std::string longest(251, 'n');
   expect_success(draw_to(folder.file(longest + ".svg")));
   expect_success(dump_to(folder.file(longest + ".jsn")));
-  expect_success(build_to(folder.file(longest + ".tdb")));
   // A path of 4095 bytes, by folders that are made one in the other.
   const fs::path start = fs::current_path();
   std::string path = folder.file("");
