@@ -3,26 +3,35 @@
 
 #include <cstdint>
 
-#include "tavd/tavca.h"
+#include "diagram/flowdiagram.h"
+#include "tavd/attributes.h"
 #include "tavdgui/tavdgui.h"
 
 namespace bench {
 
 // One of each way of drawing.
-inline constexpr std::int16_t kPaintedKinds[] = {10, 11, 12, 13, 20, 22, 30, 40};
+inline constexpr std::int16_t kPaintedKinds[] = {TAVD_KIND_RESISTANCE,
+                                                 TAVD_KIND_RESISTANCE_VELOCITY,
+                                                 TAVD_KIND_RESISTANCE_POINTS,
+                                                 TAVD_KIND_LIMITS,
+                                                 TAVD_KIND_DAMPER,
+                                                 TAVD_KIND_DAMPER_VELOCITY,
+                                                 TAVD_KIND_RANGE,
+                                                 TAVD_KIND_FAN};
 
 class Paint {
  public:
   explicit Paint(std::int16_t kind);
+  ~Paint();
+  Paint(const Paint&) = delete;
+  Paint& operator=(const Paint&) = delete;
 
   // The diagram with its curves, its pens and fonts included.
   void whole(tgui_surface* surface);
   void chart_alone(tgui_surface* surface);
 
  private:
-  void take_over();
-
-  FlowData product_;
+  tavd::FlowDiagram diagram_{};
 };
 
 }  // namespace bench
