@@ -83,7 +83,7 @@ fs::path locate(const fs::path& target, std::string& reason) {
     return {};
   }
   if (!fs::is_directory(place.parent_path(), problem)) {
-    reason = error_text(ERROR_PATH_NOT_FOUND);
+    reason = text_of(std::make_error_code(std::errc::no_such_file_or_directory));
     return {};
   }
   return place;
@@ -156,15 +156,14 @@ fs::path make_file(const fs::path& place, DWORD access, DWORD share, Handle& han
 // By the handle that owns the draft: without it another process could clear what is just to get its name.
 bool rename_by_handle(HANDLE handle, const fs::path& target) {
   const std::wstring& name = target.native();
-  std::vector<std::max_align_t> room(
-      (sizeof(FILE_RENAME_INFO) + name.size() * sizeof(wchar_t)) / sizeof(std::max_align_t) + 1);
+  // Zeros all through, the padding of its elements too: the name ends in one.
+  std::vector<std::byte> room(sizeof(FILE_RENAME_INFO) + name.size() * sizeof(wchar_t));
   auto* const info = reinterpret_cast<FILE_RENAME_INFO*>(room.data());
   info->ReplaceIfExists = TRUE;
   info->RootDirectory = nullptr;
   info->FileNameLength = static_cast<DWORD>(name.size() * sizeof(wchar_t));
   name.copy(info->FileName, name.size());
-  const auto size = static_cast<DWORD>(room.size() * sizeof(std::max_align_t));
-  return SetFileInformationByHandle(handle, FileRenameInfo, info, size) != 0;
+  return SetFileInformationByHandle(handle, FileRenameInfo, info, static_cast<DWORD>(room.size())) != 0;
 }
 
 }  // namespace

@@ -123,10 +123,12 @@ using MakeRecord = FlowData (*)();
 
 constexpr MakeRecord nothing = nullptr;  // a null record
 
+// The record is packed, so a count is set by its bytes.
 template <std::int16_t FlowData::*count, int value, MakeRecord make>
 FlowData with() {
   FlowData fd = make();
-  fd.*count = value;
+  const std::int16_t rows = value;
+  std::memcpy(&(fd.*count), &rows, sizeof rows);
   return fd;
 }
 
