@@ -73,7 +73,7 @@ fs::path draft_path(const fs::path& target) {
 // Where a target lies, after its links. Empty, and a reason, if no file can be made there.
 fs::path locate(const fs::path& target, std::string& reason) {
   std::error_code problem;
-  const fs::path place = fs::weakly_canonical(fs::absolute(target, problem), problem);
+  fs::path place = fs::weakly_canonical(fs::absolute(target, problem), problem);
   if (place.empty() || problem) {
     reason = text_of(problem);
     return {};
@@ -143,7 +143,7 @@ void clear_drafts(const fs::path& place) {
 // Makes a draft and opens it. Empty, and a reason, if that fails.
 fs::path make_file(const fs::path& place, DWORD access, DWORD share, Handle& handle, std::string& reason) {
   for (int i = 0; i < kMostNames; ++i) {
-    const fs::path draft = draft_path(place);
+    fs::path draft = draft_path(place);
     handle = Handle(
         CreateFileW(draft.c_str(), access, share, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (handle) return draft;
