@@ -7,7 +7,7 @@ namespace {
 
 struct NumberedDrawer {
   std::int16_t number;
-  void (*draw)(tavd_hdc hdc);
+  void (*draw)(const ShapeCanvas& canvas);
 };
 
 constexpr NumberedDrawer kDrawers[] = {
@@ -29,15 +29,15 @@ const Sketch* find_sketch(int number) {
 
 }  // namespace
 
-void draw_shape(tavd_hdc hdc) {
-  const int number = shp.values[0];
+void draw_shape(const ShapeCanvas& canvas) {
+  const int number = canvas.state.values[0];
   for (const NumberedDrawer& each : kDrawers) {
     if (each.number == number) {
-      each.draw(hdc);
+      each.draw(canvas);
       return;
     }
   }
-  if (const Sketch* const sketch = find_sketch(number)) draw_sketch(hdc, *sketch);
+  if (const Sketch* const sketch = find_sketch(number)) draw_sketch(canvas, *sketch);
 }
 
 }  // namespace tavd

@@ -19,12 +19,12 @@ std::span<const NumberedSketch> sketches_130_151();
 std::span<const NumberedSketch> sketches_170_192();
 
 // Drawers that decide. Each draws in the order that all sketches share.
-void shape_101(tavd_hdc hdc);
-void shape_107(tavd_hdc hdc);
-void shape_160(tavd_hdc hdc);
-void shape_163(tavd_hdc hdc);
-void shape_164(tavd_hdc hdc);
-void shape_165(tavd_hdc hdc);
-void shape_180(tavd_hdc hdc);  // 180 to 183
+void shape_101(const ShapeCanvas& canvas);
+void shape_107(const ShapeCanvas& canvas);
+void shape_160(const ShapeCanvas& canvas);
+void shape_163(const ShapeCanvas& canvas);
+void shape_164(const ShapeCanvas& canvas);
+void shape_165(const ShapeCanvas& canvas);
+void shape_180(const ShapeCanvas& canvas);  // 180 to 183
 
 }  // namespace tavd

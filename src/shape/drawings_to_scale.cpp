@@ -37,17 +37,17 @@ Point right(int width, int y) {
 // A slot diffuser below a box, with the duct at the box's end: its end view to scale, and its face, longer
 // than the picture, so that it runs off both sides. 1 length, 2 width of the face, 3 width of the box, 4
 // width of the slot, 5 height of the box, 6 height of the neck, 7 axis of the duct below the top.
-void shape_163(tavd_hdc hdc) {
+void shape_163(const ShapeCanvas& canvas) {
   constexpr int kTop = 150;
   constexpr int kFaceLength = 800;
   constexpr int kLip = 8;
-  const int face = scaled(shp.values[2]);
-  const int body = scaled(shp.values[3]);
-  const int slot = scaled(shp.values[4]);
-  const int bottom = kTop + scaled(shp.values[5]);
-  const int face_y = bottom + scaled(shp.values[6]);
-  const int duct = scaled(shp.header.b);
-  const int axis = kTop + scaled(shp.values[7]);
+  const int face = scaled(canvas.state.values[2]);
+  const int body = scaled(canvas.state.values[3]);
+  const int slot = scaled(canvas.state.values[4]);
+  const int bottom = kTop + scaled(canvas.state.values[5]);
+  const int face_y = bottom + scaled(canvas.state.values[6]);
+  const int duct = scaled(canvas.state.header.b);
+  const int axis = kTop + scaled(canvas.state.values[7]);
   const int second = bottom + kViewsApart;
   const int second_middle = second + face / 2;
   const int beside = kMiddle + std::max(face, body) / 2 + 40;
@@ -86,21 +86,21 @@ void shape_163(tavd_hdc hdc) {
   const Sketch diffuser = {.outline = outline, .hidden = hidden, .fine = fine, .dimensions = dimensions};
   const Sketch end = {.outline = duct_end};
   const Sketch nothing = {};
-  draw_sketches(hdc, {&diffuser, shp.values[7] > 0 ? &end : &nothing});
+  draw_sketches(canvas, {&diffuser, canvas.state.values[7] > 0 ? &end : &nothing});
 }
 
 // A half-round diffuser on a wall, with the duct behind: its front view to scale and its plan. 1 depth, 2
 // width, 3 height, 5 axis of the duct below the top.
-void shape_165(tavd_hdc hdc) {
+void shape_165(const ShapeCanvas& canvas) {
   constexpr int kTop = 200;
   constexpr int kUsualAxis = 60;  // mm below the top
   constexpr int kWall = 12;       // between the outer and the inner shell
   constexpr int kProfile = 24;
   constexpr int kPlinth = 30;
-  const int width = scaled(shp.values[2]);
-  const int bottom = kTop + scaled(shp.values[3]);
-  const int axis = kTop + scaled(shp.values[5] != 0 ? shp.values[5] : kUsualAxis);
-  const int radius = shp.header.b / 2 / 2;
+  const int width = scaled(canvas.state.values[2]);
+  const int bottom = kTop + scaled(canvas.state.values[3]);
+  const int axis = kTop + scaled(canvas.state.values[5] != 0 ? canvas.state.values[5] : kUsualAxis);
+  const int radius = canvas.state.header.b / 2 / 2;
   const int back = bottom + kViewsApart;
   const int inner = std::max(width - 2 * kWall, 0);
 
@@ -135,7 +135,7 @@ void shape_165(tavd_hdc hdc) {
   const Sketch diffuser = {.outline = outline, .hidden = hidden, .fine = fine, .dimensions = dimensions};
   const Sketch end = {.outline = duct_end};
   const Sketch nothing = {};
-  draw_sketches(hdc, {&diffuser, shp.header.b > 0 ? &end : &nothing});
+  draw_sketches(canvas, {&diffuser, canvas.state.header.b > 0 ? &end : &nothing});
 }
 
 }  // namespace tavd

@@ -1,5 +1,5 @@
-// The shape picture: a title and a dimensioned sketch of one product. One per process; its state is one
-// static record.
+// The state of a shape picture: a title and a dimensioned sketch of one product. Each picture has one of its
+// own; what reads and draws takes it as an argument.
 #pragma once
 
 #include <cstdint>
@@ -48,12 +48,30 @@ struct ShapeState {
   ShapeFlowHeader header;
 };
 
-extern ShapeState shp;
+// A picture that is being drawn, and what on.
+struct ShapeCanvas {
+  const ShapeState& state;
+  tavd_hdc hdc;
+};
 
-// Draws what the shape number asks for, with the tools; nothing for a number without a drawing.
-void draw_shape(tavd_hdc hdc);
+// Gives a cleared picture its default rectangle and its family list.
+void set_up(ShapeState& picture, std::int16_t db);
 
-// Registers the window class, once in a process.
-void register_shape_class(tavd_hmodule module);
+// Title, shape and connection of a product.
+void read_product(ShapeState& picture, tavb_rec rec);
+
+// Lays the picture out in a rectangle.
+void resize(ShapeState& picture, int left, int top, int right, int bottom);
+void resize_default(ShapeState& picture);
+
+// Pens and fonts live for the time of one paint. Those of a former one are deleted first.
+void create_tools(ShapeState& picture);
+void destroy_tools(ShapeState& picture);
+
+// Title and sketch, with the tools.
+void draw(const ShapeState& picture, tavd_hdc hdc);
+
+// Draws what the shape number asks for; nothing for a number without a drawing.
+void draw_shape(const ShapeCanvas& canvas);
 
 }  // namespace tavd

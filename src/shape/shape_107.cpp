@@ -114,33 +114,35 @@ constexpr int kWithFrameLength = 14;
 constexpr int kWithConnectionPlace = 16;
 
 // One of a table by the kind of connection, 1 to 3.
-const Sketch* by_kind(const Sketch (&sketches)[kKinds]) {
-  const int kind = shp.values[1];
+const Sketch* by_kind(const ShapeState& picture, const Sketch (&sketches)[kKinds]) {
+  const int kind = picture.values[1];
   return kind >= 1 && kind <= kKinds ? &sketches[kind - 1] : &nothing;
 }
 
-void draw_full(tavd_hdc hdc) {
-  const int pipes = shp.values[12];  // 1 and 2: as far left and as far right as one view shows them
-  draw_sketches(hdc, {
-                         &unit,
-                         by_kind(connections),
-                         pipes == 2 ? &pipes_right : &pipes_left,
-                         pipes == 1 ? &pipes_front_right : &pipes_front_left,
-                         shp.values[7] < 1 ? &frame : &other_frame,
-                         &full,
-                         shp.nvalues >= kWithFrameLength ? &frame_length : &nothing,
-                         shp.nvalues >= kWithConnectionPlace ? by_kind(connection_places) : &nothing,
-                         &unit_centres,
-                     });
+void draw_full(const ShapeCanvas& canvas) {
+  const int pipes = canvas.state.values[12];  // 1 and 2: as far left and as far right as one view shows them
+  draw_sketches(
+      canvas,
+      {
+          &unit,
+          by_kind(canvas.state, connections),
+          pipes == 2 ? &pipes_right : &pipes_left,
+          pipes == 1 ? &pipes_front_right : &pipes_front_left,
+          canvas.state.values[7] < 1 ? &frame : &other_frame,
+          &full,
+          canvas.state.nvalues >= kWithFrameLength ? &frame_length : &nothing,
+          canvas.state.nvalues >= kWithConnectionPlace ? by_kind(canvas.state, connection_places) : &nothing,
+          &unit_centres,
+      });
 }
 
 }  // namespace
 
-void shape_107(tavd_hdc hdc) {
-  if (shp.nvalues >= kFullValues) {
-    draw_full(hdc);
-  } else if (by_kind(connections) != &nothing) {
-    draw_sketches(hdc, {&unit, by_kind(connections), &unit_centres});
+void shape_107(const ShapeCanvas& canvas) {
+  if (canvas.state.nvalues >= kFullValues) {
+    draw_full(canvas);
+  } else if (by_kind(canvas.state, connections) != &nothing) {
+    draw_sketches(canvas, {&unit, by_kind(canvas.state, connections), &unit_centres});
   }
 }
 

@@ -75,8 +75,8 @@ constexpr Sketch duct_beside = {.outline = beside_outline, .dimensions = beside_
 
 constexpr int kWithDuctPlace = 5;  // values; of a product with fewer the fourth is no whole one
 
-const Sketch* duct() {
-  switch (shp.nvalues >= kWithDuctPlace ? shp.values[4] : 0) {
+const Sketch* duct(const ShapeState& picture) {
+  switch (picture.nvalues >= kWithDuctPlace ? picture.values[4] : 0) {
     case 2:
       return &duct_in_the_middle;
     case 3:
@@ -88,8 +88,8 @@ const Sketch* duct() {
 
 }  // namespace
 
-void shape_160(tavd_hdc hdc) {
-  draw_sketches(hdc, {&box_on_plate, duct()});
+void shape_160(const ShapeCanvas& canvas) {
+  draw_sketches(canvas, {&box_on_plate, duct(canvas.state)});
 }
 
 }  // namespace tavd

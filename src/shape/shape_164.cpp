@@ -69,9 +69,9 @@ constexpr Sketch nothing = {};
 
 }  // namespace
 
-void shape_164(tavd_hdc hdc) {
-  draw_sketches(hdc, {&face, shp.values[3] < shp.values[2] ? &narrow_body : &wide_body, &depth,
-                      shp.values[7] > 0 ? &least_depth : &nothing, &whole_depth});
+void shape_164(const ShapeCanvas& canvas) {
+  draw_sketches(canvas, {&face, canvas.state.values[3] < canvas.state.values[2] ? &narrow_body : &wide_body,
+                         &depth, canvas.state.values[7] > 0 ? &least_depth : &nothing, &whole_depth});
 }
 
 }  // namespace tavd

@@ -115,16 +115,17 @@ constexpr Sketch nothing = {};
 
 }  // namespace
 
-void shape_180(tavd_hdc hdc) {
-  const int number = shp.values[0];
+void shape_180(const ShapeCanvas& canvas) {
+  const int number = canvas.state.values[0];
   if (number == 180 || number == 181) {
     const bool ends = number == 181;
-    draw_sketches(hdc, {&rectangular, ends ? &rectangular_stubs : &nothing, inside<450>(shp.values[4]),
-                        &length, ends ? &sizes_181 : &sizes_180, &rectangular_ends});
+    draw_sketches(canvas,
+                  {&rectangular, ends ? &rectangular_stubs : &nothing, inside<450>(canvas.state.values[4]),
+                   &length, ends ? &sizes_181 : &sizes_180, &rectangular_ends});
   } else {
     const bool ends = number == 183;
-    draw_sketches(hdc, {&round, ends ? &round_stubs : &nothing, inside<500>(shp.values[3]), &length,
-                        ends ? &sizes_183 : &sizes_182, &round_ends});
+    draw_sketches(canvas, {&round, ends ? &round_stubs : &nothing, inside<500>(canvas.state.values[3]),
+                           &length, ends ? &sizes_183 : &sizes_182, &round_ends});
   }
 }
 

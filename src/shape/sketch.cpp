@@ -12,31 +12,31 @@ namespace {
 constexpr int kGap = 9;       // between object and extension line
 constexpr int kOverrun = 10;  // of extension lines behind the dimension line
 
-void draw_stroke(tavd_hdc hdc, const Figure& figure) {
-  pic_moveto(hdc, figure.points[0].x, figure.points[0].y);
-  for (int i = 1; i < figure.count; ++i) pic_lineto(hdc, figure.points[i].x, figure.points[i].y);
+void draw_stroke(const ShapeCanvas& canvas, const Figure& figure) {
+  pic_moveto(canvas, figure.points[0].x, figure.points[0].y);
+  for (int i = 1; i < figure.count; ++i) pic_lineto(canvas, figure.points[i].x, figure.points[i].y);
 }
 
-void draw_figure(tavd_hdc hdc, const Figure& figure) {
+void draw_figure(const ShapeCanvas& canvas, const Figure& figure) {
   const Point* const p = figure.points;
   switch (figure.kind) {
     case Figure::Kind::kStroke:
-      draw_stroke(hdc, figure);
+      draw_stroke(canvas, figure);
       break;
     case Figure::Kind::kCircle:
-      pic_circle(hdc, p[0].x, p[0].y, figure.radius);
+      pic_circle(canvas, p[0].x, p[0].y, figure.radius);
       break;
     case Figure::Kind::kArc:
-      pic_arc(hdc, p[0].x, p[0].y, p[1].x, p[1].y, p[2].x, p[2].y, p[3].x, p[3].y);
+      pic_arc(canvas, p[0].x, p[0].y, p[1].x, p[1].y, p[2].x, p[2].y, p[3].x, p[3].y);
       break;
     case Figure::Kind::kRectangle:
-      pic_rect(hdc, p[0].x, p[0].y, p[1].x, p[1].y);
+      pic_rect(canvas, p[0].x, p[0].y, p[1].x, p[1].y);
       break;
   }
 }
 
-void draw_figures(tavd_hdc hdc, std::span<const Figure> figures) {
-  for (const Figure& figure : figures) draw_figure(hdc, figure);
+void draw_figures(const ShapeCanvas& canvas, std::span<const Figure> figures) {
+  for (const Figure& figure : figures) draw_figure(canvas, figure);
 }
 
 // From a point of the object to behind a dimension line, along one axis; nothing if the line is no farther
@@ -48,22 +48,22 @@ bool extension(int object, int line, int* start, int* end) {
   return (line - object) * direction > kGap;
 }
 
-void draw_extensions(tavd_hdc hdc, const Dimension& dimension) {
+void draw_extensions(const ShapeCanvas& canvas, const Dimension& dimension) {
   for (const Point& point : {dimension.from, dimension.to}) {
     int start = 0;
     int end = 0;
     if (dimension.is_across && extension(point.y, dimension.at, &start, &end)) {
-      pic_line(hdc, point.x, start, point.x, end);
+      pic_line(canvas, point.x, start, point.x, end);
     } else if (!dimension.is_across && extension(point.x, dimension.at, &start, &end)) {
-      pic_line(hdc, start, point.y, end, point.y);
+      pic_line(canvas, start, point.y, end, point.y);
     }
   }
 }
 
 // Values that the product does not have are 0.
-int number_of(const Measure& measure) {
-  const int first = shp.values[measure.i];
-  const int second = shp.values[measure.j];
+int number_of(const ShapeState& picture, const Measure& measure) {
+  const int first = picture.values[measure.i];
+  const int second = picture.values[measure.j];
   switch (measure.kind) {
     case Measure::Kind::kTotal:
     case Measure::Kind::kSum:
@@ -81,26 +81,26 @@ bool is_connection(const Measure& measure) {
   return measure.kind == Measure::Kind::kDiameter || measure.kind == Measure::Kind::kWidthByHeight;
 }
 
-void draw_dimension(tavd_hdc hdc, const Dimension& d) {
+void draw_dimension(const ShapeCanvas& canvas, const Dimension& d) {
   const Measure& measure = d.measure;
   const int x1 = d.is_across ? d.from.x : d.at;
   const int y1 = d.is_across ? d.at : d.from.y;
   const int x2 = d.is_across ? d.to.x : d.at;
   const int y2 = d.is_across ? d.at : d.to.y;
   const bool is_value = measure.kind == Measure::Kind::kValue ||
-                        (measure.kind == Measure::Kind::kTotal && shp.nvalues < measure.threshold);
+                        (measure.kind == Measure::Kind::kTotal && canvas.state.nvalues < measure.threshold);
   if (is_connection(measure)) {
     DimensionText sz;
     if (measure.kind == Measure::Kind::kDiameter) {
-      std::snprintf(sz, sizeof sz, "%d", shp.header.b);
+      std::snprintf(sz, sizeof sz, "%d", canvas.state.header.b);
     } else {
-      std::snprintf(sz, sizeof sz, "%dx%d", shp.header.b, shp.header.h);
+      std::snprintf(sz, sizeof sz, "%dx%d", canvas.state.header.b, canvas.state.header.h);
     }
-    pic_dim(hdc, x1, y1, x2, y2, sz);
+    pic_dim(canvas, x1, y1, x2, y2, sz);
   } else if (is_value) {
-    pic_dim_value(hdc, x1, y1, x2, y2, measure.i);
+    pic_dim_value(canvas, x1, y1, x2, y2, measure.i);
   } else {
-    pic_dim_number(hdc, x1, y1, x2, y2, number_of(measure));
+    pic_dim_number(canvas, x1, y1, x2, y2, number_of(canvas.state, measure));
   }
 }
 
@@ -114,17 +114,17 @@ void each_dimension(std::span<const Sketch* const> parts, bool connections, Draw
   }
 }
 
-void draw_dimensions(tavd_hdc hdc, std::span<const Sketch* const> parts, bool connections) {
-  each_dimension(parts, connections, [hdc](const Dimension& d) { draw_extensions(hdc, d); });
-  each_dimension(parts, connections, [hdc](const Dimension& d) { draw_dimension(hdc, d); });
+void draw_dimensions(const ShapeCanvas& canvas, std::span<const Sketch* const> parts, bool connections) {
+  each_dimension(parts, connections, [&canvas](const Dimension& d) { draw_extensions(canvas, d); });
+  each_dimension(parts, connections, [&canvas](const Dimension& d) { draw_dimension(canvas, d); });
 }
 
-void draw_texts(tavd_hdc hdc, std::span<const FreeText> texts) {
+void draw_texts(const ShapeCanvas& canvas, std::span<const FreeText> texts) {
   for (const FreeText& text : texts) {
     DimensionText sz;
-    pic_value_text(sz, text.i);
-    gwtextalign(hdc, kAlignLeftBottom);
-    pic_text(hdc, text.at.x, text.at.y, sz);
+    pic_value_text(canvas.state, sz, text.i);
+    gwtextalign(canvas.hdc, kAlignLeftBottom);
+    pic_text(canvas, text.at.x, text.at.y, sz);
   }
 }
 
@@ -137,31 +137,31 @@ bool has_hidden_edges(std::span<const Sketch* const> parts) {
 
 }  // namespace
 
-void draw_sketch(tavd_hdc hdc, const Sketch& sketch) {
-  draw_sketches(hdc, {&sketch});
+void draw_sketch(const ShapeCanvas& canvas, const Sketch& sketch) {
+  draw_sketches(canvas, {&sketch});
 }
 
-void draw_sketches(tavd_hdc hdc, std::initializer_list<const Sketch*> parts) {
-  draw_sketches(hdc, std::span(parts.begin(), parts.size()));
+void draw_sketches(const ShapeCanvas& canvas, std::initializer_list<const Sketch*> parts) {
+  draw_sketches(canvas, std::span(parts.begin(), parts.size()));
 }
 
-void draw_sketches(tavd_hdc hdc, std::span<const Sketch* const> parts) {
-  gwselect(hdc, shp.pen_thick);
+void draw_sketches(const ShapeCanvas& canvas, std::span<const Sketch* const> parts) {
+  gwselect(canvas.hdc, canvas.state.pen_thick);
   for (const Sketch* part : parts) {
-    draw_figures(hdc, part->outline);
-    if (shp.nvalues >= part->added_from) draw_figures(hdc, part->added);
+    draw_figures(canvas, part->outline);
+    if (canvas.state.nvalues >= part->added_from) draw_figures(canvas, part->added);
   }
   if (has_hidden_edges(parts)) {
-    gwselect(hdc, shp.pen_dot);
-    for (const Sketch* part : parts) draw_figures(hdc, part->hidden);
+    gwselect(canvas.hdc, canvas.state.pen_dot);
+    for (const Sketch* part : parts) draw_figures(canvas, part->hidden);
   }
-  gwselect(hdc, shp.pen_thin);
-  for (const Sketch* part : parts) draw_figures(hdc, part->fine);
-  draw_dimensions(hdc, parts, false);
-  if (shp.nheader != 0) draw_dimensions(hdc, parts, true);
-  for (const Sketch* part : parts) draw_texts(hdc, part->texts);
+  gwselect(canvas.hdc, canvas.state.pen_thin);
+  for (const Sketch* part : parts) draw_figures(canvas, part->fine);
+  draw_dimensions(canvas, parts, false);
+  if (canvas.state.nheader != 0) draw_dimensions(canvas, parts, true);
+  for (const Sketch* part : parts) draw_texts(canvas, part->texts);
   for (const Sketch* part : parts) {
-    for (const Point& centre : part->centres) pic_centre(hdc, centre.x, centre.y);
+    for (const Point& centre : part->centres) pic_centre(canvas, centre.x, centre.y);
   }
 }
 

@@ -41,7 +41,7 @@
 #include <initializer_list>
 #include <span>
 
-#include "tavd/types.h"
+#include "shape/picture.h"
 
 namespace tavd {
 
@@ -158,10 +158,10 @@ struct Sketch {
   std::span<const Point> centres = {};
 };
 
-void draw_sketch(tavd_hdc hdc, const Sketch& sketch);
+void draw_sketch(const ShapeCanvas& canvas, const Sketch& sketch);
 // Several as one: the outlines of all, then the hidden edges of all, and so on.
-void draw_sketches(tavd_hdc hdc, std::initializer_list<const Sketch*> parts);
-void draw_sketches(tavd_hdc hdc, std::span<const Sketch* const> parts);
+void draw_sketches(const ShapeCanvas& canvas, std::initializer_list<const Sketch*> parts);
+void draw_sketches(const ShapeCanvas& canvas, std::span<const Sketch* const> parts);
 
 struct NumberedSketch {
   std::int16_t number;

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "shape/picture.h"
+#include "shape/processpicture.h"
 #include "support/database.h"
 #include "support/recording.h"
 #include "tavd/tavdshapepic.h"

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "shape/picture.h"
+#include "shape/processpicture.h"
 #include "support/recording.h"
 #include "tavd/tavdshapepic.h"
 
@@ -38,7 +38,7 @@ class ShapePrimitives : public ::testing::Test {
     tavdshapepic_release();
   }
 
-  tavd_hdc hdc() { return recording_.surface(); }
+  ShapeCanvas canvas() { return {shp, recording_.surface()}; }
   Strings lines(const char* word) { return recording_.lines(word); }
 
   Recording recording_;
@@ -48,33 +48,33 @@ class ShapePrimitives : public ::testing::Test {
 
 TEST_F(ShapePrimitives, OriginOfThePlaneIsThatOfTheRectangle) {
   tavdshapepic_resize(37, 100, 537, 940);
-  EXPECT_EQ(37, pic_x(0));
-  EXPECT_EQ(142, pic_y(0));
+  EXPECT_EQ(37, pic_x(canvas(), 0));
+  EXPECT_EQ(142, pic_y(canvas(), 0));
 }
 
 TEST_F(ShapePrimitives, WithScaleOneUnitsAreDeviceUnits) {
   shp.pic_left = 37;
-  EXPECT_EQ(37 + 250, pic_x(250));
-  EXPECT_EQ(37 - 250, pic_x(-250));
-  EXPECT_EQ(798, pic_y(798));
+  EXPECT_EQ(37 + 250, pic_x(canvas(), 250));
+  EXPECT_EQ(37 - 250, pic_x(canvas(), -250));
+  EXPECT_EQ(798, pic_y(canvas(), 798));
 }
 
 TEST_F(ShapePrimitives, HalfAUnitIsCutAfterATenthIsAdded) {
   shp.pic_left = 37;
   shp.pic_xscale = 0.5;
-  EXPECT_EQ(37 + 1, pic_x(3));   // 1.6
-  EXPECT_EQ(37 - 2, pic_x(-3));  // -1.4 goes down
+  EXPECT_EQ(37 + 1, pic_x(canvas(), 3));   // 1.6
+  EXPECT_EQ(37 - 2, pic_x(canvas(), -3));  // -1.4 goes down
   shp.pic_yscale = 0.95;
-  EXPECT_EQ(1, pic_y(1));  // 1.05
-  EXPECT_EQ(2, pic_y(2));  // 2.0
+  EXPECT_EQ(1, pic_y(canvas(), 1));  // 1.05
+  EXPECT_EQ(2, pic_y(canvas(), 2));  // 2.0
 }
 
 TEST_F(ShapePrimitives, ThirdsReachTheirWholeUnits) {
   tavdshapepic_resize(0, 0, 166, 840);  // 0.332
-  EXPECT_EQ(166, pic_x(500));
+  EXPECT_EQ(166, pic_x(canvas(), 500));
   for (int third = 0; third <= 300; ++third) {
     shp.pic_xscale = 1.0 / 3.0;
-    ASSERT_EQ(third, pic_x(3 * third));
+    ASSERT_EQ(third, pic_x(canvas(), 3 * third));
   }
 }
 
@@ -82,58 +82,58 @@ TEST_F(ShapePrimitives, ScaleZeroMapsAllToTheOrigin) {
   shp.pic_xscale = 0;
   shp.pic_left = -5;
   for (const int x : {0, 1, -1, kMost, kLeast}) {
-    EXPECT_EQ(-5, pic_x(x));
+    EXPECT_EQ(-5, pic_x(canvas(), x));
   }
 }
 
 TEST_F(ShapePrimitives, CoordinatesBeyondAnIntegerAreHeldAtItsEnd) {
   shp.pic_xscale = 1e9;
-  EXPECT_EQ(kMost, pic_x(1000));
-  EXPECT_EQ(kLeast, pic_x(-1000));
+  EXPECT_EQ(kMost, pic_x(canvas(), 1000));
+  EXPECT_EQ(kLeast, pic_x(canvas(), -1000));
   shp.pic_left = kMost;
-  EXPECT_EQ(kMost, pic_x(1));
-  EXPECT_EQ(-1, pic_x(-1000));  // the largest and the least
+  EXPECT_EQ(kMost, pic_x(canvas(), 1));
+  EXPECT_EQ(-1, pic_x(canvas(), -1000));  // the largest and the least
   shp.pic_xscale = std::numeric_limits<double>::quiet_NaN();
-  EXPECT_EQ(kMost, pic_x(7));
+  EXPECT_EQ(kMost, pic_x(canvas(), 7));
 }
 
 // ---- Figures ----
 
 TEST_F(ShapePrimitives, RectangleIsAClosedStroke) {
-  pic_rect(hdc(), 10, 20, 30, 50);
+  pic_rect(canvas(), 10, 20, 30, 50);
   EXPECT_EQ((Segments{{10, 20, 30, 20}, {30, 20, 30, 50}, {30, 50, 10, 50}, {10, 50, 10, 20}}),
             recording_.segments());
   EXPECT_EQ(Strings{"move 10 20"}, lines("move"));
 }
 
 TEST_F(ShapePrimitives, CircleFollowsBothScales) {
-  pic_circle(hdc(), 100, 200, 30);
+  pic_circle(canvas(), 100, 200, 30);
   shp.pic_xscale = 2;
   shp.pic_yscale = 0.5;
-  pic_circle(hdc(), 100, 200, 30);
+  pic_circle(canvas(), 100, 200, 30);
   EXPECT_EQ((Segments{{70, 170, 130, 230}, {140, 85, 260, 115}}), recording_.figures("ellipse"));
 }
 
 TEST_F(ShapePrimitives, CircleWithoutARadiusIsAPoint) {
-  pic_circle(hdc(), 100, 200, 0);
+  pic_circle(canvas(), 100, 200, 0);
   EXPECT_EQ((Segments{{100, 200, 100, 200}}), recording_.figures("ellipse"));
 }
 
 TEST_F(ShapePrimitives, ArcKeepsTheOrderOfItsPoints) {
   shp.pic_left = 1000;
-  pic_arc(hdc(), 1, 2, 3, 4, 5, 6, 7, 8);
+  pic_arc(canvas(), 1, 2, 3, 4, 5, 6, 7, 8);
   EXPECT_EQ(Strings{"arc 1001 2 1003 4 1005 6 1007 8"}, lines("arc"));
 }
 
 TEST_F(ShapePrimitives, TextKeepsTheAlignment) {
-  pic_text(hdc(), 10, 20, "100%");
+  pic_text(canvas(), 10, 20, "100%");
   EXPECT_EQ((std::vector<Text>{{10, 20, "100%"}}), recording_.texts());
   EXPECT_TRUE(lines("align").empty());
 }
 
 TEST_F(ShapePrimitives, FiguresOfAnyCoordinatesOnNoContextAreHarmless) {
   for (const int c : {0, kMost, kLeast}) {
-    for (tavd_hdc target : {hdc(), tavd_hdc{nullptr}}) {
+    for (const ShapeCanvas& target : {canvas(), ShapeCanvas{shp, nullptr}}) {
       pic_line(target, c, c, -1, c);
       pic_rect(target, c, c, 1, 1);
       pic_circle(target, c, c, c);
@@ -152,7 +152,7 @@ TEST_F(ShapePrimitives, FiguresOfAnyCoordinatesOnNoContextAreHarmless) {
     }
   }
   EXPECT_EQ((Strings{"##", "0", "##", "2147483647", "##", "-2147483648"}), written);
-  tgui_select(hdc(), tgui_stock_object(TGUI_BLACK_PEN));
+  tgui_select(recording_.surface(), tgui_stock_object(TGUI_BLACK_PEN));
 }
 
 // ---- Arrows ----
@@ -167,7 +167,7 @@ TEST_F(ShapePrimitives, ArrowPointsAsTheClockDoes) {
                {12, {{94, 212, 100, 200}, {100, 200, 106, 212}}}};
   for (const auto& c : cases) {
     recording_.clear();
-    pic_arrow(hdc(), 100, 200, c.clock);
+    pic_arrow(canvas(), 100, 200, c.clock);
     EXPECT_EQ(c.head, recording_.segments()) << c.clock;
     EXPECT_EQ(1U, lines("move").size()) << c.clock;  // one stroke
   }
@@ -175,7 +175,7 @@ TEST_F(ShapePrimitives, ArrowPointsAsTheClockDoes) {
 
 TEST_F(ShapePrimitives, ArrowOfAnyOtherHourDrawsNothing) {
   for (const int clock : {0, 1, 2, 4, 5, 7, 8, 10, 11, 13, 15, -3, kMost, kLeast}) {
-    pic_arrow(hdc(), 100, 200, clock);
+    pic_arrow(canvas(), 100, 200, clock);
   }
   EXPECT_EQ("", recording_.text());
 }
@@ -192,7 +192,7 @@ class ShapeDimension : public ShapePrimitives {
  protected:
   bool is_across(int x1, int y1, int x2, int y2) {
     recording_.clear();
-    pic_dim(hdc(), x1, y1, x2, y2, "t");
+    pic_dim(canvas(), x1, y1, x2, y2, "t");
     const Strings align = lines("align");
     EXPECT_EQ(1U, align.size());
     const bool across = align.front() == "align center+bottom";
@@ -244,9 +244,9 @@ TEST_F(ShapeDimension, SlopingHasItsTextAtTheHeightOfItsFirstEnd) {
 TEST_F(ShapeDimension, ThinPenStaysSelected) {
   is_across(0, 0, 100, 0);
   tgui_state state{};
-  tgui_surface_state(hdc(), &state);
+  tgui_surface_state(recording_.surface(), &state);
   EXPECT_EQ(shp.pen_thin, state.pen);
-  tgui_select(hdc(), tgui_stock_object(TGUI_BLACK_PEN));
+  tgui_select(recording_.surface(), tgui_stock_object(TGUI_BLACK_PEN));
 }
 
 TEST_F(ShapeDimension, LongerThanAnIntegerIsTold) {
@@ -257,7 +257,7 @@ TEST_F(ShapeDimension, LongerThanAnIntegerIsTold) {
 TEST_F(ShapeDimension, NumberIsWrittenWhole) {
   for (const int n : {0, 65534, -65536, kMost, kLeast}) {
     recording_.clear();
-    pic_dim_number(hdc(), 0, 0, 100, 0, n);
+    pic_dim_number(canvas(), 0, 0, 100, 0, n);
     EXPECT_EQ(std::to_string(n), recording_.texts().at(0).text);
   }
 }
@@ -267,7 +267,7 @@ TEST_F(ShapeDimension, NumberIsWrittenWhole) {
 std::string value_text(int i) {
   DimensionText text;
   std::memset(text, 'x', sizeof text);
-  pic_value_text(text, i);
+  pic_value_text(shp, text, i);
   return text;
 }
 
@@ -304,40 +304,40 @@ TEST_F(ShapePrimitives, ValueBehindTheLastIsTwoSignsWhateverTheCount) {
 TEST_F(ShapePrimitives, DimensionOfTheFirstMissingValueSaysTwoSigns) {
   shp.nvalues = 3;
   shp.values[2] = 250;
-  pic_dim_value(hdc(), 0, 0, 100, 0, 2);
-  pic_dim_value(hdc(), 0, 0, 100, 0, 3);
+  pic_dim_value(canvas(), 0, 0, 100, 0, 2);
+  pic_dim_value(canvas(), 0, 0, 100, 0, 3);
   EXPECT_EQ((std::vector<Text>{{50, 0, "250"}, {50, 0, "##"}}), recording_.texts());
 }
 
 // ---- Centre marks ----
 
 TEST_F(ShapePrimitives, CentreMarkIsACircleOfTenWithTwoDiagonalsOfSix) {
-  pic_centre(hdc(), 100, 200);
+  pic_centre(canvas(), 100, 200);
   EXPECT_EQ((Segments{{90, 190, 110, 210}}), recording_.figures("ellipse"));
   EXPECT_EQ((Segments{{94, 194, 106, 206}, {94, 206, 106, 194}}), recording_.segments());
   tgui_state state{};
-  tgui_surface_state(hdc(), &state);
+  tgui_surface_state(recording_.surface(), &state);
   EXPECT_EQ(shp.pen_thin, state.pen);
-  tgui_select(hdc(), tgui_stock_object(TGUI_BLACK_PEN));
+  tgui_select(recording_.surface(), tgui_stock_object(TGUI_BLACK_PEN));
 }
 
 TEST_F(ShapePrimitives, CentreMarkGrowsWithTheWidthAndAgainWithTheScale) {
   shp.pic_right = 1079;  // 21 and 13 units, at a scale of 2
   shp.pic_xscale = 2;
   shp.pic_yscale = 2;
-  pic_centre(hdc(), 100, 200);
+  pic_centre(canvas(), 100, 200);
   EXPECT_EQ((Segments{{200 - 42, 400 - 42, 200 + 42, 400 + 42}}), recording_.figures("ellipse"));
   EXPECT_EQ((Segments{{200 - 26, 400 - 26, 200 + 26, 400 + 26}, {200 - 26, 400 + 26, 200 + 26, 400 - 26}}),
             recording_.segments());
-  tgui_select(hdc(), tgui_stock_object(TGUI_BLACK_PEN));
+  tgui_select(recording_.surface(), tgui_stock_object(TGUI_BLACK_PEN));
 }
 
 TEST_F(ShapePrimitives, CentreMarkOfANarrowPictureIsAPoint) {
   shp.pic_right = 49;
-  pic_centre(hdc(), 100, 200);
+  pic_centre(canvas(), 100, 200);
   EXPECT_EQ((Segments{{100, 200, 100, 200}}), recording_.figures("ellipse"));
   EXPECT_EQ((Segments{{100, 200, 100, 200}, {100, 200, 100, 200}}), recording_.segments());
-  tgui_select(hdc(), tgui_stock_object(TGUI_BLACK_PEN));
+  tgui_select(recording_.surface(), tgui_stock_object(TGUI_BLACK_PEN));
 }
 
 }  // namespace

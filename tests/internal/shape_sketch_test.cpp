@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "shape/picture.h"
+#include "shape/processpicture.h"
 #include "support/recording.h"
 #include "tavd/tavdshapepic.h"
 
@@ -30,12 +30,12 @@ class ShapeSketch : public ::testing::Test {
 
   Strings pens(const Sketch& sketch) {
     recording_.clear();
-    draw_sketch(recording_.surface(), sketch);
+    draw_sketch({shp, recording_.surface()}, sketch);
     return recording_.lines("select pen");
   }
   Strings lines(const Sketch& sketch) {
     recording_.clear();
-    draw_sketch(recording_.surface(), sketch);
+    draw_sketch({shp, recording_.surface()}, sketch);
     return recording_.lines("line");
   }
 
