@@ -8,6 +8,11 @@
  * of fixed-size items, or texts. It can carry one attached binary block, the
  * ahm block. Records are ordered by class, then by object id in byte order.
  *
+ * None of these functions closes a database or tells why it failed: a host that
+ * wants either of libtavdsrv calls tavdsrv_closedatabase and tavdsrv_lasterror
+ * (tavd/tavdsrv.h). Records and blocks are given back once: a second time is
+ * forbidden, as it is with free, and so is any call with what was given back.
+ *
  * Class ids are read as 3 characters; no terminator need follow. Object ids
  * are read as at most 30 characters, ending early at a NUL; trailing blanks
  * and NULs do not count.
@@ -72,7 +77,9 @@ enum {
  * be null and is not needed by this service. A file, or a folder, that may not
  * be written is opened for reading; saving then changes nothing. Returns the
  * database handle, 1 or more, or TAVB_NO_DATABASE: no such file, or a file that
- * is no product database, which is left untouched. */
+ * is no product database, which is left untouched; tavdsrv_lasterror tells
+ * which. The database stays open until tavdsrv_closedatabase, or the end of the
+ * process. */
 TAVD_API int16_t tavbopendatabase(const char* vlkFile, const char* dbPath, int32_t mode);
 TAVD_API int16_t tavbopendatabasew(const tavd_wchar* vlkFile, const tavd_wchar* dbPath, int32_t mode);
 
@@ -86,7 +93,7 @@ TAVD_API tavb_rec tavbfindrec(int16_t db, const char* classId, const char* objId
  * itself need not be stored any more. */
 TAVD_API tavb_rec tavbnextrec(int16_t db, tavb_rec rec);
 
-/* Gives a record handle back. Null is allowed. */
+/* Gives a record handle back, once. Null is allowed. */
 TAVD_API void tavbreleaserec(tavb_rec rec);
 
 /* Writes the class id (3 characters and a terminator, room for 8) and the raw
@@ -127,7 +134,7 @@ TAVD_API void* tavbcopywsz(int16_t db, tavb_rec rec, int16_t attId, tavd_wchar* 
 TAVD_API void* tavbfindatt(int16_t db, const char* classId, const char* objId, int16_t attId, int16_t* count,
                            void* buffer, int16_t capacity);
 
-/* Frees a block of tavbcopyatt. Null is allowed. */
+/* Frees a block of tavbcopyatt, once. Null is allowed. */
 TAVD_API void tavbreleaseatt(void* block);
 
 /* Adds an attribute to the record in memory, replacing one of that number.
@@ -139,7 +146,8 @@ TAVD_API void tavbinsertatt(int16_t db, tavb_rec* recp, int16_t attId, const voi
 
 /* Writes the record into database `db`, which may be another one than the
  * record came from, replacing a record with its class and object id. An ahm
- * block that is stored there under this id stays. */
+ * block that is stored there under this id stays. Whether this, a deletion
+ * or a saving with a block was done, tavdsrv_lasterror tells. */
 TAVD_API void tavbsaverec(int16_t db, tavb_rec rec);
 
 /* Removes a record and its ahm block. */
@@ -154,7 +162,7 @@ TAVD_API void* tavbgetahm(int16_t db, tavb_rec rec, int32_t* length);
  * that is stored. */
 TAVD_API void tavbsaverecwithahm(int16_t db, tavb_rec rec, void* block, int32_t length);
 
-/* Frees a block of tavbgetahm. Null is allowed. */
+/* Frees a block of tavbgetahm, once. Null is allowed. */
 TAVD_API void tavbreleaseahm(void* block);
 
 TAVD_EXTERN_C_END

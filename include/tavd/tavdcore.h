@@ -70,7 +70,8 @@ TAVD_API void tavdcore_init(int16_t lng, const char* marketArea, const char* vlk
 TAVD_API void tavdcore_initw(int16_t lng, const char* marketArea, const tavd_wchar* vlkFilename);
 
 /* Sets the market area: a country code of three letters, such as "FIN", at
- * most 39 characters, kept in upper case. Null or empty: no market. */
+ * most 39 characters, kept in upper case. Those with texts of their own end the
+ * names of TAVD_ATT_WEBLINK_ (tavd/attributes.h). Null or empty: no market. */
 TAVD_API void tavdcore_set_market_area(const char* marketArea);
 
 /* Sets the language of descriptions, one of TAVD_LANGUAGE_. A number without a

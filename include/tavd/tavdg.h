@@ -11,6 +11,23 @@
  *   tavdg_destroy_drawing_tools();
  *   tavdg_release();
  *
+ * Where on a surface the drawing stands is the mapping's business. On a
+ * rectangle of 600 by 450 device units whose upper left corner is 50, 20 (GDI has
+ * functions of the same meaning; examples/surface.c is a whole program):
+ *
+ *   tgui_set_map_mode(hdc, TGUI_MM_ANISOTROPIC);
+ *   tgui_set_window_ext(hdc, TAVDG_EXTENT, TAVDG_EXTENT);
+ *   tgui_set_viewport_org(hdc, 50, 20);
+ *   tgui_set_viewport_ext(hdc, 600, 450);
+ *   tgui_set_background_mode(hdc, TGUI_TRANSPARENT);
+ *
+ * Between init and drawing stand the build (by tavdg_init itself, by
+ * tavdg_initdiagramdata after an init without a product, or by
+ * tavdg_update_from_list) and tavdg_create_drawing_tools; what the settings say
+ * of the next build comes before it, tavdg_resize between build and tools. All
+ * else may be left out. In a process without an init every call is harmless and
+ * nothing is drawn; a second release does nothing.
+ *
  * With a list box for the sizes of the product's family: tavdg_init with the
  * list's control id, tavdg_fillsizeLB, and tavdg_update_from_list whenever
  * the selection changes.

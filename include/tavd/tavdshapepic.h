@@ -11,6 +11,23 @@
  *   tavdshapepic_destroy_drawing_tools();
  *   tavdshapepic_release();
  *
+ * Where on a surface the drawing stands is the mapping's business. On a
+ * rectangle of 250 by 420 device units whose upper left corner is 50, 20 (GDI has
+ * functions of the same meaning; examples/surface.c is a whole program):
+ *
+ *   tgui_set_map_mode(hdc, TGUI_MM_ANISOTROPIC);
+ *   tgui_set_window_ext(hdc, TAVDSHAPEPIC_WIDTH, TAVDSHAPEPIC_HEIGHT);
+ *   tgui_set_viewport_org(hdc, 50, 20);
+ *   tgui_set_viewport_ext(hdc, 250, 420);
+ *   tgui_set_background_mode(hdc, TGUI_TRANSPARENT);
+ *
+ * Between init and drawing stand the reading of the product (by
+ * tavdshapepic_init itself, by tavdshapepic_initdata after an init without a
+ * product, or by tavdshapepic_update_from_list) and
+ * tavdshapepic_create_drawing_tools, with tavdshapepic_resize before it. All
+ * else may be left out. In a process without an init every call is harmless and
+ * nothing is drawn; a second release does nothing.
+ *
  * With a list box for the sizes of the product's family: tavdshapepic_init
  * with the list's control id, tavdshapepic_fillsizeLB, and
  * tavdshapepic_update_from_list whenever the selection changes.

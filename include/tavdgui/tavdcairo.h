@@ -2,7 +2,8 @@
  * SVG and PDF, or on a cairo context of the host's own.
  *
  * Text is shaped by Pango and stays text in SVG and PDF. The same drawing
- * gives the same bytes: no dates, no random ids.
+ * gives the same bytes: no dates, no random ids. Where on a picture a drawing
+ * of the library stands, tavd/tavdg.h shows in five calls.
  *
  * Arguments, where a function says nothing else:
  *   surface      a surface of this library
