@@ -86,10 +86,9 @@ endforeach()
 tavd_no_path_below_usr(${CMAKE_INSTALL_BINDIR}/$<TARGET_FILE_NAME:tavd_host> program)
 
 set(doc_folder ${CMAKE_INSTALL_DATAROOTDIR}/doc)
-install(FILES ${CMAKE_SOURCE_DIR}/README.md DESTINATION ${doc_folder}/libtavd-dev COMPONENT development)
+install(FILES debian/readme.md RENAME README.md DESTINATION ${doc_folder}/libtavd-dev COMPONENT development)
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/docs DESTINATION ${doc_folder}/libtavd-dev COMPONENT development)
-install(FILES ${CMAKE_SOURCE_DIR}/examples/first.c ${CMAKE_SOURCE_DIR}/examples/windows.c
-  DESTINATION ${doc_folder}/libtavd-dev/examples COMPONENT development)
+tavd_examples(${doc_folder}/libtavd-dev)
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/catalogue DESTINATION ${doc_folder}/tavd/examples COMPONENT program)
 tavd_terms_of_headers(${doc_folder}/tavd/terms)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/tavd.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT program)

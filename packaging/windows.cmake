@@ -2,10 +2,9 @@
 install(FILES ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/tavd.def ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/tavdsrv.def
   DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
 install(FILES windows.txt RENAME README.txt DESTINATION . COMPONENT development)
-install(FILES ${CMAKE_SOURCE_DIR}/README.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/docs ${CMAKE_SOURCE_DIR}/catalogue
   DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
-install(FILES ${CMAKE_SOURCE_DIR}/examples/first.c DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT development)
+tavd_examples(${CMAKE_INSTALL_DOCDIR})
 
 # Terms of what others have written and the linker has put into the files: SQLite, and the compiler's own libraries.
 set(terms ${CMAKE_INSTALL_DOCDIR}/terms)

@@ -54,12 +54,23 @@ std::string explain(const CLI::App& app, const CLI::ParseError& error,
   return "no command " + tavdhost::in_quotes(arguments[1]) + "; there are " + known + where_to_look(app);
 }
 
+// "tavd" alone asks for help, and "tavd help db build" is "tavd db build --help".
+std::vector<const char*> with_help(std::vector<const char*> arguments) {
+  if (arguments.size() > 1 && std::string(arguments[1]) == "help") {
+    arguments.erase(arguments.begin() + 1);
+    arguments.push_back("--help");
+  } else if (arguments.size() == 1) {
+    arguments.push_back("--help");
+  }
+  return arguments;
+}
+
 int run(const std::vector<const char*>& arguments, const tavdhost::StandardOutput& output) {
   CLI::App app("Calculates, lists and draws ventilation products from a product database.", "tavd");
   app.allow_windows_style_options(false);  // "/x" is a path on every platform
   tavdhost::add_commands(app);
   app.footer(
-      "Every command has its own help: tavd calc --help\n"
+      "Every command has its own help: tavd help calc, or tavd calc --help\n"
       "Exit codes: 0 done, 2 what was asked for cannot be done, 3 tavd db check has found something, 1 the\n"
       "program failed.");
   int exit_code = 0;
@@ -87,7 +98,7 @@ int main(int argc, char** argv) {
     std::vector<const char*> arguments;
     arguments.reserve(texts.size());
     for (const std::string& text : texts) arguments.push_back(text.c_str());
-    return run(arguments, output);
+    return run(with_help(arguments), output);
   } catch (const tavdhost::UserError& error) {
     return report(error.what(), kUserError);
   } catch (const std::exception& error) {

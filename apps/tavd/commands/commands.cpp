@@ -26,6 +26,7 @@ void add_commands(CLI::App& app) {
   add_copy_command(app);
   add_delete_command(app);
   add_db_commands(app);
+  add_completion_command(app);
 }
 
 }  // namespace tavdhost

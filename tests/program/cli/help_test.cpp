@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
+#include <fstream>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -13,6 +15,7 @@ namespace {
 using clitest::expect_user_error;
 using clitest::Outcome;
 using clitest::run_program;
+using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
 // All but those of `tavd db`, which have commands of their own.
@@ -74,8 +77,65 @@ TEST(Version, IsTold) {
   EXPECT_EQ(outcome.out, "tavd 1.90.0\n");
 }
 
-TEST(Arguments, NoCommandIsAnError) {
-  EXPECT_THAT(expect_user_error({}), HasSubstr("tavd --help tells more"));
+TEST(Help, ComesWithoutAnyCommand) {
+  const Outcome outcome = run_program({});
+  EXPECT_EQ(outcome.exit_code, 0);
+  EXPECT_EQ(outcome.err, "");
+  EXPECT_EQ(outcome.out, run_program({"--help"}).out);
+}
+
+TEST(Help, IsACommandToo) {
+  EXPECT_EQ(run_program({"help"}).out, run_program({"--help"}).out);
+  EXPECT_EQ(run_program({"help", "calc"}).out, run_program({"calc", "--help"}).out);
+  EXPECT_EQ(run_program({"help", "db", "build"}).out, run_program({"db", "build", "--help"}).out);
+  EXPECT_EQ(run_program({"help", "calc"}).exit_code, 0);
+}
+
+TEST(Help, OfAnUnknownCommandIsAnError) {
+  EXPECT_THAT(expect_user_error({"help", "paint"}),
+              HasSubstr("no command \"paint\"; there are list, calc, "));
+}
+
+// What bash completes behind these words, the last of which is being written.
+std::vector<std::string> completed(const std::vector<std::string>& words) {
+  const clitest::Folder folder;
+  const std::string script = folder.file("completion");
+  std::ofstream(script) << run_program({"completion", "bash"}).out;
+  std::string command =
+      "source '" + script + "'; COMP_CWORD=" + std::to_string(words.size()) + "; COMP_WORDS=(tavd";
+  for (const std::string& word : words) command += " '" + word + "'";
+  command += "); _tavd; printf '%s\\n' \"${COMPREPLY[@]}\"";
+  std::ofstream(folder.file("run")) << command;
+  const std::string said = folder.file("said");
+  EXPECT_EQ(std::system(("bash -u '" + folder.file("run") + "' >'" + said + "'").c_str()), 0);
+  return clitest::lines_of(clitest::read_file(said));
+}
+
+TEST(Completion, OffersCommands) {
+  EXPECT_THAT(completed({"ca"}), ElementsAre("calc"));
+  EXPECT_THAT(completed({""}), testing::IsSupersetOf({"list", "calc", "db", "completion", "help"}));
+  EXPECT_THAT(completed({"help", "swe"}), ElementsAre("sweep"));
+}
+
+TEST(Completion, OffersCommandsInsideACommand) {
+  EXPECT_THAT(completed({"db", ""}), testing::IsSupersetOf({"build", "dump", "check", "synth"}));
+  EXPECT_THAT(completed({"db", "bu"}), ElementsAre("build"));
+}
+
+TEST(Completion, OffersOptionsOfTheCommand) {
+  EXPECT_THAT(completed({"calc", "x.tavdb", "DMP", "--q"}), ElementsAre("--qv"));
+  EXPECT_THAT(completed({"db", "build", "--out"}), ElementsAre("--output"));
+  EXPECT_THAT(completed({"--ver"}), ElementsAre("--version"));
+}
+
+// An empty answer: bash offers files then.
+TEST(Completion, LeavesFilesToTheShell) {
+  EXPECT_THAT(completed({"calc", ""}), ElementsAre(""));
+  EXPECT_THAT(completed({"db", "build", ""}), ElementsAre(""));
+}
+
+TEST(Completion, IsOfAShellThatItKnows) {
+  EXPECT_THAT(expect_user_error({"completion", "fish"}), HasSubstr("bash"));
 }
 
 TEST(Arguments, UnknownCommandIsNamed) {
