@@ -35,7 +35,7 @@ class Lines {
   }
   void add_bands(std::wstring label, const float (&levels)[TAVD_BANDS]);
   std::wstring range(double low, double high, const Unit& unit) const {
-    return fixed(low * unit.factor, unit.decimals) + kRange + with_unit(high, unit);
+    return fixed(hosts::from_base(low, unit), unit.decimals) + kRange + with_unit(high, unit);
   }
 
   const Product& product_;

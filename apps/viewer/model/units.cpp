@@ -4,14 +4,10 @@
 #include <charconv>
 #include <cmath>
 
+#include "model/database.h"
+
 namespace viewer {
 namespace {
-
-constexpr Unit kFlowUnits[] = {
-    {L"l/s", 1.0, 1}, {L"l/h", 3600.0, 0}, {L"m³/s", 0.001, 4}, {L"m³/h", 3.6, 1}, {L"cfm", 2.118644, 1}};
-constexpr Unit kPressureUnits[] = {
-    {L"Pa", 1.0, 1}, {L"kPa", 0.001, 4}, {L"\" WC", 0.0040146308, 3}, {L"in wg", 0.0040146308, 3}};
-constexpr Unit kVelocityUnit = {L"m/s", 1.0, 2};
 
 constexpr int kPlainDigits = 5;
 constexpr double kLargest = 1e9;  // of a number that can be typed
@@ -23,15 +19,19 @@ std::wstring widened(const char* begin, const char* end) {
 }  // namespace
 
 std::span<const Unit> flow_units() {
-  return kFlowUnits;
+  return hosts::axis_units(hosts::Quantity::kFlow);
 }
 
 std::span<const Unit> pressure_units() {
-  return kPressureUnits;
+  return hosts::axis_units(hosts::Quantity::kPressure);
 }
 
 const Unit& velocity_unit() {
-  return kVelocityUnit;
+  return hosts::base_unit(hosts::Quantity::kVelocity);
+}
+
+std::wstring sign_of(const Unit& unit) {
+  return wide(unit.sign);
 }
 
 std::wstring fixed(double number, int decimals) {
@@ -51,7 +51,7 @@ std::wstring plain(double number) {
 }
 
 std::wstring with_unit(double base, const Unit& unit) {
-  return fixed(base * unit.factor, unit.decimals) + L' ' + unit.name;
+  return fixed(hosts::from_base(base, unit), unit.decimals) + L' ' + sign_of(unit);
 }
 
 std::optional<double> parsed(std::wstring_view text) {

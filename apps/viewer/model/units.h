@@ -6,13 +6,11 @@
 #include <string>
 #include <string_view>
 
+#include "shared/units.h"
+
 namespace viewer {
 
-struct Unit {
-  const wchar_t* name;
-  double factor;  // shown number = base number * factor; base units are l/s (m/s) and Pa
-  int decimals;   // of results
-};
+using hosts::Unit;
 
 // The place in a list is the number by which the diagrams know the unit.
 std::span<const Unit> flow_units();
@@ -25,6 +23,9 @@ std::wstring fixed(double number, int decimals);
 
 // The number without zeros at its end, to five digits that count: for a field that is to be typed into.
 std::wstring plain(double number);
+
+// As a window shows the unit: "m³/h".
+std::wstring sign_of(const Unit& unit);
 
 // "38.1 Pa", of a number in base units.
 std::wstring with_unit(double base, const Unit& unit);

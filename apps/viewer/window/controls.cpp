@@ -100,7 +100,7 @@ void set_text(HWND host, int id, const std::wstring& text) {
 void list_units(HWND host, int id, std::span<const Unit> units, int selected) {
   SendDlgItemMessageW(host, id, CB_RESETCONTENT, 0, 0);
   for (const Unit& unit : units) {
-    SendDlgItemMessageW(host, id, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(unit.name));
+    SendDlgItemMessageW(host, id, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(sign_of(unit).c_str()));
   }
   SendDlgItemMessageW(host, id, CB_SETCURSEL, static_cast<WPARAM>(selected), 0);
 }

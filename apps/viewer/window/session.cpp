@@ -29,11 +29,11 @@ int selected_row(HWND host, int id, UINT message) {
 
 std::optional<float> number_in(HWND host, int id, const Unit& unit) {
   const std::optional<double> shown = parsed(text_of(host, id));
-  return shown ? std::optional(static_cast<float>(*shown / unit.factor)) : std::nullopt;
+  return shown ? std::optional(static_cast<float>(hosts::to_base(*shown, unit))) : std::nullopt;
 }
 
 std::wstring shown_number(const std::optional<float>& base, const Unit& unit) {
-  return base ? plain(static_cast<double>(*base) * unit.factor) : std::wstring();
+  return base ? plain(hosts::from_base(*base, unit)) : std::wstring();
 }
 
 }  // namespace
