@@ -147,6 +147,28 @@ std::string lower(std::string_view text) {
   return result;
 }
 
+bool fits_wildcards(std::string_view text, std::string_view pattern) {
+  // Where the last star stands in the pattern, and where what it does not take begins in the text.
+  std::size_t star = std::string_view::npos;
+  std::size_t behind = 0;
+  std::size_t at = 0;
+  for (std::size_t i = 0; i < text.size();) {
+    if (at < pattern.size() && pattern[at] == '*') {
+      star = at++;
+      behind = i;
+    } else if (at < pattern.size() && (pattern[at] == '?' || pattern[at] == text[i])) {
+      ++at;
+      ++i;
+    } else if (star != std::string_view::npos) {
+      at = star + 1;
+      i = ++behind;
+    } else {
+      return false;
+    }
+  }
+  return pattern.substr(at).find_first_not_of('*') == std::string_view::npos;
+}
+
 std::string with_replaced(std::string text, std::string_view what, std::string_view by) {
   for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + by.size())) {
     text.replace(at, what.size(), by);

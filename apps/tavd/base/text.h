@@ -43,6 +43,9 @@ std::string pad_left(std::string_view text, std::size_t width);
 bool same_letters(std::string_view a, std::string_view b);
 std::string lower(std::string_view text);
 
+// Whether the text is as the pattern has it, in which "*" stands for any characters and "?" for one byte.
+bool fits_wildcards(std::string_view text, std::string_view pattern);
+
 // The text without blanks at its end.
 std::string_view trim_end(std::string_view text);
 

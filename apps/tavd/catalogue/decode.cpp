@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstring>
 
+#include "base/json_text.h"
 #include "catalogue/values.h"
 #include "tavd/tavdf.h"
 

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstring>
 
+#include "base/json_text.h"
 #include "base/text.h"
 #include "catalogue/values.h"
 #include "tavd/tavdf.h"

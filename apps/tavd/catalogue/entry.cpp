@@ -2,6 +2,7 @@
 
 #include <charconv>
 
+#include "base/json_text.h"
 #include "base/text.h"
 #include "catalogue/attributes.h"
 #include "catalogue/values.h"

@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "base/errors.h"
+#include "base/csv.h"
 #include "base/json_text.h"
 #include "base/text.h"
 #include "commands/commands.h"
@@ -16,6 +16,7 @@ namespace {
 
 struct FamilyOptions {
   ProductChoice product;
+  bool csv = false;
   bool json = false;
 };
 
@@ -39,6 +40,19 @@ void print_family(const RecordKey& key, const Family& family, const std::vector<
     std::cout << "named by the main record, but not in the database: " << printable(id) << '\n';
   }
   for (const std::string& id : families) std::cout << "belongs to the family of " << printable(id) << '\n';
+}
+
+void print_family_csv(const Family& family) {
+  std::string text = "id,size_mm,shape,code,description,installation\n";
+  for (const FamilySize& size : family.sizes) {
+    CsvLine line(text);
+    for (const std::string& cell : {printable(size.key.object_id), size_text(size.size), shape_number(size),
+                                    size.code, size.description, size.installation}) {
+      line.text(cell);
+    }
+    line.end();
+  }
+  std::cout << text;
 }
 
 Json::Value size_member_json(const FamilySize& member) {
@@ -76,6 +90,8 @@ void run_family(const FamilyOptions& options) {
   const std::vector<std::string> families = families_of(database, key);
   if (options.json) {
     write_json(std::cout, family_json(key, family, families));
+  } else if (options.csv) {
+    print_family_csv(family);
   } else {
     print_family(key, family, families);
   }
@@ -87,9 +103,10 @@ void add_family_command(CLI::App& app) {
   auto options = std::make_shared<FamilyOptions>();
   CLI::App* command = app.add_subcommand("family", "Lists the sizes that a product comes in");
   add_product_arguments(*command, options->product);
-  command->add_flag("--json", options->json, "As JSON");
+  CLI::Option* csv = command->add_flag("--csv", options->csv, "The sizes alone, comma-separated");
+  command->add_flag("--json", options->json, "As JSON")->excludes(csv);
   add_text_options(*command, options->product.texts);
-  command->footer("Example: tavd family catalogue.tavdb DMP QZDA-*");
+  command->footer("Example: tavd family catalogue.tavdb DMP 'QZDA-*'");
   command->callback([options] { run_family(*options); });
 }
 

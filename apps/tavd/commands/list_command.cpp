@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "base/csv.h"
 #include "base/errors.h"
 #include "base/json_text.h"
 #include "base/numbers.h"
@@ -17,6 +18,7 @@ namespace {
 struct ListOptions {
   std::string path;
   std::string class_id;  // empty: all products
+  bool csv = false;
   bool json = false;
   TextChoice texts;
 };
@@ -59,6 +61,34 @@ void print_table(const std::vector<Product>& products) {
   columns.print(std::cout);
 }
 
+// Numbers in full and a column for each unit.
+void print_csv(const std::vector<Product>& products) {
+  std::string text =
+      "class,id,kind,size_mm,qv_min_l_s,qv_max_l_s,v_min_m_s,v_max_m_s,dp_min_Pa,dp_max_Pa,code,"
+      "description\n";
+  for (const Product& product : products) {
+    const FlowData& flow = product.flow;
+    const bool known = flow.nhdd != 0;
+    const bool by_velocity = flow.isvelocity != 0;
+    CsvLine line(text);
+    const auto number = [&](bool given, float value) { given ? line.number(value) : line.empty(); };
+    line.text(printable(product.key.class_id));
+    line.text(printable(product.key.object_id));
+    line.text(kind_text(flow));
+    line.text(size_text(product.size));
+    for (const bool column_by_velocity : {false, true}) {
+      number(known && by_velocity == column_by_velocity, flow.qvmin);
+      number(known && by_velocity == column_by_velocity, flow.qvmax);
+    }
+    number(known, flow.dpmin);
+    number(known, flow.dpmax);
+    line.text(product.code);
+    line.text(product.description);
+    line.end();
+  }
+  std::cout << text;
+}
+
 void print_json(const std::vector<Product>& products) {
   Json::Value list(Json::arrayValue);
   for (const Product& product : products) list.append(product_json(product));
@@ -71,6 +101,8 @@ void run_list(const ListOptions& options) {
   if (products.empty() && !options.class_id.empty()) throw database.unknown_class(options.class_id);
   if (options.json) {
     print_json(products);
+  } else if (options.csv) {
+    print_csv(products);
   } else if (products.empty()) {
     std::cout << "no products\n";
   } else {
@@ -85,7 +117,8 @@ void add_list_command(CLI::App& app) {
   CLI::App* command = app.add_subcommand("list", "Lists the products of a database");
   command->add_option("DB", options->path, "Product database")->required();
   command->add_option("--class", options->class_id, "Only this class, 3 characters")->type_name("CLASS");
-  command->add_flag("--json", options->json, "As JSON");
+  CLI::Option* csv = command->add_flag("--csv", options->csv, "Comma-separated, numbers in full");
+  command->add_flag("--json", options->json, "As JSON")->excludes(csv);
   add_text_options(*command, options->texts);
   command->footer(
       "File header and model records are left out; --class 000 and --class TVM show them.\n"

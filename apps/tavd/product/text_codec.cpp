@@ -44,11 +44,6 @@ int hex_value(char c) {
   return kNoDigit;
 }
 
-void append_escape(std::string& text, char32_t character) {
-  text += "\\u";
-  for (int shift = 12; shift >= 0; shift -= 4) text += kHexDigits[(character >> shift) & 0xF];
-}
-
 }  // namespace
 
 TextCodec::TextCodec(std::int16_t db) : db_(db), scratch_(tavdsrv_newrec(TAVD_FILEHEADER_CLASS, "TEXT")) {}
@@ -128,25 +123,6 @@ const char* charset_name(int charset) {
 std::size_t utf16_length(const std::string& utf8) {
   const auto wide = widen(utf8);
   return wide ? wide->size() : 0;
-}
-
-std::string json_quoted(std::string_view utf8) {
-  std::string text = "\"";
-  for (auto at = utf8.begin(); at != utf8.end();) {
-    const auto start = at;
-    const char32_t character = utf8::next(at, utf8.end());
-    if (character == U'"' || character == U'\\') {
-      text += '\\';
-      text += static_cast<char>(character);
-    } else if (character == U'\n') {
-      text += "\\n";
-    } else if (character < 0x20 || (character >= 0x7F && character < 0xA0)) {
-      append_escape(text, character);
-    } else {
-      text.append(start, at);
-    }
-  }
-  return text + '"';
 }
 
 std::string to_hex(std::string_view bytes) {

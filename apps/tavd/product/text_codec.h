@@ -42,9 +42,6 @@ const char* charset_name(int charset);
 // Number of UTF-16 units of valid UTF-8.
 std::size_t utf16_length(const std::string& utf8);
 
-// A JSON string of valid UTF-8, with quotes; control characters are escaped.
-std::string json_quoted(std::string_view utf8);
-
 // Two lower-case digits per byte, and back; nothing if the text is no hex.
 std::string to_hex(std::string_view bytes);
 std::optional<std::string> from_hex(std::string_view hex);

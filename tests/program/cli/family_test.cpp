@@ -67,6 +67,18 @@ TEST_F(Family, JsonHoldsTheSame) {
   EXPECT_THAT(texts_of(json["size_of"]), IsEmpty());
 }
 
+TEST_F(Family, CsvHoldsTheSizesAlone) {
+  EXPECT_THAT(lines_of(run_text(command("F", {"--csv"}))),
+              ElementsAre("id,size_mm,shape,code,description,installation", "F-125,125,,F-125,,",
+                          "F-100,100,140,Hundred,,Wall"));
+}
+
+TEST_F(Family, JsonArraysBeginBehindTheirKey) {
+  EXPECT_THAT(run_text(command("F-*", {"--json"})),
+              testing::AllOf(HasSubstr("\"sizes\": [\n    {\n      \"id\": \"F-100\","),
+                             HasSubstr("\"shape\": [140]"), HasSubstr("\"size_of\": []")));
+}
+
 TEST_F(Family, TextsFollowMarketAndLanguage) {
   tavdtest::Record("FAM", "F-125")
       .header(110, 125, 0, 16, 160, 5, 200)

@@ -127,6 +127,30 @@ TEST_F(List, JsonHoldsTheSameWithUnitsInTheKeys) {
   EXPECT_EQ(json[0]["limits"]["v_max_m_s"].asFloat(), 10.0F);
 }
 
+TEST_F(List, CsvHoldsTheSameWithUnitsInTheHeading) {
+  tavdtest::Record("ASD", "QUOTED").text(clitest::kCode, "a \"b\", c").save(database.handle());
+  EXPECT_THAT(
+      lines_of(run({"--csv"})),
+      ElementsAre("class,id,kind,size_mm,qv_min_l_s,qv_max_l_s,v_min_m_s,v_max_m_s,dp_min_Pa,dp_max_Pa,code,"
+                  "description",
+                  "AEX,GRILLE-400x200,fixed resistance by air velocity,400x200,,,1,10,5,800,Grille,",
+                  "ASD,DAMPER-200,adjustable damper,200,20,200,,,10,500,Damper 200,Round damper",
+                  StartsWith("ASD,FIXED-100,fixed resistance,400x200,20,200,,,10,500,"),
+                  "ASD,QUOTED,no flow data,,,,,,,,\"a \"\"b\"\", c\",",
+                  StartsWith("FAN,FAN-315,fan,315,0,400,")));
+}
+
+TEST_F(List, JsonNamesWhatAThingIsFirst) {
+  const std::string json = run({"--class", "AEX", "--json"});
+  EXPECT_EQ(json,
+            "[\n  {\n    \"class\": \"AEX\",\n    \"id\": \"GRILLE-400x200\",\n    \"code\": \"Grille\",\n"
+            "    \"description\": \"\",\n    \"kind\": 11,\n"
+            "    \"kind_text\": \"fixed resistance by air velocity\",\n    \"size\": {\n"
+            "      \"width_mm\": 400,\n      \"height_mm\": 200\n    },\n    \"limits\": {\n"
+            "      \"v_min_m_s\": 1,\n      \"v_max_m_s\": 10,\n      \"dp_min_Pa\": 5,\n"
+            "      \"dp_max_Pa\": 800\n    }\n  }\n]\n");
+}
+
 TEST_F(List, JsonOfARecordWithoutFlowDataHasNullKindAndLimits) {
   const Json::Value json = run_json({"--class", "TVM"});
   ASSERT_EQ(json.size(), 1u);
