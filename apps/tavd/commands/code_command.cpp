@@ -1,8 +1,5 @@
 // tavd code: product code and product id of a size.
-#include <utf8.h>
-
 #include <iostream>
-#include <iterator>
 #include <memory>
 #include <optional>
 #include <string>
@@ -35,19 +32,12 @@ struct CodeOptions {
   bool json = false;
 };
 
-// A text that a template was made of.
-struct Built {
-  std::string made_from;  // the template, empty if there is none
-  int result = 0;         // of the template
-  std::string text;       // what the library answers
-};
-
 struct Codes {
   Product product;
   DuctSize size;
   std::optional<DuctSize> second_size;
-  Built product_id;
-  Built code;  // of the chosen market
+  BuiltText product_id;
+  BuiltText code;  // of the chosen market
 };
 
 // "160" or "400x200", mm.
@@ -68,9 +58,9 @@ DuctSize parse_size(const std::string& option, const std::string& text) {
 
 // The template of the product id, as text. The library falls back to the record's own id if the template
 // cannot be used.
-Built build_product_id(const Database& database, const Record& record, const DuctSize& size,
-                       const DuctSize* second) {
-  Built built;
+BuiltText build_product_id(const Database& database, const Record& record, const DuctSize& size,
+                           const DuctSize* second) {
+  BuiltText built;
   const Entry entry = stored_entry(database, record);
   if (const auto found = entry.attributes.find(TAVD_ATT_ID_TEMPLATE); found != entry.attributes.end()) {
     TextCodec codec(database.handle());
@@ -83,19 +73,6 @@ Built build_product_id(const Database& database, const Record& record, const Duc
   tavd_wchar id[kRoom] = {};
   tavd_build_productId_dsw2(database.handle(), id, kRoom, record.get(), &size, second);
   built.text = printable(to_utf8(id, kRoom));
-  return built;
-}
-
-// A market's product code may itself be a template.
-Built build_code(const std::string& code, const DuctSize& size, const DuctSize* second) {
-  if (code.find('{') == std::string::npos) return {"", 0, code};
-  Built built{code, 0, ""};
-  std::basic_string<tavd_wchar> wide;
-  utf8::utf8to16(code.begin(), code.end(), std::back_inserter(wide));
-  tavd_wchar text[kRoom] = {};
-  const DuctSize none = {};
-  built.result = tavd_build_code_dsw2(text, kRoom, wide.c_str(), &size, second != nullptr ? second : &none);
-  built.text = printable(to_utf8(text, kRoom));
   return built;
 }
 
@@ -114,7 +91,7 @@ Codes build_codes(const CodeOptions& options) {
   return codes;
 }
 
-void add_built(Sheet& sheet, const std::string& name, const Built& built, const char* after_failure) {
+void add_built(Sheet& sheet, const std::string& name, const BuiltText& built, const char* after_failure) {
   if (!built.made_from.empty()) sheet.text("Template of the " + name, built.made_from);
   if (built.result != 0) sheet.text("  error " + std::to_string(built.result), template_text(built.result));
   sheet.text(static_cast<char>(name[0] - 'a' + 'A') + name.substr(1),
@@ -136,7 +113,7 @@ void print_codes(const Codes& codes) {
   sheet.print(std::cout);
 }
 
-Json::Value built_json(const Built& built) {
+Json::Value built_json(const BuiltText& built) {
   Json::Value json;
   json["text"] = built.text;
   json["template"] = built.made_from.empty() ? Json::Value() : Json::Value(built.made_from);
@@ -177,7 +154,7 @@ void add_code_command(CLI::App& app) {
   command->add_option("--ds2", options->second_size, "Size of the second connection, mm")->type_name("SIZE");
   command->add_flag("--json", options->json, "As JSON");
   add_text_options(*command, options->product.texts);
-  command->footer("Example: tavd code catalogue.tavdb DMP QZDA-* --ds 200");
+  command->footer("Example: tavd code catalogue.tavdb DMP 'QZDA-*' --ds 200");
   command->callback([options] { run_code(*options); });
 }
 

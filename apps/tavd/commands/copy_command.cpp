@@ -178,7 +178,7 @@ void add_copy_command(CLI::App& app) {
   command->add_flag("--json", options->json, "What was copied, as JSON");
   command->footer(
       "Maker and model record of a main record are handed down to the copies of its sizes.\n"
-      "Example: tavd copy catalogue.tavdb DMP QZDA-* dampers.tavdb");
+      "Example: tavd copy catalogue.tavdb DMP 'QZDA-*' dampers.tavdb");
   command->callback([options] { run_copy(*options); });
 }
 

@@ -20,10 +20,11 @@ std::optional<MarkedPoint> marked_point(const DiagramSettings& settings) {
 }
 
 void run_diagram(const DiagramOptions& options) {
-  const DiagramSettings settings = diagram_settings(options);
+  DiagramSettings settings = diagram_settings(options);
   const Database database(options.path, Database::Open::kExisting, options.texts);
   Record record = database.product(options.class_id, options.object_id);
   Product product = load_product(database, record);
+  place_flows(options, product, settings);
   set_parameters(product.flow, settings.parameters);
   put_title(database, record, options.title);
   const FlowDiagram diagram(database, record, product, settings, options.static_pressure);

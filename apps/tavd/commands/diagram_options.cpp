@@ -11,6 +11,7 @@
 #include "base/text.h"
 #include "drawing/title.h"
 #include "drawing/units.h"
+#include "product/amount.h"
 #include "tavd/tavdg.h"
 
 namespace tavdhost {
@@ -86,6 +87,11 @@ void read_units(const DiagramOptions& options, DiagramSettings& settings) {
   settings.yunit = pressure_unit_number(units[1], "--units");
 }
 
+// The two flows of --limits.
+std::vector<std::string> limits_of(const DiagramOptions& options) {
+  return parts_of("--limits", options.limits, 2, "two flows such as 20,80");
+}
+
 void read_levels(const std::string& lp, DiagramSettings& settings) {
   if (lp.empty()) return;
   const auto levels = parts_of("--lp", lp, 3, "lowest and highest level and their step such as 25,60,5");
@@ -101,9 +107,11 @@ void read_levels(const std::string& lp, DiagramSettings& settings) {
 
 void add_diagram_options(CLI::App& command, DiagramOptions& options) {
   CLI::Option* qv =
-      command.add_option("--qv", options.qv, "Flow to mark, in l/s (m/s for products by air velocity)")
+      command
+          .add_option("--qv", options.qv,
+                      "Flow to mark, in l/s (m/s for products by air velocity), or with its unit: 288m3/h")
           ->type_name("NUMBER");
-  command.add_option("--dp", options.dp, "Pressure to mark at that flow, in Pa")
+  command.add_option("--dp", options.dp, "Pressure to mark at that flow, in Pa, or with its unit: 0.2in.wg")
       ->type_name("NUMBER")
       ->needs(qv);
   CLI::Option* xunit = command
@@ -117,7 +125,7 @@ void add_diagram_options(CLI::App& command, DiagramOptions& options) {
       ->excludes(xunit)
       ->excludes(yunit);
   command.add_flag("--static", options.static_pressure, "Show static pressure in place of total pressure");
-  command.add_option("--limits", options.limits, "Two flows to mark on the lower edge, in l/s")
+  command.add_option("--limits", options.limits, "Two flows to mark on the lower edge, as --qv")
       ->type_name("QV1,QV2");
   command
       .add_option("--lp", options.lp,
@@ -137,13 +145,11 @@ DiagramSettings diagram_settings(const DiagramOptions& options) {
   DiagramSettings settings{};
   settings.size = picture_size(options.size);
   read_units(options, settings);
-  if (!options.qv.empty()) settings.qv = positive_number("--qv", options.qv);
-  if (!options.dp.empty()) settings.dp = positive_number("--dp", options.dp);
+  if (!options.qv.empty()) parse_flow("--qv", options.qv);
+  if (!options.dp.empty()) settings.dp = parse_pressure("--dp", options.dp);
   check_title(options.title);
   if (!options.limits.empty()) {
-    const auto limits = parts_of("--limits", options.limits, 2, "two flows such as 20,80");
-    settings.qvlimit1 = positive_number("--limits", limits[0]);
-    settings.qvlimit2 = positive_number("--limits", limits[1]);
+    for (const std::string& limit : limits_of(options)) parse_flow("--limits", limit);
   }
   read_levels(options.lp, settings);
   if (options.a_labels.size() > kMostALabels) {
@@ -157,6 +163,14 @@ DiagramSettings diagram_settings(const DiagramOptions& options) {
     settings.parameters.insert(settings.parameters.end(), choices.begin(), choices.end());
   }
   return settings;
+}
+
+void place_flows(const DiagramOptions& options, const Product& product, DiagramSettings& settings) {
+  if (!options.qv.empty()) settings.qv = flow_of(product, parse_flow("--qv", options.qv));
+  if (options.limits.empty()) return;
+  const auto limits = limits_of(options);
+  settings.qvlimit1 = flow_of(product, parse_flow("--limits", limits[0]));
+  settings.qvlimit2 = flow_of(product, parse_flow("--limits", limits[1]));
 }
 
 }  // namespace tavdhost

@@ -25,7 +25,11 @@ struct DiagramOptions : DrawingOptions {
 
 void add_diagram_options(CLI::App& command, DiagramOptions& options);
 
-// Throws UserError for the first option that is not as it should be.
+// Throws UserError for the first option that is not as it should be. The flows to mark are checked, and still
+// 0: what they are in the product's own measure place_flows() tells.
 DiagramSettings diagram_settings(const DiagramOptions& options);
+
+// Throws UserError if a flow goes by the product's size and that is not known.
+void place_flows(const DiagramOptions& options, const Product& product, DiagramSettings& settings);
 
 }  // namespace tavdhost

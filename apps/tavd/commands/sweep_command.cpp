@@ -1,14 +1,17 @@
-// tavd sweep: calculations of a product over a grid of operating points.
+// tavd sweep: calculations of products over a grid of operating points.
 #include <iostream>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "base/errors.h"
 #include "base/platform.h"
 #include "base/progress.h"
+#include "base/text.h"
+#include "commands/calculation.h"
 #include "commands/commands.h"
-#include "commands/product_choice.h"
 #include "commands/sweep_range.h"
 #include "commands/sweep_rows.h"
 #include "product/operating_point.h"
@@ -19,7 +22,7 @@ namespace {
 constexpr std::size_t kBlock = 1 << 16;  // bytes that are written at once
 
 struct SweepOptions {
-  ProductChoice product;
+  CalculationOptions calculation;
   std::string qv;
   std::optional<std::string> dp;
   bool csv = false;
@@ -33,8 +36,8 @@ struct Grid {
 };
 
 Grid parse_grid(const SweepOptions& options) {
-  Grid grid{SweepRange::parse("--qv", options.qv), std::nullopt};
-  if (options.dp) grid.dp = SweepRange::parse("--dp", *options.dp);
+  Grid grid{SweepRange::flows("--qv", options.qv), std::nullopt};
+  if (options.dp) grid.dp = SweepRange::pressures("--dp", *options.dp);
   if (grid.count() > SweepRange::kMostPoints) {
     throw UserError("--qv and --dp make " + std::to_string(grid.count()) + " points, expected at most " +
                     std::to_string(SweepRange::kMostPoints));
@@ -50,36 +53,77 @@ bool flush(std::string& text) {
   return std::cout.good();
 }
 
-// All pressures at the first flow, then all at the next.
-void write_points(const Product& product, const Answers& answers, const Grid& grid, SweepRows& rows) {
-  // Rows that run over the terminal are progress enough.
-  std::optional<Progress> progress;
-  if (!is_terminal(Stream::kOutput)) progress.emplace("Calculating", grid.count());
-  const std::uint64_t pressures = grid.dp ? grid.dp->count() : 1;
-  std::string text;
-  text.reserve(2 * kBlock);
-  rows.begin(text);
-  for (std::uint64_t i = 0; i < grid.qv.count(); ++i) {
-    const float qv = grid.qv.at(i);
-    for (std::uint64_t j = 0; j < pressures; ++j) {
-      const std::optional<float> dp = grid.dp ? std::optional(grid.dp->at(j)) : std::nullopt;
-      rows.add(text, calculate(product, answers, qv, dp));
-      if (text.size() >= kBlock && !flush(text)) return;
-      if (progress) progress->step();
-    }
+// One product after the other; of each all pressures at the first flow, then all at the next.
+class Sweep {
+ public:
+  Sweep(const Grid& grid, const AnswerForm& form, SweepRows& rows, Progress* progress)
+      : grid_(grid), form_(form), rows_(rows), progress_(progress) {
+    text_.reserve(2 * kBlock);
   }
-  rows.end(text);
-  flush(text);
+
+  void write(const std::vector<Chosen>& products) {
+    rows_.begin(text_);
+    for (const Chosen& chosen : products) {
+      if (!add(chosen)) return;
+    }
+    rows_.end(text_);
+    flush(text_);
+  }
+
+ private:
+  bool add(const Chosen& chosen) {
+    const Answers answers = answers_of(chosen.product, grid_.dp.has_value());
+    const std::uint64_t pressures = grid_.dp ? grid_.dp->count() : 1;
+    for (std::uint64_t i = 0; i < grid_.qv.count(); ++i) {
+      const float qv = flow_of(chosen.product, grid_.qv.flow_at(i));
+      for (std::uint64_t j = 0; j < pressures; ++j) {
+        const std::optional<float> dp = grid_.dp ? std::optional(grid_.dp->pressure_at(j)) : std::nullopt;
+        rows_.add(text_, chosen, calculate(chosen.product, answers, qv, dp, form_.room_damping));
+        if (text_.size() >= kBlock && !flush(text_)) return false;
+        if (progress_ != nullptr) progress_->step();
+      }
+    }
+    return true;
+  }
+
+  const Grid& grid_;
+  const AnswerForm& form_;
+  SweepRows& rows_;
+  Progress* progress_;
+  std::string text_;
+};
+
+// What can be swept; of what cannot, standard error tells.
+std::vector<Chosen> with_flow_data(std::vector<Chosen> products) {
+  std::erase_if(products, [](const Chosen& chosen) {
+    if (chosen.product.flow.nhdd != 0) return false;
+    const RecordKey& key = chosen.product.key;
+    std::cerr << "tavd: " << printable(key.class_id) << ' ' << printable(key.object_id)
+              << " has no flow data to calculate with and is left out\n";
+    return true;
+  });
+  return products;
+}
+
+std::unique_ptr<SweepRows> rows_of(const SweepOptions& options, const std::vector<Chosen>& products,
+                                   bool several, const AnswerForm& form) {
+  if (options.json) return json_rows(several, form);
+  std::vector<const Product*> all;
+  for (const Chosen& chosen : products) all.push_back(&chosen.product);
+  return csv_rows(columns_of(all, options.dp.has_value(), several), form);
 }
 
 void run_sweep(const SweepOptions& options) {
   const Grid grid = parse_grid(options);
+  const AnswerForm form = answer_form(options.calculation);
   if (!options.csv && !options.json) throw UserError("--csv or --json is required");
-  const Product product = chosen_product(options.product);
-  const bool with_dp = grid.dp.has_value();
-  const Answers answers = answers_of(product, with_dp);
-  write_points(product, answers, grid,
-               *(options.json ? json_rows(product) : csv_rows(product, answers, with_dp)));
+  Selection selection = chosen_products(options.calculation);
+  const std::vector<Chosen> products = with_flow_data(std::move(selection.products));
+  const auto rows = rows_of(options, products, selection.several, form);
+  // Rows that run over the terminal are progress enough.
+  std::optional<Progress> progress;
+  if (!is_terminal(Stream::kOutput)) progress.emplace("Calculating", grid.count() * products.size());
+  Sweep(grid, form, *rows, progress ? &*progress : nullptr).write(products);
 }
 
 }  // namespace
@@ -87,19 +131,22 @@ void run_sweep(const SweepOptions& options) {
 void add_sweep_command(CLI::App& app) {
   auto options = std::make_shared<SweepOptions>();
   CLI::App* command =
-      app.add_subcommand("sweep", "Calculates a product at every point of a grid of flows and pressures");
-  add_product_arguments(*command, options->product);
+      app.add_subcommand("sweep", "Calculates products at every point of a grid of flows and pressures");
+  add_calculation_arguments(*command, options->calculation);
   command
       ->add_option("--qv", options->qv,
-                   "Flows in l/s, both ends included; air velocities in m/s for products by air velocity")
+                   "Flows in l/s, air velocities in m/s for products by air velocity, both ends included; a "
+                   "unit stands behind the last number: 72:720:18m3/h")
       ->required()
       ->type_name("FROM:TO:STEP");
-  command->add_option("--dp", options->dp, "Total pressures over the product in Pa, both ends included")
+  command
+      ->add_option("--dp", options->dp,
+                   "Total pressures over the product in Pa, or with their unit, both ends included")
       ->type_name("FROM:TO:STEP");
   CLI::Option* csv =
       command->add_flag("--csv", options->csv, "Comma-separated, the columns named in the first line");
   command->add_flag("--json", options->json, "As a JSON array with an object per point")->excludes(csv);
-  add_product_options(*command, options->product);
+  add_calculation_options(*command, options->calculation);
   command->footer(
       "One number in place of FROM:TO:STEP is allowed. Writes to standard output.\n"
       "Example: tavd sweep catalogue.tavdb DMP QZDA-160 --qv 20:80:5 --dp 20:100:10 --csv");

@@ -29,8 +29,8 @@ bool read_number(std::string_view text, double& value) {
   return error == std::errc() && end == text.data() + text.size() && std::isfinite(value);
 }
 
-bool is_positive_float(double value) {
-  const auto narrow = static_cast<float>(value);
+bool is_positive_float(double value, const hosts::Unit* unit) {
+  const auto narrow = static_cast<float>(unit == nullptr ? value : hosts::to_base(value, *unit));
   return std::isfinite(narrow) && narrow > 0;
 }
 
@@ -44,10 +44,28 @@ std::uint64_t count_points(double steps) {
   return static_cast<std::uint64_t>(std::max(full, 1.0)) + 1;
 }
 
+// The unit of the whole range, which stands behind its last number.
+Measured split_range(std::string_view option, std::string_view text, hosts::Quantity first,
+                     hosts::Quantity second) {
+  const std::size_t colon = text.rfind(':');
+  const std::size_t begin = colon == std::string_view::npos ? 0 : colon + 1;
+  const Measured last = split_unit(option, text.substr(begin), first, second);
+  return {text.substr(0, begin + last.number.size()), last.unit};
+}
+
 }  // namespace
 
-SweepRange SweepRange::parse(std::string_view option, std::string_view text) {
-  const std::vector<std::string_view> parts = split(text);
+SweepRange SweepRange::flows(std::string_view option, std::string_view text) {
+  return parse(option, text, split_range(option, text, hosts::Quantity::kFlow, hosts::Quantity::kVelocity));
+}
+
+SweepRange SweepRange::pressures(std::string_view option, std::string_view text) {
+  return parse(option, text,
+               split_range(option, text, hosts::Quantity::kPressure, hosts::Quantity::kPressure));
+}
+
+SweepRange SweepRange::parse(std::string_view option, std::string_view text, const Measured& measured) {
+  const std::vector<std::string_view> parts = split(measured.number);
   double from = 0;
   double to = 0;
   double step = 0;
@@ -56,11 +74,11 @@ SweepRange SweepRange::parse(std::string_view option, std::string_view text) {
                                                 read_number(parts[1], to) && read_number(parts[2], step);
   if (!readable) throw refusal(option, text, "FROM:TO:STEP such as 20:200:5, or one number");
   if (parts.size() == 1) to = from;
-  if (!is_positive_float(from) || !is_positive_float(to))
+  if (!is_positive_float(from, measured.unit) || !is_positive_float(to, measured.unit))
     throw refusal(option, text, "numbers above 0, at most 3.4e38");
-  if (parts.size() == 1) return {from, to, 0, 1};
+  if (parts.size() == 1) return {from, to, 0, 1, measured.unit};
   if (step == 0) throw refusal(option, text, "a step other than 0");
-  if (from == to) return {from, to, step, 1};
+  if (from == to) return {from, to, step, 1, measured.unit};
   const double steps = (to - from) / step;
   if (steps < 0) {
     throw refusal(option, text,
@@ -69,13 +87,23 @@ SweepRange SweepRange::parse(std::string_view option, std::string_view text) {
   if (!(steps < static_cast<double>(kMostPoints))) {
     throw refusal(option, text, "at most " + std::to_string(kMostPoints) + " points");
   }
-  return {from, to, step, count_points(steps)};
+  return {from, to, step, count_points(steps), measured.unit};
 }
 
-float SweepRange::at(std::uint64_t index) const {
-  if (index == 0) return static_cast<float>(from_);
-  if (index + 1 >= count_) return static_cast<float>(to_);
-  return static_cast<float>(from_ + static_cast<double>(index) * step_);
+Amount SweepRange::flow_at(std::uint64_t index) const {
+  const double number = at(index);
+  return {static_cast<float>(number), number, unit_};
+}
+
+float SweepRange::pressure_at(std::uint64_t index) const {
+  const double number = at(index);
+  return static_cast<float>(unit_ == nullptr ? number : hosts::to_base(number, *unit_));
+}
+
+double SweepRange::at(std::uint64_t index) const {
+  if (index == 0) return from_;
+  if (index + 1 >= count_) return to_;
+  return from_ + static_cast<double>(index) * step_;
 }
 
 }  // namespace tavdhost

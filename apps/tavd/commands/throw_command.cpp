@@ -6,7 +6,6 @@
 #include <string_view>
 
 #include "base/errors.h"
-#include "base/numbers.h"
 #include "base/text.h"
 #include "commands/commands.h"
 #include "commands/drawing_arguments.h"
@@ -14,6 +13,7 @@
 #include "drawing/drawings.h"
 #include "drawing/title.h"
 #include "drawing/units.h"
+#include "product/amount.h"
 #include "product/database.h"
 #include "tavd/tavca.h"
 
@@ -30,7 +30,7 @@ struct ThrowOptions : DrawingOptions {
 struct ThrowSettings {
   PictureSize size;
   std::int16_t unit;
-  float qv;  // l/s
+  Amount qv;
 };
 
 ThrowSettings parse_settings(const ThrowOptions& options) {
@@ -39,8 +39,7 @@ ThrowSettings parse_settings(const ThrowOptions& options) {
     throw UserError("--value is " + in_quotes(options.value) + ", expected at most " +
                     std::to_string(TAVD_PARAMETER_CHARS) + " characters");
   }
-  return {picture_size(options.size), throw_flow_unit_number(options.unit),
-          positive_number("--qv", options.qv)};
+  return {picture_size(options.size), throw_flow_unit_number(options.unit), parse_flow("--qv", options.qv)};
 }
 
 std::string key_of(const Product& product) {
@@ -84,14 +83,15 @@ void run_throw(const ThrowOptions& options) {
   const Database database(options.path, Database::Open::kExisting, options.texts);
   Record record = database.product(options.class_id, options.object_id);
   Product product = load_product(database, record);
-  check_throw_data(product, options.value, settings.qv);
+  const float qv = flow_of(product, settings.qv);
+  check_throw_data(product, options.value, qv);
   set_parameters(product.flow, options.parameters);
   if (!options.value.empty()) tavca_param_setvalue(&product.flow, kThrowParameter, options.value.c_str());
   if (!options.title.empty()) put_title(database, record, options.title);
-  const ThrowDiagram diagram(database, record, product, settings.qv, settings.unit, options.value);
+  const ThrowDiagram diagram(database, record, product, qv, settings.unit, options.value);
   if (!diagram.is_drawable()) throw undrawable(product);
   Picture picture(options.output, settings.size, options.format);
-  picture.describe(throw_diagram_text(product, options.title, options.value, MarkedPoint{settings.qv, {}}));
+  picture.describe(throw_diagram_text(product, options.title, options.value, MarkedPoint{qv, {}}));
   diagram.paint(picture);
   picture.finish();
 }
@@ -103,7 +103,9 @@ void add_throw_command(CLI::App& app) {
   CLI::App* command =
       app.add_subcommand("throw", "Draws the throw length diagram of a product into a picture file");
   add_drawing_arguments(*command, *options);
-  command->add_option("--qv", options->qv, "Flow to mark, in l/s")->required()->type_name("NUMBER");
+  command->add_option("--qv", options->qv, "Flow to mark, in l/s, or with its unit: 216m3/h")
+      ->required()
+      ->type_name("NUMBER");
   command
       ->add_option("--value", options->value,
                    "Value that selects the throw line, for products that have one for each value; without it "

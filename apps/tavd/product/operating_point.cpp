@@ -1,10 +1,15 @@
 #include "product/operating_point.h"
 
+#include <cmath>
+
 #include "shared/kinds.h"
 #include "tavd/tavca.h"
 
 namespace tavdhost {
 namespace {
+
+// Pressures of a fixed resistance that three digits do not tell apart are the same.
+constexpr float kSamePressure = 0.005F;
 
 using DamperSolver = decltype(tavca_damper_pos);
 
@@ -22,11 +27,32 @@ FanAnswer solve_fan(const FlowData& flow, float qv, std::optional<float> dp) {
   return answer;
 }
 
-SoundAnswer solve_sound(const FlowData& flow, float qv, float dp, const DuctSize& size) {
+// The damping is the process's own, so it is set for each sum.
+float weighted_sum(const Bands& lw, float damping) {
+  tavca_setroomdamp(damping);
+  return tavca_LpA(lw.data());
+}
+
+SoundAnswer solve_sound(const FlowData& flow, float qv, float dp, const DuctSize& size, float room_damping) {
   SoundAnswer answer{};
   answer.code = tavca_lw(&flow, qv, dp, answer.lw.data(), &size);
-  if (answer.code == 0) answer.room_level = tavca_LpA(answer.lw.data());
+  if (answer.code != 0) return answer;
+  answer.lw_A = weighted_sum(answer.lw, 0);
+  answer.room_level = weighted_sum(answer.lw, room_damping);
   return answer;
+}
+
+std::optional<bool> is_reachable(const FlowData& flow, const OperatingPoint& point) {
+  if (!point.dp) return {};
+  if (point.fan && point.fan->check_code) return *point.fan->check_code == 0;
+  if (point.stepless) {
+    return point.stepless->has_position() ? std::optional(point.stepless->code == 0) : std::nullopt;
+  }
+  if (point.range_code != 0 || hosts::is_damper(flow) || hosts::is_fan(flow)) return {};
+  if (hosts::has_fixed_pressure(flow)) {
+    return std::abs(*point.dp - point.dp_min) <= kSamePressure * point.dp_min;
+  }
+  return *point.dp >= point.dp_min && *point.dp <= point.dp_max;
 }
 
 // One attenuation for all points needs nothing; a line is followed by flow, or by the position of a damper,
@@ -57,7 +83,8 @@ Answers answers_of(const Product& product, bool with_dp) {
   return answers;
 }
 
-OperatingPoint calculate(const Product& product, const Answers& answers, float qv, std::optional<float> dp) {
+OperatingPoint calculate(const Product& product, const Answers& answers, float qv, std::optional<float> dp,
+                         float room_damping) {
   const FlowData& flow = product.flow;
   OperatingPoint point{};
   point.qv = qv;
@@ -70,7 +97,7 @@ OperatingPoint calculate(const Product& product, const Answers& answers, float q
     point.stepped = solve_damper(flow, qv, *dp, tavca_damper_pos_fixed);
   }
   if (answers.fan) point.fan = solve_fan(flow, qv, dp);
-  if (answers.sound) point.sound = solve_sound(flow, qv, dp.value_or(0), product.size);
+  if (answers.sound) point.sound = solve_sound(flow, qv, dp.value_or(0), product.size, room_damping);
   if (answers.attenuation) {
     point.attenuation.emplace();
     tavca_dlw(&flow, qv, dp.value_or(0), point.attenuation->data());
@@ -79,6 +106,7 @@ OperatingPoint calculate(const Product& product, const Answers& answers, float q
     const float length = tavca_L2_isothermal(&flow, qv, flow.par[0].value);
     if (length > 0) point.throw_length = length;
   }
+  point.reachable = is_reachable(flow, point);
   return point;
 }
 

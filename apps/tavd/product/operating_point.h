@@ -10,6 +10,7 @@
 namespace tavdhost {
 
 using Bands = std::array<float, TAVD_BANDS>;  // dB, octave bands from 63 to 8000 Hz
+inline constexpr std::array<int, TAVD_BANDS> kBandHz = {63, 125, 250, 500, 1000, 2000, 4000, 8000};
 
 // An answer of the solvers: their code, and what they answered.
 struct DamperAnswer {
@@ -30,14 +31,22 @@ struct FanAnswer {
 struct SoundAnswer {
   int code;
   Bands lw;          // sound power level, dB
-  float room_level;  // dB(A)
+  float lw_A;        // A-weighted sound power level, dB(A)
+  float room_level;  // the same less the room damping, dB(A)
 };
+
+// What a level in the room is calculated with unless a user says otherwise, dB: the library's own beginning.
+inline constexpr float kRoomDamping = 4.0F;
 
 struct OperatingPoint {
   float qv;                         // l/s, or m/s for products by air velocity
   std::optional<float> dp;          // total pressure asked for, Pa
   bool flow_in_range;               // qv lies within the product's limits
   std::optional<bool> dp_in_range;  // so does dp; none without a pressure
+  // Whether the product can have this pressure at this flow; none without a pressure and where the library
+  // cannot tell. The levels of a point that cannot be reached are those that the library gives all the same:
+  // at the nearest pressure that can be, or on the line beyond it.
+  std::optional<bool> reachable;
 
   int range_code;        // of the pressure range
   float dp_min, dp_max;  // Pa
@@ -65,6 +74,8 @@ struct Answers {
 Answers answers_of(const Product& product, bool with_dp);
 
 // Calculates at flow `qv` what `answers` holds; those were asked for with a pressure if there is one now.
-OperatingPoint calculate(const Product& product, const Answers& answers, float qv, std::optional<float> dp);
+// `room_damping` is in dB.
+OperatingPoint calculate(const Product& product, const Answers& answers, float qv, std::optional<float> dp,
+                         float room_damping = kRoomDamping);
 
 }  // namespace tavdhost

@@ -103,16 +103,23 @@ const char* flow_unit(const FlowData& flow) {
   return flow.isvelocity ? "m/s" : "l/s";
 }
 
-std::string flow_key(const FlowData& flow, const std::string& which) {
-  return (flow.isvelocity ? "v" : "qv") + which + (flow.isvelocity ? "_m_s" : "_l_s");
+std::string flow_key(const FlowData& flow, const std::string& which, const ShownUnits& units) {
+  return (flow.isvelocity != 0 ? "v" : "qv") + which + "_" + units.flow_of(flow).key;
 }
 
-std::string flow_limits_text(const FlowData& flow) {
-  return brief(flow.qvmin) + " - " + brief(flow.qvmax) + " " + flow_unit(flow);
+std::string pressure_key(const std::string& which, const ShownUnits& units) {
+  return "dp" + which + "_" + units.pressure->key;
 }
 
-std::string pressure_limits_text(const FlowData& flow) {
-  return brief(flow.dpmin) + " - " + brief(flow.dpmax) + " Pa, total";
+std::string flow_limits_text(const FlowData& flow, const ShownUnits& units) {
+  const hosts::Unit& unit = units.flow_of(flow);
+  return brief(shown(flow.qvmin, unit)) + " - " + brief(shown(flow.qvmax, unit)) + " " + unit.name;
+}
+
+std::string pressure_limits_text(const FlowData& flow, const ShownUnits& units) {
+  const hosts::Unit& unit = *units.pressure;
+  return brief(shown(flow.dpmin, unit)) + " - " + brief(shown(flow.dpmax, unit)) + " " + unit.name +
+         ", total";
 }
 
 Json::Value size_json(const DuctSize& size) {
@@ -126,7 +133,7 @@ Json::Value size_json(const DuctSize& size) {
   return json;
 }
 
-Json::Value product_json(const Product& product) {
+Json::Value product_json(const Product& product, const ShownUnits& units) {
   const FlowData& flow = product.flow;
   Json::Value json;
   json["class"] = printable(product.key.class_id);
@@ -138,10 +145,11 @@ Json::Value product_json(const Product& product) {
   json["size"] = size_json(product.size);
   json["limits"] = Json::nullValue;
   if (flow.nhdd != 0) {
-    json["limits"][flow_key(flow, "_min")] = json_number(flow.qvmin);
-    json["limits"][flow_key(flow, "_max")] = json_number(flow.qvmax);
-    json["limits"]["dp_min_Pa"] = json_number(flow.dpmin);
-    json["limits"]["dp_max_Pa"] = json_number(flow.dpmax);
+    const hosts::Unit& unit = units.flow_of(flow);
+    json["limits"][flow_key(flow, "_min", units)] = json_number(shown(flow.qvmin, unit));
+    json["limits"][flow_key(flow, "_max", units)] = json_number(shown(flow.qvmax, unit));
+    json["limits"][pressure_key("_min", units)] = json_number(shown(flow.dpmin, *units.pressure));
+    json["limits"][pressure_key("_max", units)] = json_number(shown(flow.dpmax, *units.pressure));
   }
   return json;
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "product/database.h"
+#include "product/shown_units.h"
 #include "tavd/flowdata.h"
 #include "tavd/types.h"
 
@@ -31,19 +32,21 @@ std::string kind_text(const FlowData& flow);
 // "125" for a round duct, "400x200" for a rectangular one, in mm; empty if the size is not known.
 std::string size_text(const DuctSize& size);
 
-// "l/s", or "m/s" where the product's flows are air velocities; and the same as it ends a key in JSON.
+// "l/s", or "m/s" where the product's flows are air velocities; and the same as it ends a key in JSON:
+// "qv_min_l_s" and "dp_min_Pa" for "_min".
 const char* flow_unit(const FlowData& flow);
-std::string flow_key(const FlowData& flow, const std::string& which = "");
+std::string flow_key(const FlowData& flow, const std::string& which = "", const ShownUnits& units = {});
+std::string pressure_key(const std::string& which = "", const ShownUnits& units = {});
 
 // "16 - 160 l/s" and "5 - 300 Pa, total".
-std::string flow_limits_text(const FlowData& flow);
-std::string pressure_limits_text(const FlowData& flow);
+std::string flow_limits_text(const FlowData& flow, const ShownUnits& units = {});
+std::string pressure_limits_text(const FlowData& flow, const ShownUnits& units = {});
 
 // The size as JSON: diameter_mm, or width_mm and height_mm; null if it is not known.
 Json::Value size_json(const DuctSize& size);
 
 // The product as JSON: class, id, code, description, kind, size and limits.
-Json::Value product_json(const Product& product);
+Json::Value product_json(const Product& product, const ShownUnits& units = {});
 
 // Chooses the values of parameters, each written NAME=VALUE. Throws UserError for a parameter that the
 // product does not have and for a value that its table does not know.

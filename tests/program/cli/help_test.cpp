@@ -19,9 +19,9 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
 // All but those of `tavd db`, which have commands of their own.
-constexpr const char* kCommands[] = {"list",    "calc",    "sweep", "diagram",        "throw",
-                                     "show",    "family",  "code",  "find-attribute", "copy",
-                                     "picture", "gallery", "delete"};
+constexpr const char* kCommands[] = {"list",  "calc",    "sweep",   "compare", "diagram",
+                                     "throw", "show",    "family",  "code",    "find-attribute",
+                                     "copy",  "picture", "gallery", "delete"};
 
 TEST(Help, ListsTheCommands) {
   const Outcome outcome = run_program({"--help"});
@@ -39,6 +39,17 @@ TEST(Help, EveryCommandHasAnExample) {
   }
 }
 
+// A shell looks for files where a "*" stands without quotes.
+TEST(Help, PatternsInExamplesStandInQuotes) {
+  for (const char* command : kCommands) {
+    std::istringstream words(run_program({command, "--help"}).out);
+    for (std::string word; words >> word;) {
+      if (word.find('*') == std::string::npos) continue;
+      EXPECT_THAT(word, testing::MatchesRegex("'[^']*'[,;]?")) << command;
+    }
+  }
+}
+
 // The arguments of the example in a command's help.
 std::vector<std::string> example_of(const std::string& command) {
   const std::string start = "Example: tavd ";
@@ -46,7 +57,10 @@ std::vector<std::string> example_of(const std::string& command) {
   for (const std::string& line : clitest::lines_of(run_program({command, "--help"}).out)) {
     if (line.rfind(start, 0) != 0) continue;
     std::istringstream stream(line.substr(start.size()));
-    for (std::string word; stream >> word;) words.push_back(word);
+    for (std::string word; stream >> word;) {
+      std::erase(word, '\'');  // which a shell takes away
+      words.push_back(word);
+    }
   }
   return words;
 }

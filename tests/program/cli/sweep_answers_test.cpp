@@ -62,11 +62,11 @@ TEST_F(Sweep, EveryPointEqualsTheLibrarysAnswersExactlyAllPressuresAtOneFlowAfte
 }
 
 TEST_F(Sweep, HeaderNamesWhatADamperAnswers) {
-  EXPECT_EQ(
-      header({"ASD", "DAMPER-200", "--qv", "50", "--dp", "60"}),
-      "qv_l_s,dp_Pa,dp_min_Pa,dp_max_Pa,position_stepless,position_stepless_code,position_stepless_dp_Pa,"
-      "position_stepped,position_stepped_code,position_stepped_dp_Pa" +
-          band_columns("lw") + ",lw_code,room_level_dBA");
+  EXPECT_EQ(header({"ASD", "DAMPER-200", "--qv", "50", "--dp", "60"}),
+            "qv_l_s,dp_Pa,reachable,dp_min_Pa,dp_max_Pa,position_stepless,position_stepless_code,position_"
+            "stepless_dp_Pa,"
+            "position_stepped,position_stepped_code,position_stepped_dp_Pa" +
+                band_columns("lw") + ",lw_code,lw_dBA,room_level_dBA");
 }
 
 TEST_F(Sweep, WithoutPressuresADamperHasNoColumnsOfPositionsAndSound) {
@@ -128,7 +128,7 @@ TEST_F(Sweep, TellsSoundAttenuationAndThrowOfAnAirTerminal) {
       .save(database.handle());
   const Table table = csv({"ASD", "TERMINAL-125", "--qv", "50:100:25"});
   EXPECT_EQ(header({"ASD", "TERMINAL-125", "--qv", "50"}),
-            "qv_l_s,dp_min_Pa,dp_max_Pa" + band_columns("lw") + ",lw_code,room_level_dBA" +
+            "qv_l_s,dp_min_Pa,dp_max_Pa" + band_columns("lw") + ",lw_code,lw_dBA,room_level_dBA" +
                 band_columns("attenuation") + ",throw_length_m");
   ASSERT_EQ(table.rows.size(), 3u);
   EXPECT_EQ(table.number(0, "lw_500Hz_dB"), 40);

@@ -39,7 +39,7 @@ void normalise(Json::Value& json) {
   if (!json.isObject()) return;
   json.removeMember("product");
   json.removeMember("text");
-  json.removeMember("bands_Hz");
+  for (const char* same : {"bands_Hz", "room_damping_dB", "end_reflection"}) json.removeMember(same);
   for (const std::string& name : json.getMemberNames()) normalise(json[name]);
 }
 

@@ -1,0 +1,117 @@
+#include "product/chosen.h"
+
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+#include <map>
+
+#include "base/text.h"
+#include "product/codes_text.h"
+#include "product/record_layout.h"
+#include "tavd/attributes.h"
+#include "tavd/tavca.h"
+#include "tavd/tavdsrv.h"
+
+namespace tavdhost {
+namespace {
+
+// All that is loaded of a record, in the same bytes, whatever the record's id.
+bool same_flow_data(FlowData a, FlowData b) {
+  std::memset(a.szobjID, 0, sizeof a.szobjID);
+  std::memset(b.szobjID, 0, sizeof b.szobjID);
+  return a.nhdd != 0 && std::memcmp(&a, &b, sizeof a) == 0;
+}
+
+// Notes the family, and takes the code of the size whose data the main record has.
+void follow_family(const Database& database, Chosen& chosen) {
+  const hosts::FamilyMembers sizes(database.handle(), chosen.product.key);
+  chosen.origin.sizes = static_cast<std::size_t>(std::max(sizes.count(), 0));
+  for (std::int32_t i = 0; i < sizes.count(); ++i) {
+    const FamilyMemberW member = sizes.member(i);
+    const std::string id = hosts::trimmed_id({member.objId, sizeof member.objId});
+    const Record record = database.find(chosen.product.key.class_id, id);
+    if (!record) continue;
+    const Product size = load_product(database, record);
+    if (!same_flow_data(chosen.product.flow, size.flow)) continue;
+    chosen.origin.data_of = id;
+    chosen.product.code = size.code;
+    return;
+  }
+}
+
+// Puts the attributes of a layer into the record, over those of the layers before it.
+void put_layer(const Database& database, const Layer& layer, std::size_t place, Record& record,
+               std::map<std::int16_t, std::size_t>& answering) {
+  const std::int32_t count = tavdsrv_attributecount(layer.record);
+  for (std::int32_t i = 0; i < count; ++i) {
+    std::int16_t number = 0;
+    const void* data = nullptr;
+    std::int32_t length = 0;
+    tavdsrv_attributeat(layer.record, i, &number, &data, &length);
+    tavbinsertatt(database.handle(), record.address(), number, data, static_cast<std::int16_t>(length));
+    if (std::ranges::find(kFlowDataAttributes, number) != std::end(kFlowDataAttributes))
+      answering[number] = place;
+  }
+}
+
+// The variant as one record, which is never saved, and the layers that its attributes come from.
+Record put_together(const Database& database, const RecordKey& key, const std::vector<Layer>& asked,
+                    std::vector<AnsweringLayer>& layers) {
+  Record record(tavdsrv_newrec(key.class_id.c_str(), key.object_id.c_str()));
+  std::map<std::int16_t, std::size_t> answering;
+  for (std::size_t i = asked.size(); i-- > 0;) put_layer(database, asked[i], i, record, answering);
+  for (const Layer& layer : asked) layers.push_back({layer.kind, layer.object_id, {}});
+  for (const auto& [number, place] : answering) layers[place].attributes.push_back(number);
+  return record;
+}
+
+// Whether the id is one of a layered product; `chosen` is then what its layers answer.
+bool follow_layers(const Database& database, const std::string& class_id, const std::string& id,
+                   Chosen& chosen) {
+  if (!has_separator(id) || id.size() > hosts::kIdChars) return false;
+  Layers layers(database, class_id, id);
+  if (layers.main_id().empty() || !layers.adjust(id)) return false;
+  const RecordKey key{hosts::padded_class(class_id), id};
+  const Record record = put_together(database, key, layers.asked(), chosen.origin.layers);
+  chosen.product = load_product(database, record);
+  return true;
+}
+
+}  // namespace
+
+bool Origin::is_main_record() const {
+  return mode == TAVD_SIZING_PATTERN || mode == TAVD_SIZING_LIST;
+}
+
+Chosen choose_product(const Database& database, const std::string& class_id, const std::string& object_id) {
+  Chosen chosen;
+  const std::string id(trim_end(object_id));
+  const Record record = database.find(class_id, id);
+  if (record) chosen.origin.mode = hosts::sizing_mode(database.handle(), record);
+  if (chosen.origin.is_main_record() || !follow_layers(database, class_id, id, chosen)) {
+    chosen.product = load_product(database, database.product(class_id, id));
+  }
+  if (chosen.origin.is_main_record()) follow_family(database, chosen);
+  chosen.product.code = filled_code(chosen.product.code, chosen.product.size);
+  return chosen;
+}
+
+void settle_end_reflection(Chosen& chosen, bool take_off) {
+  FlowData without = chosen.product.flow;
+  tavca_check_end_reflection(&without);
+  if (std::memcmp(&without, &chosen.product.flow, sizeof without) == 0) return;
+  chosen.end_reflection = take_off ? EndReflection::kTakenOff : EndReflection::kInTable;
+  if (take_off) chosen.product.flow = without;
+}
+
+std::string data_of(const Chosen& chosen) {
+  if (chosen.origin.is_main_record()) return chosen.origin.data_of;
+  for (const AnsweringLayer& layer : chosen.origin.layers) {
+    for (const std::int16_t header : {TAVD_ATT_FLOW_HEADER, TAVD_ATT_OLD_HEADER}) {
+      if (std::ranges::find(layer.attributes, header) != layer.attributes.end()) return layer.object_id;
+    }
+  }
+  return {};
+}
+
+}  // namespace tavdhost

@@ -1,0 +1,58 @@
+// A product to calculate, with what its numbers rest on: the record that they come from, and the end
+// reflection of the duct.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "product/layers.h"
+#include "product/product.h"
+
+namespace tavdhost {
+
+// A record of a layered product that is asked for a variant, and the attributes of the flow data that it
+// answers.
+struct AnsweringLayer {
+  Layer::Kind kind;
+  std::string object_id;
+  std::vector<std::int16_t> attributes;  // by rising number
+};
+
+// Where the numbers of a product come from.
+struct Origin {
+  int mode = 0;                        // how the record takes part in a family, TAVD_SIZING_
+  std::size_t sizes = 0;               // of the family whose main record it is
+  std::string data_of;                 // of a main record: the first size with the same flow data, or empty
+  std::vector<AnsweringLayer> layers;  // of a layered product, in the order in which they are asked
+
+  bool is_main_record() const;
+};
+
+// How the end reflection of the duct stands in the sound table.
+enum class EndReflection {
+  kNone,     // there is none to take off: no sound table, no duct, or a class whose table is without it
+  kInTable,  // the table is as it was measured
+  kTakenOff
+};
+
+struct Chosen {
+  Product product;
+  Origin origin;
+  EndReflection end_reflection = EndReflection::kNone;
+};
+
+// The product of that name. One that takes part in a layered product is put together from the layers, as an
+// attribute of it is found; the name then need not be that of a record. The code of a main record is that of
+// the size whose data it has, and a template in it is filled in for the product's own size. Throws UserError
+// if there is no such product.
+Chosen choose_product(const Database& database, const std::string& class_id, const std::string& object_id);
+
+// Takes the end reflection off the sound table if that is asked for, and notes how it stands.
+void settle_end_reflection(Chosen& chosen, bool take_off);
+
+// Id of the record that gives the flow data, where that is not the product's own: the size that a main record
+// has the data of, or the layer with the header; empty otherwise.
+std::string data_of(const Chosen& chosen);
+
+}  // namespace tavdhost
