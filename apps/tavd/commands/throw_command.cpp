@@ -114,8 +114,10 @@ void add_throw_command(CLI::App& app) {
   command->add_option("--unit", options->unit, "Flow axis: l/s, l/h, m3/s, m3/h, cfm, m3/h/m or l/s/m")
       ->type_name("UNIT");
   add_drawing_options(*command, *options);
-  command->footer("Example: tavd throw catalogue.tavdb ASD QZSA-160 -o throw" +
-                  std::string(kPictureForms.vector_ending) + " --qv 60 --value 45");
+  command->footer(
+      "L02 is the throw length to an air velocity of 0.2 m/s.\nExample: tavd throw catalogue.tavdb ASD "
+      "QZSA-160 -o throw" +
+      std::string(kPictureForms.vector_ending) + " --qv 60 --value 45");
   command->callback([options] { run_throw(*options); });
 }
 
