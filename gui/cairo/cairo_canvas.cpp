@@ -57,6 +57,7 @@ class PdfCanvas : public CairoCanvas {
       : CairoCanvas(cairo), bytes_(std::move(bytes)) {}
   ~PdfCanvas() override { cairo_surface_finish(cairo_get_target(cairo())); }
   bool finish(std::string& bytes, std::string& reason) override;
+  void describe(const std::string& title, const std::string& description) override;
 
  private:
   std::unique_ptr<std::string> bytes_;
@@ -170,6 +171,15 @@ bool PdfCanvas::finish(std::string& bytes, std::string& reason) {
   reason = cairo_status_to_string(status);
   bytes = *bytes_;
   return status == CAIRO_STATUS_SUCCESS;
+}
+
+void PdfCanvas::describe(const std::string& title, const std::string& description) {
+  cairo_surface_t* surface = cairo_get_target(cairo());
+  const auto tell = [surface](cairo_pdf_metadata_t property, const std::string& text) {
+    cairo_pdf_surface_set_metadata(surface, property, text.empty() ? nullptr : text.c_str());
+  };
+  tell(CAIRO_PDF_METADATA_TITLE, title);
+  tell(CAIRO_PDF_METADATA_SUBJECT, description);
 }
 
 void CairoCanvas::colour(std::uint32_t value) {

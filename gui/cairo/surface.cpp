@@ -8,6 +8,7 @@
 
 #include "codepage/codepage.h"
 #include "gui/cairo/canvas.h"
+#include "gui/cairo/measuring_canvas.h"
 #include "gui/cairo/once_canvas.h"
 #include "gui/cairo/picture_file.h"
 #include "gui/cairo/typeface.h"
@@ -34,6 +35,7 @@ struct NamedPen {
 // The picture behind a surface: its canvas, where it goes, the line that is being drawn, and the group that
 // what is drawn stands in.
 struct Picture {
+  std::unique_ptr<Measured> measured;  // null: a picture that is drawn
   std::unique_ptr<Canvas> canvas;
   std::string path;  // empty: no file
   std::vector<Point> line;
@@ -48,7 +50,9 @@ std::set<const void*>& pictures() {
   return alive;
 }
 
-tgui_surface* make_surface(std::unique_ptr<Canvas> canvas, const char* path, int width, int height);
+tgui_surface* make_surface(std::unique_ptr<Canvas> canvas, const char* path, int width, int height,
+                           std::unique_ptr<Measured> measured = nullptr);
+const Measured* measured_on(const tgui_surface* surface);
 template <typename Take>
 int32_t finish(tgui_surface* surface, char* reason, size_t capacity, Take take);
 const tgui_operations& operations();
@@ -104,6 +108,38 @@ tgui_surface* tgui_cairo_context(struct _cairo* context, int32_t width, int32_t 
   return context != nullptr && size_is_good(width, height)
              ? make_surface(make_context_canvas(context), "", width, height)
              : nullptr;
+}
+
+tgui_surface* tgui_cairo_measure(int32_t width, int32_t height) {
+  if (!size_is_good(width, height)) {
+    return nullptr;
+  }
+  auto measured = std::make_unique<Measured>();
+  std::unique_ptr<Canvas> canvas = make_measuring_canvas(*measured);
+  return make_surface(std::move(canvas), "", width, height, std::move(measured));
+}
+
+int32_t tgui_cairo_extent(const tgui_surface* surface, tgui_box* box) {
+  const Measured* measured = measured_on(surface);
+  const bool is_there = measured != nullptr && measured->ink;
+  if (box != nullptr) {
+    *box = is_there ? *measured->ink : tgui_box{};
+  }
+  return is_there ? 0 : -1;
+}
+
+int32_t tgui_cairo_text_count(const tgui_surface* surface) {
+  const Measured* measured = measured_on(surface);
+  return measured != nullptr ? static_cast<int32_t>(measured->texts.size()) : 0;
+}
+
+int32_t tgui_cairo_text_extent(const tgui_surface* surface, int32_t index, tgui_box* box) {
+  const Measured* measured = measured_on(surface);
+  const bool is_there = index >= 0 && index < tgui_cairo_text_count(surface);
+  if (box != nullptr) {
+    *box = is_there ? measured->texts[static_cast<std::size_t>(index)] : tgui_box{};
+  }
+  return is_there ? 0 : -1;
 }
 
 void tgui_cairo_describe(tgui_surface* surface, const char* title, const char* description) {
@@ -168,8 +204,10 @@ bool size_is_good(int width, int height) {
   return width >= 1 && width <= kLargestPicture && height >= 1 && height <= kLargestPicture;
 }
 
-tgui_surface* make_surface(std::unique_ptr<Canvas> canvas, const char* path, int width, int height) {
+tgui_surface* make_surface(std::unique_ptr<Canvas> canvas, const char* path, int width, int height,
+                           std::unique_ptr<Measured> measured) {
   auto picture = std::make_unique<Picture>();
+  picture->measured = std::move(measured);
   picture->canvas = make_once_canvas(std::move(canvas));
   picture->path = path;
   tgui_surface* surface = tgui_surface_create(&operations(), picture.get(), width, height);
@@ -177,6 +215,16 @@ tgui_surface* make_surface(std::unique_ptr<Canvas> canvas, const char* path, int
     pictures().insert(picture.release());
   }
   return surface;
+}
+
+// What was measured so far, the line that is being drawn included; null for other surfaces.
+const Measured* measured_on(const tgui_surface* surface) {
+  auto* picture = static_cast<Picture*>(tgui_surface_context(surface));
+  if (pictures().count(picture) == 0 || !picture->measured) {
+    return nullptr;
+  }
+  flush(*picture);
+  return picture->measured.get();
 }
 
 tgui_state state_of(const tgui_surface* surface) {

@@ -13,6 +13,8 @@
  *   width_mm     width of the page, mm, 1 to 5000
  *   height_mm    height of the page, mm, 1 to 5000
  *   context      where to draw
+ *   index        of a text, 0 for the first
+ *   box          receives the box; all 0 where there is none
  *   title        UTF-8, terminated; null or empty for none
  *   description  UTF-8, terminated; null or empty for none
  *   reason       receives why it failed
@@ -42,10 +44,38 @@ TAVD_API tgui_surface* tgui_cairo_pdf(const char* path, int32_t width, int32_t h
 /* Draws on a context of the host's, which must outlive the surface. */
 TAVD_API tgui_surface* tgui_cairo_context(struct _cairo* context, int32_t width, int32_t height);
 
-/* What the picture shows, in UTF-8, for those who cannot see it: an SVG has the title and the description
- * as its <title> and <desc>, which screen readers read and viewers show. The texts are copied; null or ""
- * leaves one out, and a later call replaces an earlier one. Other pictures have no place for them: nothing
- * happens, nor with a surface that is not of this library. */
+/* ---- Measuring ---------------------------------------------------------- */
+
+/* A rectangle between device units. */
+typedef struct tgui_box {
+  double left;   /* device units */
+  double top;    /* device units */
+  double right;  /* device units */
+  double bottom; /* device units */
+} tgui_box;
+
+/* A surface that shows nothing and tells how far what is drawn on it reaches, so that a host can choose a
+ * place, a scale or a margin at which nothing is cut: the same drawing covers the same on a picture of the
+ * same mapping. It has no bytes: tgui_cairo_finish answers -1, tgui_surface_destroy ends it. */
+TAVD_API tgui_surface* tgui_cairo_measure(int32_t width, int32_t height);
+
+/* The box about all that was drawn so far, also outside of the surface: lines with their widths, figures, and
+ * texts with their whole cells, from the highest accent to the lowest descender. Returns 0, or -1 if nothing
+ * was drawn or the surface does not measure. */
+TAVD_API int32_t tgui_cairo_extent(const tgui_surface* surface, tgui_box* box);
+
+/* How many texts were drawn so far, and the box about the cell of one: for an inclined one with its sides
+ * along the axes. Returns 0, or -1 if there is no such text. */
+TAVD_API int32_t tgui_cairo_text_count(const tgui_surface* surface);
+TAVD_API int32_t tgui_cairo_text_extent(const tgui_surface* surface, int32_t index, tgui_box* box);
+
+/* ---- Words about the picture -------------------------------------------- */
+
+/* What the picture shows, in UTF-8, for those who cannot see it and for lists of files: an SVG has the title
+ * and the description as its <title> and <desc>, which screen readers read and viewers show, a PDF as the
+ * title and the subject of its properties. The texts are copied; null or "" leaves one out, and a later call
+ * replaces an earlier one. Other pictures have no place for them: nothing happens, nor with a surface that is
+ * not of this library. */
 TAVD_API void tgui_cairo_describe(tgui_surface* surface, const char* title, const char* description);
 
 /* Names a pen that is about to draw: in an SVG what is drawn while that pen is selected, figures and texts,
@@ -56,6 +86,8 @@ TAVD_API void tgui_cairo_describe(tgui_surface* surface, const char* title, cons
  * other pens draw stands outside all groups. `name` is UTF-8 and copied; null or "" is no name, and then
  * nothing happens, nor with other pictures or a surface that is not of this library. */
 TAVD_API void tgui_cairo_name_pen(tgui_surface* surface, uint32_t colour, int32_t width, const char* name);
+
+/* ---- The end ------------------------------------------------------------- */
 
 /* Completes the picture, writes the file and destroys the surface. A file that
  * cannot be written whole is not left behind, and what was there stays; one

@@ -20,6 +20,7 @@
 
 namespace {
 
+using testing::ContainsRegex;
 using testing::HasSubstr;
 using testing::Not;
 namespace fs = std::filesystem;
@@ -557,6 +558,19 @@ TEST_F(Picture, PdfKeepsTextAsTextAndTellsNoTime) {
   EXPECT_THAT(contents(path("a.pdf")), Not(HasSubstr("CreationDate")));
   EXPECT_THAT(output_of("pdfinfo '" + path("a.pdf").string() + "'"),
               HasSubstr("841.89 x 420.9"));  // 297 mm wide
+}
+
+TEST_F(Picture, PdfTellsWhatItShows) {
+  const auto properties = [this](const char* title, const char* description) {
+    tgui_surface* surface = tgui_cairo_pdf(path("a.pdf").c_str(), 200, 100, 297, 148.5);
+    tgui_cairo_describe(surface, title, description);
+    EXPECT_EQ(tgui_cairo_finish(surface, nullptr, 0), 0);
+    return output_of("pdfinfo -enc UTF-8 '" + path("a.pdf").string() + "'");
+  };
+  const std::string told = properties("Äly Привет", "16 - 160 l/s");
+  EXPECT_THAT(told, ContainsRegex("Title: +Äly Привет\n"));
+  EXPECT_THAT(told, ContainsRegex("Subject: +16 - 160 l/s\n"));
+  EXPECT_THAT(properties(nullptr, ""), Not(ContainsRegex("Title|Subject")));
 }
 
 TEST_F(Picture, SameDrawingGivesTheSameBytes) {
