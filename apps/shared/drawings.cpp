@@ -14,15 +14,26 @@ constexpr std::uint32_t kBlue = 0xFF0000;
 constexpr int kThin = kDiagramPlane / 1000;
 constexpr int kWide = kDiagramPlane / 500;
 
+}  // namespace
+
+constexpr PenName kOperatingPoint = {kBlue, kThin, "Operating point"};
+constexpr PenName kFlowLimits = {kRed, 2 * kWide, "Flow limits"};
+
+namespace {
+
 constexpr PenName kFlowPens[] = {
-    {kBlack, kThin, "Axes"},       {kBlack, kThin, "Curves"},        {kGrey, kThin, "Curves between"},
-    {kRed, kWide, "Sound levels"}, {kRed, 2 * kWide, "Flow limits"}, {kBlue, kThin, "Operating point"},
+    {kBlack, kThin, "Axes"},
+    {kBlack, kThin, "Curves"},
+    {kGrey, kThin, "Curves between"},
+    {kRed, kWide, "Sound levels"},
+    kFlowLimits,
+    kOperatingPoint,
 };
 
 constexpr PenName kThrowPens[] = {
     {kBlack, kThin, "Axes"},
     {kRed, kWide, "Throw length"},
-    {kBlue, kThin, "Operating point"},
+    kOperatingPoint,
 };
 
 }  // namespace

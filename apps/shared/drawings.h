@@ -29,6 +29,10 @@ struct LibraryDrawing {
   std::span<const PenName> pens;
 };
 
+// What host and product have marked in a diagram.
+extern const PenName kOperatingPoint;  // of both diagrams
+extern const PenName kFlowLimits;      // of the flow diagram
+
 inline constexpr int kDiagramPlane = TAVDG_EXTENT;
 
 extern const LibraryDrawing kFlowDrawing;   // of the state that tavdg_ functions set

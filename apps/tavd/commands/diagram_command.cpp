@@ -7,16 +7,25 @@
 #include "commands/drawing_arguments.h"
 #include "drawing/description.h"
 #include "drawing/drawings.h"
+#include "drawing/marks.h"
 #include "drawing/title.h"
 #include "product/database.h"
 
 namespace tavdhost {
 namespace {
 
-std::optional<MarkedPoint> marked_point(const DiagramSettings& settings) {
+// What the diagram has of the point that is to be marked, if one is. Tells on standard error what it does not
+// have.
+std::optional<PointMark> report_marks(const Product& product, const DiagramSettings& settings) {
+  if (settings.qvlimit1 != 0) {
+    report_unmarked(unmarked_limits_text(product, settings.qvlimit1, settings.qvlimit2));
+  }
   if (settings.qv == 0) return {};
-  if (settings.dp == 0) return MarkedPoint{settings.qv, {}};
-  return MarkedPoint{settings.qv, settings.dp};
+  AskedPoint point{settings.qv, {}};
+  if (settings.dp != 0) point.dp = settings.dp;
+  const PointMark mark = point_mark(hosts::kFlowDrawing, point);
+  report_unmarked(unmarked_text(product, mark));
+  return mark;
 }
 
 void run_diagram(const DiagramOptions& options) {
@@ -27,10 +36,10 @@ void run_diagram(const DiagramOptions& options) {
   place_flows(options, product, settings);
   set_parameters(product.flow, settings.parameters);
   put_title(database, record, options.title);
-  const FlowDiagram diagram(database, record, product, settings, options.static_pressure);
+  FlowDiagram diagram(database, record, product, settings, options.static_pressure);
   if (!diagram.is_drawable()) throw undrawable(product);
   Picture picture(options.output, settings.size, options.format);
-  picture.describe(flow_diagram_text(product, options.title, marked_point(settings)));
+  picture.describe(flow_diagram_text(product, options.title, report_marks(product, settings)));
   diagram.paint(picture);
   picture.finish();
 }

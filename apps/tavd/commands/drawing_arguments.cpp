@@ -1,5 +1,7 @@
 #include "commands/drawing_arguments.h"
 
+#include <iostream>
+
 #include "base/numbers.h"
 #include "base/text.h"
 
@@ -44,6 +46,10 @@ UserError undrawable(const Product& product) {
   return UserError(name + " has limits that make no diagram: " + brief(flow.qvmin) + " - " +
                    brief(flow.qvmax) + " " + flow_unit(flow) + ", " + brief(flow.dpmin) + " - " +
                    brief(flow.dpmax) + " Pa; expected rising limits above 0");
+}
+
+void report_unmarked(const std::string& text) {
+  if (!text.empty()) std::cerr << "tavd: " << text << '\n';
 }
 
 }  // namespace tavdhost

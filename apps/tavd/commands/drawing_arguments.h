@@ -37,4 +37,7 @@ void add_drawing_options(CLI::App& command, DrawingOptions& options);
 // Why a product with the data for a diagram makes none.
 UserError undrawable(const Product& product);
 
+// Says on standard error what the drawing does not show though it was asked for; nothing if `text` is empty.
+void report_unmarked(const std::string& text);
+
 }  // namespace tavdhost

@@ -55,8 +55,7 @@ class Drawer {
 
  private:
   template <typename Drawing>
-  std::string save(const Drawing& drawing, const std::string& name, const DrawingText& text,
-                   PictureSize size) {
+  std::string save(Drawing& drawing, const std::string& name, const DrawingText& text, PictureSize size) {
     Picture picture(folder_.place(name), size);
     picture.describe(text);
     drawing.paint(picture);
@@ -77,7 +76,7 @@ GalleryItem Drawer::draw(const Record& record) {
   if (item.product.flow.nhdd != 0) draw_flow(record, name, item);
   if (item.product.flow.nhdd != 0 && has_throw_data(item.product.flow)) draw_throw(record, name, item);
   if (has_shape(database_, record)) {
-    const ShapePicture shape(database_, record);
+    ShapePicture shape(database_, record);
     item.shape = save(shape, name + "-picture" + kPictureForms.page_ending, shape_picture_text(item.product),
                       kShapeSize);
     ++shapes;
@@ -87,7 +86,7 @@ GalleryItem Drawer::draw(const Record& record) {
 
 // A product whose limits make no diagram has none; the page says so.
 void Drawer::draw_flow(const Record& record, const std::string& name, GalleryItem& item) {
-  const FlowDiagram diagram(database_, record, item.product, DiagramSettings{kDiagramSize}, false);
+  FlowDiagram diagram(database_, record, item.product, DiagramSettings{kDiagramSize}, false);
   if (!diagram.is_drawable()) return;
   item.flow = save(diagram, name + "-flow" + kPictureForms.page_ending, flow_diagram_text(item.product),
                    kDiagramSize);
@@ -96,7 +95,7 @@ void Drawer::draw_flow(const Record& record, const std::string& name, GalleryIte
 
 void Drawer::draw_throw(const Record& record, const std::string& name, GalleryItem& item) {
   const std::string value = first_throw_value(item.product.flow);
-  const ThrowDiagram diagram(database_, record, item.product, 0, throw_flow_unit_number("l/s"), value);
+  ThrowDiagram diagram(database_, record, item.product, 0, throw_flow_unit_number("l/s"), value);
   if (!diagram.is_drawable()) return;
   item.throw_length = save(diagram, name + "-throw" + kPictureForms.page_ending,
                            throw_diagram_text(item.product, "", value), kDiagramSize);

@@ -31,7 +31,7 @@ void run_picture(const PictureOptions& options) {
   require_shape(database, record);
   const Product product = load_product(database, record);
   put_title(database, record, options.title);
-  const ShapePicture shape(database, record);
+  ShapePicture shape(database, record);
   Picture picture(options.output, size, options.format);
   picture.describe(shape_picture_text(product, options.title));
   shape.paint(picture);

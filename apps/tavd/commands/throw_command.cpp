@@ -11,6 +11,7 @@
 #include "commands/drawing_arguments.h"
 #include "drawing/description.h"
 #include "drawing/drawings.h"
+#include "drawing/marks.h"
 #include "drawing/title.h"
 #include "drawing/units.h"
 #include "product/amount.h"
@@ -88,10 +89,12 @@ void run_throw(const ThrowOptions& options) {
   set_parameters(product.flow, options.parameters);
   if (!options.value.empty()) tavca_param_setvalue(&product.flow, kThrowParameter, options.value.c_str());
   if (!options.title.empty()) put_title(database, record, options.title);
-  const ThrowDiagram diagram(database, record, product, qv, settings.unit, options.value);
+  ThrowDiagram diagram(database, record, product, qv, settings.unit, options.value);
   if (!diagram.is_drawable()) throw undrawable(product);
   Picture picture(options.output, settings.size, options.format);
-  picture.describe(throw_diagram_text(product, options.title, options.value, MarkedPoint{qv, {}}));
+  const PointMark mark = point_mark(hosts::kThrowDrawing, {qv, {}});
+  report_unmarked(unmarked_throw_text(product, mark));
+  picture.describe(throw_diagram_text(product, options.title, options.value, mark));
   diagram.paint(picture);
   picture.finish();
 }

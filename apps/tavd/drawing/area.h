@@ -11,9 +11,18 @@ struct Area {
 
   std::int32_t width() const { return right - left; }
   std::int32_t height() const { return bottom - top; }
+  bool operator==(const Area&) const = default;
   bool holds(std::int32_t x, std::int32_t y) const {
     return x >= left && x <= right && y >= top && y <= bottom;
   }
+};
+
+// How far something reaches, between pixels.
+struct Extent {
+  double left, top, right, bottom;
+
+  double width() const { return right - left; }
+  double height() const { return bottom - top; }
 };
 
 struct Line {

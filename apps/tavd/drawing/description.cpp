@@ -24,10 +24,12 @@ std::string about(const Product& product) {
   return text + ".";
 }
 
-std::string marked(const Product& product, const std::optional<MarkedPoint>& point) {
-  if (!point) return "";
-  return " Marked: " + brief(point->qv) + " " + flow_unit(product.flow) +
-         (point->dp ? " and " + brief(*point->dp) + " Pa." : ".");
+// What of the point is in the picture, and no more.
+std::string marked(const Product& product, const std::optional<PointMark>& mark) {
+  if (!mark || mark->drawn == Drawn::kNothing) return "";
+  const std::string flow = " Marked: " + brief(mark->point.qv) + " " + flow_unit(product.flow);
+  const bool has_pressure = mark->drawn == Drawn::kPoint && mark->point.dp;
+  return flow + (has_pressure ? " and " + brief(*mark->point.dp) + " Pa." : ".");
 }
 
 }  // namespace
@@ -37,16 +39,16 @@ std::string name_of(const Product& product) {
 }
 
 DrawingText flow_diagram_text(const Product& product, const std::string& name,
-                              const std::optional<MarkedPoint>& point) {
+                              const std::optional<PointMark>& mark) {
   return {titled(product, name, "flow diagram"),
-          "Pressure over flow. " + about(product) + marked(product, point)};
+          "Pressure over flow. " + about(product) + marked(product, mark)};
 }
 
 DrawingText throw_diagram_text(const Product& product, const std::string& name, const std::string& value,
-                               const std::optional<MarkedPoint>& point) {
+                               const std::optional<PointMark>& mark) {
   return {titled(product, name, "throw length diagram"),
           "Throw length over flow" + (value.empty() ? "" : ", line of the value " + printable(value)) + ". " +
-              about(product) + marked(product, point)};
+              about(product) + marked(product, mark)};
 }
 
 DrawingText shape_picture_text(const Product& product, const std::string& name) {

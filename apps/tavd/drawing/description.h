@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "drawing/marks.h"
 #include "drawing/picture.h"
 #include "product/product.h"
 
@@ -14,18 +15,13 @@ struct DrawingText {
   std::string description;
 };
 
-// A point marked in a diagram: a flow, and a pressure if there is one.
-struct MarkedPoint {
-  float qv;                 // l/s, or m/s for products by air velocity
-  std::optional<float> dp;  // Pa
-};
-
+// `mark` is what the diagram has of a point that it was asked to mark; nothing if it was not asked.
 // `name` is what the drawing has as its own title; empty: the product's code, or its id.
 DrawingText flow_diagram_text(const Product& product, const std::string& name = "",
-                              const std::optional<MarkedPoint>& point = {});
+                              const std::optional<PointMark>& mark = {});
 // `value` selects the throw line, empty for none.
 DrawingText throw_diagram_text(const Product& product, const std::string& name, const std::string& value,
-                               const std::optional<MarkedPoint>& point = {});
+                               const std::optional<PointMark>& mark = {});
 DrawingText shape_picture_text(const Product& product, const std::string& name = "");
 
 // The product's code, or its id if it has none.

@@ -23,7 +23,6 @@ constexpr const char* kLevelLabel = "dB(A)";   // behind the first sound level
 constexpr int kCharacter = 190;    // width of one at the right of the plot
 constexpr int kRightMargin = 600;  // that the chart leaves there
 constexpr int kMostRoom = 4000;
-constexpr Area kWholePlane = {0, 0, hosts::kDiagramPlane, hosts::kDiagramPlane};
 constexpr std::int16_t TAVD_KIND_RANGE = 30;
 
 // What more is needed to the right of the plot for the texts that stand there: the levels of a device for a
@@ -38,10 +37,17 @@ int room_at_right(const FlowData& flow, const DiagramSettings& settings) {
   return std::clamp(static_cast<int>(characters) * kCharacter - kRightMargin, 0, kMostRoom);
 }
 
+void paint_fitted(FittedTitle& title, const hosts::LibraryDrawing& drawing, Picture& picture,
+                  const Area& room, const FittedTitle::Read& read) {
+  if (!picture.is_recording()) title.fit(drawing, picture.placed(room), read);
+  picture.paint(drawing, room);
+}
+
 }  // namespace
 
 FlowDiagram::FlowDiagram(const Database& database, const Record& record, const Product& product,
-                         const DiagramSettings& settings, bool static_pressure) {
+                         const DiagramSettings& settings, bool static_pressure)
+    : title_(database, record), room_at_right_(room_at_right(product.flow, settings)) {
   tavdg_init_empty(program_module(), database.handle());
   tavdg_reset_parameters();
   tavdg_set_xunit(settings.xunit);
@@ -55,21 +61,22 @@ FlowDiagram::FlowDiagram(const Database& database, const Record& record, const P
   for (const PositionLabel& label : settings.a_labels) tavdg_set_a_label(label.position, label.text.c_str());
   for (const auto& [name, value] : chosen_parameters(product.flow))
     tavdg_set_parameter(name.c_str(), value.c_str());
+  build(record);
+}
+
+void FlowDiagram::build(const Record& record) {
   drawable_ = tavdg_initdiagramdata(record.get()) == 0;
-  const int room = drawable_ ? room_at_right(product.flow, settings) : 0;
-  if (room != 0) tavdg_resize(0, 0, hosts::kDiagramPlane - room, hosts::kDiagramPlane);
+  if (drawable_ && room_at_right_ != 0) {
+    tavdg_resize(0, 0, hosts::kDiagramPlane - room_at_right_, hosts::kDiagramPlane);
+  }
 }
 
 FlowDiagram::~FlowDiagram() {
   tavdg_release();
 }
 
-void FlowDiagram::paint(Picture& picture) const {
-  picture.paint(hosts::kFlowDrawing);
-}
-
-void FlowDiagram::paint_cell(Picture& picture, Area place) const {
-  picture.paint(hosts::kFlowDrawing, {place, kWholePlane, {}});
+void FlowDiagram::paint(Picture& picture, const Area& room) {
+  paint_fitted(title_, hosts::kFlowDrawing, picture, room, [this](const Record& record) { build(record); });
 }
 
 namespace {
@@ -90,12 +97,17 @@ void choose_throw_line(const FlowData& flow, const std::string& value) {
 }  // namespace
 
 ThrowDiagram::ThrowDiagram(const Database& database, const Record& record, const Product& product, float qv,
-                           std::int16_t unit, const std::string& value) {
+                           std::int16_t unit, const std::string& value)
+    : title_(database, record) {
   L2dg_reset_parameters();
   // A platform that refuses the window class spoils the first init, and drawing needs no window.
   L2dg_init_empty(program_module(), database.handle());
   L2dg_init(program_module(), database.handle(), nullptr, 0, qv, 0, unit);
   choose_throw_line(product.flow, value);
+  build(record);
+}
+
+void ThrowDiagram::build(const Record& record) {
   drawable_ = L2dg_initdiagramdata(record.get()) == 0;
 }
 
@@ -103,15 +115,11 @@ ThrowDiagram::~ThrowDiagram() {
   L2dg_release();
 }
 
-void ThrowDiagram::paint(Picture& picture) const {
-  picture.paint(hosts::kThrowDrawing);
+void ThrowDiagram::paint(Picture& picture, const Area& room) {
+  paint_fitted(title_, hosts::kThrowDrawing, picture, room, [this](const Record& record) { build(record); });
 }
 
-void ThrowDiagram::paint_cell(Picture& picture, Area place) const {
-  picture.paint(hosts::kThrowDrawing, {place, kWholePlane, {}});
-}
-
-ShapePicture::ShapePicture(const Database& database, const Record& record) {
+ShapePicture::ShapePicture(const Database& database, const Record& record) : title_(database, record) {
   tavdshapepic_init(program_module(), database.handle(), record.get(), 0);
 }
 
@@ -119,9 +127,9 @@ ShapePicture::~ShapePicture() {
   tavdshapepic_release();
 }
 
-// Painting needs the shape of the process, which this object keeps.
-void ShapePicture::paint(Picture& picture) const {
-  picture.paint(hosts::kShapeDrawing);
+void ShapePicture::paint(Picture& picture) {
+  paint_fitted(title_, hosts::kShapeDrawing, picture, picture.whole(),
+               [](const Record& record) { tavdshapepic_initdata(record.get()); });
 }
 
 bool has_throw_data(const FlowData& flow) {

@@ -1,5 +1,6 @@
-// The drawings of a product, ready to be painted into a picture. The library has one of each kind at a time,
-// so no two of a kind may live side by side.
+// The drawings of a product, ready to be painted into a picture, whole or as far as a part of it, with a
+// title that fits. The library has one of each kind at a time, so no two of a kind may live side by side. The
+// database outlives the drawing.
 #pragma once
 
 #include <cstdint>
@@ -7,6 +8,7 @@
 
 #include "drawing/diagram_settings.h"
 #include "drawing/picture.h"
+#include "drawing/title.h"
 #include "product/database.h"
 #include "product/product.h"
 #include "tavd/L2dg.h"
@@ -24,13 +26,15 @@ class FlowDiagram {
 
   // Whether the product's limits make a diagram.
   bool is_drawable() const { return drawable_; }
-  // Over the whole picture.
-  void paint(Picture& picture) const;
-  // Small, on a part of the picture, pixels.
-  void paint_cell(Picture& picture, Area place) const;
+  void paint(Picture& picture, const Area& room);
+  void paint(Picture& picture) { paint(picture, picture.whole()); }
 
  private:
-  bool drawable_;
+  void build(const Record& record);
+
+  FittedTitle title_;
+  int room_at_right_;  // units of the plane
+  bool drawable_ = false;
 };
 
 // Throw length over flow, for products with has_throw_data().
@@ -45,11 +49,14 @@ class ThrowDiagram {
   ThrowDiagram& operator=(const ThrowDiagram&) = delete;
 
   bool is_drawable() const { return drawable_; }
-  void paint(Picture& picture) const;
-  void paint_cell(Picture& picture, Area place) const;
+  void paint(Picture& picture, const Area& room);
+  void paint(Picture& picture) { paint(picture, picture.whole()); }
 
  private:
-  bool drawable_;
+  void build(const Record& record);
+
+  FittedTitle title_;
+  bool drawable_ = false;
 };
 
 // The dimensioned sketch, for records with has_shape().
@@ -60,7 +67,10 @@ class ShapePicture {
   ShapePicture(const ShapePicture&) = delete;
   ShapePicture& operator=(const ShapePicture&) = delete;
 
-  void paint(Picture& picture) const;
+  void paint(Picture& picture);
+
+ private:
+  FittedTitle title_;
 };
 
 inline constexpr const char* kThrowParameter = L2DG_THROW_PARAMETER;

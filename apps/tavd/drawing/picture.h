@@ -2,6 +2,7 @@
 // is made is the platform's; the rest of the program knows no surface.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -59,12 +60,21 @@ class Picture {
   Picture(const Picture&) = delete;
   Picture& operator=(const Picture&) = delete;
 
-  // What it shows, for screen readers and lists of files, where the form has a place for it. Comes before
-  // what is painted.
+  // What it shows, where the form has a place for it: for screen readers and lists of files, and as the
+  // heading of a page. Comes before what is painted.
   void describe(const DrawingText& text);
 
-  // The drawing as the library's state has it now: over the whole picture, or small.
-  void paint(const hosts::LibraryDrawing& drawing);
+  // Whether it is the list of drawing operations, in which a drawing is as the library has it: it depends on
+  // no font, so that nothing is measured for it.
+  bool is_recording() const;
+
+  // The whole picture; and where an area of it, pixels, stands on what it is drawn on: elsewhere on a page.
+  Area whole() const;
+  Area placed(const Area& area) const;
+
+  // The drawing as the library's state has it now, in a part of the picture so that nothing of it is cut
+  // (placement.h); or as a cell.
+  void paint(const hosts::LibraryDrawing& drawing, const Area& room);
   void paint(const hosts::LibraryDrawing& drawing, const Cell& cell);
 
   // Writes the file. Throws UserError with the reason if it cannot be written.
@@ -75,7 +85,21 @@ class Picture {
   std::unique_ptr<Surface> surface_;
 };
 
-// Whether the drawing as it is now has more than texts.
-bool has_lines(const hosts::LibraryDrawing& drawing);
+// What a drawing as it is now covers, with its plane at a place of a picture.
+struct Covered {
+  Extent all;         // lines with their widths, figures, cells of texts
+  Extent first_text;  // the title; as `all` without texts
+};
+// Nothing: the drawing is empty.
+std::optional<Covered> covered(const hosts::LibraryDrawing& drawing, const Area& place);
+
+// How many lines and figures a drawing as it is now has.
+struct Strokes {
+  std::size_t lines = 0;
+  std::size_t ellipses = 0;
+};
+Strokes strokes(const hosts::LibraryDrawing& drawing);
+// Those that a pen of this look has drawn.
+Strokes strokes(const hosts::LibraryDrawing& drawing, const hosts::PenName& pen);
 
 }  // namespace tavdhost

@@ -146,7 +146,7 @@ Record make_product(const Variant& variant) {
 bool is_drawn(int number) {
   const Record record = make_product({number, "", {{1, 1}}});
   tavdshapepic_initdata(record.get());
-  return has_lines(hosts::kShapeDrawing);
+  return strokes(hosts::kShapeDrawing).lines != 0;
 }
 
 std::vector<Variant> all_variants() {

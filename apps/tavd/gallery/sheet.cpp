@@ -58,40 +58,56 @@ std::vector<Choice> choose_cells(const Database& database) {
   return cells;
 }
 
-// False if the limits of the product make no diagram.
-bool draw_cell(const Database& database, const Choice& cell, Picture& sheet, int number) {
-  const int left = number % kColumns * kCell.width;
-  const int top = number / kColumns * kCell.height;
-  const Area place = {left, top, left + kCell.width, top + kCell.height};
-  const auto paint = [&](const auto& diagram) {
-    if (diagram.is_drawable()) diagram.paint_cell(sheet, place);
+// Calls `use` with the diagram of a cell, if the limits of the product make one; whether they do.
+template <typename Use>
+bool with_diagram(const Database& database, const Choice& cell, Use use) {
+  const auto used = [&](auto&& diagram) {
+    if (diagram.is_drawable()) use(diagram);
     return diagram.is_drawable();
   };
   if (cell.is_throw) {
-    return paint(ThrowDiagram(database, cell.record, cell.product, 0, throw_flow_unit_number("l/s"),
-                              first_throw_value(cell.product.flow)));
+    return used(ThrowDiagram(database, cell.record, cell.product, 0, throw_flow_unit_number("l/s"),
+                             first_throw_value(cell.product.flow)));
   }
-  return paint(FlowDiagram(database, cell.record, cell.product, DiagramSettings{kCell}, false));
+  return used(FlowDiagram(database, cell.record, cell.product, DiagramSettings{kCell}, false));
+}
+
+// Those that make no diagram leave no gap.
+void drop_undrawable(const Database& database, std::vector<Choice>& cells) {
+  std::erase_if(cells, [&](const Choice& cell) { return !with_diagram(database, cell, [](auto&) {}); });
+}
+
+DrawingText sheet_text(const std::vector<Choice>& cells) {
+  std::string names;
+  for (const Choice& cell : cells) {
+    names += (names.empty() ? "" : ", ") + name_of(cell.product) + " (" +
+             (cell.is_throw ? "throw length" : kind_text(cell.product.flow)) + ")";
+  }
+  return {"Diagrams of every kind", "From left to right and row by row: " + names + "."};
+}
+
+Area place_of(int number) {
+  const int left = number % kColumns * kCell.width;
+  const int top = number / kColumns * kCell.height;
+  return {left, top, left + kCell.width, top + kCell.height};
 }
 
 }  // namespace
 
 void draw_diagram_sheet(const Database& database, const std::string& path) {
-  const std::vector<Choice> cells = choose_cells(database);
+  std::vector<Choice> cells = choose_cells(database);
   if (cells.empty()) throw UserError(database.path() + " has no products with flow data to draw");
   const int rows = (static_cast<int>(cells.size()) + kColumns - 1) / kColumns;
+  drop_undrawable(database, cells);
   Picture sheet(path, {kColumns * kCell.width, rows * kCell.height});
-  std::string names;
-  int drawn = 0;
+  sheet.describe(sheet_text(cells));
+  int number = 0;
   for (const Choice& cell : cells) {
-    if (draw_cell(database, cell, sheet, drawn)) {
-      names += (drawn++ == 0 ? "" : ", ") + name_of(cell.product) + " (" +
-               (cell.is_throw ? "throw length" : kind_text(cell.product.flow)) + ")";
-    }
+    with_diagram(database, cell, [&](auto& diagram) { diagram.paint(sheet, place_of(number)); });
+    ++number;
   }
-  sheet.describe({"Diagrams of every kind", "From left to right and row by row: " + names + "."});
   sheet.finish();
-  std::cout << path << ": " << drawn << " diagrams\n";
+  std::cout << path << ": " << number << " diagrams\n";
 }
 
 }  // namespace tavdhost

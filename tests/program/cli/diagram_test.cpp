@@ -17,6 +17,7 @@ using clitest::Outcome;
 using clitest::read_file;
 using clitest::run_program;
 using ::testing::ElementsAre;
+using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
@@ -35,6 +36,26 @@ std::size_t count_of(const std::string& text, const std::string& part) {
   std::size_t count = 0;
   for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++count;
   return count;
+}
+
+// Width and height of the one page of a PDF, mm.
+std::pair<double, double> page_of(const std::string& pdf) {
+  EXPECT_THAT(pdf, StartsWith("%PDF-"));
+  EXPECT_EQ(count_of(pdf, "/MediaBox"), 1u);
+  double width = 0;
+  double height = 0;
+  std::sscanf(pdf.c_str() + pdf.find("/MediaBox"), "/MediaBox [ 0 0 %lf %lf ]", &width, &height);
+  return {width / kPointsPerMillimetre, height / kPointsPerMillimetre};
+}
+
+// The texts of an SVG, in the order in which they are drawn.
+std::vector<std::string> texts_of(const std::string& svg) {
+  std::vector<std::string> texts;
+  for (std::size_t at = svg.find("<text "); at != std::string::npos; at = svg.find("<text ", at + 1)) {
+    const std::size_t begin = svg.find('>', at) + 1;
+    texts.push_back(svg.substr(begin, svg.find('<', begin) - begin));
+  }
+  return texts;
 }
 
 struct Diagram : testing::Test {
@@ -97,16 +118,16 @@ TEST_F(Diagram, SvgHoldsItsTextsAsText) {
   EXPECT_THAT(svg, HasSubstr("</svg>"));
 }
 
-// 4 to 3 on a page of A4 across: 280 mm by 210 mm.
-TEST_F(Diagram, PdfIsOnePageAsLargeAsFitsOnA4) {
-  const std::string pdf = draw(damper, "x.pdf");
-  EXPECT_THAT(pdf, StartsWith("%PDF-"));
-  ASSERT_EQ(count_of(pdf, "/MediaBox"), 1u);
-  double sides[2] = {};
-  ASSERT_EQ(
-      std::sscanf(pdf.c_str() + pdf.find("/MediaBox"), "/MediaBox [ 0 0 %lf %lf ]", &sides[0], &sides[1]), 2);
-  EXPECT_NEAR(sides[0], 280 * kPointsPerMillimetre, 0.01);
-  EXPECT_NEAR(sides[1], 210 * kPointsPerMillimetre, 0.01);
+TEST_F(Diagram, PdfIsAPageOfA4AcrossOrUpright) {
+  const auto [width, height] = page_of(draw(damper, "x.pdf"));
+  EXPECT_NEAR(width, 297, 0.01);
+  EXPECT_NEAR(height, 210, 0.01);
+  for (const char* size : {"900x1200", "64x16384", "600x600"}) {
+    const auto [w, h] = page_of(draw(damper, "x.pdf", {"--size", size}));
+    const bool is_upright = std::string(size) != "600x600";
+    EXPECT_NEAR(w, is_upright ? 210 : 297, 0.01) << size;
+    EXPECT_NEAR(h, is_upright ? 297 : 210, 0.01) << size;
+  }
 }
 
 TEST_F(Diagram, SameDrawingGivesTheSameBytes) {
@@ -198,6 +219,33 @@ TEST_F(Diagram, TitleLongerThanTheChartTakesIsRefused) {
 TEST_F(Diagram, TitleOf79CharactersIsDrawn) {
   const std::string title(79, 'x');
   EXPECT_THAT(record(damper, {"--title", title}), HasSubstr("\"" + title + "\""));
+}
+
+TEST_F(Diagram, TitleTooWideForThePictureIsShortenedInItsMiddle) {
+  const std::string title = "Ventilation plant of the third floor, room 3.14, supply air, damper 160";
+  const std::string svg = draw(damper, "x.svg", {"--title", title});
+  EXPECT_THAT(svg, HasSubstr("<title id=\"title\">" + title + ": flow diagram</title>"));
+  const std::string shown = texts_of(svg).at(0);
+  EXPECT_THAT(shown, StartsWith("Ventilation plant"));
+  EXPECT_THAT(shown, HasSubstr("..."));
+  EXPECT_THAT(shown, EndsWith("damper 160"));
+  EXPECT_LT(texts_of(draw(damper, "x.svg", {"--title", title, "--size", "600x600"})).at(0).size(),
+            shown.size());
+  EXPECT_THAT(record(damper, {"--title", title}), HasSubstr("\"" + title + "\""));
+}
+
+TEST_F(Diagram, ShortenedTitleLeavesTheMarketsTextsAlone) {
+  const std::string title(70, 'W');
+  const std::string svg = draw(damper, "x.svg", {"--title", title, "--market", "FIN", "--language", "sv"});
+  EXPECT_THAT(svg, HasSubstr("Runt spj\xC3\xA4ll"));
+  EXPECT_THAT(texts_of(svg).at(0), HasSubstr("..."));
+}
+
+// The library fills an id up to 30 characters, which moves it from the middle.
+TEST_F(Diagram, IdStandsAsATitleWithoutBlanksBehindIt) {
+  tavdtest::Record("ASD", "NAMELESS").header(110, 100, 0, 20, 200, 10, 500).save(database.handle());
+  EXPECT_THAT(record({"ASD", "NAMELESS"}), HasSubstr("\"NAMELESS "));
+  EXPECT_EQ(texts_of(draw({"ASD", "NAMELESS"}, "x.svg")).at(0), "NAMELESS");
 }
 
 TEST_F(Diagram, ParametersMoveTheCurves) {

@@ -1,7 +1,7 @@
 // Pictures through libtavdgui and libtavdcairo.
 #include "drawing/picture.h"
 
-#include <algorithm>
+#include <cmath>
 #include <stdexcept>
 
 #include "base/paths.h"
@@ -9,7 +9,9 @@
 #include "base/text.h"
 #include "base/whole_file.h"
 #include "drawing/description.h"
+#include "drawing/placement.h"
 #include "drawing/portable/cut_surface.h"
+#include "drawing/portable/page.h"
 #include "tavdgui/tavdcairo.h"
 #include "tavdgui/tavdgui.h"
 
@@ -22,30 +24,42 @@ const PictureForms kPictureForms = {".png, .svg, .pdf or .txt",
                                     "SVG",
                                     ".svg"};
 
+namespace {
+
+// So many of a picture's pixels in device units of the place that it takes.
+std::int32_t scaled(int pixels, int units, int of_pixels) {
+  return static_cast<std::int32_t>(std::lround(static_cast<double>(pixels) * units / of_pixels));
+}
+
+}  // namespace
+
 struct Picture::Surface {
   std::string path;
   PictureSize size;
   bool is_recording;
+  bool is_page;
+  Area place;  // of the picture on the surface, device units: all of it, or a part of a page
   tgui_surface* surface;
 };
 
 namespace {
 
-constexpr double kPageWidth = 297;  // A4 across, mm
-constexpr double kPageHeight = 210;
-
-// One page in the proportions of the picture, as large as fits on A4 across.
-tgui_surface* pdf_page(const char* path, PictureSize size) {
-  const double scale = std::min(kPageWidth / size.width, kPageHeight / size.height);
-  return tgui_cairo_pdf(path, size.width, size.height, size.width * scale, size.height * scale);
-}
-
-// A window paints a whole surface: on a part of one the library draws without.
 void draw(const hosts::LibraryDrawing& drawing, tgui_surface* surface) {
   tgui_set_background_mode(surface, TGUI_TRANSPARENT);
   drawing.create_tools();
   drawing.draw(surface);
   drawing.destroy_tools();
+}
+
+// With the plane at a place of the surface: as a window of the drawing's class draws.
+void draw(const hosts::LibraryDrawing& drawing, tgui_surface* surface, const Area& place) {
+  const int saved = tgui_save(surface);
+  tgui_set_map_mode(surface, TGUI_MM_ANISOTROPIC);
+  tgui_set_window_ext(surface, drawing.plane_width, drawing.plane_height);
+  tgui_set_viewport_org(surface, place.left, place.top);
+  tgui_set_viewport_ext(surface, place.width(), place.height());
+  draw(drawing, surface);
+  tgui_restore(surface, saved);
 }
 
 int32_t keep_bytes(void* kept, const void* bytes, std::size_t length) {
@@ -68,7 +82,7 @@ void draw_frame(tgui_surface* surface, const Area& window, std::uint32_t colour)
 }  // namespace
 
 Picture::Picture(const std::string& path, PictureSize size, const std::string& format)
-    : surface_(new Surface{path, size, false, nullptr}) {
+    : surface_(new Surface{path, size, false, false, {0, 0, size.width, size.height}, nullptr}) {
   const std::string ending = picture_ending(path, format);
   tgui_surface*& surface = surface_->surface;
   if (ending == ".png") {
@@ -76,7 +90,9 @@ Picture::Picture(const std::string& path, PictureSize size, const std::string& f
   } else if (ending == ".svg") {
     surface = tgui_cairo_svg(path.c_str(), size.width, size.height);
   } else if (ending == ".pdf") {
-    surface = pdf_page(path.c_str(), size);
+    surface = page_surface(path.c_str(), size);
+    surface_->is_page = true;
+    surface_->place = place_on_page(size, top_margin());
   } else if (ending == ".txt") {
     surface_->is_recording = true;
     surface = tgui_recording_create(size.width, size.height);
@@ -90,28 +106,61 @@ Picture::~Picture() {
   tgui_surface_destroy(surface_->surface);
 }
 
-// Only an SVG has a place for it.
 void Picture::describe(const DrawingText& text) {
   tgui_cairo_describe(surface_->surface, text.title.c_str(), text.description.c_str());
+  if (surface_->is_page) {
+    surface_->place = place_on_page(surface_->size, write_heading(surface_->surface, surface_->size, text));
+  }
 }
 
-// By a window of the class that the library registered. In an SVG the curves stand in groups with names.
-void Picture::paint(const hosts::LibraryDrawing& drawing) {
-  tgui_surface* const surface = surface_->surface;
-  for (const auto& [colour, width, name] : drawing.pens) tgui_cairo_name_pen(surface, colour, width, name);
-  tgui_window* window = tgui_create_window(drawing.window_class, "", 0, 0, 0, surface_->size.width,
-                                           surface_->size.height, nullptr, 0, program_module());
+bool Picture::is_recording() const {
+  return surface_->is_recording;
+}
+
+Area Picture::whole() const {
+  return {0, 0, surface_->size.width, surface_->size.height};
+}
+
+Area Picture::placed(const Area& area) const {
+  const auto& [left, top, right, bottom] = surface_->place;
+  const PictureSize& size = surface_->size;
+  const auto x = [&](int pixels) { return left + scaled(pixels, right - left, size.width); };
+  const auto y = [&](int pixels) { return top + scaled(pixels, bottom - top, size.height); };
+  return {x(area.left), y(area.top), x(area.right), y(area.bottom)};
+}
+
+namespace {
+
+// By a window of the class that the library registered.
+void paint_window(const hosts::LibraryDrawing& drawing, tgui_surface* surface, const Area& room) {
+  tgui_window* window = tgui_create_window(drawing.window_class, "", 0, 0, 0, room.width(), room.height(),
+                                           nullptr, 0, program_module());
   if (window == nullptr) throw std::runtime_error("no window for the drawing could be made");
   tgui_set_surface(window, surface);
   tgui_send_message(window, TGUI_WM_PAINT, 0, 0);
   tgui_destroy_window(window);
 }
 
-// What a diagram puts outside of its plane, such as labels of lines that leave it, would stand in the cell
-// beside it.
+}  // namespace
+
+// A recording is what a window paints. In an SVG the curves of a drawing that stands alone are in groups with
+// names: among several the pens of one could be taken for those of another.
+void Picture::paint(const hosts::LibraryDrawing& drawing, const Area& room) {
+  tgui_surface* const surface = surface_->surface;
+  if (is_recording()) {
+    paint_window(drawing, surface, room);
+    return;
+  }
+  if (room == whole()) {
+    for (const auto& [colour, width, name] : drawing.pens) tgui_cairo_name_pen(surface, colour, width, name);
+  }
+  draw(drawing, surface, fitted_place(drawing, placed(room)));
+}
+
+// What a drawing puts outside of its window would stand in the cell beside it.
 void Picture::paint(const hosts::LibraryDrawing& drawing, const Cell& cell) {
   tgui_surface* const surface = surface_->surface;
-  const Area& place = cell.place;
+  const Area place = placed(cell.place);
   const Area& window = cell.window;
   const int saved = tgui_save(surface);
   tgui_set_map_mode(surface, TGUI_MM_ANISOTROPIC);
@@ -139,12 +188,17 @@ void Picture::finish() {
   write_output(surface_->path, bytes);
 }
 
-bool has_lines(const hosts::LibraryDrawing& drawing) {
-  tgui_surface* recording = tgui_recording_create(drawing.plane_width, drawing.plane_height);
-  draw(drawing, recording);
-  const bool found = std::string(tgui_recording_text(recording)).find("\nline ") != std::string::npos;
-  tgui_surface_destroy(recording);
-  return found;
+std::optional<Covered> covered(const hosts::LibraryDrawing& drawing, const Area& place) {
+  tgui_surface* const measuring = tgui_cairo_measure(1, 1);
+  draw(drawing, measuring, place);
+  tgui_box all = {};
+  tgui_box first = {};
+  const bool is_empty = tgui_cairo_extent(measuring, &all) != 0;
+  if (tgui_cairo_text_extent(measuring, 0, &first) != 0) first = all;
+  tgui_surface_destroy(measuring);
+  if (is_empty) return {};
+  return Covered{{all.left, all.top, all.right, all.bottom},
+                 {first.left, first.top, first.right, first.bottom}};
 }
 
 }  // namespace tavdhost

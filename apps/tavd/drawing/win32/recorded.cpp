@@ -10,6 +10,7 @@
 
 #include "drawing/win32/dashes.h"
 #include "drawing/win32/memory_metafile.h"
+#include "drawing/win32/records.h"
 
 namespace tavdhost {
 namespace {
@@ -18,23 +19,6 @@ namespace {
 // stretched more in one direction than in the other, players of metafiles disagree on the width of letters
 // and on the pace of rotated ones.
 constexpr int kFineUnits = 16;
-
-// A text without the widths of its letters, which GDI records in one of several forms. mingw has no structure
-// for it.
-struct SmallText {
-  EMR emr;
-  LONG x, y;
-  DWORD count, options, mode;
-  FLOAT x_scale, y_scale;
-};
-constexpr DWORD kSmallText = 108;      // EMR_SMALLTEXTOUT
-constexpr DWORD kNoRectangle = 0x100;  // ETO_NO_RECT: none stands in front of the letters
-constexpr DWORD kNarrow = 0x200;       // ETO_SMALL_CHARS: a byte for each letter
-
-template <typename Record>
-const Record& as(const ENHMETARECORD* record) {
-  return *reinterpret_cast<const Record*>(record);
-}
 
 // A pen of a drawing.
 struct Pen {
@@ -80,9 +64,7 @@ class Player {
   void line_to(LONG x, LONG y);
   void broken_line(DashPoint from, DashPoint to);
   void broken_arc(const RECTL& box, POINTL start, POINTL end);
-  template <typename Out>
-  void text(LONG x, LONG y, Out out);
-  void small_text(const ENHMETARECORD* record);
+  void text(const TextRecord& text);
   void play_as_it_is(const ENHMETARECORD* record);
 
   HDC hdc_;
@@ -136,20 +118,6 @@ void Player::play(const ENHMETARECORD* record) {
     case EMR_DELETEOBJECT:
       if (!drop(as<EMRDELETEOBJECT>(record).ihObject)) play_as_it_is(record);
       break;
-    case EMR_EXTTEXTOUTW:
-    case EMR_EXTTEXTOUTA: {
-      const EMRTEXT& given = as<EMREXTTEXTOUTW>(record).emrtext;
-      const auto* letters = reinterpret_cast<const char*>(record) + given.offString;
-      const int count = static_cast<int>(given.nChars);
-      text(given.ptlReference.x, given.ptlReference.y, [&](LONG x, LONG y) {
-        if (record->iType == EMR_EXTTEXTOUTA) return TextOutA(hdc_, x, y, letters, count);
-        return TextOutW(hdc_, x, y, reinterpret_cast<const wchar_t*>(letters), count);
-      });
-      break;
-    }
-    case kSmallText:
-      small_text(record);
-      break;
     case EMR_SETBKMODE:
     case EMR_SETTEXTALIGN:
     case EMR_SETTEXTCOLOR:
@@ -180,7 +148,7 @@ void Player::play(const ENHMETARECORD* record) {
       break;
     }
     default:  // the mapping is the player's own
-      break;
+      if (const std::optional<TextRecord> given = text_of(record)) text(*given);
   }
 }
 
@@ -290,24 +258,17 @@ void Player::broken_arc(const RECTL& box, POINTL start, POINTL end) {
   use_plane();
 }
 
-// `out` draws it at a point in fine units.
-template <typename Out>
-void Player::text(LONG x, LONG y, Out out) {
-  if (placed_.cell != nullptr && !placed_.cell->window.holds(x, y)) return;
+void Player::text(const TextRecord& text) {
+  if (placed_.cell != nullptr && !placed_.cell->window.holds(text.at.x, text.at.y)) return;
   use_fine_units();
-  out(fine_x(x), fine_y(y));
+  const LONG x = fine_x(text.at.x);
+  const LONG y = fine_y(text.at.y);
+  if (text.is_narrow) {
+    TextOutA(hdc_, x, y, text.letters, text.count);
+  } else {
+    TextOutW(hdc_, x, y, text.wide(), text.count);
+  }
   use_plane();
-}
-
-void Player::small_text(const ENHMETARECORD* record) {
-  const auto& given = as<SmallText>(record);
-  const auto* letters = reinterpret_cast<const char*>(record) + sizeof given +
-                        ((given.options & kNoRectangle) != 0 ? 0 : sizeof(RECTL));
-  const int count = static_cast<int>(given.count);
-  text(given.x, given.y, [&](LONG x, LONG y) {
-    if ((given.options & kNarrow) != 0) return TextOutA(hdc_, x, y, letters, count);
-    return TextOutW(hdc_, x, y, reinterpret_cast<const wchar_t*>(letters), count);
-  });
 }
 
 void Player::draw_frame(const Area& window, std::uint32_t colour) {
@@ -320,21 +281,6 @@ void Player::draw_frame(const Area& window, std::uint32_t colour) {
   LineTo(hdc_, window.left, window.top);
   SelectObject(hdc_, former);
   DeleteObject(pen);
-}
-
-const ENHMETAHEADER& header_of(const std::string& bytes) {
-  return *reinterpret_cast<const ENHMETAHEADER*>(bytes.data());
-}
-
-// Calls `use` with each record behind the header.
-template <typename Use>
-void walk(const std::string& bytes, Use use) {
-  for (std::size_t at = header_of(bytes).nSize; at + sizeof(EMR) <= bytes.size();) {
-    const auto* record = reinterpret_cast<const ENHMETARECORD*>(bytes.data() + at);
-    if (record->iType == EMR_EOF || record->nSize < sizeof(EMR) || record->nSize > bytes.size() - at) return;
-    use(record);
-    at += record->nSize;
-  }
 }
 
 }  // namespace
@@ -357,23 +303,13 @@ void Recorded::draw(HDC hdc, const Placed& placed, POINT origin, int fineness) c
 
 // Of a cell with some room about it, for texts that run beyond it.
 Area Recorded::covered(const Placed& placed, PictureSize size) const {
-  if (placed.cell == nullptr) return {0, 0, size.width, size.height};
+  if (placed.cell == nullptr) return placed.room;
   constexpr int kRoom = 8;  // of the width and the height
   const Area& place = placed.place;
   const int x = place.width() / kRoom;
   const int y = place.height() / kRoom;
   return {std::max(place.left - x, 0), std::max(place.top - y, 0), std::min(place.right + x, size.width),
           std::min(place.bottom + y, size.height)};
-}
-
-bool Recorded::has_lines() const {
-  bool found = false;
-  walk(bytes_, [&found](const ENHMETARECORD* record) { found = found || record->iType == EMR_LINETO; });
-  return found;
-}
-
-bool has_lines(const hosts::LibraryDrawing& drawing) {
-  return Recorded(drawing).has_lines();
 }
 
 }  // namespace tavdhost

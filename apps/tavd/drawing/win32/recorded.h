@@ -12,7 +12,8 @@ namespace tavdhost {
 // Where in a picture a drawing stands.
 struct Placed {
   Area place;                  // of its plane, pixels
-  const Cell* cell = nullptr;  // null: over the whole picture, nothing is cut
+  Area room;                   // in which all of it lies, pixels
+  const Cell* cell = nullptr;  // null: nothing is cut
 };
 
 class Recorded {
@@ -27,7 +28,8 @@ class Recorded {
   // The pixels of the picture that it may cover there.
   Area covered(const Placed& placed, PictureSize size) const;
 
-  bool has_lines() const;
+  // The records.
+  const std::string& bytes() const { return bytes_; }
 
  private:
   PictureSize plane_;
