@@ -74,10 +74,14 @@ Area natural_place(const hosts::LibraryDrawing& drawing, const Area& room) {
   return {left, room.top, left + width, room.bottom};
 }
 
+bool fits(const hosts::LibraryDrawing& drawing, const Area& room) {
+  const std::optional<Covered> drawn = covered(drawing, legible_place(drawing, room));
+  return !drawn || holds(inside(room, kEdge), drawn->all);
+}
+
 Area fitted_place(const hosts::LibraryDrawing& drawing, const Area& room) {
   const Area natural = legible_place(drawing, room);
-  const std::optional<Covered> drawn = covered(drawing, natural);
-  if (!drawn || holds(inside(room, kEdge), drawn->all)) return natural;
+  if (fits(drawing, room)) return natural;
   // Whole pixels to move by, so that a margin of two always leaves the edge free.
   const double margin = std::max(kEdge + 1, std::min(room.width(), room.height()) / double{kMarginPart});
   const Extent free = inside(room, margin);

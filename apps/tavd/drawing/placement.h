@@ -17,4 +17,7 @@ Area natural_place(const hosts::LibraryDrawing& drawing, const Area& room);
 // is something far outside, such as the label of a line that runs decades off its axis.
 Area fitted_place(const hosts::LibraryDrawing& drawing, const Area& room);
 
+// Whether all of it lies in the room without that.
+bool fits(const hosts::LibraryDrawing& drawing, const Area& room);
+
 }  // namespace tavdhost
