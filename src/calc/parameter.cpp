@@ -137,9 +137,12 @@ void param_remove_dp(const FlowData* fd, float qv, float* dp) {
   if (wide(*dp) < kSmallestPressure) *dp = narrow(kSmallestPressure);
 }
 
+float param_factor(const FlowData* fd) {
+  return term_of<factor_term>(*fd, 0, 1.0F) * term_of<factor_term>(*fd, 1, 1.0F);
+}
+
 void param_apply_factor(const FlowData* fd, float* x) {
-  if (fd->npar < 1) return;
-  *x = term_of<factor_term>(*fd, 0, 1.0F) * term_of<factor_term>(*fd, 1, 1.0F) * *x;
+  *x = param_factor(fd) * *x;
 }
 
 void param_add_lw(const FlowData* fd, float* lw) {

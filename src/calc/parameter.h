@@ -16,7 +16,8 @@ bool param_locate(const char* value, const ParEntry* table, int n, std::int16_t*
 void param_add_dp(const FlowData* fd, float qv, float* dp);
 // Takes that term out of a demanded pressure; leaves at least 1e-5 Pa.
 void param_remove_dp(const FlowData* fd, float qv, float* dp);
-// Multiplies by the throw factors of the chosen values.
+// The product of the throw factors of the chosen values, and a multiplication by it.
+float param_factor(const FlowData* fd);
 void param_apply_factor(const FlowData* fd, float* x);
 // Adds the sound terms to eight bands, dB.
 void param_add_lw(const FlowData* fd, float* lw);

@@ -1,6 +1,7 @@
 // Total pressure that a product takes at a flow.
 #include <cmath>
 
+#include "calc/calculations.h"
 #include "calc/numeric.h"
 #include "calc/parameter.h"
 #include "tavd/tavca.h"
@@ -12,6 +13,10 @@ struct PressureRange {
   float min = 0.0F;
   float max = 0.0F;
 };
+
+void warn(Warning warning, const char* text) {
+  if (warning != nullptr) warning(text);
+}
 
 bool is_bad(const QvDpPoint& point) {
   return point.qv <= 0.0F || point.dp <= 0.0F;
@@ -30,13 +35,13 @@ float between(const QvDpPoint& below, const QvDpPoint& above, float qv) {
 
 // The measured curve without parameters; false where it has no answer. Only the last point and those up to
 // the bracket are looked at. The test for the bracket is strict: exactly the flow of the last point has none.
-bool curve_dp(const FlowData& fd, float qv, float* dp) {
+bool curve_dp(const FlowData& fd, float qv, Warning warning, float* dp) {
   const int n = row_count(fd.nqvdp, TAVD_QVDP_ROWS);
   if (n == 0) return false;
   const QvDpPoint* points = fd.qvdppoints;
   const QvDpPoint& last = points[n - 1];
   if (is_bad(points[0])) {
-    tavca_msg("Invalid value in qvdppoints attribute");
+    warn(warning, "Invalid value in qvdppoints attribute");
     return false;
   }
   if (qv < points[0].qv) {
@@ -44,7 +49,7 @@ bool curve_dp(const FlowData& fd, float qv, float* dp) {
     return true;
   }
   if (is_bad(last)) {
-    tavca_msg("Invalid value in qvdppoints attribute");
+    warn(warning, "Invalid value in qvdppoints attribute");
     return false;
   }
   if (qv > last.qv) {
@@ -54,7 +59,7 @@ bool curve_dp(const FlowData& fd, float qv, float* dp) {
   for (int i = 1; i < n; ++i) {
     if (is_bad(points[i])) {
       // One point, hence the singular: hosts know both texts.
-      tavca_msg("Invalid value in qvdppoint attribute");
+      warn(warning, "Invalid value in qvdppoint attribute");
       return false;
     }
     if (points[i].qv > qv) {
@@ -84,14 +89,14 @@ int damper_range(const FlowData& fd, float qv, PressureRange* range) {
   return TAVCA_OK;
 }
 
-int base_range(const FlowData& fd, float qv, PressureRange* range) {
+int base_range(const FlowData& fd, float qv, Warning warning, PressureRange* range) {
   switch (fd.kind) {
     case TAVD_KIND_RESISTANCE:
     case TAVD_KIND_RESISTANCE_VELOCITY:
       return reference_point_range(fd, qv, range);
     case TAVD_KIND_RESISTANCE_POINTS:
       // Carries the parameter term already; the caller adds it once more, as hosts have come to expect.
-      range->min = range->max = tavca_floating_dp(&fd, qv);
+      range->min = range->max = floating_dp(&fd, qv, warning);
       return TAVCA_OK;
     case TAVD_KIND_DAMPER:
     case TAVD_KIND_DAMPER_VELOCITY:
@@ -107,9 +112,9 @@ int base_range(const FlowData& fd, float qv, PressureRange* range) {
   }
 }
 
-int pressure_range(const FlowData* fd, float qv, PressureRange* range) {
+int pressure_range(const FlowData* fd, float qv, Warning warning, PressureRange* range) {
   if (fd == nullptr || fd->nhdd == 0) return TAVCA_DPTOT_NO_DATA;
-  const int result = base_range(*fd, qv, range);
+  const int result = base_range(*fd, qv, warning, range);
   if (result != TAVCA_OK) return result;
   const PressureTerm term(*fd, qv);
   range->min = term.added_to(range->min);
@@ -118,33 +123,46 @@ int pressure_range(const FlowData* fd, float qv, PressureRange* range) {
 }
 
 }  // namespace
-}  // namespace tavd
 
-using namespace tavd;  // the border below stands outside
-
-float tavca_floating_dp(const FlowData* fd, float qv) {
+float floating_dp(const FlowData* fd, float qv, Warning warning) {
   float dp = 0.0F;
-  if (fd == nullptr || !curve_dp(*fd, qv, &dp)) return 0.0F;
+  if (fd == nullptr || !curve_dp(*fd, qv, warning, &dp)) return 0.0F;
   param_add_dp(fd, qv, &dp);
   return dp;
 }
 
-int tavca_minmaxdptot(const FlowData* fd, float qv, float* mindp, float* maxdp) {
+int minmaxdptot(const FlowData* fd, float qv, Warning warning, float* mindp, float* maxdp) {
   PressureRange range;
-  const int result = pressure_range(fd, qv, &range);
+  const int result = pressure_range(fd, qv, warning, &range);
   if (maxdp != nullptr) *maxdp = range.max;
   if (mindp != nullptr) *mindp = range.min;
   return result;
 }
 
-float tavca_dptotmin(const FlowData* fd, float qv) {
+float dptotmin(const FlowData* fd, float qv, Warning warning) {
   PressureRange range;
-  pressure_range(fd, qv, &range);
+  pressure_range(fd, qv, warning, &range);
   return range.min;
+}
+
+}  // namespace tavd
+
+using namespace tavd;  // the border below stands outside
+
+float tavca_floating_dp(const FlowData* fd, float qv) {
+  return floating_dp(fd, qv, tavca_msg);
+}
+
+int tavca_minmaxdptot(const FlowData* fd, float qv, float* mindp, float* maxdp) {
+  return minmaxdptot(fd, qv, tavca_msg, mindp, maxdp);
+}
+
+float tavca_dptotmin(const FlowData* fd, float qv) {
+  return dptotmin(fd, qv, tavca_msg);
 }
 
 float tavca_dptotmax(const FlowData* fd, float qv) {
   PressureRange range;
-  pressure_range(fd, qv, &range);
+  pressure_range(fd, qv, tavca_msg, &range);
   return range.max;
 }

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "calc/calculations.h"
 #include "calc/classes.h"
 #include "calc/numeric.h"
 #include "calc/settings.h"
@@ -59,19 +60,22 @@ int rounded_reflection(int band, float area) {
 }
 
 }  // namespace
-}  // namespace tavd
 
-using namespace tavd;  // the border below stands outside
-
-float tavca_LpA(const float* lw) {
-  if (lw == nullptr) return 0.0F;
-  const float roomdamp = room_damping();
+float room_level(const float* lw, float roomdamp) {
   float sum = 0.0F;
   for (int band = 0; band < TAVD_BANDS; ++band) {
     const float lphz = (lw[band] + kAWeighting[band]) - roomdamp;
     sum = band == 0 ? lphz : energy_sum(sum, lphz);
   }
   return sum;
+}
+
+}  // namespace tavd
+
+using namespace tavd;  // the border below stands outside
+
+float tavca_LpA(const float* lw) {
+  return lw != nullptr ? room_level(lw, room_damping()) : 0.0F;
 }
 
 float tavca_endref_A(int band, float area) {

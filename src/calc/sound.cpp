@@ -3,6 +3,7 @@
 #include <cmath>
 #include <numeric>
 
+#include "calc/calculations.h"
 #include "calc/interpolation.h"
 #include "calc/kinds.h"
 #include "calc/numeric.h"
@@ -159,8 +160,8 @@ LogPlace place_on_qv(const Table& table, Pair pair, LogValue qv) {
 }
 
 // Kinds 10, 11, 12: rows are points of the one curve that the product has.
-int fixed_curve(const FlowData& fd, float qv, Bands& lw) {
-  float dp = tavca_dptotmin(&fd, qv);
+int fixed_curve(const FlowData& fd, float qv, Warning warning, Bands& lw) {
+  float dp = dptotmin(&fd, qv, warning);
   param_remove_dp(&fd, qv, &dp);
   if (wide(dp) <= kSmallestCurvePressure) return TAVCA_LW_NO_PRESSURE;
   const Table table(fd);
@@ -282,12 +283,12 @@ int flow_groups(const FlowData& fd, float qv, float dp, Bands& lw) {
   return TAVCA_OK;
 }
 
-int table_level(const FlowData& fd, float qv, float dp, Bands& lw) {
+int table_level(const FlowData& fd, float qv, float dp, Warning warning, Bands& lw) {
   switch (fd.kind) {
     case TAVD_KIND_RESISTANCE:
     case TAVD_KIND_RESISTANCE_VELOCITY:
     case TAVD_KIND_RESISTANCE_POINTS:
-      return fixed_curve(fd, qv, lw);
+      return fixed_curve(fd, qv, warning, lw);
     case TAVD_KIND_LIMITS:
     case TAVD_KIND_DAMPER:
     case TAVD_KIND_DAMPER_VELOCITY:
@@ -313,11 +314,11 @@ void add_corrections(const FlowData& fd, const DuctSize* duct, Bands& lw) {
   param_add_lw(&fd, lw);
 }
 
-int sound_power(const FlowData* fd, float qv, float dp, const DuctSize* duct, Bands& lw) {
+int bands_at(const FlowData* fd, float qv, float dp, const DuctSize* duct, Warning warning, Bands& lw) {
   if (wide(qv) < kSmallestFlow) return TAVCA_LW_NO_FLOW;
   if (fd == nullptr || fd->nhdd == 0) return TAVCA_LW_NO_DATA;
   if (fd->nlw < 2) return TAVCA_LW_FEW_ROWS;
-  const int result = table_level(*fd, qv, dp, lw);
+  const int result = table_level(*fd, qv, dp, warning, lw);
   if (result == TAVCA_OK) add_corrections(*fd, duct, lw);
   return result;
 }
@@ -356,17 +357,22 @@ bool attenuation(const FlowData& fd, float qv, float dp, float* dlw) {
 }
 
 }  // namespace
+
+int sound_power(const FlowData* fd, float qv, float dp, const DuctSize* duct, Warning warning, float* lw) {
+  Bands levels = {};
+  const int result = bands_at(fd, qv, dp, duct, warning, levels);
+  if (result != TAVCA_OK) std::fill_n(levels, TAVD_BANDS, 0.0F);
+  std::copy_n(levels, TAVD_BANDS, lw);
+  return result;
+}
+
 }  // namespace tavd
 
 using namespace tavd;  // the border below stands outside
 
 int tavca_lw(const FlowData* fd, float qv, float dp, float* lw, const DuctSize* duct) {
   if (lw == nullptr) return TAVCA_LW_NO_DATA;
-  Bands levels = {};
-  const int result = sound_power(fd, qv, dp, duct, levels);
-  if (result != TAVCA_OK) std::fill_n(levels, TAVD_BANDS, 0.0F);
-  std::copy_n(levels, TAVD_BANDS, lw);
-  return result;
+  return sound_power(fd, qv, dp, duct, tavca_msg, lw);
 }
 
 int tavca_dlw(const FlowData* fd, float qv, float dp, float* dlw) {

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "calc/calculations.h"
 #include "calc/numeric.h"
 #include "calc/parameter.h"
 #include "tavd/tavca.h"
@@ -22,19 +23,24 @@ int throw_points(const FlowData& fd, const char* value, QvL2Point (&points)[TAVD
   return n;
 }
 
+bool throw_line(const FlowData& fd, const char* value, ThrowLine* line) {
+  QvL2Point points[TAVD_QVL2_ROWS];
+  const int n = throw_points(fd, value, points);
+  if (n < 1 || !fit_power(points, n, &line->exponent, &line->coefficient)) return false;
+  line->factor = param_factor(&fd);
+  return true;
+}
+
+float throw_length(const ThrowLine& line, float qv) {
+  return line.factor * narrow(wide(line.coefficient) * std::pow(wide(qv), wide(line.exponent)));
+}
+
 }  // namespace tavd
 
 using namespace tavd;  // the border below stands outside
 
 float tavca_L2_isothermal(const FlowData* fd, float qv, const char* value) {
-  if (fd == nullptr) return 0.0F;
-  QvL2Point points[TAVD_QVL2_ROWS];
-  const int n = throw_points(*fd, value, points);
-  if (n < 1) return 0.0F;
-  float nL2;
-  float kL2;
-  if (!fit_power(points, n, &nL2, &kL2)) return 0.0F;
-  float L2 = narrow(wide(kL2) * std::pow(wide(qv), wide(nL2)));
-  param_apply_factor(fd, &L2);
-  return L2;
+  ThrowLine line;
+  if (fd == nullptr || !throw_line(*fd, value, &line)) return 0.0F;
+  return throw_length(line, qv);
 }
