@@ -4,8 +4,8 @@
 #include <cstring>
 #include <memory>
 
-#include "oracle/reference/records.h"
 #include "oracle/reference/transcription.h"
+#include "scene.h"
 #include "table.h"
 #include "tavd/ewads.h"
 #include "tavd/tavca.h"
@@ -18,36 +18,10 @@ namespace ref = transcription;
 using reference::Point;
 
 constexpr int kPoints = 64;               // operating points of one run
-constexpr int kFilledTables = 1'000'000;  // seeds of the records, above those of the comparison
 constexpr double kSoundPowerRatio = 3.0;  // wanted of tavca_lw
 
-// One product and the points that it is asked at.
-struct Scene {
-  reference::Product product;
-  std::vector<Point> points;
-};
-
-// A full record of the kind with both parameters chosen, and points at which it has a sound power level and,
-// if it is a damper, a position: failures would be answered at once and make the times look good.
 std::shared_ptr<Scene> scene(std::int16_t kind) {
-  for (std::uint64_t seed = kFilledTables;; ++seed) {
-    reference::Random random(seed);
-    auto made = std::make_shared<Scene>();
-    made->product = random_product(random, kind, reference::Shape::full);
-    FlowData& fd = made->product.fd;
-    if (fd.npar != 2 || fd.nparL2 == 0) continue;
-    tavca_param_setvalue(&fd, "VALVE", "12.5");
-    tavca_param_setvalue(&fd, "LEN", "45");
-    for (int tries = 0; tries < 100 * kPoints && made->points.size() < kPoints; ++tries) {
-      const Point at = random_point(random, fd, false);
-      float bands[TAVD_BANDS];
-      float pos;
-      const bool sound = tavca_lw(&fd, at.qv, at.dp, bands, &at.duct) == 0;
-      const int code = tavca_damper_pos(&fd, at.qv, at.dp, &pos);
-      if (sound && (code == 0 || code == 2)) made->points.push_back(at);
-    }
-    if (made->points.size() == kPoints) return made;
-  }
+  return bench::scene(kind, kPoints);
 }
 
 // A line of the table: both functions get the record and a point.

@@ -71,7 +71,7 @@ bool print_line(const Job& job, const Measured& measured) {
   bool reached = job.wanted.may_allocate || measured.allocated == 0;
   char text[64];
   if (job.wanted.ratio > 0) {
-    std::snprintf(text, sizeof text, " at least %.0f times ", job.wanted.ratio);
+    std::snprintf(text, sizeof text, " at least %g times ", job.wanted.ratio);
     wanted = text;
     reached = reached && ratio >= job.wanted.ratio;
   }
@@ -79,6 +79,11 @@ bool print_line(const Job& job, const Measured& measured) {
     std::snprintf(text, sizeof text, " at most %.1f us beyond ", job.wanted.beyond / 1000);
     wanted = text;
     reached = reached && library - yardstick <= job.wanted.beyond;
+  }
+  if (job.wanted.at_most > 0) {
+    std::snprintf(text, sizeof text, "%sat most %.0f ns ", wanted == " " ? "" : "and ", job.wanted.at_most);
+    wanted += text;
+    reached = reached && library <= job.wanted.at_most;
   }
   if (!reached) wanted += "**missed** ";
   std::printf("| `%s` | %s | %.1f | %.1f | %.2f | %ld |%s|\n", job.name.c_str(), job.detail.c_str(),

@@ -9,8 +9,9 @@ namespace bench {
 
 // What a line wants to prove; 0 asks for nothing.
 struct Wanted {
-  double ratio = 0;   // at least so many times as fast as the yardstick
-  double beyond = 0;  // at most so many ns more than the yardstick
+  double ratio = 0;    // at least so many times as fast as the yardstick
+  double beyond = 0;   // at most so many ns more than the yardstick
+  double at_most = 0;  // at most so many ns
   bool may_allocate = false;
 };
 

@@ -4,35 +4,19 @@
 #include <cmath>
 #include <limits>
 
+#include "calc/dampertable.h"
 #include "calc/kinds.h"
 #include "calc/numeric.h"
 #include "calc/parameter.h"
 #include "tavd/tavca.h"
 
 namespace tavd {
+
+using namespace damper;
+
 namespace {
 
-constexpr double kSmallestRequest = 1e-6;  // l/s and Pa, solvers; their rows too
 constexpr double kSmallestForward = 1e-7;  // l/s, rows in the forward direction
-constexpr double kMargin = 1.01;           // how far beyond the table the stepless solver still solves
-constexpr double kSamePressure = 1e-5;     // Pa; rows closer than this are not interpolated
-constexpr int kSmallestSteppedTable = 3;   // rows; a smaller table is stepless
-
-int rows_of(const FlowData& fd) {
-  return row_count(fd.ndamper, TAVD_DAMPER_ROWS);
-}
-
-float resistance_of(const DamperPoint& row) {
-  return resistance(row.qv, row.dp);
-}
-
-float pressure_of(const DamperPoint& row, float qv) {
-  return square_law(row.qv, row.dp, qv);
-}
-
-bool too_small(float x) {
-  return wide(x) < kSmallestRequest;
-}
 
 // Lower row of the pair around `pos` in a table of two rows or more; `pos` lies inside the table.
 int find_bracket(const FlowData& fd, float pos, bool falling) {
@@ -64,16 +48,6 @@ float interpolated_dp(const FlowData& fd, float qv, float pos) {
   float dp = tavca_linlog_interp(upper.pos, lower.pos, pos, pressure_of(upper, qv), pressure_of(lower, qv));
   param_add_dp(&fd, qv, &dp);
   return dp;
-}
-
-// What both solvers ask before they look at the demanded resistance.
-int check_request(const FlowData* fd, float qv, float dp) {
-  if (too_small(qv) || too_small(dp)) return TAVCA_POS_BAD_POINT;
-  if (fd == nullptr || fd->nhdd == 0) return TAVCA_POS_NO_TABLE;
-  if (!is_damper(fd->kind)) return TAVCA_POS_NO_DAMPER;
-  if (rows_of(*fd) < 1) return TAVCA_POS_NO_TABLE;
-  if (too_small(fd->damper[0].qv)) return TAVCA_POS_BAD_ROW;
-  return TAVCA_OK;
 }
 
 // Position between two rows, linear over the logarithm of the pressure. Also reaches a little beyond the
@@ -145,7 +119,8 @@ using Solver = int (*)(const FlowData&, float, float, float*);
 
 int solve(Solver solver, const FlowData* fd, float qv, float dp, float* pos) {
   float position = 0.0F;
-  int result = check_request(fd, qv, dp);
+  int result = check_point(qv, dp);
+  if (result == TAVCA_OK) result = check_table(fd);
   if (result == TAVCA_OK) result = solver(*fd, qv, dp, &position);
   if (pos != nullptr) *pos = position;
   return result;

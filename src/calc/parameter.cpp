@@ -11,9 +11,7 @@
 namespace tavd {
 namespace {
 
-constexpr double kSmallestPressure = 1e-5;      // Pa; what a demanded pressure is left with at least
-constexpr double kSmallestPressureTerm = 1e-3;  // Pa; smaller terms leave a demanded pressure alone
-constexpr double kNoFactor = 1e-5;              // throw factors smaller than this count as 1
+constexpr double kNoFactor = 1e-5;  // throw factors smaller than this count as 1
 
 // A parameter value as a terminated text: the six characters that count, without trailing blanks.
 class ValueText {
@@ -128,13 +126,7 @@ void param_add_dp(const FlowData* fd, float qv, float* dp) {
 }
 
 void param_remove_dp(const FlowData* fd, float qv, float* dp) {
-  if (wide(*dp) < kSmallestPressure) return;
-  float with_term = *dp;
-  param_add_dp(fd, qv, &with_term);
-  const float term = with_term - *dp;
-  if (!(std::fabs(wide(term)) > kSmallestPressureTerm && wide(with_term) > kSmallestPressure)) return;
-  *dp -= term;
-  if (wide(*dp) < kSmallestPressure) *dp = narrow(kSmallestPressure);
+  *dp = PressureTerm(*fd, qv).taken_from(*dp);
 }
 
 float param_factor(const FlowData* fd) {
@@ -145,9 +137,13 @@ void param_apply_factor(const FlowData* fd, float* x) {
   *x = param_factor(fd) * *x;
 }
 
+float param_lw_term(const FlowData* fd) {
+  return sum_of_terms<dlw_term>(*fd);
+}
+
 void param_add_lw(const FlowData* fd, float* lw) {
   if (fd->npar < 1) return;
-  add_to_bands(lw, sum_of_terms<dlw_term>(*fd));
+  add_to_bands(lw, param_lw_term(fd));
 }
 
 void param_add_dlw(const FlowData* fd, float* dlw) {

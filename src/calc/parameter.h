@@ -19,6 +19,8 @@ void param_remove_dp(const FlowData* fd, float qv, float* dp);
 // The product of the throw factors of the chosen values, and a multiplication by it.
 float param_factor(const FlowData* fd);
 void param_apply_factor(const FlowData* fd, float* x);
+// The sound term of the bands, dB, 0 without parameters.
+float param_lw_term(const FlowData* fd);
 // Adds the sound terms to eight bands, dB.
 void param_add_lw(const FlowData* fd, float* lw);
 void param_add_dlw(const FlowData* fd, float* dlw);

@@ -6,14 +6,12 @@
 #include "calc/classes.h"
 #include "calc/numeric.h"
 #include "calc/settings.h"
+#include "calc/weighting.h"
 #include "gwmath.h"
 #include "tavd/tavca.h"
 
 namespace tavd {
 namespace {
-
-// A-weighting at the octave mid-frequencies, dB (IEC 61672-1).
-constexpr float kAWeighting[TAVD_BANDS] = {-26.2F, -16.1F, -8.6F, -3.2F, 0.0F, 1.2F, 1.0F, -1.1F};
 
 // End reflection of an opening of A m2, dB: a*ln(A) + b/A + c + d*A + e*A^2 + f*A^3, a curve fitted per band
 // over areas from 0 up to `limit`.

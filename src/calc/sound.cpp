@@ -1,77 +1,25 @@
 // Sound power level and attenuation at an operating point, from the measured points around it.
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 
 #include "calc/calculations.h"
 #include "calc/interpolation.h"
 #include "calc/kinds.h"
 #include "calc/numeric.h"
 #include "calc/parameter.h"
+#include "calc/soundtable.h"
 #include "tavd/ewads.h"
 #include "tavd/tavca.h"
 
 namespace tavd {
+
+using namespace sound;
+
 namespace {
 
-constexpr double kSmallestFlow = 0.001;          // l/s, of the request
-constexpr float kSmallestMeasured = 0.001F;      // l/s and Pa, of a measured point
-constexpr double kSmallestCurvePressure = 1e-7;  // Pa
-constexpr double kSmallestDuctArea = 1e-7;       // m2
+constexpr double kSmallestDuctArea = 1e-7;  // m2
 constexpr double kSmallestSizeCoef = 0.1;
-constexpr double kSameResistance = 0.1;  // relative; rows within it belong to one curve
-constexpr float kSameFlow = 0.1F;        // l/s; rows within it belong to one group
-constexpr double kDbPerDecade = 30.0;    // beyond the limits of the product
-constexpr float kHighestLevel = 99.0F;   // dB
-constexpr int kMostCurves = 20;          // curves or groups of one table
-
-// Both bounds are decimal ones, 0.001 and 0.1; no float lies on them, so that "below" and "at most" are
-// the same.
-static_assert(is_first_above(kSmallestMeasured, 0.001) && is_first_above(kSameFlow, 0.1));
-
-// The sound table of a record.
-class Table {
- public:
-  explicit Table(const FlowData& fd) : rows_(fd.lwpoints), count_(row_count(fd.nlw, TAVD_LW_ROWS)) {}
-  int count() const { return count_; }
-  float qv(int row) const { return rows_[row].qv; }
-  float dp(int row) const { return rows_[row].dp; }
-  float lw(int row, int band) const { return static_cast<float>(rows_[row].lw[band]); }
-  bool measured(int row) const { return !(qv(row) < kSmallestMeasured || dp(row) < kSmallestMeasured); }
-
- private:
-  const LwPoint* rows_;
-  int count_;
-};
-
-// Two rows to interpolate between; -1: none.
-struct Pair {
-  int lo = -1;
-  int hi = -1;
-  bool complete() const { return lo >= 0 && hi >= 0; }
-};
-
-// Distinct resistances or flows of a table, in table order.
-struct Distinct {
-  float values[kMostCurves];
-  int count = 0;
-};
-
-using Bands = float[TAVD_BANDS];
-
-// The resistance of every row, formed once: the search for curves asks for it many times over.
-struct Resistances {
-  explicit Resistances(const Table& table) {
-    for (int row = 0; row < table.count(); ++row) values[row] = resistance(table.qv(row), table.dp(row));
-  }
-  float values[TAVD_LW_ROWS];
-};
-
-// Some rows of a table, in its order.
-struct Rows {
-  int row[TAVD_LW_ROWS];
-  int count = 0;
-};
+constexpr Warning kNoWarning = nullptr;  // of kinds other than 12, which have none
 
 // The rows of the two sets that `in_set(row, set)` names. Most rows of a table lie outside both in a
 // pattern that no branch predictor guesses, so none is branched on.
@@ -83,65 +31,6 @@ void sort_out(const Table& table, InSet in_set, Rows (&sets)[2]) {
       sets[set].count += static_cast<int>(in_set(row, set));
     }
   }
-}
-
-Rows all_rows(const Table& table) {
-  Rows rows;
-  rows.count = table.count();
-  std::iota(rows.row, rows.row + rows.count, 0);
-  return rows;
-}
-
-// Picks the two of `rows` around `target`, by `key`. Neither the order of the rows nor a target inside them
-// is taken for granted; a target outside is reached from the pair that is left. A row that replaces one end
-// does not hand the old one to the other end.
-template <typename Key>
-Pair choose_pair(const Rows& rows, Key key, float target) {
-  Pair pair;
-  for (int i = 0; i < rows.count; ++i) {
-    const int row = rows.row[i];
-    if (pair.lo < 0) {
-      pair.lo = row;
-      continue;
-    }
-    if (pair.hi < 0) {
-      pair.hi = row;
-      if (key(pair.lo) > key(row)) std::swap(pair.lo, pair.hi);
-      continue;
-    }
-    if (key(pair.lo) > key(row)) {
-      if (target < key(pair.lo)) pair.lo = row;
-    } else if (key(row) > key(pair.hi)) {
-      if (key(pair.hi) < target) pair.hi = row;
-    } else if (target > key(row)) {
-      pair.lo = row;
-    } else {
-      pair.hi = row;
-    }
-  }
-  return pair;
-}
-
-// The values of `key` that no earlier row has. `same(value, collected)` is true for the same; the value
-// that came last is tried first, since the rows of a curve stand together. Returns TAVCA_OK, `too_many` at a
-// row after the 20th value, or `bad_row` at a row that was not measured.
-template <typename Key, typename Same>
-int collect(const Table& table, Key key, Same same, int too_many, int bad_row, Distinct* distinct) {
-  for (int row = 0; row < table.count(); ++row) {
-    if (distinct->count == kMostCurves) return too_many;
-    if (!table.measured(row)) return bad_row;
-    const float value = key(row);
-    int known = distinct->count - 1;
-    while (known >= 0 && !same(value, distinct->values[known])) --known;
-    if (known >= 0) continue;
-    distinct->values[distinct->count++] = value;
-  }
-  return TAVCA_OK;
-}
-
-float limit(float level) {
-  if (level > kHighestLevel) return kHighestLevel;
-  return level < 0.0F ? 0.0F : level;
 }
 
 // The levels of two rows at a place between them.
@@ -181,7 +70,7 @@ int fixed_curve(const FlowData& fd, float qv, Warning warning, Bands& lw) {
 int resistance_curves(const FlowData& fd, float qv, float dp, Bands& lw) {
   float mindp;
   float maxdp;
-  tavca_minmaxdptot(&fd, qv, &mindp, &maxdp);
+  minmaxdptot(&fd, qv, kNoWarning, &mindp, &maxdp);
   dp = std::max(std::min(dp, maxdp), mindp);
   param_remove_dp(&fd, qv, &dp);
   const float k = resistance(qv, dp);
@@ -189,9 +78,6 @@ int resistance_curves(const FlowData& fd, float qv, float dp, Bands& lw) {
   const Table table(fd);
   const Resistances row_k(table);
   const auto resistance = [&](int row) { return row_k.values[row]; };
-  const auto same_curve = [](float value, float collected) {
-    return std::fabs(wide(value - collected)) < kSameResistance * wide(collected);
-  };
   Distinct kpxx;
   const int failure =
       collect(table, resistance, same_curve, TAVCA_LW_MANY_CURVES, TAVCA_LW_BAD_CURVE_ROW, &kpxx);
@@ -207,9 +93,7 @@ int resistance_curves(const FlowData& fd, float qv, float dp, Bands& lw) {
   float curve_qv[2];
   const LogValue log_dp(dp);
   Bands lww[2];
-  const auto on_curve = [&](int row, int c) {
-    return std::fabs(wide(row_k.values[row] - kv[c])) <= kSameResistance * wide(kv[c]);
-  };
+  const auto on_curve = [&](int row, int c) { return is_on_curve(row_k.values[row], kv[c]); };
   Rows curve[2];
   sort_out(table, on_curve, curve);
   for (int c = 0; c < 2; ++c) {
@@ -242,16 +126,13 @@ float bring_inside(float* x, float low, float high) {
 int flow_groups(const FlowData& fd, float qv, float dp, Bands& lw) {
   float mindp;
   float maxdp;
-  tavca_minmaxdptot(&fd, qv, &mindp, &maxdp);
+  minmaxdptot(&fd, qv, kNoWarning, &mindp, &maxdp);
   float extra = bring_inside(&dp, mindp, maxdp);
   extra += bring_inside(&qv, fd.qvmin, fd.qvmax);
   param_remove_dp(&fd, qv, &dp);
 
   const Table table(fd);
   const auto flow = [&](int row) { return table.qv(row); };
-  const auto same_flow = [](float value, float collected) {
-    return std::fabs(value - collected) < kSameFlow;
-  };
   Distinct qvxx;
   const int failure = collect(table, flow, same_flow, TAVCA_LW_MANY_FLOWS, TAVCA_LW_BAD_FLOW_ROW, &qvxx);
   if (failure != TAVCA_OK) return failure;
@@ -264,7 +145,7 @@ int flow_groups(const FlowData& fd, float qv, float dp, Bands& lw) {
 
   const LogValue log_dp(dp);
   Bands lww[2];
-  const auto in_group = [&](int row, int c) { return std::fabs(table.qv(row) - group_qv[c]) < kSameFlow; };
+  const auto in_group = [&](int row, int c) { return same_flow(table.qv(row), group_qv[c]); };
   Rows group[2];
   sort_out(table, in_group, group);
   for (int c = 0; c < 2; ++c) {
@@ -301,25 +182,12 @@ int table_level(const FlowData& fd, float qv, float dp, Warning warning, Bands& 
   }
 }
 
-// Adds what the duct size and the chosen parameters change. A duct without area, where its size matters,
-// leaves the level as the table gives it.
-void add_corrections(const FlowData& fd, const DuctSize* duct, Bands& lw) {
-  const float lwsizecoef = fd.lwsizecoef;
-  if (std::fabs(wide(lwsizecoef)) > kSmallestSizeCoef) {
-    const float area = duct != nullptr ? ewads_m2(duct) : 0.0F;
-    if (wide(area) < kSmallestDuctArea) return;
-    const float size_term = narrow((wide(lwsizecoef) / 3.0 * 10.0) * lg(area));
-    for (float& level : lw) level += size_term;
-  }
-  param_add_lw(&fd, lw);
-}
-
 int bands_at(const FlowData* fd, float qv, float dp, const DuctSize* duct, Warning warning, Bands& lw) {
   if (wide(qv) < kSmallestFlow) return TAVCA_LW_NO_FLOW;
   if (fd == nullptr || fd->nhdd == 0) return TAVCA_LW_NO_DATA;
   if (fd->nlw < 2) return TAVCA_LW_FEW_ROWS;
   const int result = table_level(*fd, qv, dp, warning, lw);
-  if (result == TAVCA_OK) add_corrections(*fd, duct, lw);
+  if (result == TAVCA_OK) corrections_of(*fd, duct).add_to(lw);
   return result;
 }
 
@@ -357,6 +225,21 @@ bool attenuation(const FlowData& fd, float qv, float dp, float* dlw) {
 }
 
 }  // namespace
+
+// A duct without area, where its size matters, leaves the level as the table gives it.
+Corrections sound::corrections_of(const FlowData& fd, const DuctSize* duct) {
+  Corrections corrections;
+  const float lwsizecoef = fd.lwsizecoef;
+  if (std::fabs(wide(lwsizecoef)) > kSmallestSizeCoef) {
+    const float area = duct != nullptr ? ewads_m2(duct) : 0.0F;
+    if (wide(area) < kSmallestDuctArea) return corrections;
+    corrections.any_size = true;
+    corrections.size = narrow((wide(lwsizecoef) / 3.0 * 10.0) * lg(area));
+  }
+  corrections.any_parameter = fd.npar >= 1;
+  if (corrections.any_parameter) corrections.parameter = param_lw_term(&fd);
+  return corrections;
+}
 
 int sound_power(const FlowData* fd, float qv, float dp, const DuctSize* duct, Warning warning, float* lw) {
   Bands levels = {};

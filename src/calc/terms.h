@@ -1,8 +1,10 @@
 // What the chosen value of a parameter contributes: the fields of its two rows, blended.
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 
+#include "calc/numeric.h"
 #include "tavd/flowdata.h"
 
 namespace tavd {
@@ -62,8 +64,23 @@ class PressureTerm {
   PressureTerm(const FlowData& fd, float qv) : any_(fd.npar >= 1) {
     if (any_) term_ = sum_of_terms<dk_term>(fd) * qv * qv;
   }
+  // `any`: whether there are parameters; `k`: the sum of their coefficients.
+  PressureTerm(bool any, float k, float qv) : any_(any), term_(k * qv * qv) {}
+
   // `dp` with the term, Pa. Without parameters nothing is added, not even 0.
   float added_to(float dp) const { return any_ ? dp + term_ : dp; }
+
+  // A demanded pressure without the term, Pa: what is left to the base data.
+  float taken_from(float dp) const {
+    constexpr double kSmallestPressure = 1e-5;      // Pa; what is left at least
+    constexpr double kSmallestPressureTerm = 1e-3;  // Pa; smaller terms leave it alone
+    if (wide(dp) < kSmallestPressure) return dp;
+    const float with_term = added_to(dp);
+    const float term = with_term - dp;
+    if (!(std::fabs(wide(term)) > kSmallestPressureTerm && wide(with_term) > kSmallestPressure)) return dp;
+    const float left = dp - term;
+    return wide(left) < kSmallestPressure ? narrow(kSmallestPressure) : left;
+  }
 
  private:
   bool any_;

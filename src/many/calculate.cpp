@@ -5,6 +5,8 @@
 #include "calc/calculations.h"
 #include "many/arrays.h"
 #include "many/product.h"
+#include "many/roomlevels.h"
+#include "many/throws.h"
 #include "tavd/tavca.h"
 #include "tavd/tavdn.h"
 
@@ -32,24 +34,39 @@ bool any(const Arrays*... arrays) {
   return ((arrays != nullptr) || ...);
 }
 
-void ranges(const FlowData& fd, const Points& at, const tavdn_results& out) {
+void ranges(const tavdn_product& product, const Points& at, const tavdn_results& out) {
   if (!any(out.range_code, out.dp_min, out.dp_max)) return;
+  const Limits& limits = product.limits;
   for (std::size_t i = 0; i < at.n; ++i) {
     float lowest;
     float highest;
-    put(out.range_code, i, minmaxdptot(&fd, at.qv[i], kNobody, &lowest, &highest));
+    int code = limits.code();
+    if (limits.known()) {
+      limits.at(at.qv[i], limits.term(at.qv[i]), &lowest, &highest);
+    } else {
+      code = minmaxdptot(&product.fd, at.qv[i], kNobody, &lowest, &highest);
+    }
+    put(out.range_code, i, code);
     put(out.dp_min, i, lowest);
     put(out.dp_max, i, highest);
   }
 }
 
-using Solver = decltype(tavca_damper_pos);
+using Quick = bool (Positions::*)(float qv, float dp, const Limits& limits, float* position, int* code) const;
+using Exact = decltype(tavca_damper_pos);
 
-void positions(const FlowData& fd, const Points& at, Solver solve, int32_t* codes, float* positions) {
+template <Quick quick, Exact exact>
+void positions(const tavdn_product& product, const Points& at, int32_t* codes, float* positions) {
   if (!any(codes, positions)) return;
   for (std::size_t i = 0; i < at.n; ++i) {
+    const float qv = at.qv[i];
+    const float dp = at.dp_at(i);
     float position;
-    put(codes, i, solve(&fd, at.qv[i], at.dp_at(i), &position));
+    int code;
+    if (!(product.positions.*quick)(qv, dp, product.limits, &position, &code)) {
+      code = exact(&product.fd, qv, dp, &position);
+    }
+    put(codes, i, code);
     put(positions, i, position);
   }
 }
@@ -72,14 +89,25 @@ void fan_checks(const FlowData& fd, const Points& at, int32_t* codes) {
   for (std::size_t i = 0; i < at.n; ++i) codes[i] = tavca_fan_op_check(&fd, at.qv[i], at.dp_at(i));
 }
 
+// In blocks, so that levels in the room need no array of the caller's for the bands.
 void levels(const tavdn_product& product, const Points& at, float roomdamp, const tavdn_results& out) {
   if (!any(out.lw_code, out.lw, out.lpa)) return;
-  for (std::size_t i = 0; i < at.n; ++i) {
-    float bands[TAVD_BANDS];
-    const int code = sound_power(&product.fd, at.qv[i], at.dp_at(i), product.duct(), kNobody, bands);
-    put(out.lw_code, i, code);
-    if (out.lw != nullptr) std::copy_n(bands, TAVD_BANDS, out.lw + i * TAVD_BANDS);
-    if (out.lpa != nullptr) out.lpa[i] = code == TAVCA_OK ? room_level(bands, roomdamp) : 0.0F;
+  constexpr std::size_t kBlock = 64;
+  static constexpr float kNoPressures[kBlock] = {};
+  float block[kBlock * TAVD_BANDS];
+  int32_t block_codes[kBlock];
+  const LevelSource source = {product.levels, product.limits, product.fd, product.duct()};
+  for (std::size_t first = 0; first < at.n; first += kBlock) {
+    const std::size_t count = std::min(kBlock, at.n - first);
+    float* const bands = out.lw != nullptr ? out.lw + first * TAVD_BANDS : block;
+    int32_t* const codes = out.lw_code != nullptr ? out.lw_code + first : block_codes;
+    const float* const dp = at.dp != nullptr ? at.dp + first : kNoPressures;
+    levels_at(source, count, at.qv + first, dp, bands, codes);
+    if (out.lpa == nullptr) continue;
+    room_levels(count, bands, roomdamp, out.lpa + first);
+    for (std::size_t i = 0; i < count; ++i) {
+      if (codes[i] != TAVCA_OK) out.lpa[first + i] = 0.0F;
+    }
   }
 }
 
@@ -100,7 +128,7 @@ void throws(const tavdn_product& product, const Points& at, const tavdn_results&
     std::fill_n(out.throw_length, at.n, 0.0F);
     return;
   }
-  for (std::size_t i = 0; i < at.n; ++i) out.throw_length[i] = throw_length(product.throw_line, at.qv[i]);
+  throw_lengths(product.throw_line, at.n, at.qv, out.throw_length);
 }
 
 // The record of a caller that knows fewer members than this library, or asks for more than it knows, is
@@ -124,9 +152,11 @@ int tavdn_calculate(const tavdn_product* product, std::size_t n, const float* qv
   if (qv == nullptr) return TAVDN_BAD_ARGUMENT;
   const Points at = {n, qv, dp};
   const FlowData& fd = product->fd;
-  ranges(fd, at, *results);
-  positions(fd, at, tavca_damper_pos, results->position_code, results->position);
-  positions(fd, at, tavca_damper_pos_fixed, results->setting_code, results->setting);
+  ranges(*product, at, *results);
+  positions<&Positions::quick_stepless, tavca_damper_pos>(*product, at, results->position_code,
+                                                          results->position);
+  positions<&Positions::quick_stepped, tavca_damper_pos_fixed>(*product, at, results->setting_code,
+                                                               results->setting);
   fans(fd, at, *results);
   fan_checks(fd, at, results->fan_check);
   levels(*product, at, roomdamp, *results);

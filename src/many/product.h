@@ -2,6 +2,9 @@
 #pragma once
 
 #include "calc/calculations.h"
+#include "many/levels.h"
+#include "many/limits.h"
+#include "many/positions.h"
 #include "tavd/flowdata.h"
 #include "tavd/tavdn.h"
 #include "tavd/types.h"
@@ -14,6 +17,9 @@ struct tavdn_product {
   const FlowData fd;
   const bool has_duct;
   const DuctSize duct_size;
+  const tavd::Limits limits;
+  const tavd::Positions positions;
+  const tavd::Levels levels;
   bool has_throw_line;
   tavd::ThrowLine throw_line;  // of the value of the first parameter
 };

@@ -4,6 +4,8 @@
 #include "calc/calculations.h"
 #include "many/arrays.h"
 #include "many/product.h"
+#include "many/roomlevels.h"
+#include "many/throws.h"
 #include "tavd/tavca.h"
 #include "tavd/tavdn.h"
 
@@ -13,7 +15,7 @@ int tavdn_lpa(std::size_t n, const float* lw, float roomdamp, float* lpa) {
   if (!fits_memory(n)) return TAVDN_BAD_ARGUMENT;
   if (n == 0) return TAVDN_OK;
   if (lw == nullptr || lpa == nullptr) return TAVDN_BAD_ARGUMENT;
-  for (std::size_t row = 0; row < n; ++row) lpa[row] = room_level(lw + row * TAVD_BANDS, roomdamp);
+  room_levels(n, lw, roomdamp, lpa);
   return TAVDN_OK;
 }
 
@@ -27,7 +29,7 @@ int tavdn_throw(const tavdn_product* product, const char* value, std::size_t n, 
     std::fill_n(length, n, 0.0F);
     return TAVDN_OK;
   }
-  for (std::size_t i = 0; i < n; ++i) length[i] = throw_length(line, qv[i]);
+  throw_lengths(line, n, qv, length);
   return TAVDN_OK;
 }
 

@@ -1,0 +1,100 @@
+// The sound power of a product at many points: its sound table with all worked out that no point changes.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "calc/soundtable.h"
+#include "many/limits.h"
+#include "tavd/flowdata.h"
+#include "tavd/types.h"
+
+namespace tavd {
+
+// The levels of two rows as lines over the logarithm of pressure: level + slope*(lg dp - lg_dp).
+struct LevelLine {
+  double lg_dp;                // of the row that `level` is of
+  double slope[TAVD_BANDS];    // dB a decade; 0 where both rows count as one place
+  float level[TAVD_BANDS];     // dB
+  float distance[TAVD_BANDS];  // of the quick level from the exact one, dB (many/nearly.h)
+};
+
+// Which pair of rows of a curve or group a target chooses. The choice looks at the target only by comparing
+// it with the keys of the rows, so that it is the same for all targets between two neighbouring keys.
+struct RowChoice {
+  bool complete = false;    // at least two rows
+  std::vector<float> keys;  // distinct, rising
+  std::vector<std::uint16_t>
+      at;  // line for a target below the first key, on it, above it and below the next, ...
+  int line(float target) const {
+    std::size_t place = 0;
+    for (const float key : keys) {
+      place += static_cast<std::size_t>(key < target) + static_cast<std::size_t>(key <= target);
+    }
+    return at[place];
+  }
+};
+
+// Of the quick level of a line from the exact one, for each dB a decade of its slope (levels.cpp).
+constexpr double kDistanceOfSlope = 1e-11;
+
+class Levels {
+ public:
+  Levels(const FlowData& fd, const Limits& limits, const DuctSize* duct);
+
+  // As sound_power, without a warning, in less time. False, with nonsense in `lw`, where Steps are not
+  // certain of the result, or where the table holds what has to be asked of sound_power.
+  template <typename Steps>
+  bool at(float qv, float dp, const Limits& limits, float* lw, int* code) const;
+
+ private:
+  enum class Search { none, fixed_curve, resistance_curves, flow_groups };
+
+  void prepare_fixed_curve(const sound::Table& table);
+  void prepare_curves(const sound::Table& table);
+  void prepare_groups(const sound::Table& table);
+  template <typename Key>
+  RowChoice choice(const sound::Table& table, const sound::Rows& rows, Key key);
+  std::uint16_t line_of(const sound::Table& table, sound::Pair pair);
+
+  template <typename Steps>
+  bool fixed_curve(float qv, const Limits& limits, sound::Bands& lw, int* code) const;
+  template <typename Steps>
+  bool resistance_curves(float qv, float dp, const Limits& limits, sound::Bands& lw, int* code) const;
+  template <typename Steps>
+  bool flow_groups(float qv, float dp, const Limits& limits, sound::Bands& lw, int* code) const;
+
+  Search search_ = Search::none;
+  int failure_ = 0;  // of every point that has a flow
+  sound::Corrections corrections_;
+  float qvmin_, qvmax_;
+
+  // Curves of one resistance or groups of one flow, in table order, and between which of them a point lies:
+  // at the place that tells how many of `steps_` are passed.
+  sound::Distinct values_;
+  float steps_[sound::kMostCurves];
+  double lg_values_[sound::kMostCurves];
+  int codes_[sound::kMostCurves];  // of the place between a value and the next
+  std::vector<RowChoice> choices_;
+  std::vector<LevelLine> lines_;
+  std::vector<sound::Pair> pairs_;  // of the lines
+};
+
+// A product's sound: what is asked of it, at n points, n x 8 levels and n codes.
+struct LevelSource {
+  const Levels& levels;
+  const Limits& limits;
+  const FlowData& fd;
+  const DuctSize* duct;
+};
+
+// As sound_power point by point. Returns for how many the exact steps were taken.
+std::size_t levels_at(const LevelSource& source, std::size_t n, const float* qv, const float* dp, float* lw,
+                      std::int32_t* codes);
+
+// The same by a path of many/paths.h.
+std::size_t levels_by(std::size_t path, const LevelSource& source, std::size_t n, const float* qv,
+                      const float* dp, float* lw, std::int32_t* codes);
+
+}  // namespace tavd

@@ -1,0 +1,30 @@
+#include "many/limits.h"
+
+#include "calc/calculations.h"
+#include "calc/kinds.h"
+#include "calc/numeric.h"
+#include "tavd/tavca.h"
+
+namespace tavd {
+
+Limits::Limits(const FlowData& fd) : known_(fd.kind != TAVD_KIND_RESISTANCE_POINTS), any_term_(fd.npar >= 1) {
+  if (any_term_) term_k_ = sum_of_terms<dk_term>(fd);
+  if (!known_) return;
+  code_ = minmaxdptot(&fd, 1.0F, nullptr, nullptr, nullptr);
+  if (code_ != TAVCA_OK) return;
+  if (is_damper(fd.kind)) {
+    follows_flow_ = true;
+    const DamperPoint first = fd.damper[0];
+    const DamperPoint last = fd.damper[row_count(fd.ndamper, TAVD_DAMPER_ROWS) - 1];
+    high_ = point(first.qv, first.dp);
+    low_ = point(last.qv, last.dp);
+  } else if (is_resistance(fd.kind)) {
+    follows_flow_ = true;
+    high_ = low_ = point(fd.qvref, fd.dpref);
+  } else {
+    high_.dp = fd.dpmax;
+    low_.dp = fd.dpmin;
+  }
+}
+
+}  // namespace tavd
