@@ -12,6 +12,7 @@ namespace {
 constexpr char32_t kReplacement = 0xFFFD;
 constexpr std::size_t kMostBytes = 4;           // of one character
 constexpr std::size_t kQuotedCharacters = 100;  // more than any id, number or title may have
+constexpr std::size_t kLongestName = 16;        // of those that are likely to be meant
 constexpr std::size_t kPathCharacters = 4096;   // the longest path of any platform here
 
 struct Range {
@@ -167,6 +168,37 @@ bool fits_wildcards(std::string_view text, std::string_view pattern) {
     }
   }
   return pattern.substr(at).find_first_not_of('*') == std::string_view::npos;
+}
+
+std::size_t edit_distance(std::string_view a, std::string_view b) {
+  std::vector<std::size_t> row(b.size() + 1);
+  for (std::size_t j = 0; j <= b.size(); ++j) row[j] = j;
+  for (std::size_t i = 1; i <= a.size(); ++i) {
+    std::size_t diagonal = row[0];
+    row[0] = i;
+    for (std::size_t j = 1; j <= b.size(); ++j) {
+      const std::size_t above = row[j];
+      const std::size_t change = ascii_lower(a[i - 1]) == ascii_lower(b[j - 1]) ? 0 : 1;
+      row[j] = std::min({above + 1, row[j - 1] + 1, diagonal + change});
+      diagonal = above;
+    }
+  }
+  return row[b.size()];
+}
+
+std::string did_you_mean(std::string_view written, std::span<const std::string_view> names) {
+  // A wrong letter in three, two in four to seven, and so on: short names are near to everything else.
+  const std::size_t farthest = 1 + std::min<std::size_t>(written.size(), kLongestName) / 4;
+  std::size_t nearest = farthest + 1;
+  std::string_view found;
+  for (const std::string_view name : names) {
+    if (written.size() > name.size() + farthest) continue;
+    const std::size_t away = edit_distance(written, name);
+    if (away >= nearest) continue;
+    nearest = away;
+    found = name;
+  }
+  return found.empty() ? "" : " (did you mean " + in_quotes(found) + "?)";
 }
 
 std::string with_replaced(std::string text, std::string_view what, std::string_view by) {

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <ostream>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -45,6 +46,14 @@ std::string lower(std::string_view text);
 
 // Whether the text is as the pattern has it, in which "*" stands for any characters and "?" for one byte.
 bool fits_wildcards(std::string_view text, std::string_view pattern);
+
+// Letters to change, add or leave out to make one text of the other, without regard to the case of ASCII
+// letters.
+std::size_t edit_distance(std::string_view a, std::string_view b);
+
+// " (did you mean \"flowheader\"?)" with the name that comes nearest, as far as one is near; otherwise
+// nothing.
+std::string did_you_mean(std::string_view written, std::span<const std::string_view> names);
 
 // The text without blanks at its end.
 std::string_view trim_end(std::string_view text);

@@ -185,6 +185,13 @@ std::span<const TextGroup> text_groups() {
   return kGroups;
 }
 
+std::vector<std::string_view> member_names() {
+  std::vector<std::string_view> names;
+  for (const Attribute& attribute : kAttributes) names.emplace_back(attribute.name);
+  for (const TextGroup& group : kGroups) names.emplace_back(group.name);
+  return names;
+}
+
 const TextGroup* find_text_group(std::string_view name) {
   const auto* found =
       std::ranges::find(kGroups, name, [](const TextGroup& g) { return std::string_view(g.name); });

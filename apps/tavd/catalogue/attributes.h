@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tavdhost {
 
@@ -71,6 +72,8 @@ struct TextGroup {
 };
 
 std::span<const TextGroup> text_groups();
+// The names that a product's members may have besides "class", "id" and "ahm": attributes and groups.
+std::vector<std::string_view> member_names();
 const TextGroup* find_text_group(std::string_view name);
 
 // The number of an attribute that a user names: by its name ("damperpoints"), as a member of a group

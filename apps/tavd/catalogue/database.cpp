@@ -1,11 +1,6 @@
 #include "catalogue/database.h"
 
-#include <algorithm>
-#include <deque>
 #include <filesystem>
-#include <map>
-#include <new>
-#include <utility>
 
 #include "base/errors.h"
 #include "base/paths.h"
@@ -13,133 +8,13 @@
 #include "base/progress.h"
 #include "base/text.h"
 #include "base/whole_file.h"
-#include "catalogue/attributes.h"
-#include "catalogue/entry.h"
 #include "catalogue/files.h"
-#include "catalogue/source.h"
-#include "catalogue/values.h"
 #include "drafts/drafts.h"
-#include "product/families.h"
-#include "product/record_layout.h"
 #include "product/text_codec.h"
-#include "tavd/attributes.h"
 #include "tavd/tavdsrv.h"
 
 namespace tavdhost {
 namespace {
-
-// A source and the products in it.
-struct ParsedSource {
-  Source source;
-  Json::Value root;
-};
-
-using ParsedSources = std::deque<ParsedSource>;  // what is added stays where it is
-
-// A file holds one product, or an array of them.
-std::vector<const Json::Value*> products_of(const Json::Value& root) {
-  std::vector<const Json::Value*> products;
-  if (!root.isArray()) return {&root};
-  for (const Json::Value& product : root) products.push_back(&product);
-  return products;
-}
-
-ParsedSources parse_sources(const std::vector<std::string>& names, Faults& faults) {
-  ParsedSources parsed;
-  for (const std::string& name : names) {
-    try {
-      parsed.push_back({Source::read(name), {}});
-      ParsedSource& next = parsed.back();
-      if (!parse(next.source, next.root, faults)) next.root = Json::Value(Json::arrayValue);
-    } catch (const std::bad_alloc&) {
-      throw UserError(name + ": there is not enough memory to read it, expected smaller sources");
-    }
-  }
-  return parsed;
-}
-
-bool is_file_header(const Json::Value& product) {
-  return product.isObject() && product["class"].isString() &&
-         product["class"].asString() == kFileHeaderClass && product["id"].isString() &&
-         product["id"].asString() == kFileHeaderId;
-}
-
-// The file header decides how texts are stored, so it must be in the database before any text is encoded.
-void store_encoding(const Database& database, const TextCodec& codec, const ParsedSources& sources) {
-  for (const auto& [source, root] : sources) {
-    for (const Json::Value* product : products_of(root)) {
-      if (!is_file_header(*product)) continue;
-      Faults told_later;
-      const auto header = read_entry(codec, source, *product, told_later);
-      if (!header || !header->attributes.contains(TAVD_ATT_USES_UTF8)) continue;
-      store(database, {header->class_id,
-                       header->object_id,
-                       {{TAVD_ATT_USES_UTF8, header->attributes.at(TAVD_ATT_USES_UTF8)}},
-                       {},
-                       {}});
-    }
-  }
-}
-
-// All products of the sources, each key once.
-class Collector {
- public:
-  Collector(const TextCodec& codec, Faults& faults) : codec_(codec), faults_(faults) {}
-
-  void add(const Source& source, const Json::Value& product) {
-    auto entry = read_entry(codec_, source, product, faults_);
-    if (!entry) return;
-    const std::pair key(entry->class_id, entry->object_id);
-    const auto [known, is_new] = places_.try_emplace(key, Found{&source, entry->place});
-    if (is_new) {
-      entries_.push_back(std::move(*entry));
-      return;
-    }
-    const Found& first = known->second;
-    faults_.add(source, entry->place,
-                printable(key.first + ' ' + key.second) +
-                    ": duplicate; expected each class and id once, first " + "found at " +
-                    first.source->name() + ':' + std::to_string(first.place.line));
-  }
-
-  // In the order that the database has them, so that the same catalogue gives the same file.
-  std::vector<Entry> take_sorted() {
-    std::ranges::sort(entries_, {}, [](const Entry& entry) {
-      std::string key = entry.class_id + entry.object_id;
-      key.resize(hosts::kClassChars + hosts::kIdChars, ' ');
-      return key;
-    });
-    return std::move(entries_);
-  }
-
- private:
-  struct Found {
-    const Source* source;
-    Source::Place place;
-  };
-  const TextCodec& codec_;
-  Faults& faults_;
-  std::vector<Entry> entries_;
-  std::map<std::pair<std::string, std::string>, Found> places_;
-};
-
-void refuse(const Faults& faults, const std::string& target) {
-  if (faults.empty()) return;
-  throw UserError(std::to_string(faults.count()) + (faults.count() == 1 ? " fault" : " faults") +
-                  " in the sources, " + target + " is left as it is\n" + faults.listing());
-}
-
-void store_all(const Database& database, const std::vector<Entry>& entries) {
-  Transaction transaction(database);
-  {
-    Progress progress("Storing", entries.size());
-    for (const Entry& entry : entries) {
-      store(database, entry);
-      progress.step();
-    }
-  }
-  transaction.commit();
-}
 
 // Lets the service finish what a crash left of the file that is to be replaced: a journal that stayed beside
 // it would be taken for the new file's.
@@ -174,15 +49,6 @@ class DraftDatabase {
   drafts::Folder folder_;
   std::filesystem::path name_;
 };
-
-void refuse_target_among(const std::vector<std::string>& sources, const std::string& target) {
-  for (const std::string& source : sources) {
-    std::error_code problem;
-    if (std::filesystem::equivalent(to_path(source), to_path(target), problem)) {
-      throw UserError(target + " is one of the sources, expected another name for the database");
-    }
-  }
-}
 
 // The service ends class and id at a NUL, so that no catalogue can make such a record.
 void refuse_nul(const Database& database, const Entry& entry) {
@@ -228,27 +94,6 @@ void store(const Database& database, const Entry& entry) {
     tavbsaverec(database.handle(), record.get());
   }
   check_service();
-}
-
-std::size_t build_database(const std::vector<std::string>& sources, const std::string& target) {
-  const std::vector<std::string> files = source_files(sources);
-  refuse_target_among(files, target);
-  Faults faults;
-  const ParsedSources parsed = parse_sources(files, faults);
-  std::size_t records = 0;
-  make_database(target, [&](const Database& database) {
-    const TextCodec codec(database.handle());
-    store_encoding(database, codec, parsed);
-    Collector collector(codec, faults);
-    for (const auto& [source, root] : parsed) {
-      for (const Json::Value* product : products_of(root)) collector.add(source, *product);
-    }
-    refuse(faults, target);
-    const std::vector<Entry> entries = collector.take_sorted();
-    store_all(database, entries);
-    records = entries.size();
-  });
-  return records;
 }
 
 std::size_t dump_database(const Database& database, std::ostream& out) {

@@ -1,11 +1,10 @@
-// The catalogue as a whole: its sources compiled into a database, and a database written as text.
+// Databases made whole, and written as text.
 #pragma once
 
 #include <cstddef>
 #include <functional>
 #include <ostream>
 #include <string>
-#include <vector>
 
 #include "catalogue/entry.h"
 #include "product/database.h"
@@ -23,10 +22,6 @@ bool add_database(const std::string& target, const Fill& fill);
 
 // Stores a record. Throws UserError with the service's words.
 void store(const Database& database, const Entry& entry);
-
-// Compiles the sources into a database at `target`, which is replaced as a whole, or left as it is: then
-// UserError has file, line and reason of everything that is wrong. Returns the number of records.
-std::size_t build_database(const std::vector<std::string>& sources, const std::string& target);
 
 // Writes all records of the database as the text that builds the same records again. Returns their number.
 // Ends as soon as the stream takes no more.

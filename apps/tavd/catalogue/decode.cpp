@@ -113,7 +113,7 @@ std::optional<std::string> decode_value(TextCodec& codec, const Attribute& layou
   Faults faults;
   Json::Value root;
   if (!parse(source, root, faults)) return std::nullopt;
-  const auto again = encode_value({codec, source, faults, {}}, layout, number, root[0], {});
+  const auto again = encode_value({codec, source, faults, nullptr, {}}, layout, number, root[0], {});
   if (!again || *again != bytes) return std::nullopt;
   return text;
 }

@@ -1,13 +1,17 @@
 // Values as the catalogue's text has them, checked and turned into the bytes of the database.
 #include <utf8.h>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstring>
+#include <vector>
 
 #include "base/json_text.h"
+#include "base/numbers.h"
 #include "base/text.h"
 #include "catalogue/values.h"
+#include "tavd/tavca.h"
 #include "tavd/tavdf.h"
 
 namespace tavdhost {
@@ -30,6 +34,7 @@ class ValueEncoder {
   bool integer(const Json::Value& value, const std::string& field);
   bool number(const Json::Value& value, const std::string& field);
   bool bands(const Json::Value& value, const std::string& field);
+  void stated_level(const Json::Value& bands, const Json::Value& stated, const std::string& field);
   bool fixed_text(ColumnType type, const Json::Value& value, const std::string& field);
 
   bool refuse(const Json::Value& found, const std::string& field, const std::string& what) {
@@ -39,12 +44,29 @@ class ValueEncoder {
   // The whole number that the value's characters are.
   std::optional<long> whole(const Json::Value& value) const;
   bool has_column(const std::string& name) const;
+  std::vector<std::string_view> column_names() const;
+  // Whether a row may tell the A-weighted level of its bands behind them.
+  bool takes_stated_level() const { return layout_.number == TAVD_ATT_LW_POINTS; }
 
   const ReadContext& context_;
   const Attribute& layout_;
 };
 
 constexpr std::size_t kNameCharacters = 60;  // of products and fields in messages
+constexpr const char* kBandExpected = "a whole number of dB from 0 to 255";
+
+// A sound row may state the A-weighted level of its bands, dB(A), as the maker's table has it. It is compared
+// and not stored.
+constexpr const char* kStatedLevel = "LwA";
+constexpr double kLevelTolerance = 1.5;  // dB; bands and level are rounded to whole dB
+constexpr float kRoomDamping = 4;        // dB, the library's as it stands before a host sets another
+
+// "product: field: ", as far as they are known.
+std::string named(const std::string& product, const std::string& field) {
+  std::string line = product.empty() ? "" : shortened(product, kNameCharacters) + ": ";
+  if (!field.empty()) line += shortened_inside(field, kNameCharacters) + ": ";
+  return line;
+}
 
 std::string indexed(const std::string& field, Json::ArrayIndex index) {
   return field + '[' + std::to_string(index + 1) + ']';
@@ -80,15 +102,17 @@ bool ValueEncoder::item(const Json::Value& value, const std::string& field) {
 
 // A row by the order of its columns.
 bool ValueEncoder::row(const Json::Value& value, const std::string& field) {
-  if (value.size() != layout_.columns.size()) {
-    const std::string count = std::to_string(layout_.columns.size());
-    return refuse(value, field, count + " values, " + layout_.expected);
+  const auto columns = static_cast<Json::ArrayIndex>(layout_.columns.size());
+  const bool stated = takes_stated_level() && value.size() == columns + 1;
+  if (value.size() != columns && !stated) {
+    return refuse(value, field, std::to_string(columns) + " values, " + layout_.expected);
   }
   bool good = true;
-  for (Json::ArrayIndex i = 0; i < value.size(); ++i) {
+  for (Json::ArrayIndex i = 0; i < columns; ++i) {
     const Column& wanted = layout_.columns[i];
     good &= column(wanted.type, value[i], member_of(field, wanted.name));
   }
+  if (good && stated) stated_level(value[columns - 1], value[columns], field);
   return good;
 }
 
@@ -96,8 +120,10 @@ bool ValueEncoder::row(const Json::Value& value, const std::string& field) {
 bool ValueEncoder::members(const Json::Value& value, const std::string& field) {
   bool good = true;
   for (const std::string& name : value.getMemberNames()) {
-    if (has_column(name)) continue;
-    context_.fault(value[name], member_of(field, name), "unknown; expected " + std::string(layout_.expected));
+    if (has_column(name) || (takes_stated_level() && name == kStatedLevel)) continue;
+    context_.fault(
+        value[name], member_of(field, name),
+        "unknown" + did_you_mean(name, column_names()) + "; expected " + std::string(layout_.expected));
     good = false;
   }
   for (const Column& wanted : layout_.columns) {
@@ -109,6 +135,7 @@ bool ValueEncoder::members(const Json::Value& value, const std::string& field) {
       good = false;
     }
   }
+  if (good && value.isMember(kStatedLevel)) stated_level(value["lw"], value[kStatedLevel], field);
   return good;
 }
 
@@ -158,16 +185,40 @@ bool ValueEncoder::bands(const Json::Value& value, const std::string& field) {
   if (!value.isArray() || value.size() != count) {
     return refuse(value, field, "an array of 8 bands, 63 Hz to 8 kHz");
   }
-  bool good = true;
+  std::vector<Json::ArrayIndex> wrong;
   for (Json::ArrayIndex i = 0; i < count; ++i) {
     const auto found = whole(value[i]);
-    if (!found || *found < 0 || *found > UINT8_MAX) {
-      good = refuse(value[i], indexed(field, i), "a whole number of dB from 0 to 255");
-    } else {
+    if (found && *found >= 0 && *found <= UINT8_MAX) {
       bytes += static_cast<char>(static_cast<unsigned char>(*found));
+    } else {
+      wrong.push_back(i);
     }
   }
-  return good;
+  if (wrong.empty()) return true;
+  const Json::Value& first = value[wrong[0]];
+  if (wrong.size() == 1) return refuse(first, indexed(field, wrong[0]), kBandExpected);
+  std::string found;
+  for (const Json::ArrayIndex i : wrong)
+    found += (found.empty() ? "" : ", ") + context_.source.excerpt(value[i]);
+  context_.fault(first, field, std::string("expected ") + kBandExpected + " in each band, found " + found);
+  return false;
+}
+
+// The level that a table states must be the sum of its bands, A-weighted.
+void ValueEncoder::stated_level(const Json::Value& bands, const Json::Value& stated,
+                                const std::string& field) {
+  const std::string name = member_of(field, kStatedLevel);
+  if (!stated.isNumeric()) {
+    context_.remark(stated, name, "expected a number, found " + context_.source.excerpt(stated));
+    return;
+  }
+  float levels[TAVD_BANDS];
+  for (Json::ArrayIndex i = 0; i < TAVD_BANDS; ++i) levels[i] = bands[i].asFloat();
+  const float sum = tavca_LpA(levels) + kRoomDamping;
+  if (std::abs(double{sum} - stated.asDouble()) <= kLevelTolerance) return;
+  context_.remark(stated, name,
+                  "expected about " + fixed(sum, 1) + " dB(A), the sum of the bands, found " +
+                      context_.source.excerpt(stated));
 }
 
 bool ValueEncoder::fixed_text(ColumnType type, const Json::Value& value, const std::string& field) {
@@ -214,18 +265,24 @@ std::optional<long> ValueEncoder::whole(const Json::Value& value) const {
 }
 
 bool ValueEncoder::has_column(const std::string& name) const {
-  for (const Column& column : layout_.columns) {
-    if (column.name == name) return true;
-  }
-  return false;
+  return std::ranges::find(layout_.columns, name, &Column::name) != layout_.columns.end();
+}
+
+std::vector<std::string_view> ValueEncoder::column_names() const {
+  std::vector<std::string_view> names;
+  for (const Column& column : layout_.columns) names.emplace_back(column.name);
+  return names;
 }
 
 }  // namespace
 
 void ReadContext::fault(const Json::Value& at, const std::string& field, const std::string& text) const {
-  std::string line = product.empty() ? "" : shortened(product, kNameCharacters) + ": ";
-  if (!field.empty()) line += shortened_inside(field, kNameCharacters) + ": ";
-  faults.add(source, source.place(at.getOffsetStart()), line + text);
+  faults.add(source, source.place(at.getOffsetStart()), named(product, field) + text);
+}
+
+void ReadContext::remark(const Json::Value& at, const std::string& field, const std::string& text) const {
+  if (remarks != nullptr)
+    remarks->add(source, source.place(at.getOffsetStart()), named(product, field) + text);
 }
 
 void ReadContext::expected(const Json::Value& found, const std::string& field,

@@ -1,6 +1,8 @@
 #include "catalogue/entry.h"
 
+#include <algorithm>
 #include <charconv>
+#include <vector>
 
 #include "base/json_text.h"
 #include "base/text.h"
@@ -36,6 +38,9 @@ std::optional<std::string> read_key(const ReadContext& context, const Json::Valu
   } else if (value.isString()) {
     const std::string text = value.asString();
     bytes = context.codec.encode(0, text);
+    if (most == kIdCharacters && text.ends_with(' ')) {
+      context.remark(value, name, "expected no blanks at the end, found " + in_quotes(text));
+    }
   }
   if (bytes && most == kIdCharacters) bytes->resize(bytes->find_last_not_of(' ') + 1);
   const bool fits = bytes && bytes->size() <= most && !bytes->empty() && bytes->find('\0') == bytes->npos &&
@@ -72,7 +77,8 @@ class EntryReader {
       entry_.ahm = encode_hex(context_, value, name, kLongestAhm);
     } else {
       context_.fault(value, name,
-                     "unknown field; expected the name of an attribute, or its number with the value in hex");
+                     "unknown field" + did_you_mean(name, member_names()) +
+                         "; expected the name of an attribute, or its number with the value in hex");
     }
   }
 
@@ -95,12 +101,16 @@ class EntryReader {
   }
 
   void unknown_keys(const TextGroup& group, const Json::Value& value) {
+    std::vector<std::string_view> keys;
+    std::string listed;
+    for (const GroupText& text : group.texts) {
+      keys.emplace_back(text.key);
+      listed += (listed.empty() ? "" : ", ") + std::string(text.key);
+    }
     for (const std::string& key : value.getMemberNames()) {
-      bool known = false;
-      for (const GroupText& text : group.texts) known |= key == text.key;
-      if (known) continue;
+      if (std::ranges::find(keys, key) != keys.end()) continue;
       context_.fault(value[key], std::string(group.name) + '.' + key,
-                     std::string("unknown; expected ") + group.keys);
+                     "unknown" + did_you_mean(key, keys) + "; expected " + group.keys + ": " + listed);
     }
   }
 
@@ -141,8 +151,8 @@ std::string key_text(TextCodec& codec, const std::string& bytes) {
 }  // namespace
 
 std::optional<Entry> read_entry(const TextCodec& codec, const Source& source, const Json::Value& value,
-                                Faults& faults) {
-  ReadContext context{codec, source, faults, {}};
+                                Faults& faults, Faults* remarks) {
+  ReadContext context{codec, source, faults, remarks, {}};
   if (!value.isObject()) {
     context.expected(value, "", "an object for each product");
     return std::nullopt;

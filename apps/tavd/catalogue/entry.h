@@ -23,9 +23,9 @@ struct Entry {
 };
 
 // Reads one product. What is wrong goes into `faults`; the product is then incomplete. Nothing if not even
-// its class and id can be read.
+// its class and id can be read. What is allowed but hardly meant goes into `remarks`, if there are any.
 std::optional<Entry> read_entry(const TextCodec& codec, const Source& source, const Json::Value& value,
-                                Faults& faults);
+                                Faults& faults, Faults* remarks = nullptr);
 
 // The record with all that the database holds of it.
 Entry stored_entry(const Database& database, const Record& record);

@@ -1,14 +1,9 @@
 #include "catalogue/source.h"
 
-#include <json/reader.h>
-#include <utf8.h>
-
 #include <algorithm>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <memory>
-#include <sstream>
+#include <ranges>
 #include <tuple>
 
 #include "base/errors.h"
@@ -20,8 +15,7 @@ namespace {
 
 constexpr std::size_t kLinesShown = 20;
 constexpr std::size_t kExcerptCharacters = 40;
-constexpr std::size_t kFindingCharacters = 120;  // of what the reader words
-constexpr std::size_t kBlockBytes = 1024;        // of text, by which characters are counted beforehand
+constexpr std::size_t kBlockBytes = 1024;  // of text, by which characters are counted beforehand
 constexpr std::size_t kReadBytes = std::size_t{1} << 20;
 constexpr std::uintmax_t kMostSourceBytes = std::uintmax_t{4}
                                             << 30;  // read and taken apart it needs some ten times that
@@ -42,23 +36,6 @@ void refuse_nul(const std::string& path, std::size_t before, std::string_view te
   if (at == std::string_view::npos) return;
   throw UserError(path + ": byte " + std::to_string(before + at + 1) +
                   " is NUL, expected JSON as UTF-8 text");
-}
-
-// The reader words its findings as "* Line 3, Column 5", a line break, and the reason behind two blanks.
-void add_reader_errors(const Source& source, const std::string& errors, Faults& faults) {
-  std::istringstream lines(errors);
-  std::string line;
-  Source::Place place{1, 1};
-  while (std::getline(lines, line)) {
-    unsigned long row = 0;
-    unsigned long column = 0;
-    if (std::sscanf(line.c_str(), "* Line %lu, Column %lu", &row, &column) == 2) {
-      place = {row, column};
-    } else if (line.starts_with("  ")) {
-      faults.add(source, place, shortened_inside(line.substr(2), kFindingCharacters));
-    }
-  }
-  if (faults.empty()) faults.add(source, place, "cannot be read as JSON");
 }
 
 }  // namespace
@@ -103,6 +80,11 @@ Source::Place Source::place(std::ptrdiff_t offset) const {
   return {static_cast<std::size_t>(after - line_starts_.begin()), characters + 1};
 }
 
+std::size_t Source::offset(std::size_t line, std::size_t byte) const {
+  const std::size_t start = line_starts_[std::clamp<std::size_t>(line, 1, line_starts_.size()) - 1];
+  return std::min(start + std::max<std::size_t>(byte, 1) - 1, text_.size());
+}
+
 // Counts within a block only: a place far down a long line costs no more than one at its start.
 std::size_t Source::characters_before(std::size_t at) const {
   const std::size_t block = at / kBlockBytes;
@@ -136,10 +118,15 @@ std::string Source::excerpt(const Json::Value& value) const {
   return printable(text.substr(0, end)) + "...";
 }
 
+std::size_t Faults::order_of(const Source& source) {
+  const auto known = std::ranges::find(sources_, &source);
+  const auto order = static_cast<std::size_t>(known - sources_.begin());
+  if (known == sources_.end()) sources_.push_back(&source);
+  return order;
+}
+
 void Faults::add(const Source& source, Source::Place place, const std::string& text) {
-  const auto same = std::ranges::find(lines_, &source, &Line::source);
-  const std::size_t order = same != lines_.end() ? same->order : lines_.size();
-  lines_.push_back({&source, order, place, text});
+  lines_.push_back({&source, order_of(source), place, text});
 }
 
 std::string Faults::listing() const {
@@ -147,37 +134,17 @@ std::string Faults::listing() const {
   std::ranges::stable_sort(sorted, {}, [](const Line& line) {
     return std::tuple(line.order, line.place.line, line.place.column);
   });
+  std::vector<std::string> told;
+  for (const Line& line : sorted | std::views::take(kLinesShown)) {
+    told.push_back(printable(line.source->name()) + ':' + std::to_string(line.place.line) + ':' +
+                   std::to_string(line.place.column) + ": " + line.text);
+  }
+  for (const std::string& text : elsewhere_ | std::views::take(kLinesShown - told.size()))
+    told.push_back(text);
+  if (count() > told.size()) told.push_back("and " + std::to_string(count() - told.size()) + " more");
   std::string text;
-  for (std::size_t i = 0; i < std::min(sorted.size(), kLinesShown); ++i) {
-    const Line& line = sorted[i];
-    if (i > 0) text += '\n';
-    text += printable(line.source->name()) + ':' + std::to_string(line.place.line) + ':' +
-            std::to_string(line.place.column) + ": " + line.text;
-  }
-  if (sorted.size() > kLinesShown) text += "\nand " + std::to_string(sorted.size() - kLinesShown) + " more";
+  for (const std::string& line : told) text += (text.empty() ? "" : "\n") + line;
   return text;
-}
-
-bool parse(const Source& source, Json::Value& root, Faults& faults) {
-  const std::string& text = source.text();
-  const auto bad = utf8::find_invalid(text.begin(), text.end());
-  if (bad != text.end()) {
-    faults.add(source, source.place(bad - text.begin()), "expected UTF-8, found a byte that is none");
-    return false;
-  }
-  Json::CharReaderBuilder builder;
-  Json::CharReaderBuilder::strictMode(&builder.settings_);
-  builder["allowComments"] = true;
-  builder["collectComments"] = false;
-  const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
-  std::string errors;
-  try {
-    if (reader->parse(text.data(), text.data() + text.size(), &root, &errors)) return true;
-    add_reader_errors(source, errors, faults);
-  } catch (const Json::Exception& error) {  // nested deeper than the reader goes
-    faults.add(source, {1, 1}, error.what());
-  }
-  return false;
 }
 
 }  // namespace tavdhost

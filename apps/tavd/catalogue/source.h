@@ -26,6 +26,8 @@ class Source {
   const std::string& name() const { return name_; }
   const std::string& text() const { return text_; }
   Place place(std::ptrdiff_t offset) const;
+  // The offset of a line's byte, both counted from 1.
+  std::size_t offset(std::size_t line, std::size_t byte) const;
 
   // The characters that a value was read from, cut for a message if there are many.
   std::string_view literal(const Json::Value& value) const;
@@ -40,13 +42,18 @@ class Source {
   std::vector<std::size_t> block_characters_;  // characters in front of each block of the text
 };
 
-// Everything that is wrong in the sources of one run.
+// What is to be told about the sources of one run: everything that is wrong in them, or that is worth a
+// warning.
 class Faults {
  public:
+  // Sources are listed in the order in which they are first named, here or with a fault.
+  void name(const Source& source) { order_of(source); }
   void add(const Source& source, Source::Place place, const std::string& text);
+  // What has no place in the sources stands behind all that has.
+  void add(const std::string& text) { elsewhere_.push_back(text); }
 
-  bool empty() const { return lines_.empty(); }
-  std::size_t count() const { return lines_.size(); }
+  bool empty() const { return count() == 0; }
+  std::size_t count() const { return lines_.size() + elsewhere_.size(); }
 
   // A line per fault, "file:line:column: text", in the order of the sources and of the places in them. At
   // most 20 lines, and one that counts the rest.
@@ -59,7 +66,11 @@ class Faults {
     Source::Place place;
     std::string text;
   };
+  std::size_t order_of(const Source& source);
+
+  std::vector<const Source*> sources_;
   std::vector<Line> lines_;
+  std::vector<std::string> elsewhere_;
 };
 
 // Reads the JSON of a source; comments are allowed, names that stand twice in one object and anything behind

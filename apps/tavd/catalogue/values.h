@@ -19,10 +19,13 @@ struct ReadContext {
   const TextCodec& codec;
   const Source& source;
   Faults& faults;
+  Faults* remarks;  // what is allowed but hardly meant; null: not asked for
   std::string product;
 
   // "file:line:column: product: field: text".
   void fault(const Json::Value& at, const std::string& field, const std::string& text) const;
+  // The same where nothing is refused.
+  void remark(const Json::Value& at, const std::string& field, const std::string& text) const;
   // "... expected this, found that".
   void expected(const Json::Value& found, const std::string& field, const std::string& what) const;
 };

@@ -39,6 +39,9 @@ class Findings {
   std::vector<Finding> all_;
 };
 
+// "DMP QZDA-160: damperpoints (1652) row 3: expected ..., found ...".
+std::string text_of(const Finding& finding);
+
 // Everything that was found, in record order.
 std::vector<Finding> check_database(const Database& database, std::size_t& records);
 
@@ -47,6 +50,10 @@ std::vector<Finding> check_database(const Database& database, std::size_t& recor
 void check_values(TextCodec& codec, const Entry& entry, Findings& findings);
 // Header and tables: known kind, rising limits, rows in the order that the calculations rely on.
 void check_tables(const Entry& entry, const FlowData& flow, Findings& findings);
+// Sound tables: enough rows of enough curves, in order, on the product's own curve.
+void check_sound(const FlowData& flow, Findings& findings);
+// Mistakes of units: tables that lie outside the limits altogether, and what no product can be.
+void check_units(const Entry& entry, const FlowData& flow, Findings& findings);
 // What templates make of the product's size.
 void check_templates(TextCodec& codec, const Entry& entry, const DuctSize& size, Findings& findings);
 

@@ -1,4 +1,4 @@
-// tavd db: build, dump and check, and synth beside them.
+// tavd db: dump and check, and the others beside them.
 #include "commands/commands.h"
 
 #include <CLI/CLI.hpp>
@@ -20,20 +20,15 @@
 namespace tavdhost {
 namespace {
 
-constexpr const char* kBuildHelp =
-    "Compiles a product catalogue, written as text, into a database. Everything is checked first: if "
-    "anything "
-    "is wrong, all of it is told with file, line and field, and the database stays as it is.";
 constexpr const char* kDumpHelp =
     "Writes a database as the text that `tavd db build` makes the same records of again. What has no "
     "readable "
     "form is written in hex.";
 
 constexpr const char* kCheckHelp =
-    "Looks for what nothing refuses but what spoils answers: values of the wrong layout, tables out of "
-    "order, "
-    "texts that do not fit, records that name others that are not there. Ends with exit code 3 if it finds "
-    "anything.";
+    "Looks for what nothing refuses but what spoils answers: values of the wrong layout, tables out of order "
+    "or in another unit than the limits, texts that do not fit, records that name others that are not there. "
+    "Ends with exit code 3 if it finds anything.";
 
 constexpr int kFoundSomething = 3;  // exit code
 
@@ -42,20 +37,10 @@ struct CheckOptions {
   bool json = false;
 };
 
-struct BuildOptions {
-  std::vector<std::string> sources;
-  std::string target;
-};
-
 struct DumpOptions {
   std::string database;
   std::string target;
 };
-
-void run_build(const BuildOptions& options) {
-  const std::size_t records = build_database(options.sources, options.target);
-  std::cout << options.target << ": " << records << (records == 1 ? " record" : " records") << '\n';
-}
 
 void run_dump(const DumpOptions& options) {
   const Database database(options.database);
@@ -71,19 +56,6 @@ void run_dump(const DumpOptions& options) {
   const std::size_t records = dump_database(database, file.stream());
   file.finish();
   std::cout << options.target << ": " << records << (records == 1 ? " record" : " records") << '\n';
-}
-
-// "DMP QZDA-160: damperpoints (1652) row 3: expected ..., found ...".
-std::string line_of(const Finding& finding) {
-  std::string line = printable(finding.record.class_id) + ' ' + printable(finding.record.object_id) + ": ";
-  if (finding.attribute) {
-    const std::string name = attribute_name(*finding.attribute);
-    const std::string number = std::to_string(*finding.attribute);
-    line += name == number ? number : name + " (" + number + ')';
-    if (finding.row != 0) line += " row " + std::to_string(finding.row);
-    line += ": ";
-  }
-  return line + "expected " + finding.expected + ", found " + finding.found;
 }
 
 Json::Value finding_json(const Finding& finding) {
@@ -111,7 +83,7 @@ void run_check(const CheckOptions& options) {
     for (const Finding& finding : findings) json["findings"].append(finding_json(finding));
     write_json(std::cout, json);
   } else {
-    for (const Finding& finding : findings) std::cout << line_of(finding) << '\n';
+    for (const Finding& finding : findings) std::cout << text_of(finding) << '\n';
     std::cout << (findings.empty() ? "no" : std::to_string(findings.size()))
               << (findings.size() == 1 ? " finding in " : " findings in ") << records
               << (records == 1 ? " record" : " records") << '\n';
@@ -125,17 +97,6 @@ void add_check_command(CLI::App& db) {
   command->add_option("DATABASE", options->database, "The database to check")->required();
   command->add_flag("--json", options->json, "As JSON");
   command->callback([options] { run_check(*options); });
-}
-
-void add_build_command(CLI::App& db) {
-  CLI::App* command = db.add_subcommand("build", kBuildHelp);
-  const auto options = std::make_shared<BuildOptions>();
-  command->add_option("SOURCE", options->sources, "Source files, or folders: all *.json in a folder, by name")
-      ->required();
-  command->add_option("-o,--output", options->target, "The database to make or to replace")
-      ->required()
-      ->type_name("FILE");
-  command->callback([options] { run_build(*options); });
 }
 
 void add_dump_command(CLI::App& db) {

@@ -57,23 +57,6 @@ std::int16_t open_file(const std::string& path, Database::Open open) {
   return handle;
 }
 
-// Letters to change, add or leave out to make one id of the other, without regard to case.
-std::size_t distance(std::string_view a, std::string_view b) {
-  std::vector<std::size_t> row(b.size() + 1);
-  for (std::size_t j = 0; j <= b.size(); ++j) row[j] = j;
-  for (std::size_t i = 1; i <= a.size(); ++i) {
-    std::size_t diagonal = row[0];
-    row[0] = i;
-    for (std::size_t j = 1; j <= b.size(); ++j) {
-      const std::size_t above = row[j];
-      const std::size_t change = same_letters(a.substr(i - 1, 1), b.substr(j - 1, 1)) ? 0 : 1;
-      row[j] = std::min({above + 1, row[j - 1] + 1, diagonal + change});
-      diagonal = above;
-    }
-  }
-  return row[b.size()];
-}
-
 std::string joined(const std::vector<std::string>& names) {
   std::string text;
   for (const std::string& name : names) text += (text.empty() ? "" : ", ") + printable(name);
@@ -169,7 +152,7 @@ std::vector<std::string> Database::near_ids(std::string_view class_id, std::stri
     if (candidate.class_id != hosts::padded_class(class_id)) break;
     const std::string_view id = candidate.object_id;
     const bool begins = !asked.empty() && same_letters(id.substr(0, asked.size()), asked);
-    const std::size_t away = begins ? 1 : distance(asked.substr(0, hosts::kIdChars + 1), id);
+    const std::size_t away = begins ? 1 : edit_distance(asked.substr(0, hosts::kIdChars + 1), id);
     if (away <= farthest) by_distance.emplace(away, id);
     if (by_distance.size() > kNearIds) by_distance.erase(std::prev(by_distance.end()));
   }

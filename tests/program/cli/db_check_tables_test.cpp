@@ -53,7 +53,7 @@ TEST_F(Check, ACurveThatTheKindNeedsIsMissed) {
   } cases[] = {
       {10, "qvdpref (1651): expected a reference point, as the kind is 10, found none"},
       {12, "qvdppoints (1657): expected a pressure curve, as the kind is 12, found none"},
-      {22, "damperpoints (1652): expected damper settings, as the kind is 22, found none"},
+      {20, "damperpoints (1652): expected damper settings, as the kind is 20, found none"},
       {40, "fancurve (1666): expected a fan curve, as the kind is 40, found none"},
   };
   for (const auto& [kind, line] : cases) EXPECT_THAT(found(kind, [](Record&) {}), ElementsAre(line));
@@ -123,12 +123,12 @@ std::vector<clitest::SoundRow> sound(std::initializer_list<std::pair<float, floa
 TEST_F(Check, SoundOfAFixedResistanceMustRiseWithFlow) {
   EXPECT_THAT(found(10,
                     [](Record& r) {
-                      r.floats(1651, {50, 20}).rows(1653, sound({{20, 9}, {10, 5}}));
+                      r.floats(1651, {50, 125}).rows(1653, sound({{20, 20}, {10, 5}}));
                     }),
               ElementsAre("lwpoints (1653) row 2: expected a flow above 20 of the row before, found 10"));
   EXPECT_THAT(found(10,
                     [](Record& r) {
-                      r.floats(1651, {50, 20}).rows(1653, sound({{20, 9}}));
+                      r.floats(1651, {50, 125}).rows(1653, sound({{20, 20}}));
                     }),
               ElementsAre("lwpoints (1653): expected at least 2 rows, found 1"));
   EXPECT_THAT(found(10,

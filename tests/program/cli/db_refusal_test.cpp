@@ -67,10 +67,33 @@ struct Build : testing::Test {
 };
 
 TEST_F(Build, UnknownFieldIsRefused) {
+  EXPECT_EQ(fault_of("\"flowheadr\": 1"),
+            "3:16: TST X-1: flowheadr: unknown field (did you mean \"flowheader\"?); expected the name of an "
+            "attribute, or its number with the value in hex");
+  EXPECT_EQ(fault_of("\"colour\": 1"),
+            "3:13: TST X-1: colour: unknown field; expected the name of an attribute, or its number with the "
+            "value in hex");
+}
+
+TEST_F(Build, MembersThatAreNearAKnownOneAreToldSo) {
+  EXPECT_THAT(fault_of("\"damperPoint\": []"), HasSubstr("(did you mean \"damperpoints\"?)"));
+  EXPECT_THAT(
+      fault_of("\"qvdpref\": {\"qref\": 1, \"qvref\": 1, \"dpref\": 2}"),
+      HasSubstr("qvdpref.qref: unknown (did you mean \"qvref\"?); expected an object with qvref, dpref"));
+  EXPECT_THAT(fault_of("\"description\": {\"english\": \"A\"}"),
+              HasSubstr("description.english: unknown (did you mean \"English\"?); expected"));
+  EXPECT_THAT(fault_of("\"code\": {\"FI\": \"A\"}"), HasSubstr("code.FI: unknown (did you mean \"FIN\"?)"));
+}
+
+TEST_F(Build, AllMarketsAndLanguagesAreListedForAnUnknownOne) {
   EXPECT_EQ(
-      fault_of("\"flowheadr\": 1"),
-      "3:16: TST X-1: flowheadr: unknown field; expected the name of an attribute, or its number with the "
-      "value in hex");
+      fault_of("\"weblink\": {\"XX\": \"A\"}"),
+      "3:21: TST X-1: weblink.XX: unknown; expected a market area code or \"default\": default, FIN, SWE, "
+      "GBR, DEU, NOR, FRA, ESP, ITA, POL, DNK, CZE, PRT, HUN, NLD, ISL, EST, LTU, LVA, RUS, SVK, BGR, ROU, "
+      "BIH, HRV, SVN, CHN, JPN, TUR, CHE, UKR, AUT, BEL");
+  EXPECT_THAT(
+      fault_of("\"description\": {\"Latin\": \"A\"}"),
+      HasSubstr("unknown; expected the English name of a language: Finnish, Swedish, English, German, "));
 }
 
 TEST_F(Build, WrongTypesAreRefused) {
@@ -101,6 +124,16 @@ TEST_F(Build, NumbersOutOfTheRangeOfTheirTypeAreRefused) {
             "3:32: TST X-1: dlw[8]: expected a whole number of dB from 0 to 255, found 256");
   EXPECT_EQ(fault_of("\"dlw\": [-1, 2, 3, 4, 5, 6, 7, 8]"),
             "3:11: TST X-1: dlw[1]: expected a whole number of dB from 0 to 255, found -1");
+}
+
+TEST_F(Build, SeveralBadBandsAreOneFault) {
+  EXPECT_EQ(
+      fault_of("\"dlw\": [1.5, 2, -3, 4, 5, 6, 7, 256]"),
+      "3:11: TST X-1: dlw: expected a whole number of dB from 0 to 255 in each band, found 1.5, -3, 256");
+  EXPECT_EQ(
+      fault_of("\"lwpoints\": [[1, 2, [1.5, 1.5, 1.5, 1.5, 1.5, 1.5, 1.5, 1.5]]]"),
+      "3:24: TST X-1: lwpoints[1].lw: expected a whole number of dB from 0 to 255 in each band, found 1.5, "
+      "1.5, 1.5, 1.5, 1.5, 1.5, 1.5, 1.5");
 }
 
 TEST_F(Build, RowsOfTheWrongShapeAreRefused) {
@@ -163,8 +196,6 @@ TEST_F(Build, TextsThatTheirCharsetCannotHoldAreRefused) {
       "3:31: TST X-1: description.Estonian: expected characters of windows-1257; it has no \"\u0416\", found "
       "\"ab\u0416\"");
   EXPECT_THAT(fault_of("\"szManu\": \"\u0416\""), HasSubstr("3:13: TST X-1: szManu: expected characters of"));
-  EXPECT_EQ(fault_of("\"code\": {\"XYZ\": \"1\"}"),
-            "3:19: TST X-1: code.XYZ: unknown; expected a market area code or \"default\"");
   EXPECT_THAT(fault_of("\"szManu\": \"a\\u0000b\""), HasSubstr("a text without NUL"));
 }
 
@@ -206,11 +237,21 @@ TEST_F(Build, WhatIsNoJsonIsRefusedWithItsPlace) {
   EXPECT_THAT(faults_of("[1]"), ElementsAre("1:2: expected an object for each product, found 1"));
 }
 
+TEST_F(Build, WhatJsonHasNotIsNamed) {
+  EXPECT_EQ(fault_of("\"lwsizecoef\": NaN"), "3:17: expected a number, found NaN");
+  EXPECT_EQ(fault_of("\"lwsizecoef\": -Infinity"), "3:17: expected a number, found -Infinity");
+  EXPECT_EQ(fault_of("\"d\": [1, 2, /* , */ ]"),
+            "3:23: trailing comma; expected a value behind it, or none in front of \"]\"");
+  EXPECT_EQ(fault_of("\"code\": {\"FIN\": \"\u0416]\", }"),
+            "3:25: trailing comma; expected a value behind it, or none in front of \"}\"");
+  EXPECT_EQ(fault_of("'d': [1]"), "3:3: expected double quotes around texts and names, found single ones");
+}
+
 TEST_F(Build, CommentsAndAByteOrderMarkAreAllowed) {
   write(source, "\xEF\xBB\xBF// one\n{ /* two */ \"class\": \"TST\", // three\n \"id\": \"X\" }\n// four\n");
   const Outcome outcome = run();
   EXPECT_EQ(outcome.exit_code, 0) << outcome.err;
-  EXPECT_EQ(outcome.out, target + ": 1 record\n");
+  EXPECT_EQ(outcome.out, target + ": 1 record, 1 finding\n");  // it has no file header
 }
 
 TEST_F(Build, ColumnsCountCharactersAndLinesEndInAnyWay) {
@@ -323,7 +364,7 @@ TEST_F(Build, NamesAndValuesInMessagesAreCutAndClean) {
        {'"' + name + "\": 1", "\"description\": {\"" + name + "\": \"1\"}", "\"lwsizecoef\": \"" + name + '"',
         "\"d\": 1, \"" + name + "\": 1, \"" + name + "\": 2"}) {
     for (const std::string& fault : faults_of("{\"class\": \"TST\", \"id\": \"X\", " + member + '}')) {
-      EXPECT_THAT(fault, SizeIs(testing::Lt(300u)));
+      EXPECT_THAT(fault, SizeIs(testing::Lt(500u)));
       EXPECT_THAT(fault, Not(HasSubstr("\x1b")));
       EXPECT_THAT(fault, Not(HasSubstr("\u009b")));
       EXPECT_THAT(fault, testing::MatchesRegex("1:[0-9]+: .*"));
