@@ -38,6 +38,10 @@ tavd_debian(libtavd libtavd libs "calculations and diagrams of ventilation produ
 From a product's measured tables and an operating point the library
 answers pressures, damper positions, sound and throw lengths, and it
 draws flow diagrams, throw diagrams and dimensioned sketches.")
+tavd_debian(libtavdn libtavdn libs "many operating points of ventilation products"
+"${about}
+This library calculates arrays of operating points in one call, with the
+numbers of libtavd, for any number of threads at once.")
 tavd_debian(libtavdsrv libtavdsrv libs "product database of ventilation products"
 "${about}
 This library keeps the products that libtavd calculates with, in a
@@ -61,6 +65,7 @@ database, and makes databases from text and checks them. A sample
 catalogue comes with it.")
 
 set(CPACK_COMPONENT_LIBTAVD_DEPENDS libtavdsrv libtavdgui)
+set(CPACK_COMPONENT_LIBTAVDN_DEPENDS libtavdsrv libtavdgui)
 set(CPACK_COMPONENT_LIBTAVDCAIRO_DEPENDS libtavdgui)
 set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS ${library_components})
 set(CPACK_COMPONENT_PROGRAM_DEPENDS ${library_components})
