@@ -122,10 +122,10 @@ Area Picture::whole() const {
 }
 
 Area Picture::placed(const Area& area) const {
-  const auto& [left, top, right, bottom] = surface_->place;
+  const Area& all = surface_->place;
   const PictureSize& size = surface_->size;
-  const auto x = [&](int pixels) { return left + scaled(pixels, right - left, size.width); };
-  const auto y = [&](int pixels) { return top + scaled(pixels, bottom - top, size.height); };
+  const auto x = [&](int pixels) { return all.left + scaled(pixels, all.width(), size.width); };
+  const auto y = [&](int pixels) { return all.top + scaled(pixels, all.height(), size.height); };
   return {x(area.left), y(area.top), x(area.right), y(area.bottom)};
 }
 
