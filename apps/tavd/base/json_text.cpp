@@ -60,9 +60,9 @@ bool is_plain(const Json::Value& value) {
   return !value.isObject() && !value.isArray();
 }
 
-class Writer {
+class JsonText {
  public:
-  explicit Writer(std::ostream& out) : out_(out) {}
+  explicit JsonText(std::ostream& out) : out_(out) {}
 
   void write(const Json::Value& value, std::size_t depth = 0) {
     if (value.isObject() && !value.empty()) {
@@ -148,7 +148,7 @@ Json::Value json_number(float value) {
 }
 
 void write_json(std::ostream& out, const Json::Value& value) {
-  Writer(out).write(value);
+  JsonText(out).write(value);
   out << '\n';
 }
 

@@ -192,9 +192,9 @@ void print_calculated(std::ostream& out, const Calculated& calculated, const Ans
   add_damper(sheet, "stepless", point.stepless);
   add_damper(sheet, "stepped", point.stepped);
   add_fan(sheet, point.fan);
-  if (point.throw_length)
-    sheet.number("Throw length", length_text(*point.throw_length), "m",
-                 "to an air velocity of 0.2 m/s (L02)");
+  if (point.throw_length) {
+    sheet.number("Throw length", length_text(*point.throw_length), "m", "L02, to an air velocity of 0.2 m/s");
+  }
   add_levels(sheet, calculated, form);
   sheet.print(out);
   print_bands(out, point);

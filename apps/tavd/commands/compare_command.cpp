@@ -56,6 +56,7 @@ constexpr Quantity kQuantities[] = {
        const hosts::Unit& unit = form.units.flow_of(flow);
        return brief(shown(p.point.qv, unit)) + " " + unit.name;
      }},
+    {"Flow as typed", "", [](const Calculated& p, const AnswerForm& /*form*/) { return p.typed; }},
     {"Total pressure", nullptr,
      [](const Calculated& p, const AnswerForm& form) {
        return p.point.dp ? pressure_text(*p.point.dp, form) : std::string();

@@ -105,6 +105,16 @@ std::vector<Chosen> with_flow_data(std::vector<Chosen> products) {
   return products;
 }
 
+// Rows have the flows in the product's own measure; what they went through standard error tells.
+void tell_conversions(const std::vector<Chosen>& products, const Amount& qv) {
+  for (const Chosen& chosen : products) {
+    const Product& product = chosen.product;
+    if (!goes_through_size(product, qv)) continue;
+    std::cerr << "tavd: " << printable(product.key.class_id) << ' ' << printable(product.key.object_id)
+              << ": " << qv.unit->name << " to " << flow_unit(product.flow) << through_text(product) << '\n';
+  }
+}
+
 std::unique_ptr<SweepRows> rows_of(const SweepOptions& options, const std::vector<Chosen>& products,
                                    bool several, const AnswerForm& form) {
   if (options.json) return json_rows(several, form);
@@ -119,6 +129,7 @@ void run_sweep(const SweepOptions& options) {
   if (!options.csv && !options.json) throw UserError("--csv or --json is required");
   Selection selection = chosen_products(options.calculation);
   const std::vector<Chosen> products = with_flow_data(std::move(selection.products));
+  tell_conversions(products, grid.qv.flow_at(0));
   const auto rows = rows_of(options, products, selection.several, form);
   // Rows that run over the terminal are progress enough.
   std::optional<Progress> progress;

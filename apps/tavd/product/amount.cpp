@@ -93,11 +93,15 @@ float flow_of(const Product& product, const Amount& amount) {
   return through;
 }
 
+std::string through_text(const Product& product) {
+  return " through its size, " + size_text(product.size) + " mm";
+}
+
 std::string typed_text(const Product& product, const Amount& amount, const ShownUnits& units) {
   if (amount.unit == nullptr || amount.unit == &units.flow_of(product.flow)) return {};
-  const std::string text = brief(static_cast<float>(amount.number)) + " " + amount.unit->name;
+  std::string text = brief(static_cast<float>(amount.number)) + " " + amount.unit->name;
   if (!goes_through_size(product, amount)) return text;
-  return text + " through its size, " + size_text(product.size) + " mm";
+  return text + through_text(product);
 }
 
 }  // namespace tavdhost

@@ -40,6 +40,9 @@ float flow_of(const Product& product, const Amount& amount);
 // Whether that takes the product's size.
 bool goes_through_size(const Product& product, const Amount& amount);
 
+// " through its size, 400x200 mm".
+std::string through_text(const Product& product);
+
 // "288 m3/h", "100 l/s through its size, 400x200 mm": what was typed, where it had a unit that is not the one
 // it is shown in; otherwise empty.
 std::string typed_text(const Product& product, const Amount& amount, const ShownUnits& units);

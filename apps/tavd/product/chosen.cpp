@@ -1,9 +1,10 @@
 #include "product/chosen.h"
 
 #include <algorithm>
-#include <cstring>
+#include <cstddef>
 #include <iterator>
 #include <map>
+#include <string_view>
 
 #include "base/text.h"
 #include "product/codes_text.h"
@@ -15,11 +16,15 @@
 namespace tavdhost {
 namespace {
 
-// All that is loaded of a record, in the same bytes, whatever the record's id.
-bool same_flow_data(FlowData a, FlowData b) {
-  std::memset(a.szobjID, 0, sizeof a.szobjID);
-  std::memset(b.szobjID, 0, sizeof b.szobjID);
-  return a.nhdd != 0 && std::memcmp(&a, &b, sizeof a) == 0;
+// All that is loaded of a record behind its ids. A load clears the record first, so the same data are the
+// same bytes.
+std::string_view data_bytes(const FlowData& flow) {
+  constexpr std::size_t kIds = offsetof(FlowData, isvelocity);
+  return {reinterpret_cast<const char*>(&flow) + kIds, sizeof flow - kIds};
+}
+
+bool same_flow_data(const FlowData& a, const FlowData& b) {
+  return a.nhdd != 0 && data_bytes(a) == data_bytes(b);
 }
 
 // Notes the family, and takes the code of the size whose data the main record has.
@@ -99,7 +104,7 @@ Chosen choose_product(const Database& database, const std::string& class_id, con
 void settle_end_reflection(Chosen& chosen, bool take_off) {
   FlowData without = chosen.product.flow;
   tavca_check_end_reflection(&without);
-  if (std::memcmp(&without, &chosen.product.flow, sizeof without) == 0) return;
+  if (data_bytes(without) == data_bytes(chosen.product.flow)) return;
   chosen.end_reflection = take_off ? EndReflection::kTakenOff : EndReflection::kInTable;
   if (take_off) chosen.product.flow = without;
 }

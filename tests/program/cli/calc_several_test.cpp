@@ -174,6 +174,13 @@ TEST_F(Several, SweepConvertsARangeWithAUnit) {
   }
 }
 
+TEST_F(Several, SweepTellsWhatFlowsGoThrough) {
+  const clitest::Outcome outcome =
+      clitest::run_program(command("sweep", {"AEX", "GRILLE-400x200", "--qv", "160:320:160l/s", "--csv"}));
+  EXPECT_EQ(outcome.err, "tavd: AEX GRILLE-400x200: l/s to m/s through its size, 400x200 mm\n");
+  EXPECT_THAT(cells(Table(outcome.out), "v_m_s"), ElementsAre("2", "4"));
+}
+
 // Its data are those of F-100, whose code is "Hundred".
 TEST_F(Several, MainRecordSaysThatItIsOneAndWhoseDataItShows) {
   const std::string out = calc({"FAM", "F-*", "--qv", "50"});

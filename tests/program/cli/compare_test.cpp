@@ -63,6 +63,11 @@ TEST_F(Compare, LeavesOutWhatNoneAnswers) {
   EXPECT_THAT(run_text(command({"ASD", "FIXED-100", "--qv", "100"})), Not(HasSubstr("Sound")));
 }
 
+TEST_F(Compare, TellsWhatAFlowWentThrough) {
+  EXPECT_THAT(run_text(command({"AEX", "GRILLE-400x200", "--qv", "160l/s"})),
+              ContainsRegex("Flow as typed +160 l/s through its size, 400x200 mm\n"));
+}
+
 TEST_F(Compare, IsInTheUnitsAskedFor) {
   std::vector<std::string> options = kBoth;
   options.insert(options.end(), {"--units", "m3/h,kPa"});
