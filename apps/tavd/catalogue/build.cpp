@@ -161,7 +161,7 @@ void refuse_target_among(const std::vector<std::string>& sources, const std::str
 
 std::optional<Places::At> Places::find(const RecordKey& key, std::optional<std::int16_t> attribute,
                                        std::size_t row) const {
-  const auto found = products_.find(key);
+  const auto found = products_.find({key.class_id, key.object_id});
   if (found == products_.end()) return std::nullopt;
   const Json::Value* value = found->second.value;
   if (attribute) {

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <ranges>
 #include <tuple>
 
 #include "base/errors.h"
@@ -34,8 +33,7 @@ UserError too_large(const std::string& path, const std::string& bytes) {
 void refuse_nul(const std::string& path, std::size_t before, std::string_view text) {
   const std::size_t at = text.find('\0');
   if (at == std::string_view::npos) return;
-  throw UserError(path + ": byte " + std::to_string(before + at + 1) +
-                  " is NUL, expected JSON as UTF-8 text");
+  throw UserError(path + ": byte " + std::to_string(before + at + 1) + " is NUL, expected UTF-8 text");
 }
 
 }  // namespace
@@ -135,12 +133,13 @@ std::string Faults::listing() const {
     return std::tuple(line.order, line.place.line, line.place.column);
   });
   std::vector<std::string> told;
-  for (const Line& line : sorted | std::views::take(kLinesShown)) {
+  for (std::size_t i = 0; i < std::min(sorted.size(), kLinesShown); ++i) {
+    const Line& line = sorted[i];
     told.push_back(printable(line.source->name()) + ':' + std::to_string(line.place.line) + ':' +
                    std::to_string(line.place.column) + ": " + line.text);
   }
-  for (const std::string& text : elsewhere_ | std::views::take(kLinesShown - told.size()))
-    told.push_back(text);
+  const std::size_t room = std::min(elsewhere_.size(), kLinesShown - told.size());
+  told.insert(told.end(), elsewhere_.begin(), elsewhere_.begin() + static_cast<std::ptrdiff_t>(room));
   if (count() > told.size()) told.push_back("and " + std::to_string(count() - told.size()) + " more");
   std::string text;
   for (const std::string& line : told) text += (text.empty() ? "" : "\n") + line;

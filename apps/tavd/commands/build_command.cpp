@@ -25,7 +25,7 @@ struct BuildOptions {
 };
 
 // What the checks find, at its places in the sources, beside the remarks on these.
-Faults warnings_of(const Built& built) {
+Faults warnings_of(const BuiltDatabase& built) {
   Faults warnings = built.remarks;
   std::size_t records = 0;
   for (const Finding& finding : check_database(built.database, records)) {
@@ -43,7 +43,7 @@ void run_build(const BuildOptions& options) {
   std::size_t records = 0;
   std::size_t findings = 0;
   std::string listing;
-  build_database(options.sources, options.target, [&](const Built& built) {
+  build_database(options.sources, options.target, [&](const BuiltDatabase& built) {
     const Faults warnings = warnings_of(built);
     if (options.strict && !warnings.empty()) throw refused(warnings, "finding", options.target);
     records = built.records;

@@ -6,7 +6,6 @@
 
 #include "base/errors.h"
 #include "base/json_text.h"
-#include "base/numbers.h"
 #include "base/sheet.h"
 #include "base/text.h"
 #include "catalogue/entry.h"
@@ -15,6 +14,7 @@
 #include "product/codes_text.h"
 #include "product/product.h"
 #include "product/record_layout.h"
+#include "product/size.h"
 #include "product/text_codec.h"
 #include "tavd/attributes.h"
 #include "tavd/codes.h"
@@ -23,7 +23,6 @@
 namespace tavdhost {
 namespace {
 
-constexpr int kMostMillimetres = 32767;
 constexpr std::int32_t kRoom = 256;  // of a code or product id, wide characters
 
 struct CodeOptions {
@@ -39,22 +38,6 @@ struct Codes {
   BuiltText product_id;
   BuiltText code;  // of the chosen market
 };
-
-// "160" or "400x200", mm.
-DuctSize parse_size(const std::string& option, const std::string& text) {
-  const std::size_t cross = text.find('x');
-  const auto side = [&](const std::string& digits) {
-    try {
-      return static_cast<std::int16_t>(whole_number(option, digits, 1, kMostMillimetres));
-    } catch (const UserError&) {
-      throw UserError(option + " is " + in_quotes(text) +
-                      ", expected a diameter such as 160 or a width and a height such as 400x200, in mm");
-    }
-  };
-  const std::int16_t width = side(text.substr(0, cross));
-  if (cross == std::string::npos) return {0, width, width};
-  return {1, width, side(text.substr(cross + 1))};
-}
 
 // The template of the product id, as text. The library falls back to the record's own id if the template
 // cannot be used.

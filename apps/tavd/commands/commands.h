@@ -25,6 +25,8 @@ void add_delete_command(CLI::App& app);
 void add_completion_command(CLI::App& app);
 void add_db_commands(CLI::App& app);  // tavd db, with dump, check and the next ones
 void add_build_command(CLI::App& db);
+void add_new_entry_command(CLI::App& db);
+void add_import_command(CLI::App& db);
 void add_synth_command(CLI::App& db);
 
 }  // namespace tavdhost

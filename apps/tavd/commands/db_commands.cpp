@@ -114,9 +114,11 @@ void add_dump_command(CLI::App& db) {
 
 void add_db_commands(CLI::App& app) {
   CLI::App* db = app.add_subcommand(
-      "db", "Makes product databases from text, and text from databases, and checks them.");
+      "db", "Makes product databases from text, and text from databases and tables, and checks them.");
   db->require_subcommand(1);
   add_build_command(*db);
+  add_new_entry_command(*db);
+  add_import_command(*db);
   add_dump_command(*db);
   add_synth_command(*db);
   add_check_command(*db);

@@ -396,7 +396,7 @@ TEST_F(Build, WhatIsTooLargeOrNoTextIsToldBeforeItIsRead) {
             "tavd: " + source + ": 20000000000 bytes, expected a source of at most 4294967296\n");
   std::filesystem::resize_file(source, 100'000'000);
   EXPECT_EQ(clitest::expect_user_error({"db", "build", source, "-o", target}),
-            "tavd: " + source + ": byte 1 is NUL, expected JSON as UTF-8 text\n");
+            "tavd: " + source + ": byte 1 is NUL, expected UTF-8 text\n");
 }
 
 // No catalogue can make such a record, and no function of the service: the bytes are changed in the file.
