@@ -23,9 +23,14 @@ using hosts::Unit;
 constexpr double kSlack = 0.02;            // part of a limit by which points may lie beyond it
 constexpr double kDistinctFlow = 3.5;      // m3/h and others, but not cfm
 constexpr double kDistinctPressure = 100;  // kPa and inches of water, but not mm
-constexpr float kFastestAir = 40;          // m/s in a connection or a face; more is no ventilation
-constexpr int kSmallestSize = 11;          // mm; below that the library takes the size for none
-constexpr float kLongestThrow = 100;       // m
+// The highest flow of a product in ventilation, as m/s in its connection or face, and its highest pressure,
+// Pa.
+constexpr double kSlowestAir = 0.1;
+constexpr double kFastestAir = 25;
+constexpr float kLeastPressure = 2;
+constexpr double kMostPressure = 5000;
+constexpr int kSmallestSize = 11;     // mm; below that the library takes the size for none
+constexpr float kLongestThrow = 100;  // m
 constexpr double kShortestThrowMm = 100;
 constexpr double kLitresPerCubicMetre = 1000;
 
@@ -93,11 +98,28 @@ struct Limits {
   double distinct;              // a unit is taken for likely from this many times the expected one on
 };
 
+// Whether what is in the unit is often given without it.
+bool is_likely(const Unit& unit, const Limits& limits) {
+  return std::max(unit.in_base, 1 / unit.in_base) >= limits.distinct;
+}
+
+// "; taken as kPa it is 300 Pa" with the first likely unit in which the value lies within the limits; empty
+// if there is none.
+std::string in_another_unit(double value, const Limits& limits) {
+  for (const Unit& unit : limits.units.subspan(1)) {
+    const double converted = hosts::to_base(value, unit);
+    if (!is_likely(unit, limits) || !within(converted, limits.extent)) continue;
+    return "; taken as " + std::string(unit.name) + " it is " +
+           text_of(Extent{converted, converted}, limits.units.front().name);
+  }
+  return "";
+}
+
 // What the values or the limits are in the unit in which all values lie within; empty if there is none.
 std::string in_another_unit(const std::vector<double>& values, const Limits& limits, bool likely_ones) {
   const std::string base = limits.units.front().name;
   for (const Unit& unit : limits.units.subspan(1)) {
-    if (likely_ones && std::max(unit.in_base, 1 / unit.in_base) < limits.distinct) continue;
+    if (likely_ones && !is_likely(unit, limits)) continue;
     const Extent values_narrowed = scaled(limits.extent, 1 / unit.in_base);
     const Extent limits_converted = scaled(limits.extent, unit.in_base);
     if (count_within(values, values_narrowed) == values.size()) {
@@ -124,6 +146,7 @@ class UnitCheck : RowFindings {
   std::int16_t header() const;
   void size_in_list();
   void air_velocity();
+  void highest_pressure();
   void table(std::int16_t attribute, const std::vector<double>& flows, const std::vector<double>& pressures);
   void outside(std::int16_t attribute, const Limits& limits, const std::vector<double>& values);
   void throw_lengths(std::int16_t attribute, const std::vector<double>& lengths);
@@ -142,6 +165,7 @@ void UnitCheck::size() {
   } else {
     air_velocity();
   }
+  highest_pressure();
   size_in_list();
 }
 
@@ -158,26 +182,35 @@ void UnitCheck::size_in_list() {
   add(TAVD_ATT_DIAMETERS, 0, "the header's own size, " + std::to_string(flow_.b) + " mm, among them", listed);
 }
 
+// The highest flow makes the velocity of a ventilation product; where it does not, the limits are in another
+// unit.
 void UnitCheck::air_velocity() {
-  const double qvmax = flow_.qvmax;
   if (!(flow_.qvmax > flow_.qvmin)) return;  // told elsewhere
-  if (flow_.isvelocity != 0) {
-    if (qvmax <= kFastestAir) return;
-    add(header(), 0,
-        "air velocities of at most " + brief(kFastestAir) + " m/s, as the kind is " +
-            std::to_string(flow_.kind),
-        brief(flow_.qvmax) + " m/s");
-    return;
-  }
+  const bool by_velocity = flow_.isvelocity != 0;
   const double area = flow_.ductarea;
-  if (!(area > 0)) return;
-  const double velocity = qvmax / kLitresPerCubicMetre / area;
-  if (velocity <= kFastestAir) return;
+  if (!by_velocity && !(area > 0)) return;
+  const Quantity quantity = by_velocity ? Quantity::kVelocity : Quantity::kFlow;
+  const double of_one = by_velocity ? 1 : kLitresPerCubicMetre * area;  // flow for 1 m/s
+  const Limits likely{
+      "", {kSlowestAir * of_one, kFastestAir * of_one}, hosts::units_of(quantity), kDistinctFlow};
+  if (within(flow_.qvmax, likely.extent)) return;
+  const std::string base = likely.units.front().name;
   const std::string size = std::to_string(flow_.b) + (flow_.h > 0 ? "x" + std::to_string(flow_.h) : "");
+  const std::string velocity = brief(static_cast<float>(flow_.qvmax / of_one)) + " m/s";
   add(header(), 0,
-      "flows in l/s for a size of " + size + " mm, at most " +
-          brief(static_cast<float>(double{kFastestAir} * area * kLitresPerCubicMetre)),
-      brief(flow_.qvmax) + " l/s, an air velocity of " + brief(static_cast<float>(velocity)) + " m/s");
+      "a highest flow from " + text_of(likely.extent, base) +
+          (by_velocity ? ", as the kind is " + std::to_string(flow_.kind) : " for a size of " + size + " mm"),
+      brief(flow_.qvmax) + ' ' + base + (by_velocity ? "" : ", an air velocity of " + velocity) +
+          in_another_unit(flow_.qvmax, likely));
+}
+
+// Limits that are in kPa like the tables.
+void UnitCheck::highest_pressure() {
+  if (!(flow_.dpmax > flow_.dpmin) || flow_.dpmax >= kLeastPressure) return;
+  const Limits likely{
+      "", {kLeastPressure, kMostPressure}, hosts::units_of(Quantity::kPressure), kDistinctPressure};
+  add(header(), 0, "a highest pressure of at least " + brief(kLeastPressure) + " Pa",
+      brief(flow_.dpmax) + " Pa" + in_another_unit(flow_.dpmax, likely));
 }
 
 // Either all values lie beyond the limits, or most of them do, and none in a unit that is often taken for the

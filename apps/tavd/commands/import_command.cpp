@@ -21,6 +21,7 @@
 #include "import/entry.h"
 #include "import/table.h"
 #include "product/size.h"
+#include "shared/records.h"
 #include "tavd/attributes.h"
 
 namespace tavdhost {
@@ -67,9 +68,14 @@ std::string utf8_option(const std::string& option, const std::string& text) {
   return text;
 }
 
+std::string class_option(const std::string& text) {
+  if (text.size() == hosts::kClassChars) return utf8_option("--class", text);
+  throw UserError("--class is " + in_quotes(text) + ", expected exactly 3 characters");
+}
+
 std::string imported(const ImportOptions& options, std::size_t& products) {
   const std::int16_t kind = kind_named(options.kind).kind;
-  const ImportSettings settings{kind, options.static_pressures, utf8_option("--class", options.class_id),
+  const ImportSettings settings{kind, options.static_pressures, class_option(options.class_id),
                                 parse_limits("--flow-limits", options.flow_limits),
                                 parse_limits("--pressure-limits", options.pressure_limits)};
   const DuctSize size = options.size.empty() ? DuctSize{} : parse_size("--size", options.size);

@@ -8,7 +8,7 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "product/text_codec.h"
-#include "shared/kinds.h"
+#include "shared/records.h"
 #include "tavd/attributes.h"
 
 namespace tavdhost {
@@ -241,6 +241,7 @@ std::string EntryWriter::header() {
 
 std::string EntryWriter::text() {
   if (product_.id.empty()) missing("an id, by --id or in a column of that name");
+  if (product_.id.size() > hosts::kIdChars) missing("an id of at most 30 characters");
   member("id", json_quoted(product_.id));
   member("code", "{\"default\": " + json_quoted(product_.id) + '}');
   if (!product_.description.empty()) {

@@ -70,7 +70,10 @@ TEST_F(Check, LimitsInAnotherUnitThanTheTableAreFound) {
       .save(database.handle());
   EXPECT_THAT(
       findings(),
-      ElementsAre("TST X: qvdppoints (1657): expected pressures within the limits, 0.005 to 0.5 Pa, found 10 "
+      ElementsAre("TST X: flowheader (1650): expected a highest pressure of at least 2 Pa, found 0.5 Pa; "
+                  "taken as kPa it "
+                  "is 500 Pa",
+                  "TST X: qvdppoints (1657): expected pressures within the limits, 0.005 to 0.5 Pa, found 10 "
                   "to 160 Pa; taken as kPa the limits are 5 to 500 Pa"));
 }
 
@@ -121,19 +124,40 @@ TEST_F(Check, ASizeThatIsNotInMillimetresIsFound) {
               ElementsAre("TST X: flowheader (1650): expected a size in mm, above 10, found 10 mm"));
 }
 
-TEST_F(Check, FlowsThatAreTooMuchForTheSizeAreFound) {
+// A circle of 100 mm has 7.854 l/s at 1 m/s.
+TEST_F(Check, LimitsThatDoNotGoWithTheSizeAreFound) {
   Record("TST", "A").header(113, 100, 0, 36, 360, 5, 500).save(database.handle());
   Record("TST", "B").header(113, 100, 200, 72, 900, 5, 500).save(database.handle());
   Record("TST", "C").header(111, 400, 0, 36, 360, 5, 500).floats(1651, {100, 50}).save(database.handle());
-  Record("TST", "D").header(113, 100, 0, 36, 300, 5, 500).save(database.handle());  // 38 m/s
-  EXPECT_THAT(
-      findings(),
-      ElementsAre("TST A: flowheader (1650): expected flows in l/s for a size of 100 mm, at most 314, found "
-                  "360 l/s, an air velocity of 45.8 m/s",
-                  "TST B: flowheader (1650): expected flows in l/s for a size of 100x200 mm, at most 800, "
-                  "found 900 l/s, an air velocity of 45 m/s",
-                  "TST C: flowheader (1650): expected air velocities of at most 40 m/s, as the kind is 11, "
-                  "found 360 m/s"));
+  Record("TST", "D").header(113, 100, 0, 0.01F, 0.1F, 5, 500).save(database.handle());
+  EXPECT_THAT(findings(), ElementsAre("TST A: flowheader (1650): expected a highest flow from 0.785 to 196 "
+                                      "l/s for a size of 100 mm, found "
+                                      "360 l/s, an air velocity of 45.8 m/s; taken as m3/h it is 100 l/s",
+                                      "TST B: flowheader (1650): expected a highest flow from 2 to 500 l/s "
+                                      "for a size of 100x200 mm, found "
+                                      "900 l/s, an air velocity of 45 m/s; taken as m3/h it is 250 l/s",
+                                      "TST C: flowheader (1650): expected a highest flow from 0.1 to 25 m/s, "
+                                      "as the kind is 11, found 360 "
+                                      "m/s; taken as fpm it is 1.83 m/s",
+                                      "TST D: flowheader (1650): expected a highest flow from 0.785 to 196 "
+                                      "l/s for a size of 100 mm, found "
+                                      "0.1 l/s, an air velocity of 0.013 m/s; taken as m3/s it is 100 l/s"));
+}
+
+TEST_F(Check, LimitsThatGoWithTheSizeAreGood) {
+  Record("TST", "A").header(113, 100, 0, 36, 190, 5, 500).save(database.handle());  // 24 m/s
+  Record("TST", "B").header(111, 400, 400, 0.1F, 0.5F, 1, 3).floats(1651, {0.3F, 2}).save(database.handle());
+  EXPECT_THAT(findings(), IsEmpty());
+}
+
+TEST_F(Check, LimitsInKilopascalAreFound) {
+  Record("TST", "A")
+      .header(110, 100, 0, 10, 100, 0.005F, 0.3F)
+      .floats(1651, {50, 0.05F})
+      .save(database.handle());
+  EXPECT_THAT(findings(),
+              ElementsAre("TST A: flowheader (1650): expected a highest pressure of at least 2 Pa, found 0.3 "
+                          "Pa; taken as kPa it is 300 Pa"));
 }
 
 TEST_F(Check, AListOfDiametersWithoutTheHeadersIsFound) {

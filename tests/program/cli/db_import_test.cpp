@@ -303,6 +303,10 @@ TEST_F(Import, OptionsThatCannotBeAreRefused) {
               HasSubstr("--flow-limits is \"200,20\", expected the lower limit first"));
   EXPECT_THAT(run("damper", {"--flow-limits", "20"}).err,
               HasSubstr("--flow-limits is \"\", expected a number above 0"));
+  EXPECT_THAT(run("damper", {"--id", std::string(31, 'x'), "--size", "160"}).err,
+              HasSubstr("expected an id of at most 30 characters"));
+  EXPECT_THAT(run_program({"db", "import", folder.file("t.csv"), "--kind", "20", "--class", "DAMPER"}).err,
+              HasSubstr("--class is \"DAMPER\", expected exactly 3 characters"));
   const Outcome outcome = run_program({"db", "import", folder.file("t.csv"), "--kind", "damper", "--class",
                                        "TST", "--id", "X", "--size", "160", "-o", folder.file("t.csv")});
   EXPECT_EQ(outcome.exit_code, 2);
