@@ -11,7 +11,6 @@ namespace tavdhost {
 namespace {
 
 using hosts::Quantity;
-using hosts::Unit;
 
 struct Name {
   std::string_view name;
