@@ -8,6 +8,7 @@
 #include "calc/calculations.h"
 #include "calc/interpolation.h"
 #include "calc/kinds.h"
+#include "many/bandvector.h"
 #include "many/logarithm.h"
 #include "many/nearly.h"
 #include "many/paths.h"
@@ -43,16 +44,16 @@ struct ExactSteps {
 // above |S|*(1e-13 + 5e-14) + 6e-14.
 
 template <typename Steps>
-bool along(const LevelLine& line, double lg_dp, Bands& lw) {
-  const double way = lg_dp - line.lg_dp;
-  bool certain = true;
-  for (int band = 0; band < TAVD_BANDS; ++band) {
-    const double level = wide(line.level[band]) + line.slope[band] * way;
-    const Rounded rounded(level, Steps::kExact ? 0.0 : wide(line.distance[band]));
-    lw[band] = rounded.low;
-    certain &= rounded.certain();
-  }
-  return certain || Steps::kExact;
+inline bool along(const LevelLine& line, double lg_dp, Bands& lw) {
+  DoubleBands level;
+  DoubleBands slope;
+  DoubleBands distance;
+  load_wide(line.level, level);
+  load(line.slope, slope);
+  load_wide(line.distance, distance);
+  level += slope * (lg_dp - line.lg_dp);
+  if (Steps::kExact) distance -= distance;
+  return round_nearly(level, distance, lw) || Steps::kExact;
 }
 
 // Levels between those of two curves, at the flow qv between the flows of both. The exact level is
@@ -61,20 +62,19 @@ bool along(const LevelLine& line, double lg_dp, Bands& lw) {
 // and w. Then |w/s - t| <= e*(1 + |t|)/|s|, and |s| is above |s'|*(1 - 1e-6): less than 2*e*(1 + |t|)/|s'|.
 // Quotients, products and sums of both are rounded by less than 8 times 2^-52 of |D*t| and |l| together. With
 // D of 0 both are exactly l.
-bool across(const Bands& first, const Bands& second, double span, double way, Bands& lw) {
-  if (!(std::fabs(span) > kShortestSpan)) return false;
+inline bool across(const Bands& first, const Bands& second, double span, double way, Bands& lw) {
   const double t = way / span;
   const double reach = (1.0 + std::fabs(t)) * (2 * kWayDistance / std::fabs(span) + kRoundings);
-  bool certain = true;
-  for (int band = 0; band < TAVD_BANDS; ++band) {
-    const double difference = wide(second[band] - first[band]);
-    const double level = wide(first[band]);
-    const Rounded rounded(level + difference * t,
-                          std::fabs(difference) * reach + std::fabs(level) * kRoundings);
-    lw[band] = rounded.low;
-    certain &= rounded.certain();
-  }
-  return certain;
+  FloatBands from;
+  FloatBands to;
+  load(first, from);
+  load(second, to);
+  const DoubleBands difference = __builtin_convertvector(to - from, DoubleBands);
+  const DoubleBands level = __builtin_convertvector(from, DoubleBands);
+  const DoubleBands size = difference < 0.0 ? -difference : difference;
+  const DoubleBands level_size = level < 0.0 ? -level : level;
+  const bool certain = round_nearly(level + difference * t, size * reach + level_size * kRoundings, lw);
+  return certain && std::fabs(span) > kShortestSpan;
 }
 
 // Levels at qv between those of the curves at x1 and at x2, with logarithms that stand ready.
@@ -90,161 +90,247 @@ bool across(const Bands& first, const Bands& second, float x1, float x2, double 
   return true;
 }
 
-}  // namespace
+constexpr std::int32_t kRefused = 1;  // no code of tavca_lw is positive
 
-template <typename Steps>
-bool Levels::fixed_curve(float qv, const Limits& limits, Bands& lw, int* code) const {
-  const PressureTerm term = limits.term(qv);
-  float dp;
-  float highest;
-  limits.at(qv, term, &dp, &highest);
-  dp = term.taken_from(dp);
-  if (wide(dp) <= kSmallestCurvePressure) {
-    *code = TAVCA_LW_NO_PRESSURE;
-    return true;
-  }
-  if (!is_ordinary(dp)) return false;
-  const LevelLine& line = lines_[static_cast<std::size_t>(choices_[0].line(qv))];
-  if (!along<Steps>(line, Steps::lg(dp), lw)) return false;
-  for (float& level : lw) level = limit(level);
-  return true;
-}
-
-template <typename Steps>
-bool Levels::resistance_curves(float qv, float dp, const Limits& limits, Bands& lw, int* code) const {
-  const PressureTerm term = limits.term(qv);
-  float mindp;
-  float maxdp;
-  limits.at(qv, term, &mindp, &maxdp);
-  dp = term.taken_from(std::max(std::min(dp, maxdp), mindp));
-  const float k = resistance(qv, dp);
-  if (!is_ordinary(dp) || !is_ordinary(k)) return false;
-  int idx = 0;
-  for (const float step : steps_) idx += static_cast<int>(step > k);
-  *code = codes_[idx];
-  if (*code != TAVCA_OK) return true;
-
-  const double lg_dp = Steps::lg(dp);
-  float curve_qv[2];
-  Bands lww[2];
-  bool certain = true;
-  for (int c = 0; c < 2; ++c) {
-    curve_qv[c] = narrow(std::sqrt(wide(dp / values_.values[idx + c])));
-    if (!is_ordinary(curve_qv[c])) return false;
-    const RowChoice& choice = choices_[static_cast<std::size_t>(idx + c)];
-    certain &= along<Steps>(lines_[static_cast<std::size_t>(choice.line(curve_qv[c]))], lg_dp, lww[c]);
-  }
-  if (!certain || !across<Steps>(lww[0], lww[1], curve_qv[0], curve_qv[1], Steps::lg(curve_qv[0]),
-                                 Steps::lg(curve_qv[1]), Steps::lg(qv), lw)) {
-    return false;
-  }
-  for (float& level : lw) level = limit(level);
-  return true;
-}
-
-namespace {
-
-// As bring_inside of the single calculation. The exact number is 30*(lg outside - lg x) rounded to float.
-// Just outside of a limit it is small, and what quick logarithms are off too much of it.
-bool bring_inside(float* x, float low, float high, float* extra) {
-  const float outside = *x;
-  if (low > outside) {
-    *x = low;
-  } else if (outside > high) {
-    *x = high;
-  } else {
-    *extra = 0.0F;
-    return true;
-  }
-  if (!is_ordinary(outside) || !is_ordinary(*x)) return false;
-  const double way = kDbPerDecade * (quick_lg(outside) - quick_lg(*x));
-  const Rounded level(way, kDbPerDecade * kWayDistance + std::fabs(way) * kRoundings);
-  *extra = level.certain() ? level.low : narrow(kDbPerDecade * (lg(outside) - lg(*x)));
-  return true;
-}
-
-}  // namespace
-
-template <typename Steps>
-bool Levels::flow_groups(float qv, float dp, const Limits& limits, Bands& lw, int* code) const {
-  float mindp;
-  float maxdp;
-  limits.at(qv, limits.term(qv), &mindp, &maxdp);
+// What a level gains outside of low..high, as of the single calculation, and x inside. The exact number is
+// 30*(lg outside - lg x) rounded to float. Just outside of a limit it is small, and what quick logarithms are
+// off too much of it: then it is not certain.
+struct Outside {
+  float x;
   float extra;
-  float extra_qv;
-  if (!bring_inside(&dp, mindp, maxdp, &extra) || !bring_inside(&qv, qvmin_, qvmax_, &extra_qv)) return false;
-  extra += extra_qv;
-  dp = limits.term(qv).taken_from(dp);
-  if (!is_ordinary(dp) || !is_ordinary(qv)) return false;
-  int idx = 0;
-  for (const float step : steps_) idx += static_cast<int>(step <= qv);
-  *code = codes_[idx];
-  if (*code != TAVCA_OK) return true;
+  bool ordinary;
+  bool certain;
+};
 
-  const double lg_dp = Steps::lg(dp);
-  Bands lww[2];
-  bool certain = true;
-  for (int c = 0; c < 2; ++c) {
-    const RowChoice& choice = choices_[static_cast<std::size_t>(idx + c)];
-    certain &= along<Steps>(lines_[static_cast<std::size_t>(choice.line(dp))], lg_dp, lww[c]);
-    for (float& level : lww[c]) level = std::min(level, kHighestLevel);
+template <typename Steps>
+Outside bring_inside(float outside, float low, float high) {
+  const bool below = low > outside;
+  const bool above = !below & (outside > high);
+  const float x = below ? low : (above ? high : outside);
+  const bool inside = !(below | above);
+  const bool ordinary = is_ordinary(outside) & is_ordinary(x);
+  const double way = kDbPerDecade * (Steps::lg(ordinary ? outside : 1.0F) - Steps::lg(ordinary ? x : 1.0F));
+  const double distance = kDbPerDecade * kWayDistance + std::fabs(way) * kRoundings;
+  const Rounded level(way, Steps::kExact ? 0.0 : distance);
+  return {x, inside ? 0.0F : level.low, inside || ordinary, inside || Steps::kExact || level.certain()};
+}
+
+}  // namespace
+
+// Points side by side. What they need of tables and logarithms is got in loops that become vectors; the rest
+// is done point by point, band beside band.
+template <typename Steps, std::size_t N>
+struct Levels::Block {
+  float qv[N];  // as it was asked, then inside the product's limits
+  float dp[N];
+  float extra[N];   // dB, beyond the limits
+  float first[N];   // flow, or what else is looked for among the rows of the first curve
+  float second[N];  // and of the second
+  double lg_qv[N];
+  double lg_dp[N];
+  double lg_first[N];
+  double lg_second[N];
+  std::int32_t place[N];  // of the first curve; 0 at first
+  std::int32_t code[N];
+
+  void refuse_unless(std::size_t i, bool possible) { code[i] = possible ? code[i] : kRefused; }
+};
+
+template <typename Steps, std::size_t N>
+void Levels::place_on_fixed_curve(Limits limits, Block<Steps, N>& block) const {
+  for (std::size_t i = 0; i < N; ++i) {
+    const PressureTerm term = limits.term(block.qv[i]);
+    float dp;
+    float highest;
+    limits.at(block.qv[i], term, &dp, &highest);
+    dp = term.taken_from(dp);
+    const bool ordinary = is_ordinary(dp);
+    block.refuse_unless(i, ordinary);
+    block.code[i] = wide(dp) <= kSmallestCurvePressure ? TAVCA_LW_NO_PRESSURE : block.code[i];
+    block.first[i] = block.qv[i];
+    block.lg_dp[i] = Steps::lg(ordinary ? dp : 1.0F);
   }
-  if (!certain || !across<Steps>(lww[0], lww[1], values_.values[idx], values_.values[idx + 1],
-                                 lg_values_[idx], lg_values_[idx + 1], Steps::lg(qv), lw)) {
-    return false;
+}
+
+template <typename Steps, std::size_t N>
+void Levels::place_on_curves(Limits limits, Block<Steps, N>& block) const {
+  for (std::size_t i = 0; i < N; ++i) {
+    const float qv = block.qv[i];
+    const PressureTerm term = limits.term(qv);
+    float mindp;
+    float maxdp;
+    limits.at(qv, term, &mindp, &maxdp);
+    // Written out, std::min and std::max take addresses.
+    const float asked = block.dp[i];
+    const float at_most = maxdp < asked ? maxdp : asked;
+    const float dp = term.taken_from(at_most < mindp ? mindp : at_most);
+    const float k = resistance(qv, dp);
+    block.refuse_unless(i, is_ordinary(dp) & is_ordinary(k));
+    block.dp[i] = is_ordinary(dp) ? dp : 1.0F;
+    block.first[i] = k;
   }
-  for (float& level : lw) level = limit(extra + level);
+  for (const float step : steps_) {
+    for (std::size_t i = 0; i < N; ++i) block.place[i] += static_cast<std::int32_t>(step > block.first[i]);
+  }
+  for (std::size_t i = 0; i < N; ++i) {
+    const float dp = block.dp[i];
+    const float first = narrow(std::sqrt(wide(dp / values_.values[block.place[i]])));
+    const float second = narrow(std::sqrt(wide(dp / values_.values[block.place[i] + 1])));
+    const bool ordinary = is_ordinary(first) & is_ordinary(second);
+    block.refuse_unless(i, ordinary);
+    block.first[i] = ordinary ? first : 1.0F;
+    block.second[i] = ordinary ? second : 1.0F;
+  }
+  for (std::size_t i = 0; i < N; ++i) {
+    block.lg_dp[i] = Steps::lg(block.dp[i]);
+    block.lg_qv[i] = Steps::lg(block.qv[i]);
+    block.lg_first[i] = Steps::lg(block.first[i]);
+    block.lg_second[i] = Steps::lg(block.second[i]);
+  }
+}
+
+template <typename Steps, std::size_t N>
+void Levels::place_in_groups(Limits limits, Block<Steps, N>& block) const {
+  std::int32_t certain[N];
+  float asked_dp[N];
+  float asked_qv[N];
+  for (std::size_t i = 0; i < N; ++i) {
+    asked_qv[i] = block.qv[i];
+    asked_dp[i] = block.dp[i];
+    float mindp;
+    float maxdp;
+    limits.at(asked_qv[i], limits.term(asked_qv[i]), &mindp, &maxdp);
+    const Outside dp = bring_inside<Steps>(asked_dp[i], mindp, maxdp);
+    const Outside qv = bring_inside<Steps>(asked_qv[i], qvmin_, qvmax_);
+    block.extra[i] = dp.extra + qv.extra;
+    certain[i] = static_cast<std::int32_t>(dp.certain & qv.certain);
+    block.qv[i] = qv.x;
+    block.dp[i] = dp.x;
+    block.refuse_unless(i, dp.ordinary & qv.ordinary & is_ordinary(qv.x));
+  }
+  for (std::size_t i = 0; i < N; ++i) {
+    if (certain[i] != 0) continue;
+    block.extra[i] = bring_inside<ExactSteps>(asked_dp[i], block.dp[i], block.dp[i]).extra;
+    block.extra[i] += bring_inside<ExactSteps>(asked_qv[i], block.qv[i], block.qv[i]).extra;
+  }
+  for (std::size_t i = 0; i < N; ++i) {
+    const float qv = block.qv[i];
+    const float dp = limits.term(qv).taken_from(block.dp[i]);
+    const bool ordinary = is_ordinary(dp) & is_ordinary(qv);
+    block.refuse_unless(i, ordinary);
+    block.first[i] = block.second[i] = dp;
+    block.lg_dp[i] = Steps::lg(ordinary ? dp : 1.0F);
+    block.lg_qv[i] = Steps::lg(ordinary ? qv : 1.0F);
+  }
+  for (const float step : steps_) {
+    for (std::size_t i = 0; i < N; ++i) block.place[i] += static_cast<std::int32_t>(step <= block.qv[i]);
+  }
+}
+
+inline const LevelLine& Levels::line(const RowChoice& choice, float target) const {
+  const float* keys = keys_.data() + choice.keys;
+  std::uint32_t place = 0;
+  for (std::uint32_t block = 0; block < choice.blocks; ++block, keys += kKeysOfBlock) {
+    for (std::uint32_t key = 0; key < kKeysOfBlock; ++key) {
+      place +=
+          static_cast<std::uint32_t>(keys[key] < target) + static_cast<std::uint32_t>(keys[key] <= target);
+    }
+  }
+  return lines_[choice_lines_[choice.lines + place]];
+}
+
+// The levels of a point of the block; false where they are not certain.
+template <typename Steps, std::size_t N>
+bool Levels::levels_of(const Block<Steps, N>& block, std::size_t i, float* lw) const {
+  Bands bands;
+  const auto place = static_cast<std::size_t>(block.place[i]);
+  if (search_ == Search::fixed_curve) {
+    if (!along<Steps>(line(choices_[0], block.first[i]), block.lg_dp[i], bands)) return false;
+    for (float& level : bands) level = limit(level);
+  } else {
+    Bands first;
+    Bands second;
+    bool certain = along<Steps>(line(choices_[place], block.first[i]), block.lg_dp[i], first);
+    certain &= along<Steps>(line(choices_[place + 1], block.second[i]), block.lg_dp[i], second);
+    if (search_ == Search::resistance_curves) {
+      certain &= across<Steps>(first, second, block.first[i], block.second[i], block.lg_first[i],
+                               block.lg_second[i], block.lg_qv[i], bands);
+      for (float& level : bands) level = limit(level);
+    } else {
+      for (int band = 0; band < TAVD_BANDS; ++band) {
+        first[band] = std::min(first[band], kHighestLevel);
+        second[band] = std::min(second[band], kHighestLevel);
+      }
+      certain &= across<Steps>(first, second, values_.values[place], values_.values[place + 1],
+                               lg_values_[place], lg_values_[place + 1], block.lg_qv[i], bands);
+      for (float& level : bands) level = limit(block.extra[i] + level);
+    }
+    if (!certain) return false;
+  }
+  corrections_.add_to(bands);
+  std::copy_n(bands, TAVD_BANDS, lw);
   return true;
 }
 
-template <typename Steps>
-bool Levels::at(float qv, float dp, const Limits& limits, float* lw, int* code) const {
-  if (search_ == Search::none || !is_ordinary(qv)) return false;
-  *code = TAVCA_OK;
-  Bands bands;
-  bool certain = true;
-  if (wide(qv) < kSmallestFlow) {
-    *code = TAVCA_LW_NO_FLOW;
-  } else if (failure_ != TAVCA_OK) {
-    *code = failure_;
-  } else if (search_ == Search::fixed_curve) {
-    certain = fixed_curve<Steps>(qv, limits, bands, code);
-  } else if (std::isnan(dp)) {
-    return false;
-  } else if (search_ == Search::resistance_curves) {
-    certain = resistance_curves<Steps>(qv, dp, limits, bands, code);
-  } else {
-    certain = flow_groups<Steps>(qv, dp, limits, bands, code);
+template <typename Steps, std::size_t N>
+void Levels::at(std::size_t n, const float* qv, const float* dp, const Limits& limits, float* lw,
+                std::int32_t* codes) const {
+  if (search_ == Search::none) {
+    std::fill_n(codes, n, kRefused);
+    return;
   }
-  if (!certain) return false;
-  if (*code != TAVCA_OK) {
-    std::fill_n(lw, TAVD_BANDS, 0.0F);
-  } else {
-    corrections_.add_to(bands);
-    std::copy_n(bands, TAVD_BANDS, lw);
+  Block<Steps, N> block{};
+  std::fill(std::copy_n(qv, n, block.qv), block.qv + N, 1.0F);
+  std::fill(std::copy_n(dp, n, block.dp), block.dp + N, 1.0F);
+  for (std::size_t i = 0; i < N; ++i) {
+    const bool ordinary = is_ordinary(block.qv[i]);
+    block.code[i] = ordinary ? TAVCA_OK : kRefused;
+    block.qv[i] = ordinary ? block.qv[i] : 1.0F;
+    // 1: not a number is left to the single function.
+    block.dp[i] = block.dp[i] == block.dp[i] ? block.dp[i] : 1.0F;
   }
-  return true;
+  if (failure_ == TAVCA_OK && search_ == Search::fixed_curve) place_on_fixed_curve(limits, block);
+  if (failure_ == TAVCA_OK && search_ == Search::resistance_curves) place_on_curves(limits, block);
+  if (failure_ == TAVCA_OK && search_ == Search::flow_groups) place_in_groups(limits, block);
+  for (std::size_t i = 0; i < n; ++i, lw += TAVD_BANDS) {
+    codes[i] = block.code[i];
+    if (wide(qv[i]) < kSmallestFlow) {
+      codes[i] = TAVCA_LW_NO_FLOW;
+    } else if (!is_ordinary(qv[i])) {
+      codes[i] = kRefused;
+    } else if (codes[i] == TAVCA_OK && failure_ != TAVCA_OK) {
+      codes[i] = failure_;
+    } else if (codes[i] == TAVCA_OK && search_ != Search::fixed_curve) {
+      codes[i] = dp[i] == dp[i] ? codes_[block.place[i]] : kRefused;
+    }
+    if (codes[i] == TAVCA_OK && !levels_of(block, i, lw)) codes[i] = kRefused;
+    if (codes[i] < TAVCA_OK) std::fill_n(lw, TAVD_BANDS, 0.0F);
+  }
 }
 
 namespace {
+
+constexpr std::size_t kPoints = 32;  // side by side
 
 [[gnu::noinline]] int exact_level(const LevelSource& source, float qv, float dp, float* lw) {
-  int code;
-  if (source.levels.at<ExactSteps>(qv, dp, source.limits, lw, &code)) return code;
-  return sound_power(&source.fd, qv, dp, source.duct, nullptr, lw);
+  std::int32_t code;
+  source.levels.at<ExactSteps, 1>(1, &qv, &dp, source.limits, lw, &code);
+  return code != kRefused ? code : sound_power(&source.fd, qv, dp, source.duct, nullptr, lw);
 }
 
 struct Kernel {
   static std::size_t run(const LevelSource& source, std::size_t n, const float* qv, const float* dp,
                          float* lw, std::int32_t* codes) {
     std::size_t exact = 0;
-    for (std::size_t i = 0; i < n; ++i, lw += TAVD_BANDS) {
-      int code;
-      if (!source.levels.at<QuickSteps>(qv[i], dp[i], source.limits, lw, &code)) {
-        code = exact_level(source, qv[i], dp[i], lw);
+    for (std::size_t first = 0; first < n; first += kPoints) {
+      const std::size_t count = std::min(kPoints, n - first);
+      source.levels.at<QuickSteps, kPoints>(count, qv + first, dp + first, source.limits,
+                                            lw + first * TAVD_BANDS, codes + first);
+      for (std::size_t i = first; i < first + count; ++i) {
+        if (codes[i] != kRefused) continue;
+        codes[i] = exact_level(source, qv[i], dp[i], lw + i * TAVD_BANDS);
         ++exact;
       }
-      codes[i] = code;
     }
     return exact;
   }

@@ -21,20 +21,15 @@ struct LevelLine {
 };
 
 // Which pair of rows of a curve or group a target chooses. The choice looks at the target only by comparing
-// it with the keys of the rows, so that it is the same for all targets between two neighbouring keys.
+// it with the keys of the rows, so that it is the same for all targets between two neighbouring keys. Keys
+// and lines stand in common arrays.
 struct RowChoice {
-  bool complete = false;    // at least two rows
-  std::vector<float> keys;  // distinct, rising
-  std::vector<std::uint16_t>
-      at;  // line for a target below the first key, on it, above it and below the next, ...
-  int line(float target) const {
-    std::size_t place = 0;
-    for (const float key : keys) {
-      place += static_cast<std::size_t>(key < target) + static_cast<std::size_t>(key <= target);
-    }
-    return at[place];
-  }
+  bool complete = false;  // at least two rows
+  std::uint32_t keys;     // first of its distinct keys, which rise
+  std::uint32_t blocks;   // so many times kKeysOfBlock of them, the last filled up with infinities
+  std::uint32_t lines;    // for a target below the first key, on it, above it and below the next, ...
 };
+constexpr std::uint32_t kKeysOfBlock = 8;
 
 // Of the quick level of a line from the exact one, for each dB a decade of its slope (levels.cpp).
 constexpr double kDistanceOfSlope = 1e-11;
@@ -43,10 +38,11 @@ class Levels {
  public:
   Levels(const FlowData& fd, const Limits& limits, const DuctSize* duct);
 
-  // As sound_power, without a warning, in less time. False, with nonsense in `lw`, where Steps are not
-  // certain of the result, or where the table holds what has to be asked of sound_power.
-  template <typename Steps>
-  bool at(float qv, float dp, const Limits& limits, float* lw, int* code) const;
+  // As sound_power point by point, without a warning, for N points or fewer: `code` of kRefused where Steps
+  // are not certain of the result, or where the table holds what has to be asked of sound_power.
+  template <typename Steps, std::size_t N>
+  void at(std::size_t n, const float* qv, const float* dp, const Limits& limits, float* lw,
+          std::int32_t* codes) const;
 
  private:
   enum class Search { none, fixed_curve, resistance_curves, flow_groups };
@@ -58,12 +54,17 @@ class Levels {
   RowChoice choice(const sound::Table& table, const sound::Rows& rows, Key key);
   std::uint16_t line_of(const sound::Table& table, sound::Pair pair);
 
-  template <typename Steps>
-  bool fixed_curve(float qv, const Limits& limits, sound::Bands& lw, int* code) const;
-  template <typename Steps>
-  bool resistance_curves(float qv, float dp, const Limits& limits, sound::Bands& lw, int* code) const;
-  template <typename Steps>
-  bool flow_groups(float qv, float dp, const Limits& limits, sound::Bands& lw, int* code) const;
+  template <typename Steps, std::size_t N>
+  struct Block;
+  template <typename Steps, std::size_t N>
+  void place_on_fixed_curve(Limits limits, Block<Steps, N>& block) const;
+  template <typename Steps, std::size_t N>
+  void place_on_curves(Limits limits, Block<Steps, N>& block) const;
+  template <typename Steps, std::size_t N>
+  void place_in_groups(Limits limits, Block<Steps, N>& block) const;
+  const LevelLine& line(const RowChoice& choice, float target) const;
+  template <typename Steps, std::size_t N>
+  bool levels_of(const Block<Steps, N>& block, std::size_t i, float* lw) const;
 
   Search search_ = Search::none;
   int failure_ = 0;  // of every point that has a flow
@@ -77,6 +78,8 @@ class Levels {
   double lg_values_[sound::kMostCurves];
   int codes_[sound::kMostCurves];  // of the place between a value and the next
   std::vector<RowChoice> choices_;
+  std::vector<float> keys_;
+  std::vector<std::uint16_t> choice_lines_;
   std::vector<LevelLine> lines_;
   std::vector<sound::Pair> pairs_;  // of the lines
 };

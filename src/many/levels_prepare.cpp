@@ -75,23 +75,28 @@ std::uint16_t Levels::line_of(const Table& table, Pair pair) {
 
 template <typename Key>
 RowChoice Levels::choice(const Table& table, const Rows& rows, Key key) {
-  RowChoice choice;
+  RowChoice choice{};
   choice.complete = rows.count >= 2;
   if (!choice.complete) return choice;
   std::vector<float> keys;
   for (int i = 0; i < rows.count; ++i) keys.push_back(key(rows.row[i]));
-  choice.keys = distinct_keys(std::move(keys));
+  keys = distinct_keys(std::move(keys));
+  choice.keys = static_cast<std::uint32_t>(keys_.size());
+  choice.lines = static_cast<std::uint32_t>(choice_lines_.size());
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
   const auto add = [&](double target) {
-    choice.at.push_back(line_of(table, choose_pair(rows, key, target)));
+    choice_lines_.push_back(line_of(table, choose_pair(rows, key, target)));
   };
   double before = -kInfinity;
-  for (const float value : choice.keys) {
+  for (const float value : keys) {
     add(before == -kInfinity ? before : (before + wide(value)) / 2.0);
     add(wide(value));
     before = wide(value);
   }
   add(kInfinity);
+  while (keys.size() % kKeysOfBlock != 0) keys.push_back(std::numeric_limits<float>::infinity());
+  choice.blocks = static_cast<std::uint32_t>(keys.size()) / kKeysOfBlock;
+  keys_.insert(keys_.end(), keys.begin(), keys.end());
   return choice;
 }
 

@@ -19,10 +19,12 @@ class Limits {
 
   // As minmaxdptot.
   void at(float qv, const PressureTerm& term, float* lowest, float* highest) const {
-    *lowest = *highest = 0.0F;
-    if (code_ != 0) return;
-    *lowest = term.added_to(follows_flow_ ? low_.dp * qv * qv / low_.qv_squared : low_.dp);
-    *highest = term.added_to(follows_flow_ ? high_.dp * qv * qv / high_.qv_squared : high_.dp);
+    const float low = low_.dp * qv * qv / low_.qv_squared;
+    const float high = high_.dp * qv * qv / high_.qv_squared;
+    const float range_low = follows_flow_ ? low : low_.dp;
+    const float range_high = follows_flow_ ? high : high_.dp;
+    *lowest = code_ == 0 ? term.added_to(range_low) : 0.0F;
+    *highest = code_ == 0 ? term.added_to(range_high) : 0.0F;
   }
 
  private:
