@@ -126,7 +126,7 @@ void param_add_dp(const FlowData* fd, float qv, float* dp) {
 }
 
 void param_remove_dp(const FlowData* fd, float qv, float* dp) {
-  *dp = PressureTerm(*fd, qv).taken_from(*dp);
+  *dp = pressure_without_term(*dp, PressureTerm(*fd, qv).added_to(*dp));
 }
 
 float param_factor(const FlowData* fd) {

@@ -58,34 +58,30 @@ float sum_of_terms(const FlowData& fd) {
   return term_of<term>(fd, 0, 0.0F) + term_of<term>(fd, 1, 0.0F);
 }
 
+// What of a demanded pressure is left to the base data, Pa, where it is `with_term` with the pressure term.
+// Without branches, so that a loop over many points becomes vectors.
+inline float pressure_without_term(float dp, float with_term) {
+  constexpr double kSmallestPressure = 1e-5;      // Pa; what is left at least
+  constexpr double kSmallestPressureTerm = 1e-3;  // Pa; smaller terms leave it alone
+  const float term = with_term - dp;
+  const float left = dp - term;
+  const bool is_demanded = !(wide(dp) < kSmallestPressure);
+  const bool counts = (std::fabs(wide(term)) > kSmallestPressureTerm) & (wide(with_term) > kSmallestPressure);
+  const float at_least = wide(left) < kSmallestPressure ? narrow(kSmallestPressure) : left;
+  return is_demanded & counts ? at_least : dp;
+}
+
 // The pressure term of the chosen values at flow `qv`, for a record that is asked more than once at one flow.
 class PressureTerm {
  public:
-  PressureTerm(const FlowData& fd, float qv) : any_(fd.npar >= 1 ? 1 : 0) {
-    if (any_ != 0) term_ = sum_of_terms<dk_term>(fd) * qv * qv;
+  PressureTerm(const FlowData& fd, float qv) : any_(fd.npar >= 1) {
+    if (any_) term_ = sum_of_terms<dk_term>(fd) * qv * qv;
   }
-  // `any`: whether there are parameters; `k`: the sum of their coefficients.
-  PressureTerm(bool any, float k, float qv) : any_(any ? 1 : 0), term_(k * qv * qv) {}
-
   // `dp` with the term, Pa. Without parameters nothing is added, not even 0.
-  float added_to(float dp) const { return any_ != 0 ? dp + term_ : dp; }
-
-  // A demanded pressure without the term, Pa: what is left to the base data.
-  float taken_from(float dp) const {
-    constexpr double kSmallestPressure = 1e-5;      // Pa; what is left at least
-    constexpr double kSmallestPressureTerm = 1e-3;  // Pa; smaller terms leave it alone
-    const float with_term = added_to(dp);
-    const float term = with_term - dp;
-    const float left = dp - term;
-    const bool is_demanded = !(wide(dp) < kSmallestPressure);
-    const bool counts =
-        (std::fabs(wide(term)) > kSmallestPressureTerm) & (wide(with_term) > kSmallestPressure);
-    const float at_least = wide(left) < kSmallestPressure ? narrow(kSmallestPressure) : left;
-    return is_demanded & counts ? at_least : dp;
-  }
+  float added_to(float dp) const { return any_ ? dp + term_ : dp; }
 
  private:
-  std::int32_t any_;   // not bool, with which loops over many flows become no vectors
+  bool any_;
   float term_ = 0.0F;  // Pa
 };
 

@@ -42,7 +42,8 @@ void ranges(const tavdn_product& product, const Points& at, const tavdn_results&
     float highest;
     int code = limits.code();
     if (limits.known()) {
-      limits.at(at.qv[i], limits.term(at.qv[i]), &lowest, &highest);
+      lowest = limits.lowest(at.qv[i]);
+      highest = limits.highest(at.qv[i]);
     } else {
       code = minmaxdptot(&product.fd, at.qv[i], kNobody, &lowest, &highest);
     }

@@ -98,8 +98,8 @@ constexpr std::int32_t kRefused = 1;  // no code of tavca_lw is positive
 struct Outside {
   float x;
   float extra;
-  bool ordinary;
-  bool certain;
+  std::int32_t ordinary;  // not bool, as in Limits
+  std::int32_t certain;
 };
 
 template <typename Steps>
@@ -112,7 +112,9 @@ Outside bring_inside(float outside, float low, float high) {
   const double way = kDbPerDecade * (Steps::lg(ordinary ? outside : 1.0F) - Steps::lg(ordinary ? x : 1.0F));
   const double distance = kDbPerDecade * kWayDistance + std::fabs(way) * kRoundings;
   const Rounded level(way, Steps::kExact ? 0.0 : distance);
-  return {x, inside ? 0.0F : level.low, inside || ordinary, inside || Steps::kExact || level.certain()};
+  const bool certain = inside | Steps::kExact | level.certain();
+  return {x, inside ? 0.0F : level.low, static_cast<std::int32_t>(inside | ordinary),
+          static_cast<std::int32_t>(certain)};
 }
 
 }  // namespace
@@ -139,11 +141,7 @@ struct Levels::Block {
 template <typename Steps, std::size_t N>
 void Levels::place_on_fixed_curve(Limits limits, Block<Steps, N>& block) const {
   for (std::size_t i = 0; i < N; ++i) {
-    const PressureTerm term = limits.term(block.qv[i]);
-    float dp;
-    float highest;
-    limits.at(block.qv[i], term, &dp, &highest);
-    dp = term.taken_from(dp);
+    const float dp = limits.without_term(block.qv[i], limits.lowest(block.qv[i]));
     const bool ordinary = is_ordinary(dp);
     block.refuse_unless(i, ordinary);
     block.code[i] = wide(dp) <= kSmallestCurvePressure ? TAVCA_LW_NO_PRESSURE : block.code[i];
@@ -156,14 +154,12 @@ template <typename Steps, std::size_t N>
 void Levels::place_on_curves(Limits limits, Block<Steps, N>& block) const {
   for (std::size_t i = 0; i < N; ++i) {
     const float qv = block.qv[i];
-    const PressureTerm term = limits.term(qv);
-    float mindp;
-    float maxdp;
-    limits.at(qv, term, &mindp, &maxdp);
+    const float mindp = limits.lowest(qv);
+    const float maxdp = limits.highest(qv);
     // Written out, std::min and std::max take addresses.
     const float asked = block.dp[i];
     const float at_most = maxdp < asked ? maxdp : asked;
-    const float dp = term.taken_from(at_most < mindp ? mindp : at_most);
+    const float dp = limits.without_term(qv, at_most < mindp ? mindp : at_most);
     const float k = resistance(qv, dp);
     block.refuse_unless(i, is_ordinary(dp) & is_ordinary(k));
     block.dp[i] = is_ordinary(dp) ? dp : 1.0F;
@@ -197,16 +193,15 @@ void Levels::place_in_groups(Limits limits, Block<Steps, N>& block) const {
   for (std::size_t i = 0; i < N; ++i) {
     asked_qv[i] = block.qv[i];
     asked_dp[i] = block.dp[i];
-    float mindp;
-    float maxdp;
-    limits.at(asked_qv[i], limits.term(asked_qv[i]), &mindp, &maxdp);
+    const float mindp = limits.lowest(asked_qv[i]);
+    const float maxdp = limits.highest(asked_qv[i]);
     const Outside dp = bring_inside<Steps>(asked_dp[i], mindp, maxdp);
     const Outside qv = bring_inside<Steps>(asked_qv[i], qvmin_, qvmax_);
     block.extra[i] = dp.extra + qv.extra;
-    certain[i] = static_cast<std::int32_t>(dp.certain & qv.certain);
+    certain[i] = dp.certain & qv.certain;
     block.qv[i] = qv.x;
     block.dp[i] = dp.x;
-    block.refuse_unless(i, dp.ordinary & qv.ordinary & is_ordinary(qv.x));
+    block.refuse_unless(i, (dp.ordinary & qv.ordinary) != 0 && is_ordinary(qv.x));
   }
   for (std::size_t i = 0; i < N; ++i) {
     if (certain[i] != 0) continue;
@@ -215,7 +210,7 @@ void Levels::place_in_groups(Limits limits, Block<Steps, N>& block) const {
   }
   for (std::size_t i = 0; i < N; ++i) {
     const float qv = block.qv[i];
-    const float dp = limits.term(qv).taken_from(block.dp[i]);
+    const float dp = limits.without_term(qv, block.dp[i]);
     const bool ordinary = is_ordinary(dp) & is_ordinary(qv);
     block.refuse_unless(i, ordinary);
     block.first[i] = block.second[i] = dp;

@@ -1,30 +1,44 @@
 // The pressure range of a product at any flow, once its tables have been looked at.
 #pragma once
 
+#include <bit>
+#include <cstdint>
+
 #include "calc/terms.h"
 #include "tavd/flowdata.h"
 
 namespace tavd {
 
+// A choice between two numbers that is the same for all points of a loop. Of a plain condition g++ makes no
+// vectors.
+class Choice {
+ public:
+  explicit Choice(bool first) : bits_(first ? -1 : 0) {}
+  float of(float first, float second) const {
+    return std::bit_cast<float>((std::bit_cast<std::int32_t>(first) & bits_) |
+                                (std::bit_cast<std::int32_t>(second) & ~bits_));
+  }
+
+ private:
+  std::int32_t bits_;
+};
+
 class Limits {
  public:
   explicit Limits(const FlowData& fd);
 
-  // Whether at() answers: every kind but 12, whose curve is searched anew for each flow.
+  // Whether lowest() and highest() answer: every kind but 12, whose curve is searched anew for each flow.
   bool known() const { return known_; }
   // As of minmaxdptot, the same for every flow.
   int code() const { return code_; }
 
-  PressureTerm term(float qv) const { return {any_term_, term_k_, qv}; }
-
   // As minmaxdptot.
-  void at(float qv, const PressureTerm& term, float* lowest, float* highest) const {
-    const float low = low_.dp * qv * qv / low_.qv_squared;
-    const float high = high_.dp * qv * qv / high_.qv_squared;
-    const float range_low = follows_flow_ ? low : low_.dp;
-    const float range_high = follows_flow_ ? high : high_.dp;
-    *lowest = code_ == 0 ? term.added_to(range_low) : 0.0F;
-    *highest = code_ == 0 ? term.added_to(range_high) : 0.0F;
+  float lowest(float qv) const { return in_range(low_, qv); }
+  float highest(float qv) const { return in_range(high_, qv); }
+
+  // As param_remove_dp.
+  float without_term(float qv, float dp) const {
+    return pressure_without_term(dp, with_term(any_term_, qv, dp));
   }
 
  private:
@@ -35,11 +49,17 @@ class Limits {
   };
   static Point point(float qv, float dp) { return {dp, qv * qv}; }
 
+  float with_term(Choice any, float qv, float dp) const { return any.of(dp + term_k_ * qv * qv, dp); }
+  float in_range(const Point& end, float qv) const {
+    return with_term(term_in_range_, qv, follows_flow_.of(end.dp * qv * qv / end.qv_squared, end.dp));
+  }
+
   bool known_;
   int code_ = 0;
-  bool follows_flow_ = false;
+  Choice follows_flow_;
+  Choice any_term_;
+  Choice term_in_range_;  // not where there is no range, but 0
   Point low_, high_;
-  bool any_term_;
   float term_k_ = 0.0F;
 };
 

@@ -154,7 +154,7 @@ bool Positions::quick_stepless(float qv, float dp, const Limits& limits, float* 
   *code = request_code_;
   if (*code != TAVCA_OK) return true;
   if (!numbers_ || first_bad_flow_ < rows_) return false;
-  dp = limits.term(qv).taken_from(dp);
+  dp = limits.without_term(qv, dp);
   if (!is_ordinary(qv) || !is_ordinary(dp)) return false;
   return stepless(qv, dp, position, code);
 }
@@ -165,7 +165,7 @@ bool Positions::quick_stepped(float qv, float dp, const Limits& limits, float* p
   *code = check_point(qv, dp);
   if (*code != TAVCA_OK) return true;
   if (!numbers_ || any_bad_row_) return false;
-  dp = limits.term(qv).taken_from(dp);
+  dp = limits.without_term(qv, dp);
   if (!is_ordinary(qv) || !is_ordinary(dp)) return false;
   return stepped(qv, dp, position, code);
 }
