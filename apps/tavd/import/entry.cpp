@@ -5,6 +5,7 @@
 #include <functional>
 #include <string_view>
 
+#include "base/json_text.h"
 #include "base/numbers.h"
 #include "base/text.h"
 #include "product/text_codec.h"
