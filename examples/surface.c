@@ -63,7 +63,7 @@ static void draw_picture(tgui_surface* surface, int16_t db, tavb_rec product, in
 int main(int argc, char** argv) {
   char reason[200] = "no picture of that name can be made";
   tavdcore_init(0, "", ""); /* language, market area, vlk file: none */
-  int16_t db = argc == 5 ? tavdf_open_database(argv[1], 0) : TAVDF_NO_DATABASE;
+  int16_t db = argc == 5 ? tavbopendatabase(NULL, argv[1], 0) : TAVB_NO_DATABASE;
   if (argc == 5 && db < 0) fprintf(stderr, "surface: %s\n", tavdsrv_lasterror());
   tavb_rec product = db < 0 ? NULL : tavbfindrec(db, argv[2], argv[3], TAVB_FIND_EXACT);
   if (product == NULL) {
