@@ -44,9 +44,9 @@ static void start(int16_t db, tavb_rec family) {
 
 /* Puts the windows into the host's; 0 if one is missing. */
 static int add_windows(tavd_hwnd host) {
-  flow = host_add(host, "TAVDDGR", tavdg_diagram_proc, 140, 0, 480, 480);
-  throw_length = host_add(host, "TAVDDGRL02", L2dg_diagram_proc, 630, 0, 360, 480);
-  picture = host_add(host, "TAVDSHAPE", tavdshapepic_picproc, 1000, 0, 280, 480);
+  flow = host_add(host, "TAVDDGR", tavdg_diagram_proc, 140, 0, 480, 360);
+  throw_length = host_add(host, "TAVDDGRL02", L2dg_diagram_proc, 630, 0, 480, 360);
+  picture = host_add(host, "TAVDSHAPE", tavdshapepic_picproc, 1120, 0, 280, 480);
   return flow != NULL && throw_length != NULL && picture != NULL;
 }
 
@@ -79,7 +79,7 @@ int main(int argc, char** argv) {
     fprintf(stderr, "usage: host [--once] DATABASE CLASS ID, of the main record of a family\n");
     return 1;
   }
-  tavd_hwnd host = host_open("Sizes of a family", 1280, 480, SIZES, show_size);
+  tavd_hwnd host = host_open("Sizes of a family", 1400, 480, SIZES, show_size);
   start(db, family);
   int good = host != NULL && add_windows(host);
   if (good) {
