@@ -12,6 +12,7 @@
 #include "commands/product_choice.h"
 #include "drawing/description.h"
 #include "drawing/drawings.h"
+#include "drawing/levels.h"
 #include "drawing/picture.h"
 #include "drawing/units.h"
 #include "gallery/gallery.h"
@@ -86,7 +87,9 @@ GalleryItem Drawer::draw(const Record& record) {
 
 // A product whose limits make no diagram has none; the page says so.
 void Drawer::draw_flow(const Record& record, const std::string& name, GalleryItem& item) {
-  FlowDiagram diagram(database_, record, item.product, DiagramSettings{kDiagramSize}, false);
+  const Levels levels = legible_levels(database_, record, item.product, kDiagramSize);
+  FlowDiagram diagram(database_, record, item.product,
+                      {.size = kDiagramSize, .lpmin = levels.lowest, .lpstep = levels.step}, false);
   if (!diagram.is_drawable()) return;
   item.flow = save(diagram, name + "-flow" + kPictureForms.page_ending, flow_diagram_text(item.product),
                    kDiagramSize);

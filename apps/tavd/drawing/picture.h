@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "base/errors.h"
 #include "drawing/area.h"
@@ -87,8 +88,8 @@ class Picture {
 
 // What a drawing as it is now covers, with its plane at a place of a picture.
 struct Covered {
-  Extent all;         // lines with their widths, figures, cells of texts
-  Extent first_text;  // the title; as `all` without texts
+  Extent all;                 // lines with their widths, figures, cells of texts
+  std::vector<Extent> texts;  // the cells, in the order in which they are drawn: the title is the first
 };
 // Nothing: the drawing is empty.
 std::optional<Covered> covered(const hosts::LibraryDrawing& drawing, const Area& place);

@@ -35,7 +35,7 @@ bool lies_within(const Extent& text, const Area& room) {
 // Whether the title lies in the room between its left and right edge, if the drawing does.
 bool title_fits(const hosts::LibraryDrawing& drawing, const Area& room) {
   const std::optional<Covered> drawn = covered(drawing, natural_place(drawing, room));
-  return !drawn || lies_within(drawn->first_text, room);
+  return !drawn || drawn->texts.empty() || lies_within(drawn->texts.front(), room);
 }
 
 }  // namespace

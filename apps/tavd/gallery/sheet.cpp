@@ -8,11 +8,10 @@
 #include "base/errors.h"
 #include "drawing/description.h"
 #include "drawing/drawings.h"
+#include "drawing/levels.h"
 #include "drawing/picture.h"
-#include "drawing/placement.h"
 #include "drawing/units.h"
 #include "gallery/gallery.h"
-#include "shared/kinds.h"
 
 namespace tavdhost {
 namespace {
@@ -60,17 +59,6 @@ std::vector<Choice> choose_cells(const Database& database) {
   return cells;
 }
 
-// The lowest of a damper's level lines, dB(A), 0 for the diagram's own choice: one that begins left of the
-// axis has its label there, which would make a small diagram narrow.
-float lowest_level(const Database& database, const Choice& cell) {
-  if (!hosts::is_damper(cell.product.flow)) return 0;
-  for (const float level : {0.0F, 30.0F, 40.0F, 50.0F}) {
-    const FlowDiagram diagram(database, cell.record, cell.product, {.size = kCell, .lpmin = level}, false);
-    if (!diagram.is_drawable() || fits(hosts::kFlowDrawing, {0, 0, kCell.width, kCell.height})) return level;
-  }
-  return 0;
-}
-
 // Calls `use` with the diagram of a cell, if the limits of the product make one; whether they do.
 template <typename Use>
 bool with_diagram(const Database& database, const Choice& cell, Use use) {
@@ -82,7 +70,8 @@ bool with_diagram(const Database& database, const Choice& cell, Use use) {
     return used(ThrowDiagram(database, cell.record, cell.product, 0, throw_flow_unit_number("l/s"),
                              first_throw_value(cell.product.flow)));
   }
-  const DiagramSettings settings = {.size = kCell, .lpmin = lowest_level(database, cell)};
+  const Levels levels = legible_levels(database, cell.record, cell.product, kCell);
+  const DiagramSettings settings = {.size = kCell, .lpmin = levels.lowest, .lpstep = levels.step};
   return used(FlowDiagram(database, cell.record, cell.product, settings, false));
 }
 

@@ -131,7 +131,7 @@ Part text_part(const std::string& line) {
   const double back = anchor == "end" ? cell.right : anchor == "middle" ? cell.right / 2 : 0;
   const double down = number(tag, "y");
   cell = turned({cell.left - back, cell.top + down, cell.right - back, cell.bottom + down}, angle);
-  return {text, {cell.left + x, cell.top + y, cell.right + x, cell.bottom + y}};
+  return {text, {cell.left + x, cell.top + y, cell.right + x, cell.bottom + y}, attribute(tag, "fill")};
 }
 
 Part ellipse_part(const std::string& line) {

@@ -15,6 +15,7 @@ struct Box {
 struct Part {
   std::string what;  // "line", "ellipse", or the text itself
   Box box;
+  std::string colour = "";  // of a text, "#rrggbb"
 };
 
 struct Svg {

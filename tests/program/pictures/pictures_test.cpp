@@ -3,16 +3,19 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
 
 #include "drawing/drawings.h"
+#include "drawing/levels.h"
 #include "drawing/units.h"
 #include "product/database.h"
 #include "product/product.h"
 #include "program/pictures/measured.h"
+#include "shared/kinds.h"
 #include "support/program.h"
 
 namespace {
@@ -168,6 +171,43 @@ TEST_F(CataloguePictures, PdfIsA4WithNothingInItsMargins) {
     outside.push_back(names[static_cast<std::size_t>(page)] + ": ink in the margin");
   }
   EXPECT_THAT(outside, IsEmpty());
+}
+
+// Levels stand in red, upright. Above and below their figures a sixth of the cell is for accents and
+// descenders.
+bool is_level_on_text(const Part& level, const Part& text) {
+  const double free = (level.box.bottom - level.box.top) / 6;
+  return level.colour == "#ff0000" && !text.colour.empty() && level.box.left < text.box.right &&
+         text.box.left < level.box.right && level.box.top + free < text.box.bottom &&
+         text.box.top < level.box.bottom - free;
+}
+
+// At the levels that a gallery shows. With those of the diagrams themselves some do.
+TEST_F(CataloguePictures, NoLevelOfADamperStandsOnAnotherTextInAGallery) {
+  constexpr PictureSize kSize = {800, 600};
+  std::vector<std::string> found;
+  int dampers = 0;
+  for (Record record = database->first(); record; record = database->next(record)) {
+    const tavdhost::Product product = tavdhost::load_product(*database, record);
+    if (!hosts::is_damper(product.flow)) continue;
+    ++dampers;
+    const tavdhost::Levels levels = tavdhost::legible_levels(*database, record, product, kSize);
+    tavdhost::FlowDiagram diagram(*database, record, product,
+                                  {.size = kSize, .lpmin = levels.lowest, .lpstep = levels.step}, false);
+    save(diagram, folder->file("damper.svg"), kSize);
+    const pictures::Svg svg = pictures::read_svg(clitest::read_file(folder->file("damper.svg")));
+    for (const Part& level : svg.parts) {
+      for (const Part& text : svg.parts) {
+        if (&level != &text && is_level_on_text(level, text)) {
+          found.push_back(product.key.object_id + ": " + level.what + " on " + text.what);
+        }
+      }
+    }
+    const auto is_level = [](const Part& part) { return part.what.find("dB(A)") != std::string::npos; };
+    EXPECT_TRUE(std::ranges::any_of(svg.parts, is_level)) << product.key.object_id;
+  }
+  EXPECT_GT(dampers, 10);
+  EXPECT_THAT(found, IsEmpty());
 }
 
 }  // namespace

@@ -77,10 +77,11 @@ std::vector<std::string> wrapped(const Face& face, const std::string& text, int 
   for (std::size_t from = 0; from < text.size();) {
     const std::size_t blank = std::min(text.find(' ', from), text.size());
     const std::string word = text.substr(from, blank - from);
-    std::string& line = lines.back();
-    const std::string longer = line + (line.empty() ? "" : " ") + word;
-    if (line.empty() || width_of(face, longer) <= width) {
-      line = longer;
+    std::string longer = lines.back();
+    if (!longer.empty()) longer += ' ';
+    longer += word;
+    if (lines.back().empty() || width_of(face, longer) <= width) {
+      lines.back() = longer;
     } else {
       lines.push_back(word);
     }

@@ -191,14 +191,16 @@ void Picture::finish() {
 std::optional<Covered> covered(const hosts::LibraryDrawing& drawing, const Area& place) {
   tgui_surface* const measuring = tgui_cairo_measure(1, 1);
   draw(drawing, measuring, place);
-  tgui_box all = {};
-  tgui_box first = {};
-  const bool is_empty = tgui_cairo_extent(measuring, &all) != 0;
-  if (tgui_cairo_text_extent(measuring, 0, &first) != 0) first = all;
+  Covered all = {};
+  tgui_box box = {};
+  const bool is_empty = tgui_cairo_extent(measuring, &box) != 0;
+  all.all = {box.left, box.top, box.right, box.bottom};
+  for (std::int32_t i = 0; tgui_cairo_text_extent(measuring, i, &box) == 0; ++i) {
+    all.texts.push_back({box.left, box.top, box.right, box.bottom});
+  }
   tgui_surface_destroy(measuring);
   if (is_empty) return {};
-  return Covered{{all.left, all.top, all.right, all.bottom},
-                 {first.left, first.top, first.right, first.bottom}};
+  return all;
 }
 
 }  // namespace tavdhost

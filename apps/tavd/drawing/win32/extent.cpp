@@ -6,6 +6,7 @@
 #include <map>
 #include <numbers>
 #include <optional>
+#include <vector>
 
 #include "drawing/win32/recorded.h"
 #include "drawing/win32/records.h"
@@ -50,7 +51,7 @@ class Measurer {
   void take(const ENHMETARECORD* record);
   std::optional<Covered> covered() const {
     if (!all_) return {};
-    return Covered{*all_, first_text_.value_or(*all_)};
+    return Covered{*all_, texts_};
   }
 
  private:
@@ -71,7 +72,8 @@ class Measurer {
   double pen_ = 1;
   UINT align_ = TA_LEFT | TA_TOP;
   POINTL position_ = {};
-  std::optional<Extent> all_, first_text_;
+  std::optional<Extent> all_;
+  std::vector<Extent> texts_;
 };
 
 void Measurer::take(const ENHMETARECORD* record) {
@@ -159,7 +161,7 @@ void Measurer::take_text(const TextRecord& text) {
                     std::max(cell->bottom, at_y)};
     }
   }
-  if (!first_text_) first_text_ = cell;
+  texts_.push_back(*cell);
   take(*cell);
 }
 
