@@ -25,6 +25,7 @@ void print_text(const CalculatedProducts& answers, const AnswerForm& form) {
 
 void print_csv(const CalculatedProducts& answers, const AnswerForm& form, bool with_dp) {
   std::vector<const Product*> products;
+  products.reserve(answers.products.size());
   for (const Calculated& calculated : answers.products) products.push_back(&calculated.chosen.product);
   const auto rows = csv_rows(columns_of(products, with_dp, true), form);
   std::string text;

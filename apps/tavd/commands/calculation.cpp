@@ -69,8 +69,8 @@ std::vector<std::string> ids_of(const Database& database, const CalculationOptio
   return options.family ? sizes_of(database, options, id) : std::vector{id};
 }
 
-Chosen prepared(const Database& database, const CalculationOptions& options, const std::string& id) {
-  Chosen chosen = choose_product(database, options.class_id, id);
+Chosen prepared(ProductChooser& chooser, const CalculationOptions& options, const std::string& id) {
+  Chosen chosen = chooser.choose(options.class_id, id);
   try {
     set_parameters(chosen.product.flow, options.parameters);
   } catch (const UserError& error) {
@@ -132,12 +132,13 @@ AnswerForm answer_form(const CalculationOptions& options) {
 
 Selection chosen_products(const CalculationOptions& options) {
   const Database database(options.path, Database::Open::kExisting, options.texts);
+  ProductChooser chooser(database);
   Selection selection{{}, options.family || options.object_ids.size() > 1};
   for (const std::string& id : options.object_ids) {
     const bool pattern = is_pattern(database, options, id);
     selection.several = selection.several || pattern;
     for (const std::string& one : ids_of(database, options, id, pattern)) {
-      selection.products.push_back(prepared(database, options, one));
+      selection.products.push_back(prepared(chooser, options, one));
       if (one == id) refuse_without_flow_data(selection.products.back(), options);
     }
   }
@@ -173,6 +174,7 @@ CalculatedProducts calculate(const PointOptions& options, const AnswerForm& form
   if (options.dp) dp = parse_pressure("--dp", *options.dp);
   Selection selection = chosen_products(options);
   CalculatedProducts answers{{}, selection.several};
+  answers.products.reserve(selection.products.size());
   for (Chosen& chosen : selection.products) {
     answers.products.push_back(calculate(std::move(chosen), qv, dp, form));
   }

@@ -54,9 +54,8 @@ void add_diagram_command(CLI::App& app) {
   add_diagram_options(*command, *options);
   add_drawing_options(*command, *options);
   command->footer(
-      "dpt is total pressure, dpst static pressure, qv flow, v air velocity. The end reflection of the duct "
-      "is\n"
-      "taken off the sound levels.\n"
+      "dpt is total pressure, dpst static pressure, qv flow, v air velocity.\n"
+      "The end reflection of the duct is taken off the sound levels.\n"
       "Example: tavd diagram catalogue.tavdb DMP QZDA-160 -o damper" +
       std::string(kPictureForms.vector_ending) + " --qv 50 --dp 60");
   command->callback([options] { run_diagram(*options); });

@@ -119,6 +119,7 @@ std::unique_ptr<SweepRows> rows_of(const SweepOptions& options, const std::vecto
                                    bool several, const AnswerForm& form) {
   if (options.json) return json_rows(several, form);
   std::vector<const Product*> all;
+  all.reserve(products.size());
   for (const Chosen& chosen : products) all.push_back(&chosen.product);
   return csv_rows(columns_of(all, options.dp.has_value(), several), form);
 }

@@ -174,6 +174,7 @@ class CsvRows : public SweepRows {
 
 std::vector<std::string> band_columns(const std::string& what) {
   std::vector<std::string> names;
+  names.reserve(kBandHz.size());
   for (const int hz : kBandHz) names.push_back(what + "_" + std::to_string(hz) + "Hz_dB");
   return names;
 }

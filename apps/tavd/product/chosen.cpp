@@ -70,33 +70,42 @@ Record put_together(const Database& database, const RecordKey& key, const std::v
   return record;
 }
 
-// Whether the id is one of a layered product; `chosen` is then what its layers answer.
-bool follow_layers(const Database& database, const std::string& class_id, const std::string& id,
-                   Chosen& chosen) {
-  if (!has_separator(id) || id.size() > hosts::kIdChars) return false;
-  Layers layers(database, class_id, id);
-  if (layers.main_id().empty() || !layers.adjust(id)) return false;
-  const RecordKey key{hosts::padded_class(class_id), id};
-  const Record record = put_together(database, key, layers.asked(), chosen.origin.layers);
-  chosen.product = load_product(database, record);
-  return true;
-}
-
 }  // namespace
 
 bool Origin::is_main_record() const {
   return mode == TAVD_SIZING_PATTERN || mode == TAVD_SIZING_LIST;
 }
 
-Chosen choose_product(const Database& database, const std::string& class_id, const std::string& object_id) {
+Layers& ProductChooser::layers_of(const std::string& class_id, const std::string& id) {
+  const std::string key = hosts::padded_class(class_id);
+  const std::string beginning = key + id.substr(0, id.find_first_of("-+") + 1);
+  if (layers_ == nullptr || read_for_ != beginning) {
+    layers_ = std::make_unique<Layers>(database_, key, id);
+    read_for_ = beginning;
+  }
+  return *layers_;
+}
+
+// Whether the id is one of a layered product; `chosen` is then what its layers answer.
+bool ProductChooser::follow_layers(const std::string& class_id, const std::string& id, Chosen& chosen) {
+  if (class_id.size() > hosts::kClassChars || id.size() > hosts::kIdChars || !has_separator(id)) return false;
+  Layers& layers = layers_of(class_id, id);
+  if (layers.main_id().empty() || !layers.adjust(id)) return false;
+  const RecordKey key{hosts::padded_class(class_id), id};
+  const Record record = put_together(database_, key, layers.asked(), chosen.origin.layers);
+  chosen.product = load_product(database_, record);
+  return true;
+}
+
+Chosen ProductChooser::choose(const std::string& class_id, const std::string& object_id) {
   Chosen chosen;
   const std::string id(trim_end(object_id));
-  const Record record = database.find(class_id, id);
-  if (record) chosen.origin.mode = hosts::sizing_mode(database.handle(), record);
-  if (chosen.origin.is_main_record() || !follow_layers(database, class_id, id, chosen)) {
-    chosen.product = load_product(database, database.product(class_id, id));
+  const Record record = database_.find(class_id, id);
+  if (record) chosen.origin.mode = hosts::sizing_mode(database_.handle(), record);
+  if (chosen.origin.is_main_record() || !follow_layers(class_id, id, chosen)) {
+    chosen.product = load_product(database_, database_.product(class_id, id));
   }
-  if (chosen.origin.is_main_record()) follow_family(database, chosen);
+  if (chosen.origin.is_main_record()) follow_family(database_, chosen);
   chosen.product.code = filled_code(chosen.product.code, chosen.product.size);
   return chosen;
 }

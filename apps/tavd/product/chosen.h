@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -42,11 +43,25 @@ struct Chosen {
   EndReflection end_reflection = EndReflection::kNone;
 };
 
-// The product of that name. One that takes part in a layered product is put together from the layers, as an
-// attribute of it is found; the name then need not be that of a record. The code of a main record is that of
-// the size whose data it has, and a template in it is filled in for the product's own size. Throws UserError
-// if there is no such product.
-Chosen choose_product(const Database& database, const std::string& class_id, const std::string& object_id);
+// Finds products to calculate. One that takes part in a layered product is put together from the layers, as
+// an attribute of it is found; the name then need not be that of a record. The code of a main record is that
+// of the size whose data it has, and a template in it is filled in for the product's own size.
+class ProductChooser {
+ public:
+  explicit ProductChooser(const Database& database) : database_(database) {}
+
+  // Throws UserError if there is no such product.
+  Chosen choose(const std::string& class_id, const std::string& object_id);
+
+ private:
+  bool follow_layers(const std::string& class_id, const std::string& id, Chosen& chosen);
+  Layers& layers_of(const std::string& class_id, const std::string& id);
+
+  const Database& database_;
+  // Those of the last product: they are all records that begin like it, which many neighbours share.
+  std::string read_for_;
+  std::unique_ptr<Layers> layers_;
+};
 
 // Takes the end reflection off the sound table if that is asked for, and notes how it stands.
 void settle_end_reflection(Chosen& chosen, bool take_off);

@@ -247,6 +247,8 @@ TEST_F(Several, VariantThatFitsNoLayeredProductIsNotFound) {
               HasSubstr("no product \"Q-10\""));
   EXPECT_THAT(expect_user_error(command("calc", {"LAY", "R-10-A", "--qv", "50"})),
               HasSubstr("no product \"R-10-A\""));
+  EXPECT_THAT(expect_user_error(command("calc", {"LAYX", "Q-10-A", "--qv", "50"})),
+              HasSubstr("no class \"LAYX\""));
 }
 
 }  // namespace
