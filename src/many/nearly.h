@@ -12,8 +12,9 @@
 
 namespace tavd {
 
-// Both ends of what a double in [x - distance, x + distance] can round to. `distance` is above 1e-40, so that
-// the two are never a 0 of either sign; not-a-number in either argument is never certain.
+// Both ends of what a double in [x - distance, x + distance] can round to; a distance of 0 says that x is
+// exact. Any other is above 1e-40, or far below x, so that the two are never zeros of either sign.
+// Not-a-number in either argument is never certain.
 struct Rounded {
   Rounded(double x, double distance) : low(narrow(x - distance)), high(narrow(x + distance)) {}
   bool certain() const { return low == high; }
