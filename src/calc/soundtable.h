@@ -150,9 +150,11 @@ struct Corrections {
 
   // A term that is not there is not added, not even as 0.
   void add_to(Bands& lw) const {
-    for (float& level : lw) {
-      if (any_size) level += size;
-      if (any_parameter) level += parameter;
+    if (any_size) {
+      for (float& level : lw) level += size;
+    }
+    if (any_parameter) {
+      for (float& level : lw) level += parameter;
     }
   }
 };
