@@ -245,22 +245,25 @@ bool Levels::levels_of(const Block<Steps, N>& block, std::size_t i, float* lw) c
   } else {
     Bands first;
     Bands second;
-    bool certain = along<Steps>(line(choices_[place], block.first[i]), block.lg_dp[i], first);
-    certain &= along<Steps>(line(choices_[place + 1], block.second[i]), block.lg_dp[i], second);
+    if (!along<Steps>(line(choices_[place], block.first[i]), block.lg_dp[i], first)) return false;
+    if (!along<Steps>(line(choices_[place + 1], block.second[i]), block.lg_dp[i], second)) return false;
     if (search_ == Search::resistance_curves) {
-      certain &= across<Steps>(first, second, block.first[i], block.second[i], block.lg_first[i],
-                               block.lg_second[i], block.lg_qv[i], bands);
+      if (!across<Steps>(first, second, block.first[i], block.second[i], block.lg_first[i],
+                         block.lg_second[i], block.lg_qv[i], bands)) {
+        return false;
+      }
       for (float& level : bands) level = limit(level);
     } else {
       for (int band = 0; band < TAVD_BANDS; ++band) {
         first[band] = std::min(first[band], kHighestLevel);
         second[band] = std::min(second[band], kHighestLevel);
       }
-      certain &= across<Steps>(first, second, values_.values[place], values_.values[place + 1],
-                               lg_values_[place], lg_values_[place + 1], block.lg_qv[i], bands);
+      if (!across<Steps>(first, second, values_.values[place], values_.values[place + 1], lg_values_[place],
+                         lg_values_[place + 1], block.lg_qv[i], bands)) {
+        return false;
+      }
       for (float& level : bands) level = limit(block.extra[i] + level);
     }
-    if (!certain) return false;
   }
   corrections_.add_to(bands);
   std::copy_n(bands, TAVD_BANDS, lw);

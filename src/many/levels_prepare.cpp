@@ -79,6 +79,7 @@ RowChoice Levels::choice(const Table& table, const Rows& rows, Key key) {
   choice.complete = rows.count >= 2;
   if (!choice.complete) return choice;
   std::vector<float> keys;
+  keys.reserve(static_cast<std::size_t>(rows.count));
   for (int i = 0; i < rows.count; ++i) keys.push_back(key(rows.row[i]));
   keys = distinct_keys(std::move(keys));
   choice.keys = static_cast<std::uint32_t>(keys_.size());
