@@ -8,13 +8,15 @@
 #include "base/json_text.h"
 #include "base/numbers.h"
 #include "base/text.h"
-#include "product/text_codec.h"
 #include "shared/records.h"
 #include "tavd/attributes.h"
 
 namespace tavdhost {
 namespace {
 
+// How far a pressure may lie off the square law: what rounding to whole Pa and reading off a chart make.
+constexpr double kOffPart = 0.15;
+constexpr double kOffPressure = 1;       // Pa besides
 constexpr double kSameResistance = 0.1;  // part of a curve's first resistance within which its rows lie
 constexpr const char* kHeader =
     "// Made by tavd db import. Flows are in l/s, or m/s for kinds 11 and 22, pressures in Pa.\n"
@@ -56,6 +58,8 @@ class EntryWriter {
   Points settings_rows() const;
   Points sound_rows() const;
   Points by_resistance(Points rows) const;
+  void no_other_columns();
+  void on_one_resistance(const MeasuredPoint& first, const Points& rows, const std::string& hint);
   void curve();
   void reference(const Points& rows);
   void table(const char* name, const Points& rows, std::size_t most,
@@ -154,9 +158,33 @@ void EntryWriter::table(const char* name, const Points& rows, std::size_t most,
   member(name, '[' + text + "\n    ]");
 }
 
+// One point stands for all rows of a setting, or of a fixed resistance.
+void EntryWriter::on_one_resistance(const MeasuredPoint& first, const Points& rows, const std::string& hint) {
+  for (const MeasuredPoint& row : rows) {
+    const double expected = resistance(first) * double{*row.qv} * double{*row.qv};
+    if (std::abs(double{*row.dp} - expected) <= kOffPart * expected + kOffPressure) continue;
+    faults_.add(*row.source, row.place,
+                printable(product_.id) + ": expected about " + brief(static_cast<float>(expected)) +
+                    " Pa, as the square law has it through " + brief(*first.dp) + " Pa at " +
+                    brief(*first.qv) + ", found " + brief(*row.dp) + " Pa" + hint);
+    return;
+  }
+}
+
+// Columns that the kind has no place for.
+void EntryWriter::no_other_columns() {
+  const bool has_settings = settings_.kind == TAVD_KIND_LIMITS || settings_.kind == TAVD_KIND_DAMPER ||
+                            settings_.kind == TAVD_KIND_DAMPER_VELOCITY;
+  for (const MeasuredPoint& point : product_.points) {
+    if (point.setting && !has_settings) return missing("no pos, as the kind has no settings");
+    if (point.aux && settings_.kind != TAVD_KIND_FAN) return missing("no aux, which fans alone have");
+  }
+}
+
 // The point of the highest flow is measured best.
 void EntryWriter::reference(const Points& rows) {
   const MeasuredPoint& highest = *std::ranges::max_element(rows, less_flow);
+  on_one_resistance(highest, rows, "; --kind curve takes points of any law");
   member("qvdpref", "{\"qvref\": " + shortest(*highest.qv) + ", \"dpref\": " + shortest(*highest.dp) + '}');
 }
 
@@ -179,6 +207,12 @@ void EntryWriter::curve() {
     case TAVD_KIND_DAMPER_VELOCITY:
       rows = settings_rows();
       if (rows.empty()) return missing("rows with pos, qv and dp, as the product is a damper");
+      for (const MeasuredPoint& setting : rows) {
+        on_one_resistance(setting, wanted([&](const MeasuredPoint& point) {
+                            return has_point(point) && point.setting == setting.setting;
+                          }),
+                          ": the rows of a setting have one resistance");
+      }
       return table("damperpoints", rows, TAVD_DAMPER_ROWS,
                    [&](const MeasuredPoint& point) { return shortest(*point.setting) + ", " + pair(point); });
     case TAVD_KIND_FAN:
@@ -249,6 +283,7 @@ std::string EntryWriter::text() {
     member("description", "{\"English\": " + json_quoted(product_.description) + '}');
   }
   member("flowheader", header());
+  no_other_columns();
   curve();
   sound();
   throws();

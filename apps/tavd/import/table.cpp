@@ -54,6 +54,7 @@ class RowReader {
   }
 
   MeasuredPoint point(const CsvRow& row, const DuctSize& size) {
+    expect_whole_point(row);
     MeasuredPoint point{};
     point.source = &source_;
     point.place = source_.place(static_cast<std::ptrdiff_t>(row.front().offset));
@@ -77,6 +78,14 @@ class RowReader {
   }
 
  private:
+  void expect_whole_point(const CsvRow& row);
+  bool has(const CsvRow& row, Field field) const { return cell(row, field) != nullptr; }
+  bool has_bands(const CsvRow& row) const {
+    for (std::size_t band = 0; band < TAVD_BANDS; ++band) {
+      if (cell(row, Field::kBand, band) != nullptr) return true;
+    }
+    return false;
+  }
   void add(const CsvCell& cell, const std::string& text) {
     faults_.add(source_, source_.place(static_cast<std::ptrdiff_t>(cell.offset)), text);
   }
@@ -99,6 +108,24 @@ class RowReader {
   Faults& faults_;
   char decimal_ = '\0';  // the sign that the table's numbers have; none seen yet
 };
+
+// What stands in a row must be good for something: nothing is left out without a word.
+void RowReader::expect_whole_point(const CsvRow& row) {
+  const bool flow = has(row, Field::kFlow);
+  const bool pressure = has(row, Field::kPressure);
+  const bool length = has(row, Field::kThrow);
+  const bool sound = has_bands(row);
+  const CsvCell& first = row.front();
+  if ((sound || has(row, Field::kSetting)) && !(flow && pressure)) {
+    add(first, "a setting or bands, expected qv and dp beside them");
+  } else if (has(row, Field::kLevel) && !sound) {
+    add(first, "LwA without bands, expected the bands from 63 to 8000: they are what is stored");
+  } else if (!flow) {
+    add(first, "a row without qv, expected it in each row");
+  } else if (!pressure && !length) {
+    add(first, "a row with qv alone, expected dp or L2 beside it");
+  }
+}
 
 // A number with a point or a comma as decimal sign, but the same in the whole table.
 std::optional<double> RowReader::exact(const CsvCell* cell) {

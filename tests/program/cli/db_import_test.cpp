@@ -282,6 +282,36 @@ TEST_F(Import, WhatTheKindNeedsIsMissed) {
   EXPECT_THAT(faults_of(rows), ElementsAre("22:1: X: 21 rows for damperpoints, expected at most 20"));
 }
 
+TEST_F(Import, NothingInARowIsLeftOutWithoutAWord) {
+  EXPECT_THAT(
+      faults_of("pos;qv [l/s];dp [Pa];L2 [m];LwA;63;125;250;500;1000;2000;4000;8000\n"
+                "1;20;;;;;;;;;;;\n;20;100;;40;;;;;;;;\n;;100;;;;;;;;;;\n;20;;;;;;;;;;;\n"
+                ";20;;;;40;40;40;40;40;40;40;40\n"),
+      ElementsAre("2:1: a setting or bands, expected qv and dp beside them",
+                  "3:1: LwA without bands, expected the bands from 63 to 8000: they are what is stored",
+                  "4:1: a row without qv, expected it in each row",
+                  "5:1: a row with qv alone, expected dp or L2 beside it",
+                  "6:1: a setting or bands, expected qv and dp beside them"));
+  EXPECT_THAT(faults_of("pos;qv [l/s];dp [Pa]\n1;20;5\n1;40;20\n", "resistance"),
+              ElementsAre("2:1: X: expected no pos, as the kind has no settings"));
+  EXPECT_THAT(faults_of("qv [l/s];dp [Pa];aux\n20;5;1\n40;20;2\n", "resistance"),
+              ElementsAre("2:1: X: expected no aux, which fans alone have"));
+}
+
+TEST_F(Import, PointsOffTheSquareLawAreTold) {
+  EXPECT_THAT(
+      faults_of("qv [l/s];dp [Pa]\n20;16\n40;40\n80;160\n", "resistance"),
+      ElementsAre("2:1: X: expected about 10 Pa, as the square law has it through 160 Pa at 80, found 16 Pa; "
+                  "--kind curve takes points of any law"));
+  EXPECT_THAT(
+      faults_of("pos;qv [l/s];dp [Pa]\n1;20;100\n1;40;300\n2;40;50\n"),
+      ElementsAre(
+          "3:1: X: expected about 400 Pa, as the square law has it through 100 Pa at 20, found 300 Pa: the "
+          "rows of a setting have one resistance"));
+  EXPECT_EQ(products("qv [l/s];dp [Pa]\n20;11\n40;44\n80;160\n", "resistance")[0]["qvdpref"]["dpref"].asInt(),
+            160);
+}
+
 TEST_F(Import, TablesThatAreNoneAreRefused) {
   EXPECT_THAT(faults_of(""), ElementsAre("1:1: an empty table, expected a heading and rows of values"));
   EXPECT_THAT(faults_of("pos;qv [l/s];dp [Pa]\n;;\n"),
