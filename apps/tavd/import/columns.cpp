@@ -128,7 +128,8 @@ class HeadingReader {
   static std::string unknown(const std::string& name) {
     std::vector<std::string_view> names;
     for (const Name& known : kNames) names.push_back(known.name);
-    return "unknown column " + in_quotes(name) + did_you_mean(name, names) + ", expected " + column_names();
+    return "unknown column " + in_quotes(name) + did_you_mean(name, names) + ", expected " + column_names() +
+           "; a column without a heading is not read";
   }
 
   bool refuse(const CsvCell& cell, const std::string& text) {

@@ -228,7 +228,7 @@ TEST_F(Import, HeadingsThatAreNotKnownAreToldWithTheirPlace) {
       faults_of("pos;qvv [m3/h];dp;L2 [s];pos\n1;2;3;4;5\n"),
       ElementsAre(
           "1:5: unknown column \"qvv\" (did you mean \"qv\"?), expected id, description, size, pos, qv, v, "
-          "dp, the bands 63 to 8000, LwA, L2, aux",
+          "dp, the bands 63 to 8000, LwA, L2, aux; a column without a heading is not read",
           "1:16: no unit in \"dp\", expected one such as dp [Pa] or dp [kPa]",
           "1:19: an unknown unit in \"L2 [s]\", expected one such as L2 [m]",
           "1:26: \"pos\" is a second column of its kind, expected one"));
@@ -236,6 +236,12 @@ TEST_F(Import, HeadingsThatAreNotKnownAreToldWithTheirPlace) {
       faults_of("qv [Pa];dp [l/s]\n1;2\n"),
       ElementsAre("1:1: an unknown unit in \"qv [Pa]\", expected one such as qv [l/s], qv [m3/h] or v [m/s]",
                   "1:9: an unknown unit in \"dp [l/s]\", expected one such as dp [Pa] or dp [kPa]"));
+}
+
+TEST_F(Import, AColumnWithoutAHeadingIsNotRead) {
+  const Json::Value product =
+      products("qv [l/s];;dp [Pa];\n20;a note;10;\n40;;40;another\n", "resistance")[0];
+  EXPECT_FLOAT_EQ(product["qvdpref"]["dpref"].asFloat(), 40);
 }
 
 TEST_F(Import, CellsThatAreNoNumbersAreToldWithTheirPlace) {
