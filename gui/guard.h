@@ -2,8 +2,11 @@
 // before it is known to be alive.
 #pragma once
 
+#include <array>
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <mutex>
 #include <new>
 #include <unordered_map>
 
@@ -41,33 +44,64 @@ union Immortal {
 // The living handles of one type. A handle that was destroyed, or never was one, is not in it. Serial numbers
 // tell a handle from a later one at the same address. Handles are kept as plain addresses: those of the dead
 // are compared and never followed.
+//
+// Threads ask at once, for every operation on a surface. The handles are dealt out to shelves by address,
+// each with a lock of its own, so that threads that draw on surfaces of their own hardly ever wait for one
+// another.
 template <class T>
 class Registry {
  public:
   std::uint64_t add(T* handle) {
-    entries_.emplace(reinterpret_cast<std::uintptr_t>(handle), Entry{handle, ++last_});
-    return last_;
+    const auto address = reinterpret_cast<std::uintptr_t>(handle);
+    const std::uint64_t serial = ++last_;
+    Shelf& shelf = shelf_of(address);
+    const std::scoped_lock lock(shelf.mutex);
+    shelf.entries.emplace(address, Entry{handle, serial});
+    ++size_;
+    return serial;
   }
-  void remove(const T* handle) { entries_.erase(reinterpret_cast<std::uintptr_t>(handle)); }
+  void remove(const T* handle) {
+    const auto address = reinterpret_cast<std::uintptr_t>(handle);
+    Shelf& shelf = shelf_of(address);
+    const std::scoped_lock lock(shelf.mutex);
+    size_ -= shelf.entries.erase(address);
+  }
   // 0 for an address where no handle lives.
-  std::uint64_t serial(std::uintptr_t address) const {
-    const auto found = entries_.find(address);
-    return found == entries_.end() ? 0 : found->second.serial;
-  }
+  std::uint64_t serial(std::uintptr_t address) const { return entry(address).serial; }
   // Null unless the handle of that serial number lives.
   T* find(std::uintptr_t address, std::uint64_t serial) const {
-    const auto found = entries_.find(address);
-    return found == entries_.end() || found->second.serial != serial ? nullptr : found->second.handle;
+    const Entry found = entry(address);
+    return found.serial == serial ? found.handle : nullptr;
   }
-  std::size_t size() const { return entries_.size(); }
+  std::size_t size() const { return size_; }
 
  private:
   struct Entry {
-    T* handle;
-    std::uint64_t serial;
+    T* handle = nullptr;
+    std::uint64_t serial = 0;
   };
-  std::unordered_map<std::uintptr_t, Entry> entries_;
-  std::uint64_t last_ = 0;
+  struct alignas(64) Shelf {  // a line of the cache each
+    mutable std::mutex mutex;
+    std::unordered_map<std::uintptr_t, Entry> entries;
+  };
+
+  // The lowest bits of addresses are alike, and so are those that an allocator spaces regularly.
+  static std::size_t place(std::uintptr_t address) {
+    constexpr std::uint64_t kGoldenRatio = 0x9E3779B97F4A7C15;  // of 2^64
+    return static_cast<std::size_t>((std::uint64_t{address} * kGoldenRatio) >> 58U);
+  }
+  Shelf& shelf_of(std::uintptr_t address) { return shelves_[place(address)]; }
+
+  Entry entry(std::uintptr_t address) const {
+    const Shelf& shelf = shelves_[place(address)];
+    const std::scoped_lock lock(shelf.mutex);
+    const auto found = shelf.entries.find(address);
+    return found == shelf.entries.end() ? Entry{} : found->second;
+  }
+
+  std::array<Shelf, 64> shelves_;
+  std::atomic<std::uint64_t> last_ = 0;
+  std::atomic<std::size_t> size_ = 0;
 };
 
 // The one registry of a handle type.

@@ -1,10 +1,12 @@
 #include "gui/objects.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
 #include <memory>
+#include <mutex>
 
 #include "gui/guard.h"
 
@@ -16,7 +18,8 @@ struct FailurePlan {
   std::int32_t failures = 0;
 };
 FailurePlan failure_plan;
-std::int32_t created_count = 0;
+std::mutex failure_mutex;
+std::atomic<std::int32_t> created_count = 0;
 
 tgui_object* create(const tgui_object_info& info);
 tgui_object* find_stock(int number);
@@ -25,6 +28,14 @@ bool known_pen_style(std::int32_t style);
 std::int32_t magnitude(std::int32_t width);
 bool is_stock(const tgui_object* object) {
   return object->info.stock >= 0;
+}
+
+// An object goes with its last owner; the stock is its own owner.
+void disown(tgui_object* object) {
+  if (--object->owners == 0) {
+    tgui::registry<tgui_object>().remove(object);
+    delete object;
+  }
 }
 
 constexpr std::uint32_t kColourBits = 0x00FFFFFF;
@@ -75,12 +86,11 @@ int32_t tgui_delete_object(tgui_object* object) {
   if (is_stock(object)) {
     return 1;
   }
-  --created_count;
-  object->deleted = true;
-  if (object->holds == 0) {
-    tgui::registry<tgui_object>().remove(object);
-    delete object;
+  if (object->deleted.exchange(true)) {
+    return 0;
   }
+  --created_count;
+  disown(object);
   return 1;
 }
 
@@ -100,6 +110,7 @@ int32_t tgui_object_count(void) {
 }
 
 void tgui_fail_objects(int32_t skip, int32_t n) {
+  const std::scoped_lock lock(failure_mutex);
   failure_plan = {std::max(skip, 0), std::max(n, 0)};
 }
 
@@ -125,7 +136,7 @@ bool usable(const tgui_object* object) {
 }
 
 Hold::Hold(tgui_object* object) noexcept : object_(object) {
-  ++object_->holds;
+  ++object_->owners;
 }
 
 Hold& Hold::operator=(const Hold& other) noexcept {
@@ -135,10 +146,7 @@ Hold& Hold::operator=(const Hold& other) noexcept {
 }
 
 Hold::~Hold() {
-  if (--object_->holds == 0 && object_->deleted) {
-    registry<tgui_object>().remove(object_);
-    delete object_;
-  }
+  disown(object_);
 }
 
 }  // namespace tgui
@@ -150,7 +158,8 @@ tgui_object* create(const tgui_object_info& info) {
     return nullptr;
   }
   return tgui::guarded<tgui_object*>(nullptr, [&] {
-    auto object = std::make_unique<tgui_object>(tgui_object{info, 0, false});
+    auto object = std::make_unique<tgui_object>();
+    object->info = info;
     object->info.stock = -1;
     tgui::registry<tgui_object>().add(object.get());
     ++created_count;
@@ -159,6 +168,7 @@ tgui_object* create(const tgui_object_info& info) {
 }
 
 bool creation_fails() {
+  const std::scoped_lock lock(failure_mutex);
   if (failure_plan.failures == 0) {
     return false;
   }
@@ -179,26 +189,22 @@ std::int32_t magnitude(std::int32_t width) {
 }
 
 tgui_object stock_pen(int number, int style, std::uint32_t colour) {
-  tgui_object object{};
-  object.info = {TGUI_PEN, number, style, style == TGUI_PEN_NULL ? 0 : 1, colour, {}};
-  return object;
+  return {{TGUI_PEN, number, style, style == TGUI_PEN_NULL ? 0 : 1, colour, {}}};
 }
 
 tgui_object stock_brush(int number, int style, std::uint32_t colour) {
-  tgui_object object{};
-  object.info = {TGUI_BRUSH, number, style, 0, colour, {}};
-  return object;
+  return {{TGUI_BRUSH, number, style, 0, colour, {}}};
 }
 
 // The stock fonts are bitmap fonts of fixed cell heights.
 tgui_object stock_font(int number, std::int32_t cell_height, std::int32_t weight, const char* face) {
-  tgui_object object{};
-  object.info.kind = TGUI_FONT;
-  object.info.stock = number;
-  object.info.font.height = cell_height;
-  object.info.font.weight = weight;
-  std::strncpy(object.info.font.face, face, sizeof object.info.font.face - 1);
-  return object;
+  tgui_object_info info{};
+  info.kind = TGUI_FONT;
+  info.stock = number;
+  info.font.height = cell_height;
+  info.font.weight = weight;
+  std::strncpy(info.font.face, face, sizeof info.font.face - 1);
+  return {info};
 }
 
 tgui_object* find_stock(int number) {

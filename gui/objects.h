@@ -1,12 +1,15 @@
 // Pens, brushes and fonts, and how the states of surfaces keep them.
 #pragma once
 
+#include <atomic>
+
 #include "tavdgui/tavdgui.h"
 
+// States of surfaces in several threads may hold one object.
 struct tgui_object {
   tgui_object_info info;
-  int holds;     // states, current and saved, that have it selected
-  bool deleted;  // by its creator; it goes with the last hold
+  std::atomic<int> owners = 1;        // its creator, and the states, current and saved, that have it selected
+  std::atomic<bool> deleted = false;  // by its creator; it goes with its last owner
 };
 
 namespace tgui {

@@ -3,9 +3,14 @@
  * device context under Windows, and the operations have the meaning that GDI
  * gives them.
  *
- * All calls come from one thread; there are no locks. Handles may be null, or
- * of something that was destroyed, wherever a function takes one: the call
- * then does nothing and answers 0 (rectangles, sizes and places are set to 0).
+ * Surfaces, and the pens, brushes and fonts that are selected into them, may be
+ * used by any number of threads at once, each surface by one at a time; an
+ * object may be selected into surfaces of several threads. Windows, dialogs,
+ * message boxes and all that is of the screen belong to one thread.
+ *
+ * Handles may be null, or of something that was destroyed, wherever a function
+ * takes one: the call then does nothing and answers 0 (rectangles, sizes and
+ * places are set to 0).
  * Other pointers through which a function answers may be null as well. Narrow
  * texts are windows-1252, wide ones UTF-16.
  *
