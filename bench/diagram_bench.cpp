@@ -25,7 +25,7 @@ constexpr std::uint64_t kSeed = 1;
 
 // A sound table and the levels that a diagram seeks in it.
 struct LevelScene {
-  tavd::LevelTable table;
+  tavd::LevelTable table{kRoomdamp};
   std::vector<ref::LevelSearchRow> rows;
   std::vector<float> levels;
   int groups = 0;

@@ -33,6 +33,11 @@
  *   product   of tavdn_prepare, stays the caller's; must not be released before
  *             the call has returned
  *   qv        n flows, l/s, or velocities, m/s, as FlowData.isvelocity says
+ *   db        database handle (tavd/tavb.h)
+ *   rec       record handle
+ *   surface   what is drawn on
+ *   options   see Pictures
+ *   shape     measures of a sketch
  *   roomdamp  level difference between sound power and room, dB, taken off each
  *             band; tavca_LpA has 4.0 unless it is set
  */
@@ -51,7 +56,8 @@ enum {
   TAVDN_OK = 0,            /* done */
   TAVDN_BAD_ARGUMENT = -1, /* null where an array or a product must be, records of
                               another size, or more points than memory can hold */
-  TAVDN_NO_MEMORY = -2     /* tavdn_prepare: memory ran out */
+  TAVDN_NO_MEMORY = -2,    /* tavdn_prepare and pictures: memory ran out */
+  TAVDN_NOT_DRAWN = -3     /* pictures: the product makes no such diagram */
 };
 
 /* Status of a throw length, in place of a code of tavca_L2_isothermal, which has
@@ -182,6 +188,106 @@ TAVD_API int tavdn_ductarea(size_t n, const int16_t* b, const int16_t* h, float*
  *    0  TAVDN_OK
  *   -1  TAVDN_BAD_ARGUMENT: null arrays, or more openings than memory can hold */
 TAVD_API int tavdn_endref(size_t n, const float* area, float* reflection);
+
+/* ---- Pictures ------------------------------------------------------------ */
+
+/* The three drawings of tavd/tavdg.h, tavd/L2dg.h and tavd/tavdshapepic.h, each
+ * with a state of its own: any number of threads draw at once, each on a
+ * surface of its own. The operations on the surface are those of the exported
+ * drawing, from making the tools to destroying them, in the same order. Mapping
+ * and background mode are the caller's, as there.
+ *
+ * Options: clear the whole record and set `size`, so that a member left alone
+ * has the value that the exported functions begin with, but for the room
+ * damping, which is to be set; null stands for a
+ * record of which nothing else is set. Texts are cut where the exported
+ * functions cut them; a null text counts as empty. Nothing of them is kept.
+ *
+ *   surface  surface to draw on, as for the exported drawing; null draws nothing
+ *
+ * Results of the drawing functions:
+ *    0  TAVDN_OK
+ *   -1  TAVDN_BAD_ARGUMENT: null product or shape, or a record of another size
+ *   -2  TAVDN_NO_MEMORY
+ *   -3  TAVDN_NOT_DRAWN: the product makes no such diagram. Nothing is drawn */
+
+/* A rectangle of logical units; all 0: the default of the drawing. */
+typedef struct tavdn_rectangle {
+  int32_t left, top, right, bottom;
+} tavdn_rectangle;
+
+/* The text of a damper position, as tavdg_set_a_label adds it. */
+typedef struct tavdn_position_label {
+  float position;
+  const char* text;
+} tavdn_position_label;
+
+typedef struct tavdn_flow_options {
+  size_t size;                 /* sizeof(tavdn_flow_options) */
+  const char* title;           /* narrow */
+  const tavd_wchar* titlew;    /* wide, in place of `title`: the chart then has wide texts, as that of a
+                                  database with UTF-8 has */
+  float qv, dp;                /* operating point, l/s (m/s) and Pa; 0: none */
+  float qvlimit1, qvlimit2;    /* as in tavdg_set_qvlimits */
+  int32_t xunit, yunit;        /* TAVDG_FLOW_ and TAVDG_PRESSURE_ */
+  int32_t dptype;              /* TAVDG_DP_ */
+  float lpmin, lpmax, lpstep;  /* as in tavdg_set_lpmin_lpmax_lpstep; 0: not set */
+  float roomdamp;              /* level difference between sound power and room, dB; 4.0 where the
+                                  process of the exported drawing has set none */
+  int32_t resolution;          /* as in tavdg_setcurveresolution; 0: TAVDG_RESOLUTION */
+  const char* LpA_label;       /* as in tavdg_set_LpA_label */
+  const char* damperpos_label; /* as in tavdg_set_damperpos_label */
+  const tavdn_position_label* a_labels; /* as tavdg_set_a_label adds them; may be null */
+  int32_t na_labels;                    /* number of them */
+  tavdn_rectangle rectangle;            /* as in tavdg_resize */
+} tavdn_flow_options;
+
+/* The flow diagram. TAVDN_NOT_DRAWN where tavdg_initdiagramdata answers
+ * TAVDG_NOT_BUILT. The sound levels are those of the prepared record, so its
+ * end reflection should be taken off, as tavdg_initdiagramdata does. A null
+ * `options` has a room damping of 4.0 dB. */
+TAVD_API int tavdn_draw_flow(const tavdn_product* product, const tavdn_flow_options* options,
+                             tavd_hdc surface);
+
+typedef struct tavdn_throw_options {
+  size_t size;               /* sizeof(tavdn_throw_options) */
+  const char* title;         /* narrow */
+  const char* value;         /* parameter value that selects the throw line, as the value of "G" in
+                                L2dg_set_parameter; empty or null: the first line */
+  float qv;                  /* flow of the operating point, l/s */
+  int32_t xunit;             /* L2DG_FLOW_ */
+  tavdn_rectangle rectangle; /* as in L2dg_resize */
+} tavdn_throw_options;
+
+/* The throw length diagram. TAVDN_NOT_DRAWN where L2dg_initdiagramdata answers
+ * L2DG_NOT_BUILT. */
+TAVD_API int tavdn_draw_throw(const tavdn_product* product, const tavdn_throw_options* options,
+                              tavd_hdc surface);
+
+/* Numbers of values of a shape that are kept. */
+enum { TAVDN_SHAPE_VALUES = 30 };
+
+/* A sketch's measures, as attributes TAVD_ATT_SHAPE_DATA and
+ * TAVD_ATT_FLOW_HEADER have them. */
+typedef struct tavdn_shape {
+  int16_t nvalues;                    /* number of `values`: the shape number, then its dimensions, mm */
+  int16_t values[TAVDN_SHAPE_VALUES]; /* 0 behind nvalues */
+  int16_t nheader;                    /* 0: the product has no flow header, and its connection is not drawn */
+  int16_t b, h;                       /* connection, mm: width or diameter, height or 0 */
+} tavdn_shape;
+
+/* Reads the shape of a record; `rec` stays the caller's. A record without a
+ * shape, and a null one, leave all of `shape` 0: its drawing is the title. */
+TAVD_API void tavdn_read_shape(int16_t db, tavb_rec rec, tavdn_shape* shape);
+
+typedef struct tavdn_shape_options {
+  size_t size;               /* sizeof(tavdn_shape_options) */
+  const char* title;         /* narrow */
+  tavdn_rectangle rectangle; /* as in tavdshapepic_resize */
+} tavdn_shape_options;
+
+/* Title and sketch. */
+TAVD_API int tavdn_draw_shape(const tavdn_shape* shape, const tavdn_shape_options* options, tavd_hdc surface);
 
 /* ---- Codes in words ----------------------------------------------------- */
 

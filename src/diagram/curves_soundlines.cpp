@@ -150,7 +150,7 @@ bool is_between(float dp, const DiagramRanges& r) {
 }  // namespace
 
 void draw_lp_lines_damper(const FlowDiagram& dg, tavd_hdc hdc) {
-  LevelTable table;
+  LevelTable table(dg.roomdamp);
   Groups groups;
   if (!read_levels(dg.flowdata, false, &table) || !group_by_resistance(&table, &groups)) return;
   draw_lines(
@@ -164,7 +164,7 @@ void draw_lp_lines_damper(const FlowDiagram& dg, tavd_hdc hdc) {
 }
 
 void draw_lp_lines_range(const FlowDiagram& dg, tavd_hdc hdc) {
-  LevelTable table;
+  LevelTable table(dg.roomdamp);
   Groups groups;
   if (!read_levels(dg.flowdata, false, &table)) return;
   group_by_flow(&table, &groups);

@@ -4,13 +4,13 @@
 #include "base/gwgdi.h"
 #include "base/held.h"
 #include "base/selected.h"
+#include "calc/calculations.h"
 #include "calc/numeric.h"
 #include "diagram/curves.h"
 #include "diagram/curves_sound.h"
 #include "diagram/flowdiagram.h"
 #include "diagram/proportions.h"
 #include "diagram/soundlevels.h"
-#include "tavd/tavca.h"
 
 namespace tavd {
 namespace {
@@ -37,7 +37,7 @@ bool is_inside(const DiagramRanges& r, float qv, float dp) {
 // false if that is outside the chart.
 template <typename PointAt>
 void draw_marks(const FlowDiagram& dg, tavd_hdc hdc, bool along_flow, PointAt point_at) {
-  LevelTable table;
+  LevelTable table(dg.roomdamp);
   if (!read_levels(dg.flowdata, along_flow, &table) || table.count() == 0) return;
   const Selected pen(hdc, dg.pen_sound);
   const Selected brush(hdc, gwstockobject(kLightGreyBrush));
@@ -77,7 +77,7 @@ void draw_lp_marks_ref(const FlowDiagram& dg, tavd_hdc hdc) {
 // Searched along the flow, on the measured curve.
 void draw_lp_marks_qvdp(const FlowDiagram& dg, tavd_hdc hdc) {
   draw_marks(dg, hdc, true, [&dg](const DiagramRanges& r, const LevelRow&, float qv, CurvePoint* p) {
-    *p = {qv, tavca_floating_dp(&dg.flowdata, qv)};
+    *p = {qv, floating_dp(&dg.flowdata, qv, dg.warning)};
     return is_inside(r, p->x, p->y);
   });
 }

@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "base/gwgdi.h"
+#include "calc/calculations.h"
 #include "diagram/chart.h"
 #include "diagram/productdiagram.h"
 #include "tavd/tavdg.h"
@@ -36,6 +37,9 @@ struct FlowDiagram : ProductDiagram {
   std::int16_t nalabels;                    // rows used of alabels
   ALabel alabels[TAVDG_A_LABELS];
   float lpmin, lpmax, lpstep;  // overrides of the sound level lines, dB(A); 0: not set
+  // What the calculations take of whoever draws, as it is at the time of a drawing.
+  float roomdamp;   // level difference between sound power and room, dB
+  Warning warning;  // whom a bad row in the data is told; null: nobody
 };
 
 }  // namespace tavd

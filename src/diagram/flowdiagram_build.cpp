@@ -116,9 +116,11 @@ bool build(FlowDiagram& dg, const SavedParameters& choices, tavb_rec rec) {
   const std::int16_t utf8 = uses_utf8(dg.db);
   choose_title(dg, rec, utf8);
   load_product(dg, choices, rec);
-  if (has_limits(dg.flowdata, dg.flowdata.kind == TAVD_KIND_FAN)) {
-    dg.chart = make_chart(dg, utf8 == TAVD_TEXTS_UTF8);
-  }
+  return build_chart(dg, utf8 == TAVD_TEXTS_UTF8);
+}
+
+bool build_chart(FlowDiagram& dg, bool wide) {
+  if (has_limits(dg.flowdata, dg.flowdata.kind == TAVD_KIND_FAN)) dg.chart = make_chart(dg, wide);
   dg.ready = dg.chart != nullptr;
   dg.failed = !dg.ready;
   return dg.ready;

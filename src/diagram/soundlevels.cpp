@@ -4,11 +4,11 @@
 #include <cmath>
 #include <iterator>
 
+#include "calc/calculations.h"
 #include "calc/interpolation.h"
 #include "calc/numeric.h"
 #include "calc/parameter.h"
 #include "gwmath.h"
-#include "tavd/tavca.h"
 
 namespace tavd {
 namespace {
@@ -39,6 +39,7 @@ class LevelProbe {
   const LevelRow& below_;
   const LevelRow& above_;
   const double L_;
+  const float roomdamp_;
   bool estimates_ = false;    // whether an estimate can be trusted at all
   double lg1_ = 0.0;          // lg of the lower row's `val`
   double start_[TAVD_BANDS];  // level of each band alone at the lower row, in the room
@@ -54,7 +55,7 @@ constexpr double kDoublingsPerDb = 0.33219280948873623479;  // lg 10 to base 2, 
 constexpr double kDbPerDecade = 10.0;
 
 LevelProbe::LevelProbe(const LevelTable& table, int below, float L)
-    : below_(table.row(below)), above_(table.row(below + 1)), L_(wide(L)) {
+    : below_(table.row(below)), above_(table.row(below + 1)), L_(wide(L)), roomdamp_(table.roomdamp()) {
   lg1_ = lg(below_.val);
   const double span = lg(above_.val) - lg1_;
   // Rows closer than this may count as one, with the lower row's level everywhere.
@@ -89,7 +90,7 @@ float LevelProbe::exact(float val) const {
   const LogPlace place(below_.val, above_.val, LogValue(val));
   float lw[TAVD_BANDS];
   for (int band = 0; band < TAVD_BANDS; ++band) lw[band] = place.between(below_.lw[band], above_.lw[band]);
-  return tavca_LpA(lw);
+  return room_level(lw, roomdamp_);
 }
 
 // The two rows of a group to search from: the last two, or the first ones whose upper level is not under L.
@@ -142,14 +143,14 @@ float halve(const LevelProbe& level, float L, float a, float b) {
 
 }  // namespace
 
-LevelTable::LevelTable() {
+LevelTable::LevelTable(float roomdamp) : roomdamp_(roomdamp) {
   // A band is heard alone when the others are silent.
   constexpr float kSilence = -1e9F;
   for (int band = 0; band < TAVD_BANDS; ++band) {
     float lw[TAVD_BANDS];
     std::fill(lw, lw + TAVD_BANDS, kSilence);
     lw[band] = 0.0F;
-    band_terms_[band] = tavca_LpA(lw);
+    band_terms_[band] = room_level(lw, roomdamp);
   }
 }
 
@@ -157,7 +158,7 @@ void LevelTable::add(const LevelRow& row) {
   if (count_ == TAVD_LW_ROWS) return;
   LevelRow& added = rows_[count_++];
   added = row;
-  added.lpa = tavca_LpA(added.lw);
+  added.lpa = room_level(added.lw, roomdamp_);
   lowest_ = std::min(lowest_, added.lpa);
   highest_ = std::max(highest_, added.lpa);
 }

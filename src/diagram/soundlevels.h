@@ -21,7 +21,7 @@ struct LevelRow {
 
 class LevelTable {
  public:
-  LevelTable();
+  explicit LevelTable(float roomdamp);  // level difference between sound power and room, dB
 
   void add(const LevelRow& row);  // further rows than the record holds are dropped; works `lpa` out itself
 
@@ -33,6 +33,7 @@ class LevelTable {
   float highest() const { return highest_; }
   // What a band alone adds to its sound power in the room.
   const float* band_terms() const { return band_terms_; }
+  float roomdamp() const { return roomdamp_; }
 
  private:
   LevelRow rows_[TAVD_LW_ROWS];
@@ -40,6 +41,7 @@ class LevelTable {
   float lowest_ = 999.9F;
   float highest_ = -999.9F;
   float band_terms_[TAVD_BANDS];
+  float roomdamp_;
 };
 
 // Reads a product's sound table, all rows in group 0. `val` is the flow if `along_flow` is set, else the

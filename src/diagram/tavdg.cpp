@@ -9,6 +9,7 @@
 #include "base/gwtext.h"
 #include "base/gwwindow.h"
 #include "base/held.h"
+#include "calc/settings.h"
 #include "db/sizelist.h"
 #include "diagram/flowdiagram.h"
 #include "diagram/flowdiagram_build.h"
@@ -16,6 +17,7 @@
 #include "diagram/hostdialog.h"
 #include "diagram/savedparameters.h"
 #include "tavd/tavb.h"
+#include "tavd/tavca.h"
 
 namespace tavd {
 namespace {
@@ -182,6 +184,8 @@ void tavdg_destroy_drawing_tools(void) {
 }
 
 void tavdg_draw_diagram(tavd_hdc hdc) {
+  dg.roomdamp = room_damping();
+  dg.warning = tavca_msg;
   draw(dg, hdc);
 }
 

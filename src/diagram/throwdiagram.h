@@ -31,7 +31,7 @@ struct ThrowChoices {
 
 // A throw line in this diagram's precision: the power is rounded before the product is formed, which
 // tavca_L2_isothermal rounds only once. The two may differ in the last digit.
-struct ThrowLine {
+struct ChartThrowLine {
   float nL2, kL2;
   float at(float qv) const { return kL2 * narrow(std::pow(wide(qv), wide(nL2))); }
 };

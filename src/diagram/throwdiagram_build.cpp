@@ -26,7 +26,7 @@ struct ThrowRange {
 
 // Throw at flow `qv` by one measured point alone, which makes it proportional to the flow.
 float estimate(QvL2Point point, float qv) {
-  ThrowLine line;
+  ChartThrowLine line;
   fit_power(&point, 1, &line.nL2, &line.kL2);
   return line.at(qv);
 }
@@ -86,6 +86,10 @@ bool build(ThrowDiagram& dg, const ThrowChoices& choices, tavb_rec rec) {
   if (rec == nullptr) return false;
   choose_narrow_title(dg, rec);
   load_product(dg, choices, rec);
+  return build_chart(dg);
+}
+
+bool build_chart(ThrowDiagram& dg) {
   ThrowRange range;
   if (!estimate_range(dg.flowdata, &range)) return false;
   if (has_limits(dg.flowdata, false)) dg.chart = make_chart(dg, rounded_outward(range));

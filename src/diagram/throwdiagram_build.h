@@ -11,6 +11,10 @@ namespace tavd {
 // range of its throws. False if there is no product, no throw data, or limits that can't be drawn.
 bool build(ThrowDiagram& dg, const ThrowChoices& choices, tavb_rec rec);
 
+// The last step of that, for a diagram that has its product, its title and its unit: makes the chart. False
+// as above.
+bool build_chart(ThrowDiagram& dg);
+
 // Display unit of flow by index, L2DG_FLOW_; any other index counts as 0.
 const DisplayUnit& throw_flow_unit(int unit);
 

@@ -13,7 +13,7 @@ namespace {
 constexpr char kLabelFace[] = "Arial";
 
 // The throw at a flow with the factors of the chosen parameter values, m.
-float throw_at(const ThrowDiagram& dg, const ThrowLine& line, float qv) {
+float throw_at(const ThrowDiagram& dg, const ChartThrowLine& line, float qv) {
   float L2 = line.at(qv);
   param_apply_factor(&dg.flowdata, &L2);
   return L2;
@@ -30,7 +30,7 @@ void draw_label(const ThrowDiagram& dg, tavd_hdc hdc, const char* label, float q
 
 // A power law is a straight line on logarithmic axes: one segment from end to end. Font and pens stay
 // selected; without them the line is drawn with what is selected.
-void draw_throw_line(ThrowDiagram& dg, tavd_hdc hdc, const ThrowLine& line, const char* label) {
+void draw_throw_line(ThrowDiagram& dg, tavd_hdc hdc, const ChartThrowLine& line, const char* label) {
   const Selected brush(hdc, gwstockobject(kLightGreyBrush));
   gwselect(hdc, dg.font_label);
   gwselect(hdc, dg.pen_black);
@@ -79,7 +79,7 @@ void draw(ThrowDiagram& dg, const ThrowChoices& choices, tavd_hdc hdc) {
   if (n < 1) return;
   char label[TAVD_PARAMETER_CHARS + 1] = "";  // a line for all values has none
   if (has_throw_by_value(dg.flowdata)) gwstrtrimcpy(label, choices.parL2value, TAVD_PARAMETER_CHARS);
-  ThrowLine line;
+  ChartThrowLine line;
   if (fit_power(points, n, &line.nL2, &line.kL2)) draw_throw_line(dg, hdc, line, label);
   mark_operating_point(dg, hdc);
 }

@@ -47,6 +47,10 @@ void set_up(ShapeState& picture, std::int16_t db) {
 
 void read_product(ShapeState& picture, tavb_rec rec) {
   choose_title(picture, rec);
+  read_measures(picture, rec);
+}
+
+void read_measures(ShapeState& picture, tavb_rec rec) {
   picture.nvalues =
       std::clamp<std::int16_t>(read(picture.db, rec, TAVD_ATT_SHAPE_DATA, &picture.values), 0, kShapeWords);
   picture.nheader = read(picture.db, rec, TAVD_ATT_FLOW_HEADER, &picture.header);

@@ -59,6 +59,7 @@ void set_up(ShapeState& picture, std::int16_t db);
 
 // Title, shape and connection of a product.
 void read_product(ShapeState& picture, tavb_rec rec);
+void read_measures(ShapeState& picture, tavb_rec rec);  // those without the title
 
 // Lays the picture out in a rectangle.
 void resize(ShapeState& picture, int left, int top, int right, int bottom);

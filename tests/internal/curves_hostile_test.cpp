@@ -86,6 +86,7 @@ class HostileCurves : public ::testing::Test {
     fd.npar = 2;
     dg.qv = 100;
     dg.dp = 100;
+    dg.roomdamp = 4;
     dg.qvlimit1 = 50;
     dg.qvlimit2 = 200;
     dg.dptype = 1;

@@ -31,7 +31,7 @@ LevelRow flat(std::int16_t group, float val, float level) {
 }
 
 LevelTable table_of(const std::vector<LevelRow>& rows) {
-  LevelTable table;
+  LevelTable table(kRoomdamp);
   for (const LevelRow& row : rows) {
     table.add(row);
   }
@@ -127,7 +127,7 @@ TEST_F(LevelSearch, FallingTablesEnd) {
 }
 
 TEST_F(LevelSearch, TableKeepsNoMoreRowsThanTheRecord) {
-  LevelTable full;
+  LevelTable full(kRoomdamp);
   for (int i = 0; i < TAVD_LW_ROWS + 5; ++i) {
     full.add(flat(0, static_cast<float>(i + 1), static_cast<float>(i)));
   }
@@ -139,7 +139,7 @@ TEST_F(LevelSearch, TableKeepsNoMoreRowsThanTheRecord) {
 // ---- Against the plain transcription ----------------------------------------------------------------------
 
 struct Search {
-  LevelTable table;
+  LevelTable table{kRoomdamp};
   std::vector<ref::LevelSearchRow> rows;
   void add(const LevelRow& row) {
     table.add(row);
