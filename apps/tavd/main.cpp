@@ -41,11 +41,13 @@ std::string where_to_look(const CLI::App& app) {
   return " (" + command + " --help tells more)";
 }
 
+bool names_unknown_command(const CLI::App& app, const std::vector<const char*>& arguments) {
+  return arguments.size() > 1 && arguments[1][0] != '-' && app.get_subcommands().empty();
+}
+
 // What is wrong with the arguments, in one line.
-std::string explain(const CLI::App& app, const CLI::ParseError& error,
-                    const std::vector<const char*>& arguments) {
-  const bool names_command = arguments.size() > 1 && arguments[1][0] != '-';
-  if (!names_command || !app.get_subcommands().empty()) {
+std::string explain(const CLI::App& app, const CLI::Error& error, const std::vector<const char*>& arguments) {
+  if (!names_unknown_command(app, arguments)) {
     return tavdhost::shortened_inside(error.what(), kArgumentsCharacters) + where_to_look(app);
   }
   std::string known;
@@ -79,6 +81,7 @@ int run(const std::vector<const char*>& arguments, const tavdhost::StandardOutpu
   } catch (const tavdhost::EndWith& end) {
     exit_code = end.exit_code;
   } catch (const CLI::Success& done) {  // --help, --version
+    if (names_unknown_command(app, arguments)) return report(explain(app, done, arguments), kUserError);
     app.exit(done);
   } catch (const CLI::ParseError& error) {
     return report(explain(app, error, arguments), kUserError);

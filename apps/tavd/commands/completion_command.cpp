@@ -48,7 +48,7 @@ void print_bash(const CLI::App& app) {
             << joined_words(names_of(app))
             << " help\"\n"
                "  local words=(\"${COMP_WORDS[@]:1:COMP_CWORD-1}\") word\n"
-               "  if [ \"${words[0]}\" = help ]; then words=(\"${words[@]:1}\"); fi\n"
+               "  if [ \"${words[0]:-}\" = help ]; then words=(\"${words[@]:1}\"); fi\n"
                "  for word in \"${words[@]}\"; do\n"
                "    case \" $inside \" in\n"
                "      *\" $word \"*) command=\"${command:+$command }$word\" ;;\n"
