@@ -38,11 +38,10 @@ struct ExactSteps {
 };
 
 // Levels of a line at lg dp. The exact level is L + S*W rounded to float, with the way W between two
-// logarithms of gwlog10; here it is L + S*w, with |w - W| below kWayDistance, since one of the two logarithms
-// is quick. In both the product and the sum are rounded, by less than 2^-52*(2*|S|*90 + 255) together. A
-// slope is 0, then both are exactly L, or at least 1 dB over 80 decades. LevelLine.distance is |S|*1e-11:
-// above |S|*(1e-13 + 5e-14) + 6e-14.
-
+// logarithms of gwlog10; here it is L + S*w, with |w - W| below kWayDistance = 1e-13, since one of the two
+// logarithms is quick. In both the product and the sum are rounded, by less than 2^-52*(2*|S|*90 + 255) =
+// |S|*4e-14 + 5.7e-14 together. With a slope of 0 both are exactly L. distance_on_line() is above their sum,
+// also when it is rounded to float.
 template <typename Steps>
 inline bool along(const LevelLine& line, double lg_dp, Bands& lw) {
   DoubleBands level;
@@ -63,8 +62,9 @@ inline bool along(const LevelLine& line, double lg_dp, Bands& lw) {
 // Quotients, products and sums of both are rounded by less than 8 times 2^-52 of |D*t| and |l| together. With
 // D of 0 both are exactly l.
 inline bool across(const Bands& first, const Bands& second, double span, double way, Bands& lw) {
-  const double t = way / span;
-  const double reach = (1.0 + std::fabs(t)) * (2 * kWayDistance / std::fabs(span) + kRoundings);
+  const double of_span = 1.0 / span;
+  const double t = way * of_span;
+  const double reach = (1.0 + std::fabs(t)) * (2 * kWayDistance * std::fabs(of_span) + kRoundings);
   FloatBands from;
   FloatBands to;
   load(first, from);
@@ -77,12 +77,19 @@ inline bool across(const Bands& first, const Bands& second, double span, double 
   return certain && std::fabs(span) > kShortestSpan;
 }
 
+// Whether same_abscissa() may be true, without its quotient: that is below 1.01e-8*x1.
+inline bool may_be_same(float x1, float x2) {
+  return wide(x1) * 1.01e-8 > std::fabs(wide(x1) - wide(x2));
+}
+
 // Levels at qv between those of the curves at x1 and at x2, with logarithms that stand ready.
 template <typename Steps>
 bool across(const Bands& first, const Bands& second, float x1, float x2, double lg1, double lg2, double lg_qv,
             Bands& lw) {
+  if (!Steps::kExact) {
+    return !may_be_same(x1, x2) && across(first, second, lg2 - lg1, lg_qv - lg1, lw);
+  }
   const bool one_place = same_abscissa(x1, x2);
-  if (!Steps::kExact) return !one_place && across(first, second, lg2 - lg1, lg_qv - lg1, lw);
   for (int band = 0; band < TAVD_BANDS; ++band) {
     const double slope = wide(second[band] - first[band]) / (lg2 - lg1);
     lw[band] = one_place ? first[band] : narrow(wide(first[band]) + slope * (lg_qv - lg1));

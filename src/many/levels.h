@@ -1,6 +1,7 @@
 // The sound power of a product at many points: its sound table with all worked out that no point changes.
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -31,8 +32,12 @@ struct RowChoice {
 };
 constexpr std::uint32_t kKeysOfBlock = 8;
 
-// Of the quick level of a line from the exact one, for each dB a decade of its slope (levels.cpp).
-constexpr double kDistanceOfSlope = 1e-11;
+// The distance of a level on a line of this slope, dB a decade (levels.cpp).
+inline double distance_on_line(double slope) {
+  constexpr double kOfSlope = 1.6e-13;
+  constexpr double kOfLevel = 6e-14;
+  return slope == 0.0 ? 0.0 : std::fabs(slope) * kOfSlope + kOfLevel;
+}
 
 class Levels {
  public:

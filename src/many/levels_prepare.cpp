@@ -66,7 +66,7 @@ std::uint16_t Levels::line_of(const Table& table, Pair pair) {
     line.level[band] = level;
     if (one_place) continue;
     line.slope[band] = wide(table.lw(pair.hi, band) - level) / (lg(table.dp(pair.hi)) - line.lg_dp);
-    line.distance[band] = narrow(std::fabs(line.slope[band]) * kDistanceOfSlope);
+    line.distance[band] = narrow(distance_on_line(line.slope[band]));
   }
   pairs_.push_back(pair);
   lines_.push_back(line);
