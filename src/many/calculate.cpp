@@ -53,22 +53,23 @@ void ranges(const tavdn_product& product, const Points& at, const tavdn_results&
   }
 }
 
-using Quick = bool (Positions::*)(float qv, float dp, const Limits& limits, float* position, int* code) const;
-using Exact = decltype(tavca_damper_pos);
+// Points that are worked on at once, where an array of the caller's is not there to take what is found.
+constexpr std::size_t kBlock = 64;
+constexpr float kNoPressures[kBlock] = {};
 
-template <Quick quick, Exact exact>
-void positions(const tavdn_product& product, const Points& at, int32_t* codes, float* positions) {
+using Solver = decltype(&Positions::stepless);
+
+void positions(const tavdn_product& product, const Points& at, Solver solve, int32_t* codes,
+               float* positions) {
   if (!any(codes, positions)) return;
-  for (std::size_t i = 0; i < at.n; ++i) {
-    const float qv = at.qv[i];
-    const float dp = at.dp_at(i);
-    float position;
-    int code;
-    if (!(product.positions.*quick)(qv, dp, product.limits, &position, &code)) {
-      code = exact(&product.fd, qv, dp, &position);
-    }
-    put(codes, i, code);
-    put(positions, i, position);
+  float block_positions[kBlock];
+  int32_t block_codes[kBlock];
+  for (std::size_t first = 0; first < at.n; first += kBlock) {
+    const std::size_t count = std::min(kBlock, at.n - first);
+    const float* const dp = at.dp != nullptr ? at.dp + first : kNoPressures;
+    (product.positions.*solve)(product.fd, product.limits, count, at.qv + first, dp,
+                               positions != nullptr ? positions + first : block_positions,
+                               codes != nullptr ? codes + first : block_codes);
   }
 }
 
@@ -93,8 +94,6 @@ void fan_checks(const FlowData& fd, const Points& at, int32_t* codes) {
 // In blocks, so that levels in the room need no array of the caller's for the bands.
 void levels(const tavdn_product& product, const Points& at, float roomdamp, const tavdn_results& out) {
   if (!any(out.lw_code, out.lw, out.lpa)) return;
-  constexpr std::size_t kBlock = 64;
-  static constexpr float kNoPressures[kBlock] = {};
   float block[kBlock * TAVD_BANDS];
   int32_t block_codes[kBlock];
   const LevelSource source = {product.levels, product.limits, product.fd, product.duct()};
@@ -154,10 +153,8 @@ int tavdn_calculate(const tavdn_product* product, std::size_t n, const float* qv
   const Points at = {n, qv, dp};
   const FlowData& fd = product->fd;
   ranges(*product, at, *results);
-  positions<&Positions::quick_stepless, tavca_damper_pos>(*product, at, results->position_code,
-                                                          results->position);
-  positions<&Positions::quick_stepped, tavca_damper_pos_fixed>(*product, at, results->setting_code,
-                                                               results->setting);
+  positions(*product, at, &Positions::stepless, results->position_code, results->position);
+  positions(*product, at, &Positions::stepped, results->setting_code, results->setting);
   fans(fd, at, *results);
   fan_checks(fd, at, results->fan_check);
   levels(*product, at, roomdamp, *results);

@@ -8,6 +8,8 @@
 #include "calc/dampertable.h"
 #include "many/logarithm.h"
 #include "many/nearly.h"
+#include "many/paths.h"
+#include "tavd/tavca.h"
 
 namespace tavd {
 
@@ -30,7 +32,7 @@ constexpr double kRowDistance = 1e-7;
 Positions::Positions(const FlowData& fd) : request_code_(check_table(&fd)) {
   if (request_code_ != TAVCA_OK) return;
   rows_ = rows_of(fd);
-  first_bad_flow_ = rows_;
+  any_bad_flow_ = false;
   any_bad_row_ = false;
   numbers_ = true;
   std::fill(std::begin(steps_), std::end(steps_), -kInfinity);
@@ -41,8 +43,8 @@ Positions::Positions(const FlowData& fd) : request_code_(check_table(&fd)) {
     pos_[i] = row.pos;
     dp_[i] = row.dp;
     qv_squared_[i] = row.qv * row.qv;
-    if (too_small(row.qv)) first_bad_flow_ = std::min(first_bad_flow_, i);
-    if (too_small(row.qv) || too_small(row.dp)) any_bad_row_ = true;
+    any_bad_flow_ = any_bad_flow_ || too_small(row.qv);
+    any_bad_row_ = any_bad_row_ || too_small(row.qv) || too_small(row.dp);
     numbers_ = numbers_ && is_ordinary(k_[i]) && is_ordinary(row.qv) && is_ordinary(row.dp);
     // The sign of a result of 0 is not told by how it is rounded.
     numbers_ = numbers_ && !(row.pos == 0.0F && std::signbit(row.pos));
@@ -53,52 +55,76 @@ Positions::Positions(const FlowData& fd) : request_code_(check_table(&fd)) {
   }
 }
 
-// The first row from the second on whose resistance is below k: as many are passed as neither they nor any
-// before them are below it.
+// Points side by side.
+template <std::size_t N>
+struct Positions::Block {
+  float qv[N];
+  float dp[N];  // as it was asked, then without the pressure term
+  float k[N];
+  float position[N];
+  std::int32_t row[N];  // the lower one of the two around the point
+  std::int32_t code[N];
+  std::int32_t refused[N];
+};
+
+// Between two rows: the first one from the second on whose resistance is below k, and the one before it. As
+// many are passed as neither they nor any before them are below it.
 //
 // The position is p + T*D rounded to float, D the difference of the two positions and T = W/S a quotient of
 // ways between logarithms of gwlog10. Here it is p + t*D with t = w/s, where both are within e =
 // kWayDistance: as in levels.cpp, |T - t| < 2*e*(1 + |t|)/|s|, and the roundings are below 8 times 2^-52 of
 // |T*D| and |p|.
-bool Positions::stepless(float qv, float dp, float* position, int* code) const {
-  const float k = resistance(qv, dp);
-  if (wide(k) > kMargin * wide(k_[0])) {
-    *position = pos_[0];
-    *code = TAVCA_POS_ABOVE_TABLE;
-    return true;
+template <std::size_t N>
+void Positions::solve(const Limits& limits, Block<N>& block) const {
+  const std::int32_t last = rows_ - 1;
+  const double above_k = kMargin * wide(k_[0]);
+  const double below_k = wide(k_[last]) / kMargin;
+  const float first_pos = pos_[0];
+  const float last_pos = pos_[last];
+  for (std::size_t i = 0; i < N; ++i) {
+    const float qv = block.qv[i];
+    const float dp = limits.without_term(qv, block.dp[i]);
+    const bool ordinary = is_ordinary(qv) & is_ordinary(dp);
+    block.refused[i] = ordinary ? 0 : 1;
+    block.qv[i] = ordinary ? qv : 1.0F;
+    block.dp[i] = ordinary ? dp : 1.0F;
+    block.k[i] = resistance(block.qv[i], block.dp[i]);
+    block.row[i] = 1;
   }
-  const int last = rows_ - 1;
-  if (wide(k_[last]) / kMargin > wide(k)) {
-    *position = pos_[last];
-    *code = TAVCA_POS_BELOW_TABLE;
-    return true;
+  for (const float step : steps_) {
+    for (std::size_t i = 0; i < N; ++i) block.row[i] += static_cast<std::int32_t>(step >= block.k[i]);
   }
-  int row = 1;
-  for (const float step : steps_) row += static_cast<int>(step >= k);
-  if (row > last) {
-    *position = pos_[last];
-    return true;
+  for (std::size_t i = 0; i < N; ++i) {
+    const float qv = block.qv[i];
+    const double k = wide(block.k[i]);
+    const std::int32_t row = block.row[i] < last ? block.row[i] : last;
+    const std::int32_t before = row > 0 ? row - 1 : 0;
+    const float dpa = dp_[before] * qv * qv / qv_squared_[before];
+    const float dpb = dp_[row] * qv * qv / qv_squared_[row];
+    const bool ordinary = is_ordinary(dpa) & is_ordinary(dpb);
+    const double lgb = quick_lg(ordinary ? dpb : 1.0F);
+    const double span = quick_lg(ordinary ? dpa : 1.0F) - lgb;
+    const double t = (quick_lg(block.dp[i]) - lgb) / span;
+    const double difference = wide(pos_[before]) - wide(pos_[row]);
+    const double reach = (1.0 + std::fabs(t)) * (2 * kWayDistance / std::fabs(span) + kRoundings);
+    const Rounded between(wide(pos_[row]) + t * difference,
+                          std::fabs(difference) * reach + std::fabs(wide(pos_[row])) * kRoundings);
+    const bool is_above = k > above_k;
+    const bool is_below = below_k > k;
+    const bool is_last = block.row[i] > last;
+    const bool is_one = std::fabs(wide(dpa - dpb)) < kSamePressure;
+    const bool certain = is_above | is_below | is_last | is_one |
+                         (ordinary & (std::fabs(span) > kShortestSpan) & between.certain());
+    block.refused[i] = certain ? block.refused[i] : 1;
+    float position = is_one ? pos_[row] : between.low;
+    position = is_last | is_below ? last_pos : position;
+    block.position[i] = is_above ? first_pos : position;
+    const std::int32_t code = is_below ? TAVCA_POS_BELOW_TABLE : std::int32_t{0};
+    block.code[i] = is_above ? TAVCA_POS_ABOVE_TABLE : code;
   }
-  const float dpa = dp_[row - 1] * qv * qv / qv_squared_[row - 1];
-  const float dpb = dp_[row] * qv * qv / qv_squared_[row];
-  if (std::fabs(wide(dpa - dpb)) < kSamePressure) {
-    *position = pos_[row];
-    return true;
-  }
-  if (!is_ordinary(dpa) || !is_ordinary(dpb)) return false;
-  const double lgb = quick_lg(dpb);
-  const double span = quick_lg(dpa) - lgb;
-  if (!(std::fabs(span) > kShortestSpan)) return false;
-  const double t = (quick_lg(dp) - lgb) / span;
-  const double difference = wide(pos_[row - 1]) - wide(pos_[row]);
-  const double reach = (1.0 + std::fabs(t)) * (2 * kWayDistance / std::fabs(span) + kRoundings);
-  const Rounded rounded(wide(pos_[row]) + t * difference,
-                        std::fabs(difference) * reach + std::fabs(wide(pos_[row])) * kRoundings);
-  *position = rounded.low;
-  return rounded.certain();
 }
 
-bool Positions::stepped(float qv, float dp, float* position, int* code) const {
+bool Positions::stepped_between(float qv, float dp, float* position, std::int32_t* code) const {
   const float k = resistance(qv, dp);
   if (!(k < k_[0])) {
     *position = pos_[0];
@@ -147,27 +173,70 @@ int Positions::nearest(float qv, float dp, const double* distances, double farth
   return candidate;
 }
 
-bool Positions::quick_stepless(float qv, float dp, const Limits& limits, float* position, int* code) const {
-  *position = 0.0F;
-  *code = check_point(qv, dp);
-  if (*code != TAVCA_OK) return true;
-  *code = request_code_;
-  if (*code != TAVCA_OK) return true;
-  if (!numbers_ || first_bad_flow_ < rows_) return false;
-  dp = limits.without_term(qv, dp);
-  if (!is_ordinary(qv) || !is_ordinary(dp)) return false;
-  return stepless(qv, dp, position, code);
-}
-
-bool Positions::quick_stepped(float qv, float dp, const Limits& limits, float* position, int* code) const {
-  if (rows_ < kSmallestSteppedTable) return quick_stepless(qv, dp, limits, position, code);
+bool Positions::quick_stepped(float qv, float dp, const Limits& limits, float* position,
+                              std::int32_t* code) const {
   *position = 0.0F;
   *code = check_point(qv, dp);
   if (*code != TAVCA_OK) return true;
   if (!numbers_ || any_bad_row_) return false;
   dp = limits.without_term(qv, dp);
   if (!is_ordinary(qv) || !is_ordinary(dp)) return false;
-  return stepped(qv, dp, position, code);
+  return stepped_between(qv, dp, position, code);
+}
+
+struct Positions::SteplessKernel {
+  static std::size_t run(const Positions& positions, const FlowData& fd, const Limits& limits, std::size_t n,
+                         const float* qv, const float* dp, float* found, std::int32_t* codes) {
+    constexpr std::size_t kPoints = 32;  // side by side
+    std::size_t exact = 0;
+    Block<kPoints> block;
+    for (std::size_t first = 0; first < n; first += kPoints) {
+      const std::size_t count = std::min(kPoints, n - first);
+      std::fill(std::copy_n(qv + first, count, block.qv), std::end(block.qv), 1.0F);
+      std::fill(std::copy_n(dp + first, count, block.dp), std::end(block.dp), 1.0F);
+      positions.solve(limits, block);
+      for (std::size_t i = 0; i < count; ++i) {
+        const std::size_t point = first + i;
+        found[point] = block.position[i];
+        codes[point] = block.code[i];
+        if (too_small(qv[point]) || too_small(dp[point])) {
+          found[point] = 0.0F;
+          codes[point] = TAVCA_POS_BAD_POINT;
+        } else if (block.refused[i] != 0) {
+          codes[point] = tavca_damper_pos(&fd, qv[point], dp[point], &found[point]);
+          ++exact;
+        }
+      }
+    }
+    return exact;
+  }
+};
+
+std::size_t Positions::stepless_by(std::size_t path, const FlowData& fd, const Limits& limits, std::size_t n,
+                                   const float* qv, const float* dp, float* positions,
+                                   std::int32_t* codes) const {
+  if (request_code_ == TAVCA_OK && numbers_ && !any_bad_flow_) {
+    return Paths<SteplessKernel>::path(path)(*this, fd, limits, n, qv, dp, positions, codes);
+  }
+  for (std::size_t i = 0; i < n; ++i) codes[i] = tavca_damper_pos(&fd, qv[i], dp[i], &positions[i]);
+  return n;
+}
+
+std::size_t Positions::stepless(const FlowData& fd, const Limits& limits, std::size_t n, const float* qv,
+                                const float* dp, float* positions, std::int32_t* codes) const {
+  return stepless_by(kMachinePaths - 1, fd, limits, n, qv, dp, positions, codes);
+}
+
+std::size_t Positions::stepped(const FlowData& fd, const Limits& limits, std::size_t n, const float* qv,
+                               const float* dp, float* positions, std::int32_t* codes) const {
+  if (rows_ < kSmallestSteppedTable) return stepless(fd, limits, n, qv, dp, positions, codes);
+  std::size_t exact = 0;
+  for (std::size_t i = 0; i < n; ++i) {
+    if (quick_stepped(qv[i], dp[i], limits, &positions[i], &codes[i])) continue;
+    codes[i] = tavca_damper_pos_fixed(&fd, qv[i], dp[i], &positions[i]);
+    ++exact;
+  }
+  return exact;
 }
 
 }  // namespace tavd

@@ -128,35 +128,41 @@ TEST_P(QuickPoints, EveryPathGivesTheExactLevels) {
   }
 }
 
-TEST_P(QuickPoints, GiveTheExactPositions) {
+TEST_P(QuickPoints, EveryPathGivesTheExactPositions) {
   std::size_t points = 0;
-  std::size_t refused = 0;
+  std::vector<std::size_t> exact(tavd::kMachinePaths + 1);  // the last: stepped
+  const bool is_damper = GetParam() == 20 || GetParam() == 22;
   for (std::uint64_t seed = 0; points < 40'000; ++seed) {
     Random random(seed * 977 + static_cast<std::uint64_t>(GetParam()));
     const Sample sample(random, GetParam());
     const tavdn_product product(sample.fd, &sample.duct);
-    points += sample.qv.size();
-    for (std::size_t i = 0; i < sample.qv.size(); ++i) {
-      float position;
-      float expected;
-      int code;
-      if (!product.positions.quick_stepless(sample.qv[i], sample.dp[i], product.limits, &position, &code)) {
-        ++refused;
-      } else {
-        ASSERT_EQ(code, tavca_damper_pos(&sample.fd, sample.qv[i], sample.dp[i], &expected));
-        ASSERT_EQ(position, expected);
-      }
-      if (!product.positions.quick_stepped(sample.qv[i], sample.dp[i], product.limits, &position, &code)) {
-        ++refused;
-      } else {
-        ASSERT_EQ(code, tavca_damper_pos_fixed(&sample.fd, sample.qv[i], sample.dp[i], &expected));
-        ASSERT_EQ(position, expected);
+    const std::size_t n = sample.qv.size();
+    points += n;
+    for (std::size_t path = 0; path <= tavd::kMachinePaths; ++path) {
+      const bool stepped = path == tavd::kMachinePaths;
+      std::vector<float> found(n, -12345.0F);
+      std::vector<std::int32_t> codes(n, 12345);
+      const float* const qv = sample.qv.data();
+      const float* const dp = sample.dp.data();
+      exact[path] += stepped ? product.positions.stepped(sample.fd, product.limits, n, qv, dp, found.data(),
+                                                         codes.data())
+                             : product.positions.stepless_by(path, sample.fd, product.limits, n, qv, dp,
+                                                             found.data(), codes.data());
+      for (std::size_t i = 0; i < n; ++i) {
+        float expected;
+        ASSERT_EQ(codes[i],
+                  (stepped ? tavca_damper_pos_fixed : tavca_damper_pos)(&sample.fd, qv[i], dp[i], &expected));
+        ASSERT_EQ(std::bit_cast<std::uint32_t>(found[i]), std::bit_cast<std::uint32_t>(expected)) << path;
       }
     }
   }
-  std::printf("kind %d: exact positions %.5f\n", GetParam(),
-              static_cast<double>(refused) / static_cast<double>(2 * points));
-  EXPECT_LT(static_cast<double>(refused), kSeldom * static_cast<double>(points));
+  for (const std::size_t count : exact) {
+    std::printf("kind %d: exact positions %.5f\n", GetParam(),
+                static_cast<double>(count) / static_cast<double>(points));
+    if (is_damper) {
+      EXPECT_LT(static_cast<double>(count), kSeldom * static_cast<double>(points));
+    }
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(Kind, QuickPoints, testing::Values(10, 11, 13, 20, 22, 30, 40),
