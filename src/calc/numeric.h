@@ -21,6 +21,15 @@ constexpr float narrow(double x) {
   return static_cast<float>(x);
 }
 
+// Conditions of loops that become vectors: without a branch between the two, which && and || may take.
+constexpr bool both(bool a, bool b) {
+  return (static_cast<int>(a) & static_cast<int>(b)) != 0;
+}
+
+constexpr bool either(bool a, bool b) {
+  return (static_cast<int>(a) | static_cast<int>(b)) != 0;
+}
+
 inline double lg(float x) {
   return gwlog10(wide(x));
 }

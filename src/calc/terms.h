@@ -66,9 +66,10 @@ inline float pressure_without_term(float dp, float with_term) {
   const float term = with_term - dp;
   const float left = dp - term;
   const bool is_demanded = !(wide(dp) < kSmallestPressure);
-  const bool counts = (std::fabs(wide(term)) > kSmallestPressureTerm) & (wide(with_term) > kSmallestPressure);
+  const bool counts =
+      both(std::fabs(wide(term)) > kSmallestPressureTerm, wide(with_term) > kSmallestPressure);
   const float at_least = wide(left) < kSmallestPressure ? narrow(kSmallestPressure) : left;
-  return is_demanded & counts ? at_least : dp;
+  return both(is_demanded, counts) ? at_least : dp;
 }
 
 // The pressure term of the chosen values at flow `qv`, for a record that is asked more than once at one flow.

@@ -57,7 +57,7 @@ constexpr double kSumRoundings = 4e-16 * 4;
   const double distance = kSumDistance + std::fabs(wide(hi)) * kSumRoundings;
   const float low = narrow(exact - distance);
   *sum = low;
-  return (scaled < kLastPlace) & (low == narrow(exact + distance));
+  return both(scaled < kLastPlace, low == narrow(exact + distance));
 }
 
 }  // namespace tavd

@@ -112,15 +112,15 @@ struct Outside {
 template <typename Steps>
 Outside bring_inside(float outside, float low, float high) {
   const bool below = low > outside;
-  const bool above = !below & (outside > high);
+  const bool above = both(!below, outside > high);
   const float x = below ? low : (above ? high : outside);
-  const bool inside = !(below | above);
-  const bool ordinary = is_ordinary(outside) & is_ordinary(x);
+  const bool inside = !either(below, above);
+  const bool ordinary = both(is_ordinary(outside), is_ordinary(x));
   const double way = kDbPerDecade * (Steps::lg(ordinary ? outside : 1.0F) - Steps::lg(ordinary ? x : 1.0F));
   const double distance = kDbPerDecade * kWayDistance + std::fabs(way) * kRoundings;
   const Rounded level(way, Steps::kExact ? 0.0 : distance);
-  const bool certain = inside | Steps::kExact | level.certain();
-  return {x, inside ? 0.0F : level.low, static_cast<std::int32_t>(inside | ordinary),
+  const bool certain = either(either(inside, Steps::kExact), level.certain());
+  return {x, inside ? 0.0F : level.low, static_cast<std::int32_t>(either(inside, ordinary)),
           static_cast<std::int32_t>(certain)};
 }
 
@@ -168,7 +168,7 @@ void Levels::place_on_curves(Limits limits, Block<Steps, N>& block) const {
     const float at_most = maxdp < asked ? maxdp : asked;
     const float dp = limits.without_term(qv, at_most < mindp ? mindp : at_most);
     const float k = resistance(qv, dp);
-    block.refuse_unless(i, is_ordinary(dp) & is_ordinary(k));
+    block.refuse_unless(i, both(is_ordinary(dp), is_ordinary(k)));
     block.dp[i] = is_ordinary(dp) ? dp : 1.0F;
     block.first[i] = k;
   }
@@ -179,7 +179,7 @@ void Levels::place_on_curves(Limits limits, Block<Steps, N>& block) const {
     const float dp = block.dp[i];
     const float first = narrow(std::sqrt(wide(dp / values_.values[block.place[i]])));
     const float second = narrow(std::sqrt(wide(dp / values_.values[block.place[i] + 1])));
-    const bool ordinary = is_ordinary(first) & is_ordinary(second);
+    const bool ordinary = both(is_ordinary(first), is_ordinary(second));
     block.refuse_unless(i, ordinary);
     block.first[i] = ordinary ? first : 1.0F;
     block.second[i] = ordinary ? second : 1.0F;
@@ -208,7 +208,7 @@ void Levels::place_in_groups(Limits limits, Block<Steps, N>& block) const {
     certain[i] = dp.certain & qv.certain;
     block.qv[i] = qv.x;
     block.dp[i] = dp.x;
-    block.refuse_unless(i, (dp.ordinary & qv.ordinary) != 0 && is_ordinary(qv.x));
+    block.refuse_unless(i, both((dp.ordinary & qv.ordinary) != 0, is_ordinary(qv.x)));
   }
   for (std::size_t i = 0; i < N; ++i) {
     if (certain[i] != 0) continue;
@@ -218,7 +218,7 @@ void Levels::place_in_groups(Limits limits, Block<Steps, N>& block) const {
   for (std::size_t i = 0; i < N; ++i) {
     const float qv = block.qv[i];
     const float dp = limits.without_term(qv, block.dp[i]);
-    const bool ordinary = is_ordinary(dp) & is_ordinary(qv);
+    const bool ordinary = both(is_ordinary(dp), is_ordinary(qv));
     block.refuse_unless(i, ordinary);
     block.first[i] = block.second[i] = dp;
     block.lg_dp[i] = Steps::lg(ordinary ? dp : 1.0F);

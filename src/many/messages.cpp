@@ -233,6 +233,13 @@ constexpr CodeText kArrays[] = {
      "an argument is missing or of another size, or there are more points than memory can hold"},
 };
 
+constexpr CodeText kPicture[] = {
+    {TAVDN_OK, "drawn"},
+    {TAVDN_BAD_ARGUMENT, "an argument is missing or of another size"},
+    {TAVDN_NO_MEMORY, "memory ran out"},
+    {TAVDN_NOT_DRAWN, "the product makes no such diagram"},
+};
+
 constexpr CodeText kThrow[] = {
     {TAVDN_THROW_GIVEN, "calculated"},
     {TAVDN_THROW_NONE, "the product has no throw line"},
@@ -296,6 +303,9 @@ constexpr FunctionCodes kFunctions[] = {
     {"tavdn_throw", kArrays},
     {"tavdn_ductarea", kArrays},
     {"tavdn_endref", kArrays},
+    {"tavdn_draw_flow", kPicture},
+    {"tavdn_draw_throw", kPicture},
+    {"tavdn_draw_shape", kPicture},
     {"tavdn_results.throw_code", kThrow},
 };
 

@@ -84,7 +84,7 @@ void Positions::solve(const Limits& limits, Block<N>& block) const {
   for (std::size_t i = 0; i < N; ++i) {
     const float qv = block.qv[i];
     const float dp = limits.without_term(qv, block.dp[i]);
-    const bool ordinary = is_ordinary(qv) & is_ordinary(dp);
+    const bool ordinary = both(is_ordinary(qv), is_ordinary(dp));
     block.refused[i] = ordinary ? 0 : 1;
     block.qv[i] = ordinary ? qv : 1.0F;
     block.dp[i] = ordinary ? dp : 1.0F;
@@ -101,7 +101,7 @@ void Positions::solve(const Limits& limits, Block<N>& block) const {
     const std::int32_t before = row > 0 ? row - 1 : 0;
     const float dpa = dp_[before] * qv * qv / qv_squared_[before];
     const float dpb = dp_[row] * qv * qv / qv_squared_[row];
-    const bool ordinary = is_ordinary(dpa) & is_ordinary(dpb);
+    const bool ordinary = both(is_ordinary(dpa), is_ordinary(dpb));
     const double lgb = quick_lg(ordinary ? dpb : 1.0F);
     const double span = quick_lg(ordinary ? dpa : 1.0F) - lgb;
     const double t = (quick_lg(block.dp[i]) - lgb) / span;
@@ -113,11 +113,11 @@ void Positions::solve(const Limits& limits, Block<N>& block) const {
     const bool is_below = below_k > k;
     const bool is_last = block.row[i] > last;
     const bool is_one = std::fabs(wide(dpa - dpb)) < kSamePressure;
-    const bool certain = is_above | is_below | is_last | is_one |
-                         (ordinary & (std::fabs(span) > kShortestSpan) & between.certain());
+    const bool certain = either(either(either(is_above, is_below), either(is_last, is_one)),
+                                both(both(ordinary, std::fabs(span) > kShortestSpan), between.certain()));
     block.refused[i] = certain ? block.refused[i] : 1;
     float position = is_one ? pos_[row] : between.low;
-    position = is_last | is_below ? last_pos : position;
+    position = either(is_last, is_below) ? last_pos : position;
     block.position[i] = is_above ? first_pos : position;
     const std::int32_t code = is_below ? TAVCA_POS_BELOW_TABLE : std::int32_t{0};
     block.code[i] = is_above ? TAVCA_POS_ABOVE_TABLE : code;

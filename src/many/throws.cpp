@@ -29,7 +29,7 @@ struct Nearly {
     const double power = exponent * quick_lg(ordinary ? qv : 1.0F);
     const bool moderate = std::fabs(power) < kLargestPower;
     const double length = coefficient * quick_power_of_ten(moderate ? power : 0.0);
-    *possible = ordinary & moderate;
+    *possible = both(ordinary, moderate);
     return {length, std::fabs(length) * relative};
   }
 
@@ -60,7 +60,7 @@ struct Kernel {
         bool possible;
         const Rounded length = nearly.at(flows[i], &possible);
         found[i] = line.factor * length.low;
-        uncertain[i] = static_cast<int>(!(possible & length.certain()));
+        uncertain[i] = static_cast<int>(!(both(possible, length.certain())));
         any |= uncertain[i];
       }
       std::copy_n(found, count, lengths + first);
