@@ -2,6 +2,7 @@
 // by operation.
 #include <algorithm>
 #include <cmath>
+#include <mutex>
 #include <numbers>
 #include <set>
 #include <string_view>
@@ -44,9 +45,29 @@ struct Picture {
   std::string group;  // empty: none
 };
 
-// Pictures alive, so that a surface of another kind is not taken for one of ours.
-std::set<const void*>& pictures() {
-  static std::set<const void*> alive;
+// Pictures alive, so that a surface of another kind is not taken for one of ours. Threads ask at once.
+class Pictures {
+ public:
+  void add(const Picture* picture) {
+    const std::scoped_lock lock(mutex_);
+    alive_.insert(picture);
+  }
+  void remove(const void* picture) {
+    const std::scoped_lock lock(mutex_);
+    alive_.erase(picture);
+  }
+  bool has(const void* picture) {
+    const std::scoped_lock lock(mutex_);
+    return alive_.count(picture) != 0;
+  }
+
+ private:
+  std::mutex mutex_;
+  std::set<const void*> alive_;
+};
+
+Pictures& pictures() {
+  static Pictures alive;
   return alive;
 }
 
@@ -144,14 +165,14 @@ int32_t tgui_cairo_text_extent(const tgui_surface* surface, int32_t index, tgui_
 
 void tgui_cairo_describe(tgui_surface* surface, const char* title, const char* description) {
   auto* picture = static_cast<Picture*>(tgui_surface_context(surface));
-  if (pictures().count(picture) != 0) {
+  if (pictures().has(picture)) {
     picture->canvas->describe(clean_utf8(title), clean_utf8(description));
   }
 }
 
 void tgui_cairo_name_pen(tgui_surface* surface, uint32_t colour, int32_t width, const char* name) {
   auto* picture = static_cast<Picture*>(tgui_surface_context(surface));
-  if (pictures().count(picture) != 0 && name != nullptr && name[0] != '\0') {
+  if (pictures().has(picture) && name != nullptr && name[0] != '\0') {
     picture->named_pens.push_back({colour, width, clean_utf8(name)});
   }
 }
@@ -186,7 +207,7 @@ int32_t finish(tgui_surface* surface, char* reason, size_t capacity, Take take) 
   std::string text = "not a picture of this library";
   bool done = false;
   auto* picture = static_cast<Picture*>(tgui_surface_context(surface));
-  if (pictures().count(picture) != 0) {
+  if (pictures().has(picture)) {
     flush(*picture);
     std::string bytes;
     done = picture->canvas->finish(bytes, text) && take(*picture, bytes, text);
@@ -212,7 +233,7 @@ tgui_surface* make_surface(std::unique_ptr<Canvas> canvas, const char* path, int
   picture->path = path;
   tgui_surface* surface = tgui_surface_create(&operations(), picture.get(), width, height);
   if (surface != nullptr) {
-    pictures().insert(picture.release());
+    pictures().add(picture.release());
   }
   return surface;
 }
@@ -220,7 +241,7 @@ tgui_surface* make_surface(std::unique_ptr<Canvas> canvas, const char* path, int
 // What was measured so far, the line that is being drawn included; null for other surfaces.
 const Measured* measured_on(const tgui_surface* surface) {
   auto* picture = static_cast<Picture*>(tgui_surface_context(surface));
-  if (pictures().count(picture) == 0 || !picture->measured) {
+  if (!pictures().has(picture) || !picture->measured) {
     return nullptr;
   }
   flush(*picture);
@@ -460,7 +481,7 @@ void text(void* context, tgui_surface* surface, int32_t x, int32_t y, const char
 }
 
 void release(void* context) {
-  pictures().erase(context);
+  pictures().remove(context);
   delete static_cast<Picture*>(context);
 }
 

@@ -3,7 +3,8 @@
  *
  * Text is shaped by Pango and stays text in SVG and PDF. The same drawing
  * gives the same bytes: no dates, no random ids. Where on a picture a drawing
- * of the library stands, tavd/tavdg.h shows in five calls.
+ * of the library stands, tavd/tavdg.h shows in five calls. Threads may draw at
+ * once, each on pictures of its own.
  *
  * Arguments, where a function says nothing else:
  *   surface      a surface of this library
