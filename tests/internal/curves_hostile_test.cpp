@@ -211,7 +211,7 @@ TEST_F(HostileCurves, AnyResolutionAndSizeIsSurvived) {
       build(kind);
       set_resolution(dg, n);
       paint();
-      for (const int extent : {-n / 2, n}) {
+      for (const int extent : {-(n / 2), n}) {
         dg.width = extent;
         dg.height = extent;
         paint();

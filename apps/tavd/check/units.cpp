@@ -176,10 +176,11 @@ void UnitCheck::size_in_list() {
   std::vector<std::int16_t> sizes(found->second.size() / sizeof(std::int16_t));
   if (sizes.empty()) return;
   std::memcpy(sizes.data(), found->second.data(), sizes.size() * sizeof(std::int16_t));
-  if (std::ranges::find(sizes, flow_.b) != sizes.end()) return;
+  const std::int16_t own = flow_.b;  // the record is packed
+  if (std::ranges::find(sizes, own) != sizes.end()) return;
   std::string listed;
   for (const std::int16_t size : sizes) listed += (listed.empty() ? "" : ", ") + std::to_string(size);
-  add(TAVD_ATT_DIAMETERS, 0, "the header's own size, " + std::to_string(flow_.b) + " mm, among them", listed);
+  add(TAVD_ATT_DIAMETERS, 0, "the header's own size, " + std::to_string(own) + " mm, among them", listed);
 }
 
 // The highest flow makes the velocity of a ventilation product; where it does not, the limits are in another
