@@ -213,30 +213,39 @@ TAVD_API int tavdn_endref(size_t n, const float* area, float* reflection);
 
 /* A rectangle of logical units; all 0: the default of the drawing. */
 typedef struct tavdn_rectangle {
-  int32_t left, top, right, bottom;
+  int32_t left;   /* upper left corner, logical units */
+  int32_t top;    /* its other coordinate */
+  int32_t right;  /* lower right corner */
+  int32_t bottom; /* its other coordinate */
 } tavdn_rectangle;
 
 /* The text of a damper position, as tavdg_set_a_label adds it. */
 typedef struct tavdn_position_label {
-  float position;
-  const char* text;
+  float position;   /* of the damper line, to within 0.001 */
+  const char* text; /* what stands in place of its number */
 } tavdn_position_label;
 
+/* What tavdn_draw_flow draws beside the product. */
 typedef struct tavdn_flow_options {
-  size_t size;                 /* sizeof(tavdn_flow_options) */
-  const char* title;           /* narrow */
-  const tavd_wchar* titlew;    /* wide, in place of `title`: the chart then has wide texts, as that of a
-                                  database with UTF-8 has */
-  float qv, dp;                /* operating point, l/s (m/s) and Pa; 0: none */
-  float qvlimit1, qvlimit2;    /* as in tavdg_set_qvlimits */
-  int32_t xunit, yunit;        /* TAVDG_FLOW_ and TAVDG_PRESSURE_ */
-  int32_t dptype;              /* TAVDG_DP_ */
-  float lpmin, lpmax, lpstep;  /* as in tavdg_set_lpmin_lpmax_lpstep; 0: not set */
-  float roomdamp;              /* level difference between sound power and room, dB; 4.0 where the
-                                  process of the exported drawing has set none */
-  int32_t resolution;          /* as in tavdg_setcurveresolution; 0: TAVDG_RESOLUTION */
-  const char* LpA_label;       /* as in tavdg_set_LpA_label */
-  const char* damperpos_label; /* as in tavdg_set_damperpos_label */
+  size_t size;              /* sizeof(tavdn_flow_options) */
+  const char* title;        /* narrow */
+  const tavd_wchar* titlew; /* wide, in place of `title`: the chart then has wide texts, as that of a
+                               database with UTF-8 has */
+  float qv;                 /* flow of the operating point, l/s (m/s); 0: none */
+  float dp;                 /* its pressure, Pa */
+  float qvlimit1;           /* lower flow limit, as in tavdg_set_qvlimits */
+  float qvlimit2;           /* upper one */
+  int32_t xunit;            /* TAVDG_FLOW_ */
+  int32_t yunit;            /* TAVDG_PRESSURE_ */
+  int32_t dptype;           /* TAVDG_DP_ */
+  float lpmin;           /* lowest sound level line, dB(A), as in tavdg_set_lpmin_lpmax_lpstep; 0: not set */
+  float lpmax;           /* highest one */
+  float lpstep;          /* their distance */
+  float roomdamp;        /* level difference between sound power and room, dB; 4.0 where the
+                            process of the exported drawing has set none */
+  int32_t resolution;    /* as in tavdg_setcurveresolution; 0: TAVDG_RESOLUTION */
+  const char* LpA_label; /* as in tavdg_set_LpA_label */
+  const char* damperpos_label;          /* as in tavdg_set_damperpos_label */
   const tavdn_position_label* a_labels; /* as tavdg_set_a_label adds them; may be null */
   int32_t na_labels;                    /* number of them */
   tavdn_rectangle rectangle;            /* as in tavdg_resize */
@@ -249,6 +258,7 @@ typedef struct tavdn_flow_options {
 TAVD_API int tavdn_draw_flow(const tavdn_product* product, const tavdn_flow_options* options,
                              tavd_hdc surface);
 
+/* What tavdn_draw_throw draws beside the product. */
 typedef struct tavdn_throw_options {
   size_t size;               /* sizeof(tavdn_throw_options) */
   const char* title;         /* narrow */
@@ -273,13 +283,15 @@ typedef struct tavdn_shape {
   int16_t nvalues;                    /* number of `values`: the shape number, then its dimensions, mm */
   int16_t values[TAVDN_SHAPE_VALUES]; /* 0 behind nvalues */
   int16_t nheader;                    /* 0: the product has no flow header, and its connection is not drawn */
-  int16_t b, h;                       /* connection, mm: width or diameter, height or 0 */
+  int16_t b;                          /* width or diameter of the connection, mm */
+  int16_t h;                          /* its height, mm; 0 if it is round */
 } tavdn_shape;
 
 /* Reads the shape of a record; `rec` stays the caller's. A record without a
  * shape, and a null one, leave all of `shape` 0: its drawing is the title. */
 TAVD_API void tavdn_read_shape(int16_t db, tavb_rec rec, tavdn_shape* shape);
 
+/* What tavdn_draw_shape draws beside the measures. */
 typedef struct tavdn_shape_options {
   size_t size;               /* sizeof(tavdn_shape_options) */
   const char* title;         /* narrow */

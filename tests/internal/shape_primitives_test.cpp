@@ -139,7 +139,7 @@ TEST_F(ShapePrimitives, FiguresOfAnyCoordinatesOnNoContextAreHarmless) {
       pic_circle(target, c, c, c);
       pic_arc(target, c, c, c, c, c, c, c, c);
       pic_arrow(target, c, c, 3);
-      pic_dim(target, c, c, -c / 2, c, "");
+      pic_dim(target, c, c, -(c / 2), c, "");
       pic_dim_value(target, c, c, c, c, c);
       pic_dim_number(target, c, c, c, c, c);
       pic_centre(target, c, c);
