@@ -5,6 +5,11 @@ add_link_options(-static -static-libgcc -static-libstdc++)
 # printf and its kin as C99 has them, not as the system's old C library has them.
 add_compile_definitions(__USE_MINGW_ANSI_STDIO=1 _WIN32_WINNT=0x0601)
 
+# The compiler takes it that the copy of an inline function which it has just seen is the one that is called, and keeps
+# values in the registers that this copy leaves alone. On Windows the linker may choose another object's copy, compiled
+# otherwise: a loop over texts then wrote behind them.
+add_compile_options(-fno-ipa-ra)
+
 # The DLL of `target` exports the named functions and nothing else. Its name carries no "lib". The list of exports and
 # the import library stand beside it.
 function(tavd_export target)
