@@ -6,11 +6,14 @@
 #include <limits>
 #include <random>
 
+// In a namespace of its own: the library of this system has functions of the same names.
+namespace on_windows {
 #include "../../src/base/win32/gwmath.h"
+}
 
 namespace {
 
-using tavd::gwlog10;
+using on_windows::tavd::gwlog10;
 
 TEST(LogarithmOnWindows, PowersOfTenAreWhole) {
   double power = 1.0;

@@ -6,11 +6,11 @@
 namespace tavdhost {
 namespace {
 
-constexpr std::size_t kNumberChars = 32;  // more than the shortest digits of any float or int take
+constexpr std::size_t kShortestChars = 32;  // more than the shortest digits of any float or int take
 
 template <typename Number>
 void append_number(std::string& out, Number value) {
-  char text[kNumberChars];
+  char text[kShortestChars];
   const auto result = std::to_chars(text, text + sizeof text, value);
   out.append(text, result.ptr);
 }

@@ -24,7 +24,7 @@ namespace {
 constexpr int kMargin = 15;                  // about each picture, pixels
 constexpr Area kFrame = {-8, -8, 508, 848};  // in the plane's units
 constexpr std::uint32_t kPaleGrey = 0xD0D0D0;
-constexpr int kColumns = 8;
+constexpr int kShapesInRow = 8;
 
 constexpr int kFirstNumber = 101;
 constexpr int kLastNumber = 192;
@@ -164,8 +164,8 @@ int with_margins(int pixels) {
 
 // A picture with a frame in pale grey about it, and nothing of it outside.
 void draw_cell(Picture& sheet, int cell, PictureSize size) {
-  const int left = cell % kColumns * with_margins(size.width) + kMargin;
-  const int top = cell / kColumns * with_margins(size.height) + kMargin;
+  const int left = cell % kShapesInRow * with_margins(size.width) + kMargin;
+  const int top = cell / kShapesInRow * with_margins(size.height) + kMargin;
   sheet.paint(hosts::kShapeDrawing, {{left, top, left + size.width, top + size.height}, kFrame, kPaleGrey});
 }
 
@@ -175,8 +175,8 @@ struct SheetSize {
 };
 
 SheetSize sheet_size(std::size_t pictures, PictureSize size) {
-  const int rows = (static_cast<int>(pictures) + kColumns - 1) / kColumns;
-  const PictureSize sheet = {kColumns * with_margins(size.width), rows * with_margins(size.height)};
+  const int rows = (static_cast<int>(pictures) + kShapesInRow - 1) / kShapesInRow;
+  const PictureSize sheet = {kShapesInRow * with_margins(size.width), rows * with_margins(size.height)};
   if (std::max(sheet.width, sheet.height) > kLargestSide) {
     throw UserError("--size is \"" + std::to_string(size.width) + "x" + std::to_string(size.height) +
                     "\", which makes a sheet of " + std::to_string(sheet.width) + "x" +
