@@ -2,11 +2,13 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <pty.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <csignal>
 #include <cstdlib>
 #include <fstream>
@@ -21,17 +23,31 @@ void redirect(int descriptor, const std::string& path) {
   close(file);
 }
 
-// Becomes the program; standard output and errors go where the paths say.
-[[noreturn]] void become_program(const std::vector<std::string>& arguments, const std::string& out_path,
-                                 const std::string& err_path) {
+[[noreturn]] void become_program(const std::vector<std::string>& arguments) {
   std::vector<char*> argv{const_cast<char*>(TAVD_PROGRAM)};
   for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
   argv.push_back(nullptr);
-  redirect(STDOUT_FILENO, out_path);
-  redirect(STDERR_FILENO, err_path);
   setenv("LSAN_OPTIONS", "print_suppressions=0:suppressions=" TAVD_SOURCE_DIR "/tests/support/leaks.supp", 1);
   execv(TAVD_PROGRAM, argv.data());
   _exit(127);
+}
+
+// Standard output and errors go where the paths say.
+[[noreturn]] void become_program(const std::vector<std::string>& arguments, const std::string& out_path,
+                                 const std::string& err_path) {
+  redirect(STDOUT_FILENO, out_path);
+  redirect(STDERR_FILENO, err_path);
+  become_program(arguments);
+}
+
+// Until the other side is closed.
+std::string read_all(int descriptor) {
+  std::string text;
+  std::array<char, 4096> chunk;
+  for (ssize_t got = 0; (got = read(descriptor, chunk.data(), chunk.size())) > 0;) {
+    text.append(chunk.data(), static_cast<std::size_t>(got));
+  }
+  return text;
 }
 
 int wait_for(pid_t process) {
@@ -69,6 +85,21 @@ Outcome run_program_within(unsigned long file_bytes, const std::vector<std::stri
   }
   const int exit_code = wait_for(process);
   return {exit_code, read_file(folder.file("out")), read_file(folder.file("err"))};
+}
+
+Terminal run_on_terminal(const std::vector<std::string>& arguments, const std::string& typed,
+                         const std::string& out_path) {
+  int terminal = -1;
+  const pid_t process = forkpty(&terminal, nullptr, nullptr, nullptr);
+  if (process == 0) {
+    if (!out_path.empty()) redirect(STDOUT_FILENO, out_path);
+    become_program(arguments);
+  }
+  EXPECT_EQ(write(terminal, typed.data(), typed.size()), static_cast<ssize_t>(typed.size()));
+  Terminal result{-1, read_all(terminal)};
+  close(terminal);
+  result.exit_code = wait_for(process);
+  return result;
 }
 
 int start_program(const std::vector<std::string>& arguments) {

@@ -22,6 +22,16 @@ Outcome run_program_into(const std::string& out_path, const std::vector<std::str
 // The same, where no file may grow past so many bytes.
 Outcome run_program_within(unsigned long file_bytes, const std::vector<std::string>& arguments);
 
+struct Terminal {
+  int exit_code;  // -1: ended by a signal
+  std::string shown;
+};
+
+// Runs the program on a terminal of its own, on which somebody types. Standard output goes to a file of that
+// name if there is one.
+Terminal run_on_terminal(const std::vector<std::string>& arguments, const std::string& typed,
+                         const std::string& out_path = "");
+
 // Starts the program, quietly, and does not wait for it. Returns its process.
 int start_program(const std::vector<std::string>& arguments);
 // Kills a process as nothing can resist, and waits for its end.

@@ -27,8 +27,8 @@ Progress::~Progress() {
   std::fflush(stderr);
 }
 
-void Progress::step() {
-  ++done_;
+void Progress::step(std::size_t steps) {
+  done_ += steps;
   if (!on_terminal_ || Clock::now() < next_) return;
   draw();
   next_ = Clock::now() + kInterval;

@@ -17,7 +17,7 @@ class Progress {
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
 
-  void step();
+  void step(std::size_t steps = 1);
 
  private:
   using Clock = std::chrono::steady_clock;

@@ -4,10 +4,12 @@
 #include <charconv>
 #include <cmath>
 #include <iterator>
+#include <span>
 #include <utility>
 
 #include "base/errors.h"
 #include "base/text.h"
+#include "product/point_calculator.h"
 #include "tavd/attributes.h"
 
 namespace tavdhost {
@@ -148,8 +150,10 @@ Selection chosen_products(const CalculationOptions& options) {
 Calculated calculate(Chosen chosen, const Amount& qv, std::optional<float> dp, const AnswerForm& form) {
   const Product& product = chosen.product;
   if (product.flow.nhdd == 0) return {std::move(chosen), {}, {}};
-  const OperatingPoint point =
-      calculate(product, answers_of(product, dp.has_value()), flow_of(product, qv), dp, form.room_damping);
+  const float flow = flow_of(product, qv);
+  PointCalculator calculator(product, answers_of(product, dp.has_value()), form.room_damping);
+  calculator.calculate({&flow, 1}, dp ? std::span(&*dp, 1) : std::span<const float>());
+  const OperatingPoint point = calculator.point(0);
   std::string typed = typed_text(product, qv, form.units);
   return {std::move(chosen), point, std::move(typed)};
 }

@@ -1,4 +1,6 @@
 // tavd sweep: calculations of products over a grid of operating points.
+#include <algorithm>
+#include <cstdint>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -14,12 +16,13 @@
 #include "commands/commands.h"
 #include "commands/sweep_range.h"
 #include "commands/sweep_rows.h"
-#include "product/operating_point.h"
+#include "product/point_calculator.h"
 
 namespace tavdhost {
 namespace {
 
 constexpr std::size_t kBlock = 1 << 16;  // bytes that are written at once
+constexpr std::uint64_t kPoints = 1024;  // that are calculated at once
 
 struct SweepOptions {
   CalculationOptions calculation;
@@ -53,7 +56,8 @@ bool flush(std::string& text) {
   return std::cout.good();
 }
 
-// One product after the other; of each all pressures at the first flow, then all at the next.
+// One product after the other; of each all pressures at the first flow, then all at the next. Points are
+// taken from the grid block by block: there may be more of them than memory holds.
 class Sweep {
  public:
   Sweep(const Grid& grid, const AnswerForm& form, SweepRows& rows, Progress* progress)
@@ -71,27 +75,43 @@ class Sweep {
   }
 
  private:
-  bool add(const Chosen& chosen) {
-    const Answers answers = answers_of(chosen.product, grid_.dp.has_value());
-    const std::uint64_t pressures = grid_.dp ? grid_.dp->count() : 1;
-    for (std::uint64_t i = 0; i < grid_.qv.count(); ++i) {
-      const float qv = flow_of(chosen.product, grid_.qv.flow_at(i));
-      for (std::uint64_t j = 0; j < pressures; ++j) {
-        const std::optional<float> dp = grid_.dp ? std::optional(grid_.dp->pressure_at(j)) : std::nullopt;
-        rows_.add(text_, chosen, calculate(chosen.product, answers, qv, dp, form_.room_damping));
-        if (text_.size() >= kBlock && !flush(text_)) return false;
-        if (progress_ != nullptr) progress_->step();
-      }
-    }
-    return true;
-  }
+  bool add(const Chosen& chosen);
+  void take_points(const Product& product, std::uint64_t first);
 
   const Grid& grid_;
   const AnswerForm& form_;
   SweepRows& rows_;
   Progress* progress_;
   std::string text_;
+  std::vector<float> qv_, dp_;  // of the block; no pressures if the grid has none
 };
+
+bool Sweep::add(const Chosen& chosen) {
+  const Answers answers = answers_of(chosen.product, grid_.dp.has_value());
+  PointCalculator calculator(chosen.product, answers, form_.room_damping);
+  for (std::uint64_t first = 0; first < grid_.count(); first += kPoints) {
+    take_points(chosen.product, first);
+    calculator.calculate(qv_, dp_);
+    for (std::size_t i = 0; i < qv_.size(); ++i) {
+      rows_.add(text_, chosen, calculator.point(i));
+      if (text_.size() >= kBlock && !flush(text_)) return false;
+    }
+    if (progress_ != nullptr) progress_->step(qv_.size());
+  }
+  return true;
+}
+
+void Sweep::take_points(const Product& product, std::uint64_t first) {
+  const std::uint64_t end = std::min(first + kPoints, grid_.count());
+  const std::uint64_t pressures = grid_.dp ? grid_.dp->count() : 1;
+  qv_.clear();
+  dp_.clear();
+  for (std::uint64_t point = first; point < end; ++point) {
+    const bool next_flow = point == first || point % pressures == 0;
+    qv_.push_back(next_flow ? flow_of(product, grid_.qv.flow_at(point / pressures)) : qv_.back());
+    if (grid_.dp) dp_.push_back(grid_.dp->pressure_at(point % pressures));
+  }
+}
 
 // What can be swept; of what cannot, standard error tells.
 std::vector<Chosen> with_flow_data(std::vector<Chosen> products) {

@@ -1,4 +1,4 @@
-// Everything the library answers about a product at one operating point.
+// Everything the library answers about a product at one operating point: point_calculator.h.
 #pragma once
 
 #include <array>
@@ -72,10 +72,5 @@ struct Answers {
 // Without a pressure (`with_dp` false) there is no position and no check of a fan, a sound level only for
 // products whose pressure follows from the flow, and no attenuation that goes by the position of a damper.
 Answers answers_of(const Product& product, bool with_dp);
-
-// Calculates at flow `qv` what `answers` holds; those were asked for with a pressure if there is one now.
-// `room_damping` is in dB.
-OperatingPoint calculate(const Product& product, const Answers& answers, float qv, std::optional<float> dp,
-                         float room_damping = kRoomDamping);
 
 }  // namespace tavdhost

@@ -1,12 +1,6 @@
 // `tavd delete`: a product with its sizes, after a yes.
-#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <pty.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <array>
 
 #include "db_records.h"
 #include "families.h"
@@ -17,7 +11,9 @@ namespace {
 
 using clitest::expect_user_error;
 using clitest::run_json;
+using clitest::run_on_terminal;
 using clitest::run_text;
+using clitest::Terminal;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
@@ -76,36 +72,6 @@ TEST_F(Delete, WithoutATerminalAndWithoutYesIsRefused) {
             "tavd: deleting FAM F-* and its 2 sizes from " + database.path() +
                 " needs a yes: there is no terminal to ask on, expected --yes\n");
   EXPECT_THAT(ids("FAM"), Contains("F-100"));
-}
-
-struct Terminal {
-  int exit_code;
-  std::string shown;
-};
-
-// Runs the program on a terminal of its own, on which somebody types.
-Terminal run_on_terminal(const std::vector<std::string>& arguments, const std::string& typed) {
-  std::vector<char*> argv{const_cast<char*>(TAVD_PROGRAM)};
-  for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
-  argv.push_back(nullptr);
-  int terminal = -1;
-  const pid_t process = forkpty(&terminal, nullptr, nullptr, nullptr);
-  if (process == 0) {
-    setenv("LSAN_OPTIONS", "print_suppressions=0:suppressions=" TAVD_SOURCE_DIR "/tests/support/leaks.supp",
-           1);
-    execv(TAVD_PROGRAM, argv.data());
-    _exit(127);
-  }
-  EXPECT_EQ(write(terminal, typed.data(), typed.size()), static_cast<ssize_t>(typed.size()));
-  std::string shown;
-  std::array<char, 256> chunk{};
-  for (ssize_t got = 0; (got = read(terminal, chunk.data(), chunk.size())) > 0;) {
-    shown.append(chunk.data(), static_cast<std::size_t>(got));
-  }
-  close(terminal);
-  int status = 0;
-  if (waitpid(process, &status, 0) != process || !WIFEXITED(status)) return {-1, shown};
-  return {WEXITSTATUS(status), shown};
 }
 
 TEST_F(Delete, OnATerminalAsksFirst) {

@@ -1,5 +1,4 @@
 // The forms of `tavd sweep` as a stream: JSON, memory, and an output that ends early.
-#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <json/reader.h>
@@ -9,6 +8,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <sstream>
 #include <string>
@@ -21,6 +21,8 @@ namespace {
 using clitest::Outcome;
 using clitest::run_program;
 using clitest::Sweep;
+using ::testing::EndsWith;
+using ::testing::HasSubstr;
 
 Json::Value parse_json(const std::string& text) {
   Json::Value json;
@@ -76,46 +78,77 @@ TEST_F(Sweep, JsonOfOnePointIsAnArray) {
 struct Usage {
   int exit_code;
   long peak_kb;  // resident memory
+  std::size_t bytes, lines;
 };
 
-// Runs the program with standard output going to a file, and tells what it took.
-Usage measure(const std::string& out_path, const std::vector<std::string>& arguments) {
+// Runs the program, counts what it writes to standard output, and tells what it took.
+Usage measure(const std::vector<std::string>& arguments) {
   std::vector<char*> argv{const_cast<char*>(TAVD_PROGRAM)};
   for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
   argv.push_back(nullptr);
+  std::array<int, 2> ends{};
+  if (pipe(ends.data()) != 0) return {-1, 0, 0, 0};
   const pid_t process = fork();
   if (process == 0) {
-    const int file = open(out_path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-    if (file < 0 || dup2(file, STDOUT_FILENO) < 0) _exit(127);
+    if (dup2(ends[1], STDOUT_FILENO) < 0) _exit(127);
+    close(ends[0]);
+    close(ends[1]);
     setenv("LSAN_OPTIONS", "print_suppressions=0:suppressions=" TAVD_SOURCE_DIR "/tests/support/leaks.supp",
            1);
     execv(TAVD_PROGRAM, argv.data());
     _exit(127);
   }
+  close(ends[1]);
+  Usage usage{};
+  std::array<char, 65536> chunk;
+  for (ssize_t got = 0; (got = read(ends[0], chunk.data(), chunk.size())) > 0;) {
+    usage.bytes += static_cast<std::size_t>(got);
+    usage.lines += static_cast<std::size_t>(std::count(chunk.data(), chunk.data() + got, '\n'));
+  }
+  close(ends[0]);
   int status = 0;
-  rusage usage{};
-  if (wait4(process, &status, 0, &usage) != process || !WIFEXITED(status)) return {-1, 0};
-  return {WEXITSTATUS(status), usage.ru_maxrss};
+  rusage resources{};
+  const bool ended = wait4(process, &status, 0, &resources) == process && WIFEXITED(status);
+  usage.exit_code = ended ? WEXITSTATUS(status) : -1;
+  usage.peak_kb = resources.ru_maxrss;
+  return usage;
 }
 
-// Collected in memory the larger sweep would take more than 20 MB as text alone.
-TEST_F(Sweep, LongStreamsTakeNoMoreMemoryThanShortOnes) {
-  constexpr long kAllowedGrowthKb = 8 * 1024;
-  const clitest::Folder folder;
+const std::vector<std::string> kMillionPoints = {"ASD",          "DAMPER-200", "--qv",
+                                                 "20:119.9:0.1", "--dp",       "10:1009:1"};
+
+// Collected in memory the larger sweep would take more than 100 MB as text, and 4 MB for each number that is
+// calculated.
+TEST_F(Sweep, MillionPointsTakeNoMoreMemoryThanTenThousand) {
+  constexpr long kAllowedGrowthKb = 3 * 1024;
   for (const char* form : {"--csv", "--json"}) {
-    const Usage small = measure(folder.file("small"),
-                                command({"ASD", "DAMPER-200", "--qv", "20:119:1", "--dp", "10:19:1"}, form));
-    const Usage large =
-        measure(folder.file("large"),
-                command({"ASD", "DAMPER-200", "--qv", "20:119.8:0.2", "--dp", "10:409:1"}, form));
+    const std::size_t beside_rows = std::string(form) == "--csv" ? 1 : 2;  // lines
+    const Usage small =
+        measure(command({"ASD", "DAMPER-200", "--qv", "20:29.9:0.1", "--dp", "10:109:1"}, form));
+    const Usage large = measure(command(kMillionPoints, form));
     ASSERT_EQ(small.exit_code, 0);
     ASSERT_EQ(large.exit_code, 0);
+    EXPECT_EQ(small.lines, 10'000 + beside_rows);
+    EXPECT_EQ(large.lines, 1'000'000 + beside_rows);
+    EXPECT_GT(large.bytes, 100'000'000u) << form;
     EXPECT_LT(large.peak_kb, small.peak_kb + kAllowedGrowthKb) << form;
-    const std::string text = clitest::read_file(folder.file("large"));
-    EXPECT_GT(text.size(), 20'000'000u) << form;
-    const auto lines = std::count(text.begin(), text.end(), '\n');
-    EXPECT_EQ(lines, 200'000 + (std::string(form) == "--csv" ? 1 : 2));
   }
+}
+
+TEST_F(Sweep, ShowsOnATerminalHowFarItIsAndWipesThat) {
+  const clitest::Terminal terminal =
+      clitest::run_on_terminal(command(kMillionPoints, "--csv"), "", "/dev/null");
+  EXPECT_EQ(terminal.exit_code, 0);
+  EXPECT_THAT(terminal.shown, HasSubstr("\rCalculating [##########"));
+  EXPECT_THAT(terminal.shown, HasSubstr("..] "));
+  EXPECT_THAT(terminal.shown, HasSubstr(" of 1000000\x1b[K"));
+  EXPECT_THAT(terminal.shown, EndsWith("\x1b[K\r\x1b[K"));
+}
+
+TEST_F(Sweep, ShowsNothingOfThatWhereErrorsGoToAFile) {
+  const Outcome outcome = clitest::run_program_into("/dev/null", command(kMillionPoints, "--csv"));
+  EXPECT_EQ(outcome.exit_code, 0);
+  EXPECT_EQ(outcome.err, "");
 }
 
 TEST_F(Sweep, EndsAsSoonAsItsOutputCannotBeWritten) {
