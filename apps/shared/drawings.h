@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <span>
 
 #include "tavd/tavdg.h"
@@ -19,13 +20,13 @@ struct PenName {
 // The drawing is in a plane of logical units that a window stretches over the picture.
 struct LibraryDrawing {
   const char* name;          // as a heading
-  const char* window_class;  // whose windows paint the drawing
+  const char* window_class;  // whose windows paint the drawing; null if none do
   std::intptr_t (*window_procedure)(tavd_hwnd, unsigned int, std::uintptr_t, std::intptr_t);
   int plane_width, plane_height;
-  bool keeps_proportions;  // as high as the picture, and in the middle of it
-  void (*create_tools)();  // pens and fonts for the next draw()
-  void (*draw)(tavd_hdc);
-  void (*destroy_tools)();
+  bool keeps_proportions;              // as high as the picture, and in the middle of it
+  std::function<void()> create_tools;  // pens and fonts for the next draw()
+  std::function<void(tavd_hdc)> draw;
+  std::function<void()> destroy_tools;
   std::span<const PenName> pens;
 };
 

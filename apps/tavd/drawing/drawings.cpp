@@ -16,17 +16,20 @@
 namespace tavdhost {
 namespace {
 
-constexpr const char* kPositionLabel = "pos";  // in front of the first damper position
-constexpr const char* kLevelLabel = "dB(A)";   // behind the first sound level
-
 // Sizes in the 10000 by 10000 units of the plane that a window stretches over the picture.
 constexpr int kCharacter = 190;    // width of one at the right of the plot
 constexpr int kRightMargin = 600;  // that the chart leaves there
 constexpr int kMostRoom = 4000;
 constexpr std::int16_t TAVD_KIND_RANGE = 30;
 
-// What more is needed to the right of the plot for the texts that stand there: the levels of a device for a
-// pressure range, the first of them with its label, or the host's own texts at the lines of a damper.
+void paint_fitted(RecordTitle& title, const hosts::LibraryDrawing& drawing, Picture& picture,
+                  const Area& room, const RecordTitle::Read& read) {
+  if (!picture.is_recording()) title.fit(drawing, picture.placed(room), read);
+  picture.paint(drawing, room);
+}
+
+}  // namespace
+
 int room_at_right(const FlowData& flow, const DiagramSettings& settings) {
   std::size_t characters = 0;
   if (flow.kind == TAVD_KIND_RANGE && flow.nlw != 0)
@@ -36,14 +39,6 @@ int room_at_right(const FlowData& flow, const DiagramSettings& settings) {
   }
   return std::clamp(static_cast<int>(characters) * kCharacter - kRightMargin, 0, kMostRoom);
 }
-
-void paint_fitted(FittedTitle& title, const hosts::LibraryDrawing& drawing, Picture& picture,
-                  const Area& room, const FittedTitle::Read& read) {
-  if (!picture.is_recording()) title.fit(drawing, picture.placed(room), read);
-  picture.paint(drawing, room);
-}
-
-}  // namespace
 
 FlowDiagram::FlowDiagram(const Database& database, const Record& record, const Product& product,
                          const DiagramSettings& settings, bool static_pressure)

@@ -15,6 +15,14 @@
 
 namespace tavdhost {
 
+inline constexpr const char* kPositionLabel = "pos";  // in front of the first damper position
+inline constexpr const char* kLevelLabel = "dB(A)";   // behind the first sound level
+
+// What more is needed to the right of the plot for the texts that stand there: the levels of a device for a
+// pressure range, the first of them with its label, or the host's own texts at the lines of a damper. In the
+// units of the plane.
+int room_at_right(const FlowData& flow, const DiagramSettings& settings);
+
 // Pressure over flow, with the product's chosen parameters.
 class FlowDiagram {
  public:
@@ -32,7 +40,7 @@ class FlowDiagram {
  private:
   void build(const Record& record);
 
-  FittedTitle title_;
+  RecordTitle title_;
   int room_at_right_;  // units of the plane
   bool drawable_ = false;
 };
@@ -55,7 +63,7 @@ class ThrowDiagram {
  private:
   void build(const Record& record);
 
-  FittedTitle title_;
+  RecordTitle title_;
   bool drawable_ = false;
 };
 
@@ -70,7 +78,7 @@ class ShapePicture {
   void paint(Picture& picture);
 
  private:
-  FittedTitle title_;
+  RecordTitle title_;
 };
 
 inline constexpr const char* kThrowParameter = L2DG_THROW_PARAMETER;

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <optional>
 
-#include "drawing/drawings.h"
+#include "drawing/own_drawings.h"
 #include "drawing/placement.h"
 #include "shared/kinds.h"
 
@@ -26,10 +26,10 @@ bool is_same(const Extent& a, const Extent& b) {
 // How many cells of texts stand on others in the diagram as it is now; one more if not all lies in the room.
 // Cells are higher than letters: numbers of an axis that come close count in any case, whatever the levels
 // are.
-std::size_t faults(const Area& room) {
-  const std::optional<Covered> drawn = covered(hosts::kFlowDrawing, room);
+std::size_t faults(const hosts::LibraryDrawing& drawing, const Area& room) {
+  const std::optional<Covered> drawn = covered(drawing, room);
   if (!drawn) return 0;
-  std::size_t count = fits(hosts::kFlowDrawing, room) ? 0 : 1;
+  std::size_t count = fits(drawing, room) ? 0 : 1;
   for (std::size_t i = 0; i < drawn->texts.size(); ++i) {
     for (std::size_t j = 0; j < i; ++j) {
       const Extent& a = drawn->texts[i];
@@ -42,17 +42,14 @@ std::size_t faults(const Area& room) {
 
 }  // namespace
 
-Levels legible_levels(const Database& database, const Record& record, const Product& product,
-                      PictureSize size) {
+Levels legible_levels(OwnFlowDiagram& diagram, PictureSize size) {
   Levels best = {0, 0};
-  if (!hosts::is_damper(product.flow)) return best;
+  if (!hosts::is_damper(diagram.flow()) || !diagram.is_drawable()) return best;
   std::optional<std::size_t> fewest;
   for (const float step : kSteps) {
     for (const float lowest : kLowest) {
-      const DiagramSettings settings = {.size = size, .lpmin = lowest, .lpstep = step};
-      const FlowDiagram diagram(database, record, product, settings, false);
-      if (!diagram.is_drawable()) return best;
-      const std::size_t count = faults({0, 0, size.width, size.height});
+      diagram.set_levels({lowest, step});
+      const std::size_t count = faults(diagram.drawing(), {0, 0, size.width, size.height});
       if (fewest && count >= *fewest) continue;
       fewest = count;
       best = {lowest, step};

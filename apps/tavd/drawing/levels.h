@@ -2,8 +2,6 @@
 #pragma once
 
 #include "drawing/picture.h"
-#include "product/database.h"
-#include "product/product.h"
 
 namespace tavdhost {
 
@@ -12,7 +10,10 @@ namespace tavdhost {
 struct Levels {
   float lowest, step;
 };
-Levels legible_levels(const Database& database, const Record& record, const Product& product,
-                      PictureSize size);
+
+class OwnFlowDiagram;
+
+// Of a diagram that is to be as large as this; it has one levels or others afterwards.
+Levels legible_levels(OwnFlowDiagram& diagram, PictureSize size);
 
 }  // namespace tavdhost

@@ -70,8 +70,7 @@ GalleryFolder::GalleryFolder(fs::path target) : target_(std::move(target)) {
 
 GalleryFolder::~GalleryFolder() = default;
 
-std::string GalleryFolder::place(const std::string& name) {
-  names_.push_back(name);
+std::string GalleryFolder::draft_of(const std::string& name) const {
   return to_text(draft_->path() / name);
 }
 

@@ -21,6 +21,10 @@ void draw_shapes(const std::filesystem::path& folder, PictureSize each);
 // One picture with small diagrams: the first product of each kind, and a throw diagram.
 void draw_diagram_sheet(const Database& database, const std::string& path);
 
+// Draws every product of the database into a folder, on so many threads, with the page, and tells on standard
+// output what was drawn. Throws UserError, and leaves the folder as it was, if something cannot be written.
+void draw_products(const Database& database, const std::string& folder_name, unsigned threads);
+
 // A product as the page shows it.
 struct GalleryItem {
   Product product;
@@ -53,8 +57,10 @@ class GalleryFolder {
   GalleryFolder(const GalleryFolder&) = delete;
   GalleryFolder& operator=(const GalleryFolder&) = delete;
 
-  // Where to write a file of this name now.
-  std::string place(const std::string& name);
+  // Where to write a file of this name now; asked by any thread.
+  std::string draft_of(const std::string& name) const;
+  // Names a file that is to get into its place.
+  void add(const std::string& name) { names_.push_back(name); }
   // What to report if that fails: the file is named where it is to be.
   UserError named_in_place(const UserError& error) const;
   // Puts all files into their places, in the order in which they were named. Throws UserError if they cannot

@@ -9,6 +9,7 @@
 #include "drawing/description.h"
 #include "drawing/drawings.h"
 #include "drawing/levels.h"
+#include "drawing/own_drawings.h"
 #include "drawing/picture.h"
 #include "drawing/units.h"
 #include "gallery/gallery.h"
@@ -70,7 +71,8 @@ bool with_diagram(const Database& database, const Choice& cell, Use use) {
     return used(ThrowDiagram(database, cell.record, cell.product, 0, throw_flow_unit_number("l/s"),
                              first_throw_value(cell.product.flow)));
   }
-  const Levels levels = legible_levels(database, cell.record, cell.product, kCell);
+  OwnFlowDiagram measured(DrawingSource(database, cell.record, cell.product.flow));
+  const Levels levels = legible_levels(measured, kCell);
   const DiagramSettings settings = {.size = kCell, .lpmin = levels.lowest, .lpstep = levels.step};
   return used(FlowDiagram(database, cell.record, cell.product, settings, false));
 }

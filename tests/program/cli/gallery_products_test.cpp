@@ -159,6 +159,52 @@ TEST_F(GalleryProducts, SecondRunGivesTheSameBytesAndLeavesOtherFiles) {
   EXPECT_EQ(names_in(out()).size(), names.size() + 1);
 }
 
+TEST_F(GalleryProducts, AnyNumberOfThreadsMakesTheSameFilesAndTellsTheSame) {
+  const std::string many = folder.file("many.tavdb");
+  ASSERT_EQ(run_program({"db", "synth", many, "--records", "60"}).exit_code, 0);
+  const auto draw_on = [&](const std::string& threads) {
+    const std::string to = folder.file(threads);
+    const Outcome outcome = run_program({"gallery", many, "-o", to, "--threads", threads});
+    EXPECT_EQ(outcome.exit_code, 0) << outcome.err;
+    EXPECT_THAT(outcome.out, HasSubstr(to + "/index.html: 59 products, "));
+    return outcome.out.substr(to.size());
+  };
+  const std::string told = draw_on("1");
+  const std::vector<std::string> names = names_in(folder.file("1"));
+  EXPECT_GT(names.size(), 100U);
+  for (const char* threads : {"2", "16"}) {
+    EXPECT_EQ(draw_on(threads), told);
+    ASSERT_EQ(names_in(folder.file(threads)), names);
+    for (const std::string& name : names) {
+      EXPECT_TRUE(read_file(folder.file("1/" + name)) == read_file(folder.file(threads + ("/" + name))))
+          << threads << ' ' << name;
+    }
+  }
+}
+
+TEST_F(GalleryProducts, ThreadsAreFrom1To256) {
+  for (const char* threads : {"0", "257", "-1", "two", "1.5", ""}) {
+    EXPECT_THAT(
+        expect_user_error({"gallery", database.path(), "-o", out(), std::string("--threads=") + threads}),
+        HasSubstr("--threads"));
+  }
+  EXPECT_FALSE(fs::exists(out()));
+}
+
+// Of any number of threads the first picture in the order of the products is the one that is told.
+TEST_F(GalleryProducts, PicturesThatCannotBeWrittenAreToldAsOneThreadTellsThem) {
+  std::set<std::string> told;
+  for (const char* threads : {"1", "2", "16"}) {
+    const Outcome outcome =
+        clitest::run_program_within(4000, {"gallery", database.path(), "-o", out(), "--threads", threads});
+    EXPECT_EQ(outcome.exit_code, 2);
+    EXPECT_FALSE(fs::exists(out()));
+    told.insert(outcome.err);
+  }
+  EXPECT_THAT(told, testing::ElementsAre("tavd: cannot write \"" + in_out("ASD-A_2FB_2A1-flow.svg") +
+                                         "\": File too large\n"));
+}
+
 TEST_F(GalleryProducts, FileThatCannotBeReplacedLeavesTheFolderAsItWas) {
   fs::create_directories(in_out("index.html"));
   EXPECT_THAT(expect_user_error({"gallery", database.path(), "-o", out()}),

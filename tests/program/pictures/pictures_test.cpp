@@ -11,6 +11,7 @@
 
 #include "drawing/drawings.h"
 #include "drawing/levels.h"
+#include "drawing/own_drawings.h"
 #include "drawing/units.h"
 #include "product/database.h"
 #include "product/product.h"
@@ -191,9 +192,8 @@ TEST_F(CataloguePictures, NoLevelOfADamperStandsOnAnotherTextInAGallery) {
     const tavdhost::Product product = tavdhost::load_product(*database, record);
     if (!hosts::is_damper(product.flow)) continue;
     ++dampers;
-    const tavdhost::Levels levels = tavdhost::legible_levels(*database, record, product, kSize);
-    tavdhost::FlowDiagram diagram(*database, record, product,
-                                  {.size = kSize, .lpmin = levels.lowest, .lpstep = levels.step}, false);
+    tavdhost::OwnFlowDiagram diagram(tavdhost::DrawingSource(*database, record, product.flow));
+    diagram.set_levels(tavdhost::legible_levels(diagram, kSize));
     save(diagram, folder->file("damper.svg"), kSize);
     const pictures::Svg svg = pictures::read_svg(clitest::read_file(folder->file("damper.svg")));
     for (const Part& level : svg.parts) {

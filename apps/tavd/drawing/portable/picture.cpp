@@ -143,11 +143,11 @@ void paint_window(const hosts::LibraryDrawing& drawing, tgui_surface* surface, c
 
 }  // namespace
 
-// A recording is what a window paints. In an SVG the curves of a drawing that stands alone are in groups with
-// names: among several the pens of one could be taken for those of another.
+// A recording is what a window paints, if the drawing has windows. In an SVG the curves of a drawing that
+// stands alone are in groups with names: among several the pens of one could be taken for those of another.
 void Picture::paint(const hosts::LibraryDrawing& drawing, const Area& room) {
   tgui_surface* const surface = surface_->surface;
-  if (is_recording()) {
+  if (is_recording() && drawing.window_class != nullptr) {
     paint_window(drawing, surface, room);
     return;
   }
