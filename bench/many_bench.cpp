@@ -178,6 +178,7 @@ void add_jobs(std::vector<Job>& jobs) {
         "Wanted |\n"
         "|---|---|---:|---:|---:|---:|---|\n";
   }
+  add_drawings(jobs);
 }
 
 }  // namespace bench

@@ -31,6 +31,7 @@ void add_jobs(std::vector<Job>& jobs);
 
 void add_calculations(std::vector<Job>& jobs);
 void add_loads(std::vector<Job>& jobs);
+void add_drawings(std::vector<Job>& jobs);
 
 // Times all jobs and prints their tables as Markdown. Returns how many did not reach what they want.
 int measure_and_print(const std::vector<Job>& jobs);
