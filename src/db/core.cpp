@@ -21,16 +21,33 @@ struct Settings {
 
 Settings settings;
 
-// The attribute that the first row of the current market has in this column, or `fallback`. The row of the
-// empty market and rows that are only a language hold no attribute, so the walk passes them.
-std::int16_t market_attribute(std::int16_t MarketRow::*column, std::int16_t fallback) {
+std::int16_t attribute_of_market(std::int16_t MarketRow::*column, std::int16_t fallback) {
+  return market_attribute(settings.marketArea, column, fallback);
+}
+
+}  // namespace
+
+// The row of the empty market and rows that are only a language hold no attribute, so the walk passes them.
+std::int16_t market_attribute(const char* market, std::int16_t MarketRow::*column, std::int16_t fallback) {
   for (const MarketRow* row = market_table; row->market != nullptr; ++row) {
-    if (row->*column > 0 && std::strcmp(row->market, settings.marketArea) == 0) return row->*column;
+    if (row->*column > 0 && std::strcmp(row->market, market) == 0) return row->*column;
   }
   return fallback;
 }
 
-}  // namespace
+std::int16_t description_attribute(std::int16_t lng) {
+  for (const MarketRow* row = market_table; row->market != nullptr; ++row) {
+    if (row->lng == lng && row->pdesc > 0) return row->pdesc;
+  }
+  return 0;
+}
+
+void read_market(const char* text, char (&market)[TAVDCORE_MARKET_CHARS]) {
+  std::memset(market, 0, sizeof market);
+  gwstrcpyfield(market, text, TAVDCORE_MARKET_CHARS);
+  for (char& c : market) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+}
+
 }  // namespace tavd
 
 using namespace tavd;  // the border below stands outside
@@ -48,9 +65,8 @@ void tavdcore_initw(int16_t lng, const char* marketArea, const tavd_wchar* vlkFi
 }
 
 void tavdcore_set_market_area(const char* marketArea) {
-  char market[TAVDCORE_MARKET_CHARS] = {};  // the host may hand in our own field
-  gwstrcpyfield(market, marketArea, TAVDCORE_MARKET_CHARS);
-  for (char& c : market) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  char market[TAVDCORE_MARKET_CHARS];  // the host may hand in our own field
+  read_market(marketArea, market);
   std::memcpy(settings.marketArea, market, sizeof market);
 }
 
@@ -71,18 +87,15 @@ const char* tavdcore_marketArea(void) {
 }
 
 int16_t tavdcore_pcodeAttId(void) {
-  return market_attribute(&MarketRow::pcode, TAVD_ATT_CODE_DEFAULT);
+  return attribute_of_market(&MarketRow::pcode, TAVD_ATT_CODE_DEFAULT);
 }
 
 int16_t tavdcore_weblinkAttId(void) {
-  return market_attribute(&MarketRow::weblink, TAVD_ATT_WEBLINK_DEFAULT);
+  return attribute_of_market(&MarketRow::weblink, TAVD_ATT_WEBLINK_DEFAULT);
 }
 
 int16_t tavdcore_pdescAttId(void) {
-  for (const MarketRow* row = market_table; row->market != nullptr; ++row) {
-    if (row->lng == settings.user_lng && row->pdesc > 0) return row->pdesc;
-  }
-  return 0;
+  return description_attribute(settings.user_lng);
 }
 
 int16_t tavdf_charsetId(int16_t attId) {

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "tavd/tavdcore.h"
 #include "tavd/types.h"
 
 namespace tavd {
@@ -25,5 +26,12 @@ struct CharsetRow {
 
 extern const MarketRow market_table[];
 extern const CharsetRow charset_table[];
+
+// A market area as it is held: cut to its room, in upper case. Null is none.
+void read_market(const char* text, char (&market)[TAVDCORE_MARKET_CHARS]);
+// The attribute that the first row of a market, as it is held, has in this column, or `fallback`.
+std::int16_t market_attribute(const char* market, std::int16_t MarketRow::*column, std::int16_t fallback);
+// The attribute that holds the description in a language; 0 if the language is unknown.
+std::int16_t description_attribute(std::int16_t lng);
 
 }  // namespace tavd

@@ -7,6 +7,7 @@
 #include "base/gwfile.h"
 #include "codepage/codepage.h"
 #include "db/ids.h"
+#include "db/texts.h"
 #include "tavd/attributes.h"
 #include "tavd/tavb.h"
 #include "tavd/tavdcore.h"
@@ -69,17 +70,6 @@ void copy_object_id(std::int16_t db, tavb_rec rec, tavd_wchar* dest, std::int32_
   dest[codepage::widen(codepage::kDefault, objId, kIdChars, dest, room)] = 0;
 }
 
-// A text without fallback; an `attribute` of 0 is none.
-void copy_plain_text(std::int16_t db, tavb_rec rec, std::int16_t attribute, tavd_wchar* dest,
-                     std::int32_t destLen) {
-  if (dest == nullptr || destLen <= 0) return;
-  std::fill_n(dest, destLen, tavd_wchar{0});
-  if (rec == nullptr || attribute == 0) return;
-  const std::int64_t capacity = (std::int64_t{destLen} - 1) * 2;
-  constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max() - 1;
-  copy_text(db, rec, attribute, dest, static_cast<std::int32_t>(std::min(capacity, kMost)));
-}
-
 // All three narrow texts are the product code.
 void copy_narrow_code(std::int16_t db, tavb_rec rec, char* dest, std::int32_t destLen) {
   if (dest == nullptr || destLen <= 0) return;
@@ -91,6 +81,35 @@ void copy_narrow_code(std::int16_t db, tavb_rec rec, char* dest, std::int32_t de
 }
 
 }  // namespace
+
+void copy_plain_text(std::int16_t db, tavb_rec rec, std::int16_t attribute, tavd_wchar* dest,
+                     std::int32_t destLen) {
+  if (dest == nullptr || destLen <= 0) return;
+  std::fill_n(dest, destLen, tavd_wchar{0});
+  if (rec == nullptr || attribute == 0) return;
+  const std::int64_t capacity = (std::int64_t{destLen} - 1) * 2;
+  constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max() - 1;
+  copy_text(db, rec, attribute, dest, static_cast<std::int32_t>(std::min(capacity, kMost)));
+}
+
+void copy_product_code(std::int16_t db, tavb_rec rec, std::int16_t market, tavd_wchar* dest,
+                       std::int32_t destLen) {
+  if (dest == nullptr || destLen <= 0) return;
+  // The byte length is a 16-bit number. It never exceeds the real room, and where it starts again at 0
+  // nothing but the terminator is written.
+  const auto bytes = static_cast<std::uint16_t>(2U * static_cast<std::uint32_t>(destLen));
+  dest[0] = 0;
+  std::fill_n(dest, bytes / 2, tavd_wchar{0});
+  if (rec == nullptr) return;
+
+  const std::int32_t capacity = std::max(bytes - 2, 0);
+  if (market != 0 && copy_text(db, rec, market, dest, capacity)) return;
+  for (const std::int16_t attribute : kCodeAttributes) {
+    if (copy_text(db, rec, attribute, dest, capacity)) return;
+  }
+  copy_object_id(db, rec, dest, destLen);
+}
+
 }  // namespace tavd
 
 using namespace tavd;  // the border below stands outside
@@ -191,21 +210,7 @@ int32_t tavdf_load_installationdef(int16_t db, tavb_rec rec, char* buffer, int32
 }
 
 void tavdf_copyproductcodew(int16_t db, tavb_rec rec, tavd_wchar* dest, int32_t destLen) {
-  if (dest == nullptr || destLen <= 0) return;
-  // The byte length is a 16-bit number. It never exceeds the real room, and where it starts again at 0
-  // nothing but the terminator is written.
-  const auto bytes = static_cast<uint16_t>(2U * static_cast<uint32_t>(destLen));
-  dest[0] = 0;
-  std::fill_n(dest, bytes / 2, tavd_wchar{0});
-  if (rec == nullptr) return;
-
-  const int32_t capacity = std::max(bytes - 2, 0);
-  const int16_t market = tavdcore_pcodeAttId();
-  if (market != 0 && copy_text(db, rec, market, dest, capacity)) return;
-  for (const int16_t attribute : kCodeAttributes) {
-    if (copy_text(db, rec, attribute, dest, capacity)) return;
-  }
-  copy_object_id(db, rec, dest, destLen);
+  copy_product_code(db, rec, tavdcore_pcodeAttId(), dest, destLen);
 }
 
 void tavdf_copyproductdescw(int16_t db, tavb_rec rec, tavd_wchar* dest, int32_t destLen) {

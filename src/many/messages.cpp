@@ -5,6 +5,7 @@
 
 #include "tavd/tavd.h"
 #include "tavd/tavdn.h"
+#include "tavd/tavdn_select.h"
 
 namespace tavd {
 namespace {
@@ -245,6 +246,56 @@ constexpr CodeText kThrow[] = {
     {TAVDN_THROW_NONE, "the product has no throw line"},
 };
 
+// ---- Selection --------------------------------------------------------------
+
+constexpr CodeText kCatalogue[] = {
+    {TAVDN_OK, "opened"},
+    {TAVDN_BAD_ARGUMENT, "an argument is missing or of another size, or a number of items is negative"},
+    {TAVDN_NO_MEMORY, "memory ran out"},
+    {TAVDN_CANCELLED, "cancelled"},
+};
+
+constexpr CodeText kSelect[] = {
+    {TAVDN_OK, "selected"},
+    {TAVDN_BAD_ARGUMENT, "an argument is missing, or there are more duties than memory can hold"},
+    {TAVDN_NO_MEMORY, "memory ran out"},
+    {TAVDN_DUTY_RECORD, "the duty is missing or of another size"},
+    {TAVDN_DUTY_FLOW, "the flow is no number above 0, or its unit is unknown"},
+    {TAVDN_DUTY_PRESSURE,
+     "the available pressure is no number above 0, or the lowest is below 0 or above the available one"},
+    {TAVDN_DUTY_SOUND, "a limit of sound is no number of 0 or above, or the room damping is no number"},
+    {TAVDN_DUTY_THROW, "a throw length is no number of 0 or above, or the shortest is above the longest"},
+    {TAVDN_DUTY_SIZE, "the smallest and the largest duct have no sizes, different shapes or the wrong order"},
+    {TAVDN_DUTY_CLASS, "the catalogue has no product of a class"},
+    {TAVDN_DUTY_VALUES, "the catalogue was not opened with this set of parameter values"},
+    {TAVDN_DUTY_RANK, "the ranking is unknown"},
+    {TAVDN_DUTY_UNKNOWN, "an answer that may be unknown is none"},
+    {TAVDN_DUTY_WANTED, "fewer than one hit is wanted, or more than there is room for"},
+};
+
+constexpr CodeText kReasons[] = {
+    {TAVDN_WHY_FITS, "it fits"},
+    {TAVDN_WHY_CLASS, "it is of another class"},
+    {TAVDN_WHY_SIZE_UNKNOWN, "it has no duct size"},
+    {TAVDN_WHY_SIZE, "it has another duct size"},
+    {TAVDN_WHY_VALUE, "it does not have the value of a parameter"},
+    {TAVDN_WHY_FLOW_UNKNOWN, "it goes by air velocity and has no duct size"},
+    {TAVDN_WHY_FLOW_LOW, "the flow is below its limits"},
+    {TAVDN_WHY_FLOW_HIGH, "the flow is above its limits"},
+    {TAVDN_WHY_PRESSURE_UNKNOWN, "it has no data for its pressure"},
+    {TAVDN_WHY_PRESSURE_HIGH, "it takes more pressure than is available"},
+    {TAVDN_WHY_PRESSURE_LOW, "it takes less pressure than it must"},
+    {TAVDN_WHY_FAN_BELOW_CURVE, "the pressure is too high for its curve to begin"},
+    {TAVDN_WHY_FAN_ABOVE_CURVE, "the flow is above its curve, or the pressure below it"},
+    {TAVDN_WHY_FAN_OVER_CURVE, "it gives less pressure at this flow"},
+    {TAVDN_WHY_SOUND_UNKNOWN, "it has no data for its sound"},
+    {TAVDN_WHY_BAND, "it has too much sound power in a band"},
+    {TAVDN_WHY_LEVEL, "it is too loud in the room"},
+    {TAVDN_WHY_THROW_UNKNOWN, "it has no throw line"},
+    {TAVDN_WHY_THROW_SHORT, "its throw is too short"},
+    {TAVDN_WHY_THROW_LONG, "its throw is too long"},
+};
+
 struct FunctionCodes {
   const char* function;
   std::span<const CodeText> codes;
@@ -307,6 +358,11 @@ constexpr FunctionCodes kFunctions[] = {
     {"tavdn_draw_throw", kPicture},
     {"tavdn_draw_shape", kPicture},
     {"tavdn_results.throw_code", kThrow},
+    {"tavdn_catalogue_open", kCatalogue},
+    {"tavdn_check_duty", kSelect},
+    {"tavdn_select", kSelect},
+    {"tavdn_select_many", kSelect},
+    {"TAVDN_WHY_", kReasons},
 };
 
 }  // namespace

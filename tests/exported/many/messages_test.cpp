@@ -90,7 +90,7 @@ class Headers : public testing::Test {
  protected:
   Headers() {
     for (const char* family : {"tavca", "codes", "tavdf", "tavfm", "tavdidset", "ewads", "tavdg", "L2dg",
-                               "tavdcore", "tavdshapepic", "tavd", "tavdn"}) {
+                               "tavdcore", "tavdshapepic", "tavd", "tavdn", "tavdn_select"}) {
       texts[family] = read(std::filesystem::path(TAVD_INCLUDE) / "tavd" / (std::string(family) + ".h"));
     }
   }
