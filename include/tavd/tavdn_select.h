@@ -300,8 +300,8 @@ typedef struct tavdn_fitting {
  *  -10 to -20  TAVDN_DUTY_RECORD, _FLOW, _PRESSURE, _SOUND, _THROW, _SIZE,
  *              _CLASS, _VALUES, _RANK, _UNKNOWN, _WANTED, as tavdn_check_duty
  *
- * After any other code than TAVDN_OK nothing has been written. Hits behind those
- * that were found stay as they were. */
+ * After any other code than TAVDN_OK no hit has been written, and with one of
+ * TAVDN_DUTY_ nothing. Hits behind those that were found stay as they were. */
 TAVD_API int tavdn_select(const tavdn_catalogue* catalogue, const tavdn_duty* duty, size_t room,
                           tavdn_hit* hits, tavdn_fitting* fitting, unsigned char* reasons);
 

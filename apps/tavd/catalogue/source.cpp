@@ -38,8 +38,9 @@ void refuse_nul(const std::string& path, std::size_t before, std::string_view te
 
 }  // namespace
 
-Source::Source(std::string name, std::string text) : name_(std::move(name)), text_(std::move(text)) {
-  if (text_.starts_with(kByteOrderMark)) text_.erase(0, kByteOrderMark.size());
+Source::Source(std::string name, std::string text, std::size_t first_line)
+    : name_(std::move(name)), text_(std::move(text)), first_line_(first_line) {
+  if (first_line == 1 && text_.starts_with(kByteOrderMark)) text_.erase(0, kByteOrderMark.size());
   line_starts_.push_back(0);
   std::size_t characters = 0;
   for (std::size_t i = 0; i < text_.size(); ++i) {
@@ -75,7 +76,7 @@ Source::Place Source::place(std::ptrdiff_t offset) const {
   const auto after = std::ranges::upper_bound(line_starts_, at);
   const std::size_t start = *std::prev(after);
   const std::size_t characters = characters_before(at) - characters_before(start);
-  return {static_cast<std::size_t>(after - line_starts_.begin()), characters + 1};
+  return {static_cast<std::size_t>(after - line_starts_.begin()) + first_line_ - 1, characters + 1};
 }
 
 std::size_t Source::offset(std::size_t line, std::size_t byte) const {

@@ -14,11 +14,12 @@ namespace tavdhost {
 class Source {
  public:
   struct Place {
-    std::size_t line;    // from 1
+    std::size_t line;    // from 1, or the text's first line
     std::size_t column;  // in characters, from 1
   };
 
-  Source(std::string name, std::string text);
+  // `first_line` is the number of the text's first line, for a text that is a part of a file.
+  Source(std::string name, std::string text, std::size_t first_line = 1);
 
   // Throws UserError if the file cannot be read.
   static Source read(const std::string& path);
@@ -38,6 +39,7 @@ class Source {
 
   std::string name_;
   std::string text_;
+  std::size_t first_line_;
   std::vector<std::size_t> line_starts_;
   std::vector<std::size_t> block_characters_;  // characters in front of each block of the text
 };

@@ -16,6 +16,7 @@ void add_commands(CLI::App& app) {
   add_calc_command(app);
   add_sweep_command(app);
   add_compare_command(app);
+  add_select_command(app);
   add_diagram_command(app);
   add_picture_command(app);
   add_gallery_command(app);

@@ -12,6 +12,7 @@ void add_list_command(CLI::App& app);
 void add_calc_command(CLI::App& app);
 void add_sweep_command(CLI::App& app);
 void add_compare_command(CLI::App& app);
+void add_select_command(CLI::App& app);
 void add_diagram_command(CLI::App& app);
 void add_picture_command(CLI::App& app);
 void add_gallery_command(CLI::App& app);

@@ -44,20 +44,6 @@ struct Length {
 };
 constexpr Length kLengths[] = {{"m", 1}, {"cm", 0.01}, {"mm", 0.001}, {"ft", 0.3048}};
 
-// "qv [m3/h]" in its two parts.
-struct Parts {
-  std::string name, unit;
-};
-
-Parts parts_of(const std::string& heading) {
-  const std::size_t open = heading.find_first_of("[(");
-  if (open == std::string::npos) return {heading, ""};
-  const std::size_t close = heading.find_last_of("])");
-  const std::size_t length =
-      close == std::string::npos || close < open ? std::string::npos : close - open - 1;
-  return {std::string(trim_end(heading.substr(0, open))), heading.substr(open + 1, length)};
-}
-
 // The octave band that "63", "1000 Hz" or "1 kHz" names; TAVD_BANDS for no band.
 std::size_t band_of(const std::string& name) {
   std::string plain;
@@ -81,7 +67,7 @@ class HeadingReader {
       headings.push_back({Field::kNothing, TAVD_BANDS, nullptr, 0});
       return true;
     }
-    const Parts parts = parts_of(cell.text);
+    const HeadingParts parts = heading_parts(cell.text);
     Heading heading{Field::kBand, band_of(parts.name), nullptr, 0};
     if (heading.band == TAVD_BANDS) {
       const auto* found = std::ranges::find_if(
@@ -142,6 +128,15 @@ class HeadingReader {
 };
 
 }  // namespace
+
+HeadingParts heading_parts(const std::string& heading) {
+  const std::size_t open = heading.find_first_of("[(");
+  if (open == std::string::npos) return {heading, ""};
+  const std::size_t close = heading.find_last_of("])");
+  const std::size_t length =
+      close == std::string::npos || close < open ? std::string::npos : close - open - 1;
+  return {std::string(trim_end(heading.substr(0, open))), heading.substr(open + 1, length)};
+}
 
 std::vector<Heading> headings_of(const Source& source, const CsvRow& row, Faults& faults) {
   HeadingReader reader(source, faults);

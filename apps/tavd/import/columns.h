@@ -36,6 +36,12 @@ struct Heading {
 // heading, has no unit where it needs one, or stands twice goes into `faults`; then the answer is empty.
 std::vector<Heading> headings_of(const Source& source, const CsvRow& row, Faults& faults);
 
+// "qv [m3/h]" in its two parts; without a unit that is empty.
+struct HeadingParts {
+  std::string name, unit;
+};
+HeadingParts heading_parts(const std::string& heading);
+
 // "id, description, size, ...", for messages and the help.
 std::string column_names();
 

@@ -10,29 +10,14 @@
 namespace tavdhost {
 namespace {
 
-// The first separator that the first line has outside quotes.
-char separator_of(std::string_view text) {
-  bool quoted = false;
-  std::string outside;
-  for (const char c : text) {
-    if (c == '"') quoted = !quoted;
-    if (c == '\n' && !quoted) break;
-    if (!quoted) outside += c;
-  }
-  for (const char separator : {';', '\t'}) {
-    if (outside.find(separator) != std::string::npos) return separator;
-  }
-  return ',';
-}
-
 bool is_blank(char c) {
   return c == ' ' || c == '\t' || c == '\r';
 }
 
 class CsvReader {
  public:
-  CsvReader(const Source& source, Faults& faults)
-      : source_(source), text_(source.text()), faults_(faults), separator_(separator_of(text_)) {}
+  CsvReader(const Source& source, char separator, Faults& faults)
+      : source_(source), text_(source.text()), faults_(faults), separator_(separator) {}
 
   std::vector<CsvRow> rows() {
     std::vector<CsvRow> rows;
@@ -104,7 +89,26 @@ class CsvReader {
 
 }  // namespace
 
+// The first separator that the first line has outside quotes.
+char csv_separator(std::string_view heading) {
+  bool quoted = false;
+  std::string outside;
+  for (const char c : heading) {
+    if (c == '"') quoted = !quoted;
+    if (c == '\n' && !quoted) break;
+    if (!quoted) outside += c;
+  }
+  for (const char separator : {';', '\t'}) {
+    if (outside.find(separator) != std::string::npos) return separator;
+  }
+  return ',';
+}
+
 std::vector<CsvRow> csv_rows(const Source& source, Faults& faults) {
+  return csv_rows(source, csv_separator(source.text()), faults);
+}
+
+std::vector<CsvRow> csv_rows(const Source& source, char separator, Faults& faults) {
   const std::string& text = source.text();
   const auto bad = utf8::find_invalid(text.begin(), text.end());
   if (bad != text.end()) {
@@ -112,7 +116,7 @@ std::vector<CsvRow> csv_rows(const Source& source, Faults& faults) {
                "expected UTF-8, found a byte that is none: save the table as CSV in UTF-8");
     return {};
   }
-  return CsvReader(source, faults).rows();
+  return CsvReader(source, separator, faults).rows();
 }
 
 }  // namespace tavdhost

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "catalogue/source.h"
@@ -20,5 +21,9 @@ using CsvRow = std::vector<CsvCell>;
 // commas, whichever the heading has, in this order; quotes around a cell hold separators and line ends in it.
 // What is wrong goes into `faults`.
 std::vector<CsvRow> csv_rows(const Source& source, Faults& faults);
+
+// The same of a part of a table, whose separator is known of its heading.
+std::vector<CsvRow> csv_rows(const Source& source, char separator, Faults& faults);
+char csv_separator(std::string_view heading);
 
 }  // namespace tavdhost

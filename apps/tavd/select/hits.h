@@ -1,0 +1,64 @@
+// Products that fit, as tables, CSV and JSON.
+#pragma once
+
+#include <json/value.h>
+
+#include <ostream>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "product/shown_units.h"
+#include "select/catalogue.h"
+
+namespace tavdhost {
+
+// What a duty was answered with.
+struct Selected {
+  std::size_t products = 0;            // that fit
+  std::vector<tavdn_hit> hits;         // the best of them
+  std::vector<unsigned char> reasons;  // of all products of the catalogue, where they were asked for
+};
+
+// Asks for one duty, which has been completed.
+Selected select_one(const tavdn_catalogue* catalogue, const tavdn_duty& duty, bool with_reasons);
+
+// A hit beside the product that it is of, with its texts in UTF-8.
+struct ShownHit {
+  ShownHit(const tavdn_catalogue* catalogue, const tavdn_hit& hit);
+
+  const tavdn_hit& hit;
+  const FlowData& flow;
+  std::string class_id, object_id, code, description, size;
+  std::string parameters;  // those that are chosen: "PLATE=75 G=45"
+};
+
+const char* reason_text(int reason);
+
+// A table for reading; behind it, with `explain`, why each of the others does not fit, and where nothing fits
+// how many products each reason excludes.
+void print_hits(std::ostream& out, const SelectCatalogue& catalogue, const Request& request,
+                const Selected& selected, bool explain, const ShownUnits& units);
+
+Json::Value hits_json(const SelectCatalogue& catalogue, const Request& request, const Selected& selected,
+                      bool explain, const ShownUnits& units);
+
+// Comma-separated: a line of headings, and one for each duty and rank. `own` is what a line begins with.
+class HitLines {
+ public:
+  explicit HitLines(const ShownUnits& units) : units_(units) {}
+
+  void heading(const std::vector<std::string>& own, std::string& out) const;
+  // A duty that nothing fits has one line, without rank and product; `why_not` may be empty.
+  void add(const std::vector<std::string>& own, const tavdn_catalogue* catalogue, const tavdn_duty& duty,
+           const Selected& selected, const std::string& why_not, std::string& out) const;
+
+ private:
+  ShownUnits units_;
+};
+
+// What hinders the products that come nearest to fitting, with their number: "it is too loud in the room: 12
+// products".
+std::string nearest_reason(const std::vector<unsigned char>& reasons);
+
+}  // namespace tavdhost
