@@ -50,6 +50,8 @@ gwobject gwcreatebrush(std::uint32_t colour);
 gwobject gwstockobject(int index);
 gwobject gwselect(tavd_hdc hdc, gwobject object);  // the previous object; null selects nothing, answers null
 int gwdelete(gwobject object);                     // 0 for null
+// Has a surface let go of its pen and font where a platform deletes none that is selected; null has none.
+void gwletgo(tavd_hdc hdc);
 // Deletes the tools of a picture, in this order, and makes each null.
 void gwdiscard(std::initializer_list<gwobject*> tools);
 

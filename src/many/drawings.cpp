@@ -5,6 +5,7 @@
 #include <memory>
 #include <new>
 
+#include "base/gwgdi.h"
 #include "base/gwtext.h"
 #include "base/held.h"
 #include "diagram/flowdiagram.h"
@@ -141,6 +142,7 @@ int tavdn_draw_throw(const tavdn_product* product, const tavdn_throw_options* op
   gwstrcpyfield(choices.parL2value, wanted.value, TAVD_PARAMETER_CHARS + 1);
   create_tools(*dg);
   draw(*dg, choices, surface);
+  gwletgo(surface);  // the throw line leaves its tools selected
   destroy_tools(*dg);
   return TAVDN_OK;
 }

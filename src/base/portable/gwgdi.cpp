@@ -63,6 +63,9 @@ int gwdelete(gwobject object) {
   return object != nullptr ? tgui_delete_object(object_of(object)) : 0;
 }
 
+// What is selected is deleted as soon as it no longer is.
+void gwletgo(tavd_hdc /*hdc*/) {}
+
 unsigned gwtextalign(tavd_hdc hdc, unsigned align) {
   return tgui_set_text_align(hdc, align);
 }

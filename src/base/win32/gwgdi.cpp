@@ -58,6 +58,12 @@ int gwdelete(gwobject object) {
   return object != nullptr ? DeleteObject(object) : 0;
 }
 
+void gwletgo(tavd_hdc hdc) {
+  if (hdc == nullptr) return;
+  SelectObject(hdc, GetStockObject(BLACK_PEN));
+  SelectObject(hdc, GetStockObject(SYSTEM_FONT));
+}
+
 unsigned gwtextalign(tavd_hdc hdc, unsigned align) {
   return SetTextAlign(hdc, align);
 }
