@@ -129,7 +129,7 @@ typedef struct tavdn_catalogue_options {
  *   catalogue  receives the catalogue, which the caller gives back with
  *              tavdn_catalogue_close; null if it could not be made
  *
- * Each product takes some 12 kB for each different choice of its parameters.
+ * Each product takes some 10 kB for each different choice of its parameters.
  *
  *    0  TAVDN_OK, also if there is no product
  *   -1  TAVDN_BAD_ARGUMENT: null `catalogue`, a record of another size, a null
