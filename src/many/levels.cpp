@@ -350,7 +350,9 @@ std::size_t levels_by(std::size_t path, const LevelSource& source, std::size_t n
 
 std::size_t levels_at(const LevelSource& source, std::size_t n, const float* qv, const float* dp, float* lw,
                       std::int32_t* codes) {
-  return levels_by(kMachinePaths - 1, source, n, qv, dp, lw, codes);
+  if (n > kFewPoints) return levels_by(kMachinePaths - 1, source, n, qv, dp, lw, codes);
+  for (std::size_t i = 0; i < n; ++i) codes[i] = exact_level(source, qv[i], dp[i], lw + i * TAVD_BANDS);
+  return n;
 }
 
 }  // namespace tavd

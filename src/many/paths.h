@@ -7,6 +7,10 @@
 
 namespace tavd {
 
+// So few points are done sooner one by one, by the exact steps, than side by side in a block that they do not
+// fill.
+inline constexpr std::size_t kFewPoints = 3;
+
 // How many sets this machine has of plain, AVX2, AVX-512; each comes with those before it.
 extern const std::size_t kMachinePaths;
 constexpr const char* kPathNames[] = {"plain", "avx2", "avx512"};

@@ -224,7 +224,9 @@ std::size_t Positions::stepless_by(std::size_t path, const FlowData& fd, const L
 
 std::size_t Positions::stepless(const FlowData& fd, const Limits& limits, std::size_t n, const float* qv,
                                 const float* dp, float* positions, std::int32_t* codes) const {
-  return stepless_by(kMachinePaths - 1, fd, limits, n, qv, dp, positions, codes);
+  if (n > kFewPoints) return stepless_by(kMachinePaths - 1, fd, limits, n, qv, dp, positions, codes);
+  for (std::size_t i = 0; i < n; ++i) codes[i] = tavca_damper_pos(&fd, qv[i], dp[i], &positions[i]);
+  return n;
 }
 
 std::size_t Positions::stepped(const FlowData& fd, const Limits& limits, std::size_t n, const float* qv,

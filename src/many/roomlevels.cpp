@@ -71,7 +71,9 @@ std::size_t room_levels_by(std::size_t path, std::size_t n, const float* lw, flo
 }
 
 std::size_t room_levels(std::size_t n, const float* lw, float roomdamp, float* lpa) {
-  return room_levels_by(kMachinePaths - 1, n, lw, roomdamp, lpa);
+  if (n > kFewPoints) return room_levels_by(kMachinePaths - 1, n, lw, roomdamp, lpa);
+  for (std::size_t i = 0; i < n; ++i) lpa[i] = exact_level(lw + i * TAVD_BANDS, roomdamp);
+  return n;
 }
 
 }  // namespace tavd

@@ -1,6 +1,7 @@
 // Which of several duties one product fits, with one choice of its parameters.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -22,6 +23,13 @@ struct Points {
   std::array<float, kDutiesAtOnce> key{};           // what it is ranked by
   std::array<bool, kDutiesAtOnce> has_key{};
 
+  // The operating points of others.
+  void take(const Points& others) {
+    count = others.count;
+    std::copy_n(others.duty.begin(), count, duty.begin());
+    std::copy_n(others.qv.begin(), count, qv.begin());
+    std::copy_n(others.dp.begin(), count, dp.begin());
+  }
   void add(std::size_t place, float flow, float pressure) {
     duty[count] = static_cast<std::uint32_t>(place);
     qv[count] = flow;
@@ -33,7 +41,10 @@ struct Points {
 // Where reasons are told: one for each duty of the block. Of several choices the one that comes farthest
 // counts, which has the largest.
 struct Reasons {
-  std::array<unsigned char, kDutiesAtOnce> of;
+  std::array<unsigned char, kDutiesAtOnce> of;  // TAVDN_WHY_
+  void clear(std::size_t duties) {
+    std::fill_n(of.begin(), duties, static_cast<unsigned char>(TAVDN_WHY_FITS));
+  }
   void tell(std::uint32_t duty, int reason) {
     if (reason > of[duty]) of[duty] = static_cast<unsigned char>(reason);
   }

@@ -99,7 +99,7 @@ class Block {
       to = std::partition_point(from, to, [high](float qv) { return qv <= high; });
       if (from == to) return;
     }
-    reasons_.of.fill(TAVDN_WHY_FITS);
+    reasons_.clear(duties_.size());
     asked_.count = 0;
     for (auto i = static_cast<std::size_t>(from - begin); i < static_cast<std::size_t>(to - begin); ++i) {
       const float qv = duties_[i].flow_of(candidate);
@@ -115,11 +115,11 @@ class Block {
   }
 
   void try_choices(std::size_t index, const Candidate& candidate) {
-    is_found_.fill(false);
+    std::fill_n(is_found_.begin(), duties_.size(), false);
     const Choices choices = candidate.of_set[set_];
     for (std::uint32_t i = 0; i < choices.count; ++i) {
       const std::uint32_t variant = candidate.choices[choices.first + i];
-      points_ = asked_;
+      points_.take(asked_);
       judge(*candidate.variants[variant], candidate, duties_.data(), points_, reasons_);
       for (std::size_t point = 0; point < points_.count; ++point) {
         const Found found{points_.key[point], points_.has_key[point], static_cast<std::uint32_t>(index), i};
