@@ -168,8 +168,9 @@ TEST(SelectCatalogue, IsWholeWhileItsDatabaseChanges) {
     for (std::size_t i = 0; i < count; ++i) {
       const tavdn_listed* const listed = tavdn_catalogue_product(catalogue.get(), i);
       const FlowData& fd = *tavdn_flowdata(tavdn_catalogue_variant(catalogue.get(), i, 0));
-      EXPECT_EQ(fd.b, listed->duct.b);
-      EXPECT_TRUE(fd.b == 100 || fd.b == 200) << fd.b;
+      const int width = fd.b;  // a copy: the field is packed
+      EXPECT_EQ(width, listed->duct.b);
+      EXPECT_TRUE(width == 100 || width == 200) << width;
       EXPECT_EQ(int{fd.ndamper}, 3);
       if (i > 0) {
         EXPECT_LT(id_at(catalogue, i - 1), id_at(catalogue, i));
