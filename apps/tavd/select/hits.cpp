@@ -46,7 +46,8 @@ std::string nearest_reason(const std::vector<unsigned char>& reasons) {
   if (reasons.empty()) return {};
   const unsigned char last = *std::ranges::max_element(reasons);
   const auto count = std::ranges::count(reasons, last);
-  return std::string(reason_text(last)) + ": " + std::to_string(count) + (count == 1 ? " product" : " products");
+  return std::string(reason_text(last)) + ": " + std::to_string(count) +
+         (count == 1 ? " product" : " products");
 }
 
 }  // namespace tavdhost
