@@ -36,6 +36,8 @@
  * main records of families (their sizes are products of their own), and main and
  * sub records of layered products; layers are not put together.
  *
+ * A program that selects: examples/select.c.
+ *
  * Threads: a catalogue never changes, so that any number of threads ask it at
  * once. Nothing of the process is read or written: neither market nor language,
  * room damping nor warnings that were set with other functions.
