@@ -34,6 +34,7 @@ constexpr Known kColumns[] = {
     {"pressure", take_pressure, Unit::kPressure},
     {"dp min", take_lowest_pressure, Unit::kPressure},
     {"lp max", take_level, Unit::kLevelA},
+    {"lw max", take_bands, Unit::kLevel},
     {"room damping", take_damping, Unit::kLevel},
     {"throw min", take_shortest_throw, Unit::kMetre},
     {"throw max", take_longest_throw, Unit::kMetre},
@@ -170,7 +171,8 @@ Schedule::Column Schedule::column_of(const CsvCell& cell, std::string& fault) co
   }
   column.take = known->take;
   column.is_own = known->take == nullptr;
-  column.is_number = known->unit != Unit::kNone && known->unit != Unit::kMillimetre;
+  column.is_number =
+      known->unit != Unit::kNone && known->unit != Unit::kMillimetre && known->take != take_bands;
   column.behind = *unit;
   return column;
 }

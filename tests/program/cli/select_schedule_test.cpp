@@ -102,6 +102,20 @@ TEST_F(SelectSchedule, OptionsAreWhatALineDoesNotSay) {
   EXPECT_EQ(table.cell(1, "fitting"), "0");
 }
 
+TEST_F(SelectSchedule, LimitsBandsOfSoundPower) {
+  const Table table = answer(
+      "qv [l/s];dp [Pa];class;lw max [dB]\n"
+      "100;100;ASD;- - - 45 - - - -\n"
+      "100;100;ASD;- - - 44 - - - -\n",
+      {"--explain"});
+  ASSERT_EQ(table.rows.size(), 2U);
+  EXPECT_EQ(table.cell(0, "id"), "DAMPER-200");
+  EXPECT_EQ(table.cell(0, "lw_500Hz_dB"), "45");
+  EXPECT_EQ(table.cell(1, "why_not"), "it has too much sound power in a band: 1 product");
+  EXPECT_THAT(refused("qv [l/s];dp [Pa];lw max [dB]\n100;100;45\n"),
+              HasSubstr(":2:9: lw max is \"45\", expected 8 levels"));
+}
+
 TEST_F(SelectSchedule, TellsWhereAndWhatAndWritesNothing) {
   const std::string told = refused(
       "room;qv [l/s];dp [Pa];class\n"
