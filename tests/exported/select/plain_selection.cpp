@@ -98,6 +98,20 @@ int why_not_before_flow(const PlainProduct& product, const tavdn_duty& duty) {
   return fits ? 0 : TAVDN_WHY_SIZE;
 }
 
+// The single function does not tell a length of 0 from none.
+int throw_code_of(const FlowData& fd) {
+  tavdn_product* product = nullptr;
+  tavdn_prepare(&fd, nullptr, &product);
+  const float qv = 1.0F;
+  std::int32_t code = 1;
+  tavdn_results results{};
+  results.size = sizeof results;
+  results.throw_code = &code;
+  tavdn_calculate(product, 1, &qv, nullptr, 4.0F, &results);
+  tavdn_release(product);
+  return code;
+}
+
 // All numbers of one product at the duty's point, and what it lacks.
 tavdn_hit numbers_of(const PlainProduct& product, const FlowData& fd, const tavdn_duty& duty, float qv) {
   tavdn_hit hit;
@@ -116,9 +130,8 @@ tavdn_hit numbers_of(const PlainProduct& product, const FlowData& fd, const tavd
   hit.lw_code = tavca_lw(&fd, qv, hit.dp, hit.lw, &product.duct);
   tavca_setroomdamp(duty.roomdamp);
   if (hit.lw_code == 0) hit.lpa = tavca_LpA(hit.lw);
-  const bool has_throw = fd.nqvL2 > 0 || fd.nparL2 > 0;
   hit.throw_length = tavca_L2_isothermal(&fd, qv, fd.par[0].value);
-  hit.throw_code = has_throw && hit.throw_length != 0.0F ? 0 : -1;
+  hit.throw_code = hit.throw_length != 0.0F ? 0 : throw_code_of(fd);
   hit.area = std::max(ewads_m2(&product.duct), 0.0F);
   const float half = 0.5F * (fd.qvmax - fd.qvmin);
   if (half > 0.0F) hit.fit = std::fabs(qv - 0.5F * (fd.qvmin + fd.qvmax)) / half;
@@ -146,11 +159,11 @@ int why_not_pressure(const FlowData& fd, const tavdn_duty& duty, const tavdn_hit
     return hit.position_code == 1 ? TAVDN_WHY_PRESSURE_LOW : 0;
   }
   if (is_fixed(fd)) {
-    if (hit.dp_min > duty.dp) return TAVDN_WHY_PRESSURE_HIGH;
-    return hit.dp_min < duty.dp_lowest ? TAVDN_WHY_PRESSURE_LOW : 0;
+    if (!(hit.dp_min <= duty.dp)) return TAVDN_WHY_PRESSURE_HIGH;
+    return hit.dp_min >= duty.dp_lowest ? 0 : TAVDN_WHY_PRESSURE_LOW;
   }
-  if (duty.dp < hit.dp_min) return TAVDN_WHY_PRESSURE_HIGH;
-  return duty.dp > hit.dp_max ? TAVDN_WHY_PRESSURE_LOW : 0;
+  if (!(duty.dp >= hit.dp_min)) return TAVDN_WHY_PRESSURE_HIGH;
+  return duty.dp <= hit.dp_max ? 0 : TAVDN_WHY_PRESSURE_LOW;
 }
 
 int why_not_sound(const tavdn_duty& duty, const tavdn_hit& hit) {
@@ -158,16 +171,16 @@ int why_not_sound(const tavdn_duty& duty, const tavdn_hit& hit) {
   if (!any_band && duty.lp_max == 0) return 0;
   if (hit.lw_code != 0) return TAVDN_WHY_SOUND_UNKNOWN;
   for (int band = 0; band < 8; ++band) {
-    if (duty.lw_max[band] != 0 && hit.lw[band] > duty.lw_max[band]) return TAVDN_WHY_BAND;
+    if (duty.lw_max[band] != 0 && !(hit.lw[band] <= duty.lw_max[band])) return TAVDN_WHY_BAND;
   }
-  return duty.lp_max != 0 && hit.lpa > duty.lp_max ? TAVDN_WHY_LEVEL : 0;
+  return duty.lp_max == 0 || hit.lpa <= duty.lp_max ? 0 : TAVDN_WHY_LEVEL;
 }
 
 int why_not_throw(const tavdn_duty& duty, const tavdn_hit& hit) {
   if (duty.throw_min == 0 && duty.throw_max == 0) return 0;
   if (hit.throw_code != 0) return TAVDN_WHY_THROW_UNKNOWN;
-  if (hit.throw_length < duty.throw_min) return TAVDN_WHY_THROW_SHORT;
-  return duty.throw_max != 0 && hit.throw_length > duty.throw_max ? TAVDN_WHY_THROW_LONG : 0;
+  if (!(hit.throw_length >= duty.throw_min)) return TAVDN_WHY_THROW_SHORT;
+  return duty.throw_max == 0 || hit.throw_length <= duty.throw_max ? 0 : TAVDN_WHY_THROW_LONG;
 }
 
 bool excludes(int reason, const tavdn_duty& duty) {
@@ -177,6 +190,7 @@ bool excludes(int reason, const tavdn_duty& duty) {
   return reason != 0;
 }
 
+// What is no number ranks like what is not known.
 void rank(const FlowData& fd, const PlainProduct& product, const tavdn_duty& duty, PlainHit& of) {
   const tavdn_hit& hit = of.hit;
   switch (duty.rank) {
@@ -196,6 +210,7 @@ void rank(const FlowData& fd, const PlainProduct& product, const tavdn_duty& dut
       of.has_key = true;
       of.key = hit.fit;
   }
+  of.has_key = of.has_key && !std::isnan(of.key);
 }
 
 bool is_before(const PlainHit& a, const PlainHit& b) {
@@ -220,10 +235,10 @@ std::optional<PlainHit> best_of(const PlainProduct& product, const PlainValues& 
     float low = 0;
     float high = 0;
     tavca_qminqmax(&fd, &low, &high);
-    if (fd.isvelocity != 0 && qv <= 0) {
+    if (fd.isvelocity != 0 && !(qv > 0)) {
       farthest = std::max<int>(farthest, TAVDN_WHY_FLOW_UNKNOWN);
-    } else if (qv < low || qv > high) {
-      farthest = std::max<int>(farthest, qv < low ? TAVDN_WHY_FLOW_LOW : TAVDN_WHY_FLOW_HIGH);
+    } else if (!(low <= qv && qv <= high)) {
+      farthest = std::max<int>(farthest, low <= qv ? TAVDN_WHY_FLOW_HIGH : TAVDN_WHY_FLOW_LOW);
     } else {
       PlainHit found{numbers_of(product, fd, duty, qv), fd, false, 0};
       int reason = 0;
