@@ -35,5 +35,9 @@ inline double to_base(double number, const Unit& unit) {
 inline double from_base(double base, const Unit& unit) {
   return base / unit.in_base;
 }
+// The number in that unit, converted in double and narrowed once.
+inline float shown(float base, const Unit& unit) {
+  return static_cast<float>(from_base(base, unit));
+}
 
 }  // namespace hosts

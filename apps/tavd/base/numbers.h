@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "shared/numbers.h"
+
 namespace tavdhost {
 
 // The number that `text` is, whole; `option` names it in the message. Throws UserError unless it is a finite
@@ -13,11 +15,8 @@ float positive_number(std::string_view option, std::string_view text);
 // A whole number within the limits, both included; otherwise UserError.
 int whole_number(std::string_view option, std::string_view text, int lowest, int highest);
 
-// The value with this many decimals; "-" if it is no finite number.
-std::string fixed(float value, int decimals);
-
-// The value in three or four significant digits, without trailing zeros behind the point.
-std::string brief(float value);
+using hosts::brief;
+using hosts::fixed;
 
 // The shortest text that reads back as the same float.
 std::string shortest(float value);

@@ -31,7 +31,7 @@ double positive_double(std::string_view option, std::string_view text, const Mea
   const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
   const bool whole = error == std::errc() && end == number.data() + number.size();
   if (!whole || !is_positive(static_cast<float>(hosts::to_base(value, *measured.unit)))) {
-    throw refusal(option, text, "a number above 0 such as 50 or 12.5");
+    throw refusal(option, text, hosts::kExpectedAboveZero);
   }
   return value;
 }
@@ -55,7 +55,7 @@ Measured split_unit(std::string_view option, std::string_view text, Quantity fir
   if (unit == nullptr || (unit->quantity != first && unit->quantity != second)) {
     const std::string units = unit_names(first) + (first == second ? "" : ", " + unit_names(second));
     throw refusal(option, text,
-                  "a number above 0 such as 50 or 12.5, with one of the units " + units + " or none");
+                  std::string(hosts::kExpectedAboveZero) + ", with one of the units " + units + " or none");
   }
   return {text.substr(0, digits), unit};
 }

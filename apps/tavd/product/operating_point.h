@@ -6,6 +6,7 @@
 
 #include "product/product.h"
 #include "shared/codes.h"
+#include "shared/selection.h"
 
 namespace tavdhost {
 
@@ -35,8 +36,7 @@ struct SoundAnswer {
   float room_level;  // the same less the room damping, dB(A)
 };
 
-// What a level in the room is calculated with unless a user says otherwise, dB: the library's own beginning.
-inline constexpr float kRoomDamping = 4.0F;
+using hosts::kRoomDamping;
 
 struct OperatingPoint {
   float qv;                         // l/s, or m/s for products by air velocity

@@ -39,11 +39,6 @@ ShownUnits parse_units(std::string_view option, std::string_view list) {
   }
 }
 
-float shown(float base, const hosts::Unit& unit) {
-  if (&unit == &hosts::base_unit(unit.quantity)) return base;
-  return static_cast<float>(hosts::from_base(base, unit));
-}
-
 std::string unit_names(Quantity quantity) {
   std::string names;
   for (const hosts::Unit& unit : hosts::units_of(quantity)) {

@@ -25,8 +25,7 @@ struct ShownUnits {
 // kind. Throws UserError that names the option and lists the units.
 ShownUnits parse_units(std::string_view option, std::string_view list);
 
-// The number in that unit, converted in double and narrowed once.
-float shown(float base, const hosts::Unit& unit);
+using hosts::shown;
 
 // "l/s, l/h, m3/s, m3/h, cfm": for messages and help.
 std::string unit_names(hosts::Quantity quantity);

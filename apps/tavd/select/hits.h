@@ -10,18 +10,14 @@
 
 #include "product/shown_units.h"
 #include "select/catalogue.h"
+#include "shared/selection.h"
 
 namespace tavdhost {
 
-// What a duty was answered with.
-struct Selected {
-  std::size_t products = 0;            // that fit
-  std::vector<tavdn_hit> hits;         // the best of them
-  std::vector<unsigned char> reasons;  // of all products of the catalogue, where they were asked for
-};
-
-// Asks for one duty, which has been completed.
-Selected select_one(const tavdn_catalogue* catalogue, const tavdn_duty& duty, bool with_reasons);
+using hosts::nearest_reason;
+using hosts::reason_text;
+using hosts::select_one;
+using hosts::Selected;
 
 // A hit beside the product that it is of, with its texts in UTF-8.
 struct ShownHit {
@@ -32,8 +28,6 @@ struct ShownHit {
   std::string class_id, object_id, code, description, size;
   std::string parameters;  // those that are chosen: "PLATE=75 G=45"
 };
-
-const char* reason_text(int reason);
 
 // A table for reading; behind it, with `explain`, why each of the others does not fit, and where nothing fits
 // how many products each reason excludes.
@@ -56,9 +50,5 @@ class HitLines {
  private:
   ShownUnits units_;
 };
-
-// What hinders the products that come nearest to fitting, with their number: "it is too loud in the room: 12
-// products".
-std::string nearest_reason(const std::vector<unsigned char>& reasons);
 
 }  // namespace tavdhost

@@ -35,41 +35,22 @@ std::string request_text(const tavdn_duty& duty, const ShownUnits& units) {
   return text;
 }
 
-std::string flow_with_unit(const ShownHit& shown_hit, const ShownUnits& units) {
-  const hosts::Unit& unit = units.flow_of(shown_hit.flow);
-  return brief(shown(shown_hit.hit.qv, unit)) + " " + unit.name;
-}
-
 std::string position_text(const ShownHit& shown_hit) {
   const tavdn_hit& hit = shown_hit.hit;
   return hosts::is_damper(shown_hit.flow) && hosts::has_position(hit.position_code) ? fixed(hit.position, 2)
                                                                                     : "";
 }
 
-// What is given where it is of use: the pressure that the product takes or gives.
-std::string pressure_text(const ShownHit& shown_hit, const ShownUnits& units) {
-  const tavdn_hit& hit = shown_hit.hit;
-  if ((hit.unknown & TAVDN_UNKNOWN_PRESSURE) != 0) return "unknown";
-  const float dp = hosts::is_fan(shown_hit.flow) ? hit.fan_total : hit.dp;
-  return brief(shown(dp, *units.pressure));
-}
-
 std::vector<std::string> row_of(std::size_t rank, const ShownHit& shown_hit, const ShownUnits& units) {
   const tavdn_hit& hit = shown_hit.hit;
-  const bool has_sound = (hit.unknown & TAVDN_UNKNOWN_SOUND) == 0;
-  const bool has_throw = (hit.unknown & TAVDN_UNKNOWN_THROW) == 0;
-  return {std::to_string(rank),
-          shown_hit.class_id,
-          shown_hit.object_id,
-          shown_hit.size,
-          shown_hit.parameters,
-          flow_with_unit(shown_hit, units),
-          position_text(shown_hit),
-          pressure_text(shown_hit, units),
-          hit.range_code == 0 ? brief(shown(hit.dp_min, *units.pressure)) : "",
-          has_sound ? fixed(hit.lpa, 1) : "unknown",
-          has_throw ? fixed(hit.throw_length, 1) : "",
-          fixed(hit.fit, 2),
+  const hosts::Unit& flow_unit = units.flow_of(shown_hit.flow);
+  const hosts::HitTexts texts = hosts::hit_texts(hit, shown_hit.flow, flow_unit, *units.pressure);
+  return {std::to_string(rank),     shown_hit.class_id,
+          shown_hit.object_id,      shown_hit.size,
+          shown_hit.parameters,     texts.flow + " " + flow_unit.name,
+          position_text(shown_hit), texts.pressure,
+          texts.lowest_pressure,    texts.level,
+          texts.throw_length,       fixed(hit.fit, 2),
           shown_hit.description};
 }
 
@@ -128,9 +109,7 @@ void print_counts(std::ostream& out, const Selected& selected) {
 void print_hits(std::ostream& out, const SelectCatalogue& catalogue, const Request& request,
                 const Selected& selected, bool explain, const ShownUnits& units) {
   const std::size_t all = catalogue.count();
-  out << request_text(request.duty, units) << ": "
-      << (selected.products == 0 ? "none" : std::to_string(selected.products)) << " of " << all
-      << (all == 1 ? " product" : " products") << (selected.products == 1 ? " fits\n" : " fit\n");
+  out << request_text(request.duty, units) << ": " << hosts::fitting_text(selected.products, all) << "\n";
   if (!selected.hits.empty()) {
     const std::string pressure = std::string(" ") + units.pressure->name;
     std::vector<std::vector<std::string>> rows = {{"RANK", "CLASS", "ID", "SIZE mm", "PARAMETERS", "FLOW",

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <iterator>
+#include <span>
 
 #include "base/errors.h"
 #include "base/numbers.h"
@@ -16,23 +16,16 @@
 namespace tavdhost {
 namespace {
 
-struct Word {
-  const char* name;
-  unsigned value;
-};
-constexpr Word kRanks[] = {{"sound", TAVDN_RANK_SOUND},
-                           {"pressure", TAVDN_RANK_PRESSURE},
-                           {"size", TAVDN_RANK_SIZE},
-                           {"fit", TAVDN_RANK_FIT}};
-constexpr Word kAnswers[] = {{"size", TAVDN_UNKNOWN_SIZE},
-                             {"pressure", TAVDN_UNKNOWN_PRESSURE},
-                             {"sound", TAVDN_UNKNOWN_SOUND},
-                             {"throw", TAVDN_UNKNOWN_THROW}};
+using hosts::DutyWord;
 
-template <typename Words>
-std::string names_of(const Words& words) {
+constexpr DutyWord kAnswers[] = {{"size", TAVDN_UNKNOWN_SIZE},
+                                 {"pressure", TAVDN_UNKNOWN_PRESSURE},
+                                 {"sound", TAVDN_UNKNOWN_SOUND},
+                                 {"throw", TAVDN_UNKNOWN_THROW}};
+
+std::string names_of(std::span<const DutyWord> words) {
   std::string names;
-  for (const Word& word : words) names += (names.empty() ? "" : ", ") + std::string(word.name);
+  for (const DutyWord& word : words) names += (names.empty() ? "" : ", ") + std::string(word.name);
   return names;
 }
 
@@ -62,11 +55,10 @@ std::vector<std::string> words_of(const std::string& text) {
   return words;
 }
 
-template <typename Words>
-unsigned value_of(std::string_view name, const std::string& text, const Words& words) {
-  const auto* const found =
-      std::ranges::find_if(words, [&](const Word& word) { return same_letters(word.name, text); });
-  if (found == std::end(words)) throw refusal(name, text, "one of " + names_of(words));
+unsigned value_of(std::string_view name, const std::string& text, std::span<const DutyWord> words) {
+  const auto found =
+      std::ranges::find_if(words, [&](const DutyWord& word) { return same_letters(word.name, text); });
+  if (found == words.end()) throw refusal(name, text, "one of " + names_of(words));
   return found->value;
 }
 
@@ -126,7 +118,7 @@ void take_level(std::string_view name, const std::string& text, Request& request
 
 void take_damping(std::string_view name, const std::string& text, Request& request) {
   constexpr float kAny = -3e38F;
-  request.duty.roomdamp = number_in(name, text, kAny, "a number of dB such as 4");
+  request.duty.roomdamp = number_in(name, text, kAny, hosts::kExpectedDecibels);
 }
 
 void take_bands(std::string_view name, const std::string& text, Request& request) {
@@ -177,7 +169,7 @@ void take_classes(std::string_view name, const std::string& text, Request& reque
 }
 
 void take_rank(std::string_view name, const std::string& text, Request& request) {
-  request.duty.rank = static_cast<std::int32_t>(value_of(name, text, kRanks));
+  request.duty.rank = static_cast<std::int32_t>(value_of(name, text, hosts::rankings()));
 }
 
 void take_hits(std::string_view name, const std::string& text, Request& request) {
@@ -196,7 +188,7 @@ void take_parameter(std::string_view name, const std::string& text, Request& req
 }
 
 std::string rank_names() {
-  return names_of(kRanks);
+  return names_of(hosts::rankings());
 }
 
 std::string answer_names() {
@@ -205,7 +197,7 @@ std::string answer_names() {
 
 std::string answers_text(unsigned answers) {
   std::string text;
-  for (const Word& word : kAnswers) {
+  for (const DutyWord& word : kAnswers) {
     if ((answers & word.value) != 0) text += (text.empty() ? "" : " ") + std::string(word.name);
   }
   return text;

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "shared/selection.h"
 #include "tavd/tavdn_select.h"
 
 namespace tavdhost {
@@ -13,8 +14,8 @@ namespace tavdhost {
 // Parameters by name, with the chosen value; "*" stands for every value of the product's table.
 using ChosenValues = std::map<std::string, std::string>;
 
-inline constexpr int kUsualHits = 5;
-inline constexpr int kMostHits = 1000;
+using hosts::kMostHits;
+using hosts::kUsualHits;
 
 // The members that are texts are kept here: complete() hands them to the duty.
 struct Request {
