@@ -132,9 +132,7 @@ void Viewer::post_command(int id) const {
 }
 
 void Viewer::type(int id, const std::wstring& text) const {
-  SendMessageW(control(id), EM_SETSEL, 0, -1);
-  if (text.empty()) SendMessageW(control(id), WM_CLEAR, 0, 0);
-  for (const wchar_t c : text) SendMessageW(control(id), WM_CHAR, c, 1);
+  type_into(control(id), text);
 }
 
 bool Viewer::pick_in_list(int id, const std::wstring& row) const {
@@ -146,11 +144,7 @@ bool Viewer::pick_in_list(int id, const std::wstring& row) const {
 }
 
 bool Viewer::pick_in_combo(int id, const std::wstring& row) const {
-  const UINT place = row_of(rows_of_combo(id), row);
-  if (place == kNoRow) return false;
-  SendMessageW(control(id), CB_SETCURSEL, place, 0);
-  notify(window_, id, CBN_SELCHANGE);
-  return true;
+  return pick_in_combo_of(window_, id, row);
 }
 
 std::vector<std::wstring> Viewer::rows_of_list(int id) const {
@@ -158,7 +152,7 @@ std::vector<std::wstring> Viewer::rows_of_list(int id) const {
 }
 
 std::vector<std::wstring> Viewer::rows_of_combo(int id) const {
-  return rows(control(id), CB_GETCOUNT, CB_GETLBTEXTLEN, CB_GETLBTEXT);
+  return rows_of_combo_of(window_, id);
 }
 
 std::vector<HTREEITEM> Viewer::children(int id, HTREEITEM parent) const {
@@ -195,6 +189,56 @@ void Viewer::select_branch(int id, HTREEITEM item) const {
   TreeView_SelectItem(control(id), item);
 }
 
+std::vector<std::vector<std::wstring>> Viewer::cells_of(HWND list) const {
+  const RemoteMemory memory(process_.hProcess, sizeof(LVITEMW) + kTextChars * sizeof(wchar_t));
+  const auto rows = static_cast<WPARAM>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
+  const int columns = static_cast<int>(titles_of(list).size());
+  std::vector<std::vector<std::wstring>> all(rows);
+  for (WPARAM row = 0; row < rows; ++row) {
+    for (int column = 0; column < columns; ++column) {
+      LVITEMW asked{};
+      asked.iSubItem = column;
+      asked.pszText = reinterpret_cast<wchar_t*>(memory.address() + sizeof asked);
+      asked.cchTextMax = kTextChars;
+      memory.write(&asked, sizeof asked);
+      SendMessageW(list, LVM_GETITEMTEXTW, row, reinterpret_cast<LPARAM>(memory.address()));
+      wchar_t text[kTextChars] = {};
+      memory.read(text, sizeof text - sizeof(wchar_t), sizeof asked);
+      all[row].emplace_back(text);
+    }
+  }
+  return all;
+}
+
+std::vector<std::wstring> Viewer::titles_of(HWND list) const {
+  const RemoteMemory memory(process_.hProcess, sizeof(LVCOLUMNW) + kTextChars * sizeof(wchar_t));
+  std::vector<std::wstring> titles;
+  for (WPARAM column = 0;; ++column) {
+    LVCOLUMNW asked{};
+    asked.mask = LVCF_TEXT;
+    asked.pszText = reinterpret_cast<wchar_t*>(memory.address() + sizeof asked);
+    asked.cchTextMax = kTextChars;
+    memory.write(&asked, sizeof asked);
+    if (SendMessageW(list, LVM_GETCOLUMNW, column, reinterpret_cast<LPARAM>(memory.address())) == 0) break;
+    wchar_t text[kTextChars] = {};
+    memory.read(text, sizeof text - sizeof(wchar_t), sizeof asked);
+    titles.emplace_back(text);
+  }
+  return titles;
+}
+
+void Viewer::click_row(HWND list, int row) const {
+  const RemoteMemory memory(process_.hProcess, sizeof(RECT));
+  RECT rect{};
+  rect.left = LVIR_LABEL;
+  memory.write(&rect, sizeof rect);
+  SendMessageW(list, LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(memory.address()));
+  memory.read(&rect, sizeof rect);
+  const LPARAM point = MAKELPARAM(rect.left + 4, (rect.top + rect.bottom) / 2);
+  PostMessageW(list, WM_LBUTTONDOWN, MK_LBUTTON, point);
+  PostMessageW(list, WM_LBUTTONUP, 0, point);
+}
+
 void Viewer::change_dpi(int dpi, const RECT& suggested) const {
   const RemoteMemory memory(process_.hProcess, sizeof suggested);
   memory.write(&suggested, sizeof suggested);
@@ -208,6 +252,24 @@ std::optional<DWORD> Viewer::close() {
   const bool ended = WaitForSingleObject(process_.hProcess, kExitLimitMs) == WAIT_OBJECT_0 &&
                      GetExitCodeProcess(process_.hProcess, &code) != FALSE;
   return ended ? std::optional(code) : std::nullopt;
+}
+
+void type_into(HWND field, const std::wstring& text) {
+  SendMessageW(field, EM_SETSEL, 0, -1);
+  if (text.empty()) SendMessageW(field, WM_CLEAR, 0, 0);
+  for (const wchar_t c : text) SendMessageW(field, WM_CHAR, c, 1);
+}
+
+bool pick_in_combo_of(HWND window, int id, const std::wstring& row) {
+  const UINT place = row_of(rows_of_combo_of(window, id), row);
+  if (place == kNoRow) return false;
+  SendMessageW(GetDlgItem(window, id), CB_SETCURSEL, place, 0);
+  notify(window, id, CBN_SELCHANGE);
+  return true;
+}
+
+std::vector<std::wstring> rows_of_combo_of(HWND window, int id) {
+  return rows(GetDlgItem(window, id), CB_GETCOUNT, CB_GETLBTEXTLEN, CB_GETLBTEXT);
 }
 
 std::wstring text_of(HWND window) {

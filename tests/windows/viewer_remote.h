@@ -47,6 +47,11 @@ class Viewer {
   std::wstring branch_text(int id, HTREEITEM item) const;
   void select_branch(int id, HTREEITEM item) const;
 
+  // A list in columns: its cells row by row, its columns' titles, and a click with the left button on a row.
+  std::vector<std::vector<std::wstring>> cells_of(HWND list) const;
+  std::vector<std::wstring> titles_of(HWND list) const;
+  void click_row(HWND list, int row) const;
+
   // What the window gets when it comes onto a display of another resolution.
   void change_dpi(int dpi, const RECT& suggested) const;
 
@@ -57,6 +62,11 @@ class Viewer {
   PROCESS_INFORMATION process_{};
   HWND window_ = nullptr;
 };
+
+// The same in any of its windows: as if typed, and chosen.
+void type_into(HWND field, const std::wstring& text);
+bool pick_in_combo_of(HWND window, int id, const std::wstring& row);
+std::vector<std::wstring> rows_of_combo_of(HWND window, int id);
 
 std::wstring text_of(HWND window);
 

@@ -61,6 +61,7 @@ int Run::all() {
   saves();
   prints();
   opens();
+  selects_products();
   answers(L"QZFA-*", L"QZFA-160", {"FAN", "QZFA-160", 60, 100, "", ""});
   shoot(L"viewer-fan");
   answers(L"QZMA-*", L"QZMA-600x400", {"MLD", "QZMA-600x400", 3, 60, "", ""});
@@ -86,9 +87,9 @@ void Run::open_branch(const std::wstring& class_id, const std::wstring& family) 
   }
 }
 
-// Menu and client area; title and frame are the system's.
-void Run::shoot(const std::wstring& name) const {
-  SetForegroundWindow(viewer_->window());
+// Menu and client area; title and frame are the system's. A dialog before it may be in front.
+void Run::shoot(const std::wstring& name, HWND front) const {
+  SetForegroundWindow(front != nullptr ? front : viewer_->window());
   Sleep(kPaintMs);
   RECT rect = client_on_screen(viewer_->window());
   rect.top -= GetSystemMetrics(SM_CYMENU);

@@ -56,12 +56,21 @@ class Run {
   void visit(HTREEITEM branch);
   void scales();
   void chooses_throw_line();
+  void selects_products();
+  void refuses_duties(HWND dialog);
+  void lists_products(HWND dialog);
+  void shows_products(HWND dialog);
+  void keeps_to_the_keys(HWND dialog);
+  void opens_often();
+  HWND open_select_dialog();
+  void ask(HWND dialog, const std::wstring (&numbers)[5]);
+  void write_products(HWND dialog, const std::wstring& name);
   void closes();
 
   void open_branch(const std::wstring& class_id, const std::wstring& family);
   void check_layout(const std::wstring& where);
   std::wstring results() const { return text_of(viewer_->control(IDC_RESULTS)); }
-  void shoot(const std::wstring& name) const;
+  void shoot(const std::wstring& name, HWND front = nullptr) const;
   void write(const std::wstring& name, const std::wstring& text) const;
   static std::string read(const std::wstring& path);
 

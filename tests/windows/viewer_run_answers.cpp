@@ -25,6 +25,10 @@ void Run::refuses(const std::wstring& path, const std::wstring& reason) {
   dialog = viewer.wait_for_dialog();
   check(dialog != nullptr && contains(message_of(dialog), L"No product"), L"nothing to print is told");
   if (dialog != nullptr) press(dialog, IDOK);
+  viewer.post_command(IDM_SELECT);
+  dialog = viewer.wait_for_dialog();
+  check(dialog != nullptr && contains(message_of(dialog), L"No database"), L"nothing to select from is told");
+  if (dialog != nullptr) press(dialog, IDOK);
   check(viewer.close() == DWORD{0}, L"and ends with 0");
 }
 

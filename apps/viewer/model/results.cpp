@@ -5,6 +5,7 @@
 
 #include "shared/codes.h"
 #include "shared/kinds.h"
+#include "shared/numbers.h"
 #include "tavd/tavca.h"
 
 namespace viewer {
@@ -25,7 +26,7 @@ class Lines {
   void damper(float qv, float dp);
   void fan(float qv, std::optional<float> dp);
   void throw_length(float qv, const std::string& value);
-  void sound(float qv, float dp);
+  void sound(float qv, float dp, float room_damping);
 
   std::vector<ResultLine> take() { return std::move(lines_); }
 
@@ -93,14 +94,17 @@ void Lines::throw_length(float qv, const std::string& value) {
   add(L"Throw length", length > 0 ? fixed(length, 2) + L" m" : L"not calculated");
 }
 
-void Lines::sound(float qv, float dp) {
+void Lines::sound(float qv, float dp, float room_damping) {
   const FlowData& flow = product_.flow;
   float lw[TAVD_BANDS] = {};
   const bool loud = flow.nlw > 0 && tavca_lw(&flow, qv, dp, lw, &product_.size) == 0;
   float attenuation[TAVD_BANDS] = {};
   tavca_dlw(&flow, qv, dp, attenuation);
   const bool damps = std::ranges::any_of(attenuation, [](float level) { return level > 0; });
-  if (loud) add(L"Sound level in the room", fixed(tavca_LpA(lw), 1) + L" dB(A)");
+  const std::wstring damping = room_damping == hosts::kRoomDamping
+                                   ? L""
+                                   : L", room damping " + wide(hosts::brief(room_damping)) + L" dB";
+  if (loud) add(L"Sound level in the room", fixed(tavca_LpA(lw), 1) + L" dB(A)" + damping);
   if (!loud && flow.nlw > 0) add(L"Sound level", L"not in the sound table");
   if (!loud && !damps) return;
   lines_.push_back({L"Octave band, Hz", {std::begin(kBandNames), std::end(kBandNames)}});
@@ -126,7 +130,9 @@ std::vector<ResultLine> results_of(const Product& product, const OperatingPoint&
   if (hosts::is_damper(product.flow) && point.dp) lines.damper(qv, *point.dp);
   if (hosts::is_fan(product.flow)) lines.fan(qv, point.dp);
   lines.throw_length(qv, throw_value);
-  if (point.dp || hosts::has_fixed_pressure(product.flow)) lines.sound(qv, point.dp.value_or(0.0f));
+  if (point.dp || hosts::has_fixed_pressure(product.flow)) {
+    lines.sound(qv, point.dp.value_or(0.0f), point.room_damping);
+  }
   return lines.take();
 }
 

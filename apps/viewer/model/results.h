@@ -8,12 +8,16 @@
 
 #include "model/product.h"
 #include "model/units.h"
+#include "shared/selection.h"
 
 namespace viewer {
 
 struct OperatingPoint {
   std::optional<float> qv;  // l/s, or m/s for products by air velocity
   std::optional<float> dp;  // total pressure, Pa
+  // Level difference between sound power and room, dB. The library has it from tavca_setroomdamp, for
+  // results and diagram alike.
+  float room_damping = hosts::kRoomDamping;
 };
 
 struct ResultLine {

@@ -26,6 +26,7 @@ std::wstring file_name(const std::wstring& path) {
 void MainWindow::open(const std::wstring& path) {
   try {
     session_->open(path);
+    select_dialog_->database_changed();
   } catch (const UserError& error) {
     tell_error(hwnd_, error.text());
   }
@@ -46,7 +47,10 @@ bool MainWindow::on_command(int id, int notification) {
       choose_database();
       return true;
     case IDM_RELOAD:
-      session_->reload();
+      reload();
+      return true;
+    case IDM_SELECT:
+      select_dialog_->show(hwnd_);
       return true;
     case IDM_PRINT:
       print();
@@ -103,6 +107,11 @@ bool MainWindow::on_control(int id, int notification) {
 
 void MainWindow::choose_database() {
   if (const std::optional<std::wstring> path = ask_for_database(hwnd_)) open(*path);
+}
+
+void MainWindow::reload() {
+  session_->reload();
+  select_dialog_->database_changed();
 }
 
 void MainWindow::show_path() {

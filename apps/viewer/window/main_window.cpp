@@ -48,8 +48,8 @@ int height_of(HWND window) {
 }  // namespace
 
 bool MainWindow::create(int show) {
-  const INITCOMMONCONTROLSEX controls = {sizeof controls,
-                                         ICC_TREEVIEW_CLASSES | ICC_BAR_CLASSES | ICC_STANDARD_CLASSES};
+  const INITCOMMONCONTROLSEX controls = {
+      sizeof controls, ICC_TREEVIEW_CLASSES | ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES | ICC_STANDARD_CLASSES};
   InitCommonControlsEx(&controls);
   if (!register_class(module_, procedure)) return false;
   CreateWindowExW(WS_EX_ACCEPTFILES, kClassName, kProgramName, kStyle, CW_USEDEFAULT, CW_USEDEFAULT,
@@ -66,6 +66,7 @@ int MainWindow::run() {
   HACCEL accelerators = LoadAcceleratorsW(module_, MAKEINTRESOURCEW(IDR_VIEWER));
   MSG message{};
   while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+    if (select_dialog_ && select_dialog_->takes(message)) continue;
     if (TranslateAcceleratorW(hwnd_, accelerators, &message) != 0) continue;
     if (IsDialogMessageW(hwnd_, &message) != FALSE) continue;
     TranslateMessage(&message);
@@ -152,10 +153,12 @@ void MainWindow::on_create() {
   create_controls(hwnd_, module_);
   set_font(hwnd_, font_.handle());
   session_ = std::make_unique<Session>(hwnd_, module_);
+  select_dialog_ = std::make_unique<SelectDialog>(module_, *session_);
 }
 
 // The drawings' windows are still there, and find nothing to draw from now on.
 void MainWindow::on_destroy() {
+  select_dialog_.reset();
   session_.reset();
   PostQuitMessage(0);
 }

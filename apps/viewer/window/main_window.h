@@ -12,6 +12,7 @@
 #include "drawing/metafile.h"
 #include "window/display.h"
 #include "window/layout.h"
+#include "window/select_dialog.h"
 #include "window/session.h"
 
 namespace viewer {
@@ -50,6 +51,7 @@ class MainWindow {
   bool on_command(int id, int notification);
   bool on_control(int id, int notification);
   void choose_database();
+  void reload();
   void show_path();
   void copy_picture(int which);
   void save_picture(int which);
@@ -66,6 +68,7 @@ class MainWindow {
   std::optional<Splitter> dragged_;
   HWND focus_ = nullptr;  // while another program is active
   std::unique_ptr<Session> session_;
+  std::unique_ptr<SelectDialog> select_dialog_;
 };
 
 }  // namespace viewer

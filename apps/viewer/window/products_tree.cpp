@@ -35,6 +35,16 @@ void ProductsTree::select(const RecordKey& family) {
   TreeView_SelectItem(control_, item != nullptr ? item : branch);
 }
 
+std::optional<TreeChoice> ProductsTree::select_product(const RecordKey& product) {
+  HTREEITEM branch = child_with(nullptr, {product.class_id, ""});
+  HTREEITEM item = branch != nullptr ? find_product(branch, product) : nullptr;
+  if (item == nullptr) return std::nullopt;
+  TreeView_EnsureVisible(control_, item);  // opens the branches
+  TreeView_SelectItem(control_, item);
+  const std::optional<TreeChoice> chosen = choice();
+  return chosen ? std::optional(TreeChoice{chosen->family, product}) : std::nullopt;
+}
+
 void ProductsTree::fill(const NMTREEVIEWW& branch) {
   if (branch.action == TVE_EXPAND) fill(branch.itemNew.hItem);
 }
@@ -84,6 +94,18 @@ std::optional<std::size_t> ProductsTree::index_of(HTREEITEM item) const {
   if (item == nullptr || TreeView_GetItem(control_, &known) == FALSE) return std::nullopt;
   const auto index = static_cast<std::size_t>(known.lParam);
   return index < nodes_.size() ? std::optional(index) : std::nullopt;
+}
+
+// The families that are looked into stay filled, so that each is read once.
+HTREEITEM ProductsTree::find_product(HTREEITEM class_branch, const RecordKey& product) {
+  fill(class_branch);
+  HTREEITEM item = child_with(class_branch, product);
+  for (HTREEITEM family = TreeView_GetChild(control_, class_branch); item == nullptr && family != nullptr;
+       family = TreeView_GetNextSibling(control_, family)) {
+    fill(family);
+    item = child_with(family, product);
+  }
+  return item;
 }
 
 // A null parent: among the classes.

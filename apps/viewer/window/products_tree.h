@@ -30,6 +30,9 @@ class ProductsTree {
   // Selects a family and opens the branches to it; the first of all where the key is empty, or unknown.
   void select(const RecordKey& family);
 
+  // Selects a product, or a size of a family, and opens the branches to it. None if the tree has no such one.
+  std::optional<TreeChoice> select_product(const RecordKey& product);
+
   // For the notification that a branch is about to be opened.
   void fill(const NMTREEVIEWW& branch);
 
@@ -47,6 +50,7 @@ class ProductsTree {
   HTREEITEM add(HTREEITEM parent, Level level, const RecordKey& key, const std::wstring& text, bool opens);
   void fill(HTREEITEM item);
   std::optional<std::size_t> index_of(HTREEITEM item) const;
+  HTREEITEM find_product(HTREEITEM class_branch, const RecordKey& product);
   HTREEITEM child_with(HTREEITEM parent, const RecordKey& key) const;
 
   HWND control_;

@@ -3,6 +3,7 @@
 
 #define IDI_VIEWER 1
 #define IDR_VIEWER 100
+#define IDD_SELECT 101
 
 #define IDM_OPEN 1001
 #define IDM_PRINT 1002
@@ -12,6 +13,7 @@
 #define IDM_RESET_VALUES 1011
 #define IDM_NEXT_PANE 1020
 #define IDM_PREVIOUS_PANE 1021
+#define IDM_SELECT 1022
 #define IDM_ABOUT 1030
 // In the order of the drawings, with the whole page behind them.
 #define IDM_COPY_FIRST 1040
@@ -39,3 +41,16 @@
 // In the order of the drawings.
 #define IDC_FIRST_CAPTION 220
 #define IDC_FIRST_DRAWING 230
+
+// Of the dialog that selects; its button is IDOK.
+#define IDC_DUTY_FLOW 301
+#define IDC_DUTY_FLOW_UNIT 302
+#define IDC_DUTY_PRESSURE 303
+#define IDC_DUTY_PRESSURE_UNIT 304
+#define IDC_DUTY_LEVEL 305
+#define IDC_DUTY_DAMPING 306
+#define IDC_DUTY_CLASS 307
+#define IDC_DUTY_RANKING 308
+#define IDC_DUTY_WANTED 309
+#define IDC_DUTY_PRODUCTS 310
+#define IDC_DUTY_MESSAGE 311

@@ -4,6 +4,7 @@
 
 #include "model/suggestion.h"
 #include "tavd/attributes.h"
+#include "tavd/tavca.h"
 #include "window/controls.h"
 #include "window/resource.h"
 
@@ -61,6 +62,7 @@ void Session::open(const std::wstring& path) {
     list_flow_units();
     sizes_.clear();
     family_key_ = {};
+    catalogue_.reset();
     database_ = std::move(opened);
     tree_.show(*database_);
   }
@@ -72,6 +74,43 @@ void Session::open(const std::wstring& path) {
 
 void Session::reload() {
   if (database_) open(std::wstring(database_->path()));
+}
+
+const Catalogue& Session::catalogue() {
+  if (!database_) throw UserError(L"No database is open.");
+  if (!catalogue_) catalogue_ = std::make_unique<Catalogue>(*database_);
+  return *catalogue_;
+}
+
+std::vector<std::string> Session::classes() const {
+  return database_ ? database_->classes() : std::vector<std::string>();
+}
+
+void Session::show(const Found& found) {
+  std::optional<TreeChoice> choice;
+  {
+    const Raised writing(writing_);
+    if (database_) choice = tree_.select_product(found.key);
+  }
+  if (!choice)
+    throw UserError(wide(found.key.object_id) + L" is not in the database any more: reload it, F5.");
+  show_family(*choice);
+  point_ = found.point;
+  flow_typed_ = true;
+  pressure_typed_ = true;
+  tavca_setroomdamp(point_.room_damping);
+  fields_.take_back();
+  build();
+}
+
+DutyTexts Session::suggested_duty() const {
+  const bool by_velocity = product_.flow.isvelocity != 0;
+  DutyTexts texts{};
+  texts.flow_unit = &flow_units()[static_cast<std::size_t>(flow_unit_)];
+  texts.pressure_unit = &pressure_unit();
+  if (!by_velocity) texts.flow = shown_number(point_.qv, *texts.flow_unit);
+  texts.pressure = shown_number(point_.dp, *texts.pressure_unit);
+  return texts;
 }
 
 void Session::tree_selected() {
@@ -118,6 +157,8 @@ void Session::pressure_typed() {
 void Session::take_back() {
   flow_typed_ = false;
   pressure_typed_ = false;
+  point_.room_damping = hosts::kRoomDamping;
+  tavca_setroomdamp(point_.room_damping);
   fields_.take_back();
   build();
 }

@@ -12,6 +12,7 @@
 #include "model/database.h"
 #include "model/product.h"
 #include "model/results.h"
+#include "model/selection.h"
 #include "window/drawing_panes.h"
 #include "window/parameter_fields.h"
 #include "window/products_tree.h"
@@ -32,6 +33,18 @@ class Session {
 
   // Path of the database, empty while there is none.
   std::wstring path() const { return database_ ? database_->path() : std::wstring(); }
+
+  // The open database's products to select from, read when they are first asked for. Throws UserError if
+  // no database is open.
+  const Catalogue& catalogue();
+  std::vector<std::string> classes() const;
+
+  // Shows a product that was found, at its point and without parameter values. Throws UserError if the
+  // database has no such product.
+  void show(const Found& found);
+
+  // The point as the fields show it, for products whose flow is no velocity, and the units.
+  DutyTexts suggested_duty() const;
 
   // The user has selected, chosen or typed something.
   void tree_opens(const NMTREEVIEWW& branch) { tree_.fill(branch); }
@@ -71,6 +84,7 @@ class Session {
   ParameterFields fields_;
   ProductsTree tree_;
   std::unique_ptr<Database> database_;
+  std::unique_ptr<Catalogue> catalogue_;  // of the database, once it was needed
   RecordKey family_key_;
   std::vector<Listed> sizes_;  // rows of the list box
   Record record_;              // the size that is shown
