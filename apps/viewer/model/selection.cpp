@@ -17,11 +17,12 @@ std::wstring refusal(const wchar_t* name, const std::wstring& text, const std::s
   return std::wstring(name) + L" is \"" + text + L"\", expected " + wide(expected) + L'.';
 }
 
-double above_zero(DutyField field, const wchar_t* name, const std::wstring& text, const Unit* unit) {
-  const std::optional<double> number = parsed(text);
-  const double base = !number ? 0 : unit != nullptr ? hosts::to_base(*number, *unit) : *number;
-  if (!(static_cast<float>(base) > 0))
+// In base units; `unit` is one of what is typed in them.
+double above_zero(DutyField field, const wchar_t* name, const std::wstring& text, double unit = 1) {
+  const double base = parsed(text).value_or(0) * unit;
+  if (!(static_cast<float>(base) > 0)) {
     throw FieldError(field, refusal(name, text, hosts::kExpectedAboveZero));
+  }
   return base;
 }
 
@@ -51,11 +52,11 @@ tavdn_duty duty_of(const DutyTexts& texts) {
   if (texts.pressure.empty()) throw FieldError(DutyField::kPressure, L"Type the pressure that is available.");
   tavdn_duty duty{};
   duty.size = sizeof duty;
-  duty.qv = above_zero(DutyField::kFlow, L"Flow", texts.flow, texts.flow_unit);
-  duty.dp =
-      static_cast<float>(above_zero(DutyField::kPressure, L"Pressure", texts.pressure, texts.pressure_unit));
+  duty.qv = above_zero(DutyField::kFlow, L"Flow", texts.flow, texts.flow_unit->in_base);
+  duty.dp = static_cast<float>(
+      above_zero(DutyField::kPressure, L"Pressure", texts.pressure, texts.pressure_unit->in_base));
   if (!texts.level.empty()) {
-    duty.lp_max = static_cast<float>(above_zero(DutyField::kLevel, L"Highest level", texts.level, nullptr));
+    duty.lp_max = static_cast<float>(above_zero(DutyField::kLevel, L"Highest level", texts.level));
   }
   duty.roomdamp = decibels(texts.damping);
   duty.wanted = wanted_hits(texts.wanted);

@@ -18,10 +18,10 @@ enum class DutyField { kFlow, kPressure, kLevel, kDamping, kClass, kWanted };
 // What is needed. Numbers are texts as they were typed; flow and pressure are in the units.
 struct DutyTexts {
   std::wstring flow, pressure, level, damping, wanted;
-  const Unit* flow_unit;
-  const Unit* pressure_unit;
+  const Unit* flow_unit = &hosts::base_unit(hosts::Quantity::kFlow);
+  const Unit* pressure_unit = &hosts::base_unit(hosts::Quantity::kPressure);
   std::string class_id;  // empty: all
-  std::int32_t rank;     // TAVDN_RANK_
+  std::int32_t rank = TAVDN_RANK_SOUND;
 };
 
 // Something in a field is not as expected.
