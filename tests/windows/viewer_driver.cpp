@@ -1,8 +1,8 @@
 // Drives the viewer as a user would, and checks what its window then says and shows.
 //
 //   viewer_driver run VIEWER DATABASE VARIANT NO-DATABASE FOLDER
-//     VARIANT is a database with throw lines that no parameter chooses, NO-DATABASE a file of another kind;
-//     pictures and results go to FOLDER. The result is the number of failed checks.
+//     VARIANT is a database with throw lines that no parameter chooses and without fans, NO-DATABASE a file
+//     of another kind; pictures and results go to FOLDER. The result is the number of failed checks.
 //   viewer_driver like A.png B.png
 //     Tells how alike two pictures are, -100 to 100 per cent, and how far apart their blue points, per
 //     thousand of the width.

@@ -69,6 +69,7 @@ int Run::all() {
   answers(L"QZSA-*", L"QZSA-200", {"ASD", "QZSA-200", 80, 50, "G", "90"});
   scales();
   chooses_throw_line();
+  selects_from_another();
   closes();
   return failed_;
 }

@@ -62,6 +62,7 @@ class Run {
   void shows_products(HWND dialog);
   void keeps_to_the_keys(HWND dialog);
   void opens_often();
+  void selects_from_another();
   HWND open_select_dialog();
   void ask(HWND dialog, const std::wstring (&numbers)[5]);
   void write_products(HWND dialog, const std::wstring& name);

@@ -231,6 +231,18 @@ void Run::keeps_to_the_keys(HWND dialog) {
   check(wait_until([&] { return IsWindowVisible(dialog) == FALSE; }, 3000), L"Escape closes the dialog");
 }
 
+// The database that was opened since has no fans.
+void Run::selects_from_another() {
+  HWND dialog = open_select_dialog();
+  check(dialog != nullptr && viewer_->cells_of(list_of(dialog)).empty() &&
+            rows_of_combo_of(dialog, IDC_DUTY_CLASS).size() == 13,
+        L"another database has its own classes");
+  if (dialog == nullptr) return;
+  ask(dialog, {L"80", L"70", L"30", L"4", L"5"});
+  check(contains(told(dialog), L" of 61 products fit"), L"and its own products: " + told(dialog));
+  SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+}
+
 void Run::opens_often() {
   HWND dialog = nullptr;
   SIZE_T before = 0;
