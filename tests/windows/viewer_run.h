@@ -6,6 +6,7 @@
 
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "../../apps/viewer/window/resource.h"
 #include "viewer_numbers.h"
@@ -60,6 +61,12 @@ class Run {
   void refuses_duties(HWND dialog);
   void lists_products(HWND dialog);
   void shows_products(HWND dialog);
+  int row_of_class(HWND dialog, const std::wstring& class_id);
+  std::vector<std::wstring> cells_of_row(HWND dialog, int row) const;
+  bool is_shown(const std::wstring& id) const;
+  void clicks_damper(HWND dialog);
+  void enters_diffuser(HWND dialog);
+  void clicks_louvre(HWND dialog);
   void keeps_to_the_keys(HWND dialog);
   void opens_often();
   void selects_from_another();

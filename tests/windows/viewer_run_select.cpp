@@ -11,7 +11,9 @@ constexpr int kNumbers[] = {IDC_DUTY_FLOW, IDC_DUTY_PRESSURE, IDC_DUTY_LEVEL, ID
                             IDC_DUTY_WANTED};
 constexpr SIZE_T kMostGrowth = 0x40000;  // bytes
 constexpr int kOpenings = 50;
-constexpr int kId = 2;  // columns
+constexpr int kClass = 1;  // columns
+constexpr int kId = 2;
+constexpr int kFlow = 4;
 constexpr int kLevel = 6;
 
 HWND list_of(HWND dialog) {
@@ -146,62 +148,82 @@ void Run::lists_products(HWND dialog) {
   pick_in_combo_of(dialog, IDC_DUTY_PRESSURE_UNIT, L"Pa");
 }
 
-// A click, and Enter, show a row at its point: the level is that of the list.
+// A row is shown at its point: the level is that of the list.
 void Run::shows_products(HWND dialog) {
   pick_in_combo_of(dialog, IDC_DUTY_CLASS, L"DMP");
   ask(dialog, {L"80", L"70", L"", L"4", L"10"});
-  HWND list = list_of(dialog);
-  std::vector<std::vector<std::wstring>> rows = viewer_->cells_of(list);
-  check(rows.size() > 2, L"dampers: " + told(dialog));
-  if (rows.size() <= 2) return;
-  viewer_->click_row(list, 1);
-  check(wait_until([&] { return contains(results(), L"Product\t" + rows[1][kId] + L"\r\n"); }, 5000),
-        L"a click shows " + rows[1][kId]);
+  clicks_damper(dialog);
+  pick_in_combo_of(dialog, IDC_DUTY_CLASS, L"all");
+  ask(dialog, {L"80", L"70", L"", L"10", L"40"});
+  enters_diffuser(dialog);
+  clicks_louvre(dialog);
+  viewer_->command(IDM_RESET_VALUES);
+}
+
+// The first row of a class in the list; -1, and a failed check, if there is none.
+int Run::row_of_class(HWND dialog, const std::wstring& class_id) {
+  const std::vector<std::vector<std::wstring>> rows = viewer_->cells_of(list_of(dialog));
+  for (std::size_t row = 0; row < rows.size(); ++row) {
+    if (rows[row][kClass] == class_id) return static_cast<int>(row);
+  }
+  check(false, class_id + L" in the list");
+  return -1;
+}
+
+std::vector<std::wstring> Run::cells_of_row(HWND dialog, int row) const {
+  return viewer_->cells_of(list_of(dialog)).at(static_cast<std::size_t>(row));
+}
+
+bool Run::is_shown(const std::wstring& id) const {
+  return wait_until([&] { return contains(results(), L"Product\t" + id + L"\r\n"); }, 5000);
+}
+
+void Run::clicks_damper(HWND dialog) {
+  if (row_of_class(dialog, L"DMP") != 0) return;
+  viewer_->click_row(list_of(dialog), 1);
+  const std::vector<std::wstring> damper = cells_of_row(dialog, 1);
+  check(is_shown(damper[kId]), L"a click shows " + damper[kId]);
   check(text_of(viewer_->control(IDC_FLOW)) == L"80" && text_of(viewer_->control(IDC_PRESSURE)) == L"70",
         L"at the point");
-  const std::string id(rows[1][kId].begin(), rows[1][kId].end());
+  const std::string id(damper[kId].begin(), damper[kId].end());
   for (const std::wstring& line : expected_lines(database_, {"DMP", id.c_str(), 80, 70, "", ""})) {
     check(contains(L"\r\n" + results(), L"\r\n" + line + L"\r\n"), line);
   }
-  check(contains(results(), L"Sound level in the room\t" + rows[1][kLevel] + L" dB(A)\r\n"),
-        L"with the level of the list, " + rows[1][kLevel]);
-  HWND tree = viewer_->control(IDC_PRODUCTS);
-  check(viewer_->branch_text(IDC_PRODUCTS, TreeView_GetSelection(tree)).starts_with(rows[1][kId]),
+  check(contains(results(), L"Sound level in the room\t" + damper[kLevel] + L" dB(A)\r\n"),
+        L"with the level of the list, " + damper[kLevel]);
+  HTREEITEM branch = TreeView_GetSelection(viewer_->control(IDC_PRODUCTS));
+  check(viewer_->branch_text(IDC_PRODUCTS, branch).starts_with(damper[kId]),
         L"and it is selected in the tree");
   shoot(L"viewer-select", dialog);
+}
 
-  pick_in_combo_of(dialog, IDC_DUTY_CLASS, L"all");
-  ask(dialog, {L"80", L"70", L"", L"10", L"40"});
-  rows = viewer_->cells_of(list);
-  int row = 0;
-  while (row < static_cast<int>(rows.size()) && rows[static_cast<std::size_t>(row)][1] != L"ASD") ++row;
-  check(row < static_cast<int>(rows.size()), L"a diffuser among them");
-  if (row == static_cast<int>(rows.size())) return;
-  const std::vector<std::wstring>& diffuser = rows[static_cast<std::size_t>(row)];
+void Run::enters_diffuser(HWND dialog) {
+  const int row = row_of_class(dialog, L"ASD");
+  if (row < 0) return;
+  const std::vector<std::wstring> diffuser = cells_of_row(dialog, row);
   const SharedInput input(dialog);
+  HWND list = list_of(dialog);
   SetFocus(list);
   for (int i = 0; i < row; ++i) PostMessageW(list, WM_KEYDOWN, VK_DOWN, 1);
   PostMessageW(list, WM_KEYDOWN, VK_RETURN, 1);
-  check(wait_until([&] { return contains(results(), L"Product\t" + diffuser[kId] + L"\r\n"); }, 5000),
-        L"Enter shows " + diffuser[kId]);
+  check(is_shown(diffuser[kId]), L"Enter shows " + diffuser[kId]);
   check(contains(results(),
                  L"Sound level in the room\t" + diffuser[kLevel] + L" dB(A), room damping 10 dB\r\n"),
         L"with the level of the list at its room damping, " + diffuser[kLevel]);
   viewer_->command(IDM_RESET_VALUES);
   check(!contains(results(), L"room damping"), L"taking back goes back to the usual damping");
-  // By air velocity the flow is another one.
-  while (row-- > 0 && rows[static_cast<std::size_t>(row)][1] != L"LVR") {
-  }
-  check(row >= 0, L"a louvre among them");
+}
+
+// Its flow is an air velocity.
+void Run::clicks_louvre(HWND dialog) {
+  const int row = row_of_class(dialog, L"LVR");
   if (row < 0) return;
-  const std::vector<std::wstring>& louvre = rows[static_cast<std::size_t>(row)];
-  viewer_->click_row(list, row);
-  check(wait_until([&] { return contains(results(), L"Product\t" + louvre[kId] + L"\r\n"); }, 5000),
-        L"a click shows " + louvre[kId]);
+  const std::vector<std::wstring> louvre = cells_of_row(dialog, row);
+  viewer_->click_row(list_of(dialog), row);
+  check(is_shown(louvre[kId]), L"a click shows " + louvre[kId]);
   const std::wstring flow = text_of(viewer_->control(IDC_FLOW));
-  check(flow.starts_with(louvre[4].substr(0, 4)) && louvre[4].ends_with(L" m/s"),
-        L"at its velocity, " + flow + L" as in " + louvre[4]);
-  viewer_->command(IDM_RESET_VALUES);
+  check(flow.starts_with(louvre[kFlow].substr(0, 4)) && louvre[kFlow].ends_with(L" m/s"),
+        L"at its velocity, " + flow + L" as in " + louvre[kFlow]);
 }
 
 void Run::keeps_to_the_keys(HWND dialog) {
