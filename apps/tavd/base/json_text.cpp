@@ -147,6 +147,13 @@ Json::Value json_number(float value) {
   return number;
 }
 
+Json::Value code_json(int code, const char* text) {
+  Json::Value json;
+  json["code"] = code;
+  json["text"] = text;
+  return json;
+}
+
 void write_json(std::ostream& out, const Json::Value& value) {
   JsonText(out).write(value);
   out << '\n';

@@ -12,6 +12,9 @@ namespace tavdhost {
 // A float in the shortest digits that read back as the same float; null if it is no finite number.
 Json::Value json_number(float value);
 
+// A result code of the library, with what it means.
+Json::Value code_json(int code, const char* text);
+
 // A JSON string of valid UTF-8, with quotes; control characters are escaped.
 std::string json_quoted(std::string_view utf8);
 

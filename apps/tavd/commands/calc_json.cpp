@@ -8,13 +8,6 @@
 namespace tavdhost {
 namespace {
 
-Json::Value code_json(int code, const char* text) {
-  Json::Value json;
-  json["code"] = code;
-  json["text"] = text;
-  return json;
-}
-
 Json::Value bands_json(const Bands& bands) {
   Json::Value json(Json::arrayValue);
   for (const float level : bands) json.append(json_number(level));

@@ -10,13 +10,6 @@
 namespace tavdhost {
 namespace {
 
-Json::Value code_json(int code, const char* text) {
-  Json::Value json;
-  json["code"] = code;
-  json["text"] = text;
-  return json;
-}
-
 Json::Value position_json(int code, float position) {
   Json::Value json = code_json(code, hosts::damper_text(code));
   if (hosts::has_position(code)) json["position"] = json_number(position);
