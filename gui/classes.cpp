@@ -3,6 +3,7 @@
 #include <cstring>
 #include <limits>
 
+#include "gui/ascii.h"
 #include "gui/guard.h"
 #include "gui/window.h"
 
@@ -131,12 +132,9 @@ bool is_good(const tgui_class* window_class) {
          window_class->window_extra >= 0 && window_class->window_extra <= kMostExtraBytes;
 }
 
-char upper(char c) {
-  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
-
 bool same_name(std::string_view a, std::string_view b) {
-  return std::ranges::equal(a, b, [](char x, char y) { return upper(x) == upper(y); });
+  return std::ranges::equal(a, b,
+                            [](char x, char y) { return tgui::ascii_upper(x) == tgui::ascii_upper(y); });
 }
 
 Classes::iterator find_of_module(std::string_view name, const tgui_module* module) {

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "gui/ascii.h"
 #include "gui/messages.h"
 #include "gui/template.h"
 #include "gui/text.h"
@@ -128,15 +129,11 @@ constexpr struct {
     {u"SCROLLBAR", Kind::kPlain, tgui::kAtomScrollBar}, {u"COMBOBOX", Kind::kComboBox, tgui::kAtomComboBox},
 };
 
-char16_t upper(char16_t unit) {
-  return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - u'a' + u'A') : unit;
-}
-
 // What control of the platform's an item is; nothing if its class is a host's, or no class.
 std::optional<Kind> control_kind(const TemplateItem& item) {
   for (const auto& each : kControls) {
     const std::u16string_view name = each.name;
-    const bool named = std::ranges::equal(item.class_name, name, {}, upper);
+    const bool named = std::ranges::equal(item.class_name, name, {}, tgui::ascii_upper<char16_t>);
     if (item.class_name.empty() ? item.atom == each.atom : named) {
       return each.kind;
     }

@@ -38,8 +38,6 @@ void disown(tgui_object* object) {
   }
 }
 
-constexpr std::uint32_t kColourBits = 0x00FFFFFF;
-
 }  // namespace
 
 tgui_object* tgui_create_pen(int32_t style, int32_t width, uint32_t colour) {
@@ -50,14 +48,14 @@ tgui_object* tgui_create_pen(int32_t style, int32_t width, uint32_t colour) {
   info.kind = TGUI_PEN;
   info.style = style;
   info.width = magnitude(width);
-  info.colour = colour & kColourBits;
+  info.colour = colour & tgui::kColourBits;
   return create(info);
 }
 
 tgui_object* tgui_create_brush(uint32_t colour) {
   tgui_object_info info{};
   info.kind = TGUI_BRUSH;
-  info.colour = colour & kColourBits;
+  info.colour = colour & tgui::kColourBits;
   return create(info);
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <atomic>
+#include <cstdint>
 
 #include "tavdgui/tavdgui.h"
 
@@ -13,6 +14,9 @@ struct tgui_object {
 };
 
 namespace tgui {
+
+// What of a colour counts: blue, green and red.
+constexpr std::uint32_t kColourBits = 0x00FFFFFF;
 
 // Whether a host may still name this object: a stock object, or one created and not deleted.
 bool usable(const tgui_object* object);

@@ -12,7 +12,6 @@ using tgui::guarded;
 namespace {
 
 constexpr std::int32_t kLargestSize = 32767;  // device units
-constexpr std::uint32_t kColourBits = 0x00FFFFFF;
 
 tgui::Hold& place_of(tgui_surface* surface, std::int32_t kind);
 std::size_t saved_place(const tgui_surface* surface, std::int32_t id);
@@ -142,7 +141,7 @@ uint32_t tgui_set_text_colour(tgui_surface* surface, uint32_t colour) {
   if (!alive(surface)) {
     return 0;
   }
-  colour &= kColourBits;
+  colour &= tgui::kColourBits;
   const std::uint32_t former = std::exchange(surface->state.text_colour, colour);
   guarded([&] { tell(surface, &tgui_operations::text_colour, colour); });
   return former;

@@ -5,10 +5,10 @@
 namespace tavd {
 namespace {
 
-constexpr float kHalfDensity = 0.6F;        // half of an air density of 1.2 kg/m3
-constexpr float kQuarterPi = 0.7853982F;    // area of a circle over its diameter squared
-constexpr float kPerThousand = 1000.0F;     // l/s to m3/s, mm to m
-constexpr double kSmallestDuctArea = 1e-8;  // m2
+constexpr float kHalfDensity = 0.6F;              // half of an air density of 1.2 kg/m3
+constexpr float kQuarterPi = 0.7853982F;          // area of a circle over its diameter squared
+constexpr float kPerThousand = 1000.0F;           // l/s to m3/s, mm to m
+constexpr double kSmallestAreaOfVelocity = 1e-8;  // m2
 
 }  // namespace
 }  // namespace tavd
@@ -17,7 +17,7 @@ using namespace tavd;  // the border below stands outside
 
 float tavca_pdyn(float qv, float area, int isvelocity) {
   if (isvelocity != 0) return kHalfDensity * qv * qv;
-  if (wide(area) < kSmallestDuctArea) return 0.0F;
+  if (wide(area) < kSmallestAreaOfVelocity) return 0.0F;
   const float velocity = (qv / kPerThousand) / area;
   return kHalfDensity * velocity * velocity;
 }

@@ -24,11 +24,6 @@ class ValueText {
   char text_[kChars + 1];
 };
 
-bool is_numeric(const char* value) {
-  float number;
-  return tavca_param_valuetoreal(value, &number) == 0;
-}
-
 float number_of(const char* value) {
   float number;
   tavca_param_valuetoreal(value, &number);
@@ -95,6 +90,11 @@ ParTable* find_parameter(FlowData* fd, const char* name) {
 }
 
 }  // namespace
+
+bool is_numeric(const char* value) {
+  float number;
+  return tavca_param_valuetoreal(value, &number) == TAVCA_OK;
+}
 
 bool strip_quotes(char* s) {
   bool removed = false;

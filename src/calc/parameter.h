@@ -8,6 +8,9 @@
 
 namespace tavd {
 
+// Whether a parameter value stands for a number.
+bool is_numeric(const char* value);
+
 // The place of `value` between the rows of a table; false, with zero outputs, if it has none.
 bool param_locate(const char* value, const ParEntry* table, int n, std::int16_t* idx1, std::int16_t* idx2,
                   float* frac);

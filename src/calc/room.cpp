@@ -29,8 +29,8 @@ constexpr EndReflection kEndReflection[] = {
 };
 constexpr int kEndReflectionBands = sizeof kEndReflection / sizeof *kEndReflection;
 
-constexpr double kSmallestDuctArea = 1e-6;    // m2
-constexpr double kLargestReflection = 127.0;  // dB, what a signed byte holds
+constexpr double kSmallestReflectingArea = 1e-6;  // m2
+constexpr double kLargestReflection = 127.0;      // dB, what a signed byte holds
 
 // The level of two sources together, dB. Each of the two ends up as `hi` or as `lo` whatever they are, so
 // that not-a-number in either gives not-a-number; std::max and std::min would drop it.
@@ -90,7 +90,7 @@ float tavca_endref_A(int band, float area) {
 void tavca_check_end_reflection(FlowData* fd) {
   if (fd == nullptr) return;
   const int n = row_count(fd->nlw, TAVD_LW_ROWS);
-  if (n == 0 || !has_end_reflection(*fd) || wide(fd->ductarea) < kSmallestDuctArea) return;
+  if (n == 0 || !has_end_reflection(*fd) || wide(fd->ductarea) < kSmallestReflectingArea) return;
   int reflection[TAVD_BANDS];
   for (int band = 0; band < TAVD_BANDS; ++band) reflection[band] = rounded_reflection(band, fd->ductarea);
   for (int row = 0; row < n; ++row) {

@@ -17,7 +17,7 @@ using namespace sound;
 
 namespace {
 
-constexpr double kSmallestDuctArea = 1e-7;  // m2
+constexpr double kSmallestAreaOfCorrection = 1e-7;  // m2
 constexpr double kSmallestSizeCoef = 0.1;
 constexpr Warning kNoWarning = nullptr;  // of kinds other than 12, which have none
 
@@ -232,7 +232,7 @@ Corrections sound::corrections_of(const FlowData& fd, const DuctSize* duct) {
   const float lwsizecoef = fd.lwsizecoef;
   if (std::fabs(wide(lwsizecoef)) > kSmallestSizeCoef) {
     const float area = duct != nullptr ? ewads_m2(duct) : 0.0F;
-    if (wide(area) < kSmallestDuctArea) return corrections;
+    if (wide(area) < kSmallestAreaOfCorrection) return corrections;
     corrections.any_size = true;
     corrections.size = narrow((wide(lwsizecoef) / 3.0 * 10.0) * lg(area));
   }

@@ -10,10 +10,10 @@
 namespace tavd {
 namespace {
 
-constexpr double kSmallestFlow = 1e-7;        // l/s; points below it fit no line
-constexpr double kOneValue = 0.01;            // rows closer than this belong to one parameter value
-constexpr double kAtOrBelow = 0.0001;         // slack of "at or below" between parameter values
-constexpr double kBehindLastValue = -9999.9;  // to the last value, for a next value that is never the same
+constexpr double kSmallestFlowOfPoint = 1e-7;  // l/s; points below it fit no line
+constexpr double kOneValue = 0.01;             // rows closer than this belong to one parameter value
+constexpr double kAtOrBelow = 0.0001;          // slack of "at or below" between parameter values
+constexpr double kBehindLastValue = -9999.9;   // to the last value, for a next value that is never the same
 
 // In place of a number of points.
 constexpr int kNoTable = -1;
@@ -39,11 +39,6 @@ float number_of(const ParL2Point& row) {
   float number;
   tavca_param_valuetoreal(row.value, &number);
   return number;
-}
-
-bool is_numeric(const char* value) {
-  float number;
-  return tavca_param_valuetoreal(value, &number) == TAVCA_OK;
 }
 
 bool one_value(float a, float b) {
@@ -156,13 +151,13 @@ int take_number_rows(const ParL2Point* table, int n, float* out, float pos) {
 bool fit_power(const QvL2Point* points, int n, float* nL2, float* kL2) {
   *nL2 = 0.0F;
   *kL2 = 0.0F;
-  if (n < 1 || wide(points[0].qv) < kSmallestFlow) return false;
+  if (n < 1 || wide(points[0].qv) < kSmallestFlowOfPoint) return false;
   if (n == 1) {
     *nL2 = 1.0F;
     *kL2 = narrow(wide(points[0].L2) / wide(points[0].qv));
     return true;
   }
-  if (wide(points[1].qv) < kSmallestFlow) return false;
+  if (wide(points[1].qv) < kSmallestFlowOfPoint) return false;
   const Line line = line_through(points[0].qv, points[0].L2, points[1].qv, points[1].L2);
   *nL2 = narrow(line.exponent);
   *kL2 = narrow(line.coefficient);

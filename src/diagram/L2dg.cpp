@@ -24,7 +24,7 @@ ThrowChoices L2dg_choices;
 
 namespace {
 
-constexpr unsigned kClassRecordSize = 0x48;
+constexpr unsigned kThrowClassRecordSize = 0x48;
 
 bool registered;  // the class was tried; outside the state, since a class outlives it
 
@@ -32,7 +32,7 @@ bool registered;  // the class was tried; outside the state, since a class outli
 bool register_class(tavd_hmodule module) {
   if (registered) return true;
   registered = true;
-  return gwregisterclass(module, L2DG_WINDOW_CLASS, L2dg_diagram_proc, kClassRecordSize);
+  return gwregisterclass(module, L2DG_WINDOW_CLASS, L2dg_diagram_proc, kThrowClassRecordSize);
 }
 
 // Ends the former life of the diagram. What it still holds goes first, since its only address is in

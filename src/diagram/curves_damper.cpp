@@ -16,7 +16,7 @@
 namespace tavd {
 namespace {
 
-constexpr double kSmallestFlow = 1e-06;  // l/s or m/s, of a row that counts
+constexpr double kSmallestFlowOfRow = 1e-06;  // l/s or m/s, of a row that counts
 constexpr double kSamePosition = 0.001;  // damper positions this close are one
 constexpr double kAtRightEdge = 0.98;    // of xmax: a line that ends from here on leaves at the right
 
@@ -107,7 +107,7 @@ void draw_damper_lines(const FlowDiagram& dg, tavd_hdc hdc) {
   const int rows = row_count(fd.ndamper, TAVD_DAMPER_ROWS);
   for (int i = 0; i < rows; ++i) {
     const DamperPoint row = fd.damper[i];
-    if (!(row.qv > kSmallestFlow)) continue;
+    if (!(row.qv > kSmallestFlowOfRow)) continue;
     float dpref = row.dp;
     param_add_dp(&fd, row.qv, &dpref);
     show_static(dg, row.qv, &dpref);

@@ -9,7 +9,7 @@
 namespace tavd {
 namespace {
 
-constexpr double kSmallestFlow = 1e-06;      // l/s, of a point that counts
+constexpr double kSmallestFlowOfPoint = 1e-06;      // l/s, of a point that counts
 constexpr double kSmallestPressure = 1e-06;  // Pa, the same
 constexpr int kParabolaSpans = 10;
 
@@ -28,7 +28,7 @@ CurvePoint fan_point(const FlowDiagram& dg, int row) {
 // The square law from the origin through a point of the fan curve, false if that has no flow or pressure.
 bool limit_parabola(const FlowDiagram& dg, int row, Parabola* parabola) {
   const CurvePoint end = fan_point(dg, row);
-  if (!(end.x >= kSmallestFlow && end.y >= kSmallestPressure)) return false;
+  if (!(end.x >= kSmallestFlowOfPoint && end.y >= kSmallestPressure)) return false;
   const double qv = wide(end.x);
   const double k = wide(end.y) / (qv * qv);
   for (int i = 0; i <= kParabolaSpans; ++i) {
@@ -49,7 +49,7 @@ void draw_fan_curve(const FlowDiagram& dg, tavd_hdc hdc) {
   CurvePoint points[TAVD_FAN_ROWS];
   for (int i = 0; i < rows; ++i) {
     CurvePoint p = fan_point(dg, i);
-    if (p.x < kSmallestFlow || p.y < kSmallestPressure) return;
+    if (p.x < kSmallestFlowOfPoint || p.y < kSmallestPressure) return;
     show_static(dg, p.x, &p.y);
     points[i] = p;
   }

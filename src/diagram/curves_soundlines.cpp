@@ -18,7 +18,7 @@ namespace {
 constexpr int kMostGroups = 20;            // curves of a sound table
 constexpr double kSameResistance = 0.1;    // relative; rows within it are one damper setting
 constexpr double kSameFlow = 0.1;          // l/s or m/s; rows within it are one flow
-constexpr double kSmallestFound = 0.0001;  // Pa; a search that finds less has found nothing
+constexpr double kSmallestPressureFound = 0.0001;  // Pa; a search that finds less has found nothing
 
 constexpr int kMostLevels = 10;
 constexpr float kLevelStep = 5.0F;      // dB(A)
@@ -113,7 +113,7 @@ bool level_line(const FlowDiagram& dg, const LevelTable& table, const Groups& gr
                 LevelLine* line) {
   for (int g = 0; g < groups.count; ++g) {
     const float dp = lp_find(table, L, g);
-    if (dp < kSmallestFound) return false;
+    if (dp < kSmallestPressureFound) return false;
     CurvePoint p{flow_at(groups.key[g], dp), dp};
     show_static(dg, p.x, &p.y);
     line->points[line->count++] = p;

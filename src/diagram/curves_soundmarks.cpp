@@ -16,7 +16,7 @@ namespace tavd {
 namespace {
 
 constexpr float kLevels[] = {20, 25, 30, 35, 40};  // dB(A)
-constexpr double kSmallestFound = 0.0001;          // l/s or Pa; a search that finds less has found nothing
+constexpr double kSmallestMarkFound = 0.0001;          // l/s or Pa; a search that finds less has found nothing
 
 // A dot with its level to the right, as far as it has a place.
 void draw_mark(const FlowDiagram& dg, tavd_hdc hdc, float qv, float dp, float L, LevelTexts* texts) {
@@ -48,7 +48,7 @@ void draw_marks(const FlowDiagram& dg, tavd_hdc hdc, bool along_flow, PointAt po
   for (const float L : kLevels) {
     const float found = lp_find(table, L, 0);
     CurvePoint p{};
-    if (!(found < kSmallestFound) && point_at(r, table.row(0), found, &p)) {
+    if (!(found < kSmallestMarkFound) && point_at(r, table.row(0), found, &p)) {
       draw_mark(dg, hdc, p.x, p.y, L, &texts);
     }
   }

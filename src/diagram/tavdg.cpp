@@ -22,7 +22,7 @@
 namespace tavd {
 namespace {
 
-constexpr unsigned kClassRecordSize = 0x50;
+constexpr unsigned kFlowClassRecordSize = 0x50;
 constexpr int kMostModules = 10;
 
 FlowDiagram dg;
@@ -35,11 +35,11 @@ struct {
 } regmodules;
 
 // Once for each module; a refusal of the platform is not reported.
-void register_class(tavd_hmodule module) {
+void register_flow_class(tavd_hmodule module) {
   tavd_hmodule* const end = regmodules.modules + regmodules.count;
   if (std::find(regmodules.modules, end, module) != end) return;
   if (regmodules.count < kMostModules) regmodules.modules[regmodules.count++] = module;
-  gwregisterclass(module, TAVDG_WINDOW_CLASS, tavdg_diagram_proc, kClassRecordSize);
+  gwregisterclass(module, TAVDG_WINDOW_CLASS, tavdg_diagram_proc, kFlowClassRecordSize);
 }
 
 // Starts a new life of the diagram. What a former one still holds goes first, since its only address is in
@@ -48,7 +48,7 @@ void start(tavd_hmodule module, std::int16_t db) {
   release(dg);
   destroy_tools(dg);
   std::memset(&dg, 0, sizeof dg);
-  register_class(module != nullptr ? module : gwmodule());
+  register_flow_class(module != nullptr ? module : gwmodule());
   set_up(dg, db);
 }
 

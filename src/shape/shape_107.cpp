@@ -107,8 +107,6 @@ constexpr Sketch full = {.outline = hangers, .dimensions = full_dimensions};
 constexpr Dimension frame_length_dimension[] = {across(13, {115, 240}, {385, 240}, 335)};
 constexpr Sketch frame_length = {.dimensions = frame_length_dimension};
 
-constexpr Sketch nothing = {};
-
 constexpr int kFullValues = 7;
 constexpr int kWithFrameLength = 14;
 constexpr int kWithConnectionPlace = 16;
@@ -116,7 +114,7 @@ constexpr int kWithConnectionPlace = 16;
 // One of a table by the kind of connection, 1 to 3.
 const Sketch* by_kind(const ShapeState& picture, const Sketch (&sketches)[kKinds]) {
   const int kind = picture.values[1];
-  return kind >= 1 && kind <= kKinds ? &sketches[kind - 1] : &nothing;
+  return kind >= 1 && kind <= kKinds ? &sketches[kind - 1] : &kNoSketch;
 }
 
 void draw_full(const ShapeCanvas& canvas) {
@@ -130,8 +128,8 @@ void draw_full(const ShapeCanvas& canvas) {
           pipes == 1 ? &pipes_front_right : &pipes_front_left,
           canvas.state.values[7] < 1 ? &frame : &other_frame,
           &full,
-          canvas.state.nvalues >= kWithFrameLength ? &frame_length : &nothing,
-          canvas.state.nvalues >= kWithConnectionPlace ? by_kind(canvas.state, connection_places) : &nothing,
+          canvas.state.nvalues >= kWithFrameLength ? &frame_length : &kNoSketch,
+          canvas.state.nvalues >= kWithConnectionPlace ? by_kind(canvas.state, connection_places) : &kNoSketch,
           &unit_centres,
       });
 }
@@ -141,7 +139,7 @@ void draw_full(const ShapeCanvas& canvas) {
 void shape_107(const ShapeCanvas& canvas) {
   if (canvas.state.nvalues >= kFullValues) {
     draw_full(canvas);
-  } else if (by_kind(canvas.state, connections) != &nothing) {
+  } else if (by_kind(canvas.state, connections) != &kNoSketch) {
     draw_sketches(canvas, {&unit, by_kind(canvas.state, connections), &unit_centres});
   }
 }

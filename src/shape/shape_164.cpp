@@ -65,13 +65,11 @@ constexpr Dimension whole_dimensions[] = {
 };
 constexpr Sketch whole_depth = {.dimensions = whole_dimensions};
 
-constexpr Sketch nothing = {};
-
 }  // namespace
 
 void shape_164(const ShapeCanvas& canvas) {
   draw_sketches(canvas, {&face, canvas.state.values[3] < canvas.state.values[2] ? &narrow_body : &wide_body,
-                         &depth, canvas.state.values[7] > 0 ? &least_depth : &nothing, &whole_depth});
+                         &depth, canvas.state.values[7] > 0 ? &least_depth : &kNoSketch, &whole_depth});
 }
 
 }  // namespace tavd

@@ -8,7 +8,7 @@ namespace tavd {
 namespace {
 
 // Rectangular: the plan view above is not as high as the side view.
-constexpr Figure rectangular_outline[] = {rect({50, 90}, {350, 230}), rect({50, 300}, {350, 600})};
+constexpr Figure rectangular_casing[] = {rect({50, 90}, {350, 230}), rect({50, 300}, {350, 600})};
 constexpr Figure rectangular_axes[] = {line({20, 160}, {380, 160}), line({20, 450}, {380, 450})};
 constexpr Figure rectangular_ends_fine[] = {
     line({62, 90}, {62, 230}),
@@ -18,10 +18,10 @@ constexpr Figure rectangular_ends_fine[] = {
 };
 constexpr Point rectangular_centres[] = {{50, 160}, {350, 160}, {50, 450}, {350, 450}};
 constexpr Sketch rectangular = {
-    .outline = rectangular_outline, .hidden = rectangular_axes, .fine = rectangular_ends_fine};
+    .outline = rectangular_casing, .hidden = rectangular_axes, .fine = rectangular_ends_fine};
 constexpr Sketch rectangular_ends = {.centres = rectangular_centres};
 
-constexpr Figure round_outline[] = {rect({50, 100}, {350, 300}), rect({50, 400}, {350, 600})};
+constexpr Figure round_casing[] = {rect({50, 100}, {350, 300}), rect({50, 400}, {350, 600})};
 constexpr Figure round_axes[] = {line({20, 200}, {380, 200}), line({20, 500}, {380, 500})};
 constexpr Figure round_ends_fine[] = {
     line({62, 100}, {62, 300}),
@@ -30,7 +30,7 @@ constexpr Figure round_ends_fine[] = {
     line({338, 400}, {338, 600}),
 };
 constexpr Point round_centres[] = {{50, 200}, {350, 200}, {50, 500}, {350, 500}};
-constexpr Sketch round = {.outline = round_outline, .hidden = round_axes, .fine = round_ends_fine};
+constexpr Sketch round = {.outline = round_casing, .hidden = round_axes, .fine = round_ends_fine};
 constexpr Sketch round_ends = {.centres = round_centres};
 
 // Ends of the duct, left and right of both views, and the duct between them.
@@ -111,8 +111,6 @@ const Sketch* inside(int detail) {
   return &details[known ? static_cast<std::size_t>(detail) : 0];
 }
 
-constexpr Sketch nothing = {};
-
 }  // namespace
 
 void shape_180(const ShapeCanvas& canvas) {
@@ -120,11 +118,11 @@ void shape_180(const ShapeCanvas& canvas) {
   if (number == 180 || number == 181) {
     const bool ends = number == 181;
     draw_sketches(canvas,
-                  {&rectangular, ends ? &rectangular_stubs : &nothing, inside<450>(canvas.state.values[4]),
+                  {&rectangular, ends ? &rectangular_stubs : &kNoSketch, inside<450>(canvas.state.values[4]),
                    &length, ends ? &sizes_181 : &sizes_180, &rectangular_ends});
   } else {
     const bool ends = number == 183;
-    draw_sketches(canvas, {&round, ends ? &round_stubs : &nothing, inside<500>(canvas.state.values[3]),
+    draw_sketches(canvas, {&round, ends ? &round_stubs : &kNoSketch, inside<500>(canvas.state.values[3]),
                            &length, ends ? &sizes_183 : &sizes_182, &round_ends});
   }
 }

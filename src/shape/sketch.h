@@ -157,6 +157,7 @@ struct Sketch {
   std::span<const FreeText> texts = {};
   std::span<const Point> centres = {};
 };
+inline constexpr Sketch kNoSketch = {};
 
 void draw_sketch(const ShapeCanvas& canvas, const Sketch& sketch);
 // Several as one: the outlines of all, then the hidden edges of all, and so on.

@@ -178,7 +178,7 @@ constexpr Sketch sketch = {
     .outline = outline, .hidden = hidden, .fine = fine, .dimensions = dimensions, .centres = centres};
 }  // namespace s106
 
-constexpr NumberedSketch kSketches[] = {
+constexpr NumberedSketch kSketches102To106[] = {
     {102, &s102::sketch}, {103, &s103::sketch}, {104, &s104::sketch},
     {105, &s105::sketch}, {106, &s106::sketch},
 };
@@ -186,7 +186,7 @@ constexpr NumberedSketch kSketches[] = {
 }  // namespace
 
 std::span<const NumberedSketch> sketches_102_106() {
-  return kSketches;
+  return kSketches102To106;
 }
 
 }  // namespace tavd

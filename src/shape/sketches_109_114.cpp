@@ -249,7 +249,7 @@ constexpr Sketch sketch = {.outline = outline,
                            .centres = centres};
 }  // namespace s114
 
-constexpr NumberedSketch kSketches[] = {
+constexpr NumberedSketch kSketches109To114[] = {
     {109, &s109::sketch}, {110, &s110::sketch}, {112, &s112::sketch},
     {113, &s113::sketch}, {114, &s114::sketch},
 };
@@ -257,7 +257,7 @@ constexpr NumberedSketch kSketches[] = {
 }  // namespace
 
 std::span<const NumberedSketch> sketches_109_114() {
-  return kSketches;
+  return kSketches109To114;
 }
 
 }  // namespace tavd

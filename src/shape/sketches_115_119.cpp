@@ -244,7 +244,7 @@ constexpr Sketch sketch = {.outline = outline,
                            .centres = centres};
 }  // namespace s119
 
-constexpr NumberedSketch kSketches[] = {
+constexpr NumberedSketch kSketches115To119[] = {
     {115, &s115::sketch}, {116, &s116::sketch}, {117, &s117::sketch},
     {118, &s118::sketch}, {119, &s119::sketch},
 };
@@ -252,7 +252,7 @@ constexpr NumberedSketch kSketches[] = {
 }  // namespace
 
 std::span<const NumberedSketch> sketches_115_119() {
-  return kSketches;
+  return kSketches115To119;
 }
 
 }  // namespace tavd

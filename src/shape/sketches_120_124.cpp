@@ -176,7 +176,7 @@ constexpr Sketch sketch = {.outline = outline,
                            .centres = centres};
 }  // namespace s124
 
-constexpr NumberedSketch kSketches[] = {
+constexpr NumberedSketch kSketches120To124[] = {
     {120, &s120::sketch}, {121, &s121::sketch}, {122, &s122::sketch},
     {123, &s123::sketch}, {124, &s124::sketch},
 };
@@ -184,7 +184,7 @@ constexpr NumberedSketch kSketches[] = {
 }  // namespace
 
 std::span<const NumberedSketch> sketches_120_124() {
-  return kSketches;
+  return kSketches120To124;
 }
 
 }  // namespace tavd

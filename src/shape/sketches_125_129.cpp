@@ -206,7 +206,7 @@ constexpr Sketch sketch = {.outline = outline,
                            .centres = centres};
 }  // namespace s129
 
-constexpr NumberedSketch kSketches[] = {
+constexpr NumberedSketch kSketches125To129[] = {
     {125, &s125::sketch}, {126, &s126::sketch}, {127, &s127::sketch},
     {128, &s128::sketch}, {129, &s129::sketch},
 };
@@ -214,7 +214,7 @@ constexpr NumberedSketch kSketches[] = {
 }  // namespace
 
 std::span<const NumberedSketch> sketches_125_129() {
-  return kSketches;
+  return kSketches125To129;
 }
 
 }  // namespace tavd

@@ -324,7 +324,7 @@ constexpr Sketch sketch = {
     .outline = outline, .hidden = hidden, .fine = fine, .dimensions = dimensions, .centres = centres};
 }  // namespace s150
 
-constexpr NumberedSketch kSketches[] = {
+constexpr NumberedSketch kSketches130To151[] = {
     {130, &s130::sketch}, {131, &s131::sketch}, {132, &s132::sketch},     {133, &s133::sketch},
     {140, &s140::sketch}, {141, &s141::sketch}, {151, &s141::sketch_151}, {150, &s150::sketch},
 };
@@ -332,7 +332,7 @@ constexpr NumberedSketch kSketches[] = {
 }  // namespace
 
 std::span<const NumberedSketch> sketches_130_151() {
-  return kSketches;
+  return kSketches130To151;
 }
 
 }  // namespace tavd

@@ -178,7 +178,7 @@ constexpr Sketch sketch = {.outline = outline,
                            .centres = centres};
 }  // namespace s192
 
-constexpr NumberedSketch kSketches[] = {
+constexpr NumberedSketch kSketches170To192[] = {
     {170, &s170::sketch},
     {191, &s191::sketch},
     {192, &s192::sketch},
@@ -187,7 +187,7 @@ constexpr NumberedSketch kSketches[] = {
 }  // namespace
 
 std::span<const NumberedSketch> sketches_170_192() {
-  return kSketches;
+  return kSketches170To192;
 }
 
 }  // namespace tavd

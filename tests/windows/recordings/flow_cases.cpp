@@ -69,7 +69,7 @@ int start(const Product& product, Step before) {
   return tavdg_initdiagramdata(product.record);
 }
 
-void draw(tavd_hdc hdc) {
+void draw_flow(tavd_hdc hdc) {
   tavdg_create_drawing_tools();
   tavdg_draw_diagram(hdc);
   tavdg_destroy_drawing_tools();
@@ -82,7 +82,7 @@ void draw_values(const Product& product, Report& report) {
     tavdg_set_parameter(parameter.c_str(), value.c_str());
     choose_point(product);
     const int result = tavdg_initdiagramdata(product.record);
-    report.add(product.name, "flow " + parameter + "=" + value, result, drawn(draw));
+    report.add(product.name, "flow " + parameter + "=" + value, result, drawn(draw_flow));
   });
   tavdg_reset_parameters();
 }
@@ -93,7 +93,7 @@ void draw_flow_cases(const Product& product, Report& report) {
   for (const auto& each : kCases) {
     const int result = start(product, each.before);
     each.after(product);
-    report.add(product.name, std::string("flow ") + each.name, result, drawn(draw));
+    report.add(product.name, std::string("flow ") + each.name, result, drawn(draw_flow));
   }
   draw_values(product, report);
   const int result = start(product, choose_point);

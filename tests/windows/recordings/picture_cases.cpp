@@ -8,7 +8,7 @@
 namespace recordings {
 namespace {
 
-void draw(tavd_hdc hdc) {
+void draw_picture(tavd_hdc hdc) {
   tavdshapepic_create_drawing_tools();
   tavdshapepic_draw(hdc);
   tavdshapepic_destroy_drawing_tools();
@@ -37,7 +37,7 @@ void insert(std::int16_t db, tavb_rec& record, std::int16_t attribute, const std
 }
 
 void add(const Product& product, Report& report, const std::string& drawing) {
-  report.add(product.name, "picture " + drawing, 0, drawn(draw));
+  report.add(product.name, "picture " + drawing, 0, drawn(draw_picture));
 }
 
 }  // namespace
