@@ -14,6 +14,7 @@ inline constexpr std::size_t kFewPoints = 3;
 // How many sets this machine has of plain, AVX2, AVX-512; each comes with those before it.
 extern const std::size_t kMachinePaths;
 constexpr const char* kPathNames[] = {"plain", "avx2", "avx512"};
+constexpr std::size_t kWidestPath = 2;
 
 // The paths of Kernel::run, a static function: what it calls is compiled into it, for each set anew.
 template <typename Kernel, typename Function = decltype(&Kernel::run)>

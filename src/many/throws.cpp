@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "many/linepower.h"
 #include "many/logarithm.h"
 #include "many/nearly.h"
 #include "many/paths.h"
@@ -75,10 +76,37 @@ struct Kernel {
   }
 };
 
+// A line's tables cost what some hundred lengths do.
+constexpr std::size_t kManyFlows = 2048;
+
+std::size_t lengths_on_line(const ThrowLine& line, std::size_t n, const float* qv, float* lengths) {
+  constexpr std::size_t kBlock = LinePower::kBlock;
+  const LinePower power(line.coefficient, line.exponent);
+  std::size_t exact = 0;
+  std::int32_t uncertain[kBlock];
+  const std::size_t whole = n - n % kBlock;
+  for (std::size_t first = 0; first < whole; first += kBlock) {
+    if (!power.block(qv + first, line.factor, lengths + first, uncertain)) continue;
+    for (std::size_t i = 0; i < kBlock; ++i) {
+      if (uncertain[i] == 0) continue;
+      lengths[first + i] = exact_length(line, qv[first + i]);
+      ++exact;
+    }
+  }
+  return exact + Paths<Kernel>::best()(line, n - whole, qv + whole, lengths + whole);
+}
+
+bool has_line_power(const ThrowLine& line) {
+  return std::fabs(line.exponent) <= LinePower::kLargestExponent;
+}
+
 }  // namespace
 
 std::size_t throw_lengths_by(std::size_t path, const ThrowLine& line, std::size_t n, const float* qv,
                              float* lengths) {
+  if (path == kWidestPath && n >= kManyFlows && has_line_power(line)) {
+    return lengths_on_line(line, n, qv, lengths);
+  }
   return Paths<Kernel>::path(path)(line, n, qv, lengths);
 }
 
