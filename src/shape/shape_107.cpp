@@ -119,19 +119,19 @@ const Sketch* by_kind(const ShapeState& picture, const Sketch (&sketches)[kKinds
 
 void draw_full(const ShapeCanvas& canvas) {
   const int pipes = canvas.state.values[12];  // 1 and 2: as far left and as far right as one view shows them
-  draw_sketches(
-      canvas,
-      {
-          &unit,
-          by_kind(canvas.state, connections),
-          pipes == 2 ? &pipes_right : &pipes_left,
-          pipes == 1 ? &pipes_front_right : &pipes_front_left,
-          canvas.state.values[7] < 1 ? &frame : &other_frame,
-          &full,
-          canvas.state.nvalues >= kWithFrameLength ? &frame_length : &kNoSketch,
-          canvas.state.nvalues >= kWithConnectionPlace ? by_kind(canvas.state, connection_places) : &kNoSketch,
-          &unit_centres,
-      });
+  draw_sketches(canvas,
+                {
+                    &unit,
+                    by_kind(canvas.state, connections),
+                    pipes == 2 ? &pipes_right : &pipes_left,
+                    pipes == 1 ? &pipes_front_right : &pipes_front_left,
+                    canvas.state.values[7] < 1 ? &frame : &other_frame,
+                    &full,
+                    canvas.state.nvalues >= kWithFrameLength ? &frame_length : &kNoSketch,
+                    canvas.state.nvalues >= kWithConnectionPlace ? by_kind(canvas.state, connection_places)
+                                                                 : &kNoSketch,
+                    &unit_centres,
+                });
 }
 
 }  // namespace
