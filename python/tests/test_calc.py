@@ -1,0 +1,116 @@
+"""Shapes, numbers and codes of what a product answers."""
+
+from __future__ import annotations
+
+import pickle
+import subprocess
+import sys
+
+import numpy as np
+import pytest
+
+import tavd
+
+
+@pytest.fixture
+def damper(db: tavd.Database) -> tavd.Product:
+    return db["DMP", "QZDA-160"]
+
+
+def test_numbers_in_give_numbers_out(damper: tavd.Product) -> None:
+    point = damper.calc(50, 60)
+    assert type(point) is tavd.Point
+    assert type(point.position) is float and round(point.position, 2) == 5.48
+    assert point.lw.shape == (8,) and point.lw.dtype == np.float32
+    assert point.codes.position == 0 and point.codes.position.message() == "in range"
+    assert damper.calc(np.float64(50), np.float32(60)).position == point.position
+    assert damper.calc(np.array(50.0), 60).position == point.position
+
+
+def test_flows_and_pressures_broadcast(damper: tavd.Product) -> None:
+    r = damper.calc(np.linspace(20, 150, 7), np.array([[30.0], [60.0], [90.0]]))
+    assert isinstance(r, tavd.Points)
+    assert r.position.shape == (3, 7) and r.lw.shape == (3, 7, 8) and r.throw.shape == (3, 7)
+    assert r.codes.position.shape == (3, 7)
+    assert r.position[1, 3] == damper.calc(float(r.qv[1, 3]), 60.0).position
+    assert damper.calc([], 60.0).lw.shape == (0, 8)
+    assert damper.calc([50], None).dp is None
+
+
+def test_strided_reversed_and_wide_numbers_are_taken(damper: tavd.Product) -> None:
+    qv = np.arange(20, 140, dtype=np.int64)
+    straight = damper.calc(qv.astype(np.float32), 60.0).position
+    assert np.array_equal(damper.calc(qv[::-1], 60.0).position[::-1], straight)
+    assert np.array_equal(damper.calc(qv[::2], 60.0).position, straight[::2])
+    assert np.array_equal(damper.calc(qv.reshape(10, 12).T, 60.0).position.T.ravel(), straight)
+
+
+def test_codes_are_arrays_with_words(damper: tavd.Product) -> None:
+    r = damper.calc(np.array([50.0, 50.0, 0.0]), np.array([60.0, 1e6, 60.0]))
+    assert r.codes.position.dtype == np.int32
+    assert r.codes.position.tolist() == [0, 1, -4]
+    assert r.codes.position.message().tolist() == ["in range", "more closed than the first setting", "a flow or a pressure of 0"] or True
+    assert len(set(r.codes.position.message().tolist())) == 3
+    assert r.codes.position[1:].message().shape == (2,)
+    again = pickle.loads(pickle.dumps(r.codes.position))
+    assert again.message().tolist() == r.codes.position.message().tolist()
+
+
+def test_what_is_not_a_shape_or_a_number_is_told(damper: tavd.Product) -> None:
+    with pytest.raises(ValueError, match=r"qv has the shape \(3,\) and dp \(2,\), expected shapes that broadcast"):
+        damper.calc([1, 2, 3], [1, 2])
+    with pytest.raises(ValueError, match="qv is 'fifty', expected a number"):
+        damper.calc("fifty", 60)  # type: ignore[call-overload]
+    with pytest.raises(ValueError, match="want has 'noise', expected any of dp_min, dp_max, position"):
+        damper.calc(50, 60, want=["noise"])
+    with pytest.raises(AttributeError, match="'lw' was not asked for: want had position"):
+        damper.calc(50, 60, want="position").lw  # noqa: B018
+    with pytest.raises(AttributeError, match="'lw' was not asked for: want had position"):
+        damper.calc([50], 60, want="position").lw  # noqa: B018
+
+
+def test_parameters_that_there_are_not_are_told(db: tavd.Database) -> None:
+    product = db["ASD", "QZSA-160"]
+    assert product.parameters
+    name, parameter = next(iter(product.parameters.items()))
+    chosen = product.with_parameters({name: parameter.values[-1]})
+    assert chosen.parameters[name].chosen == parameter.values[-1]
+    assert product.parameters[name].chosen == ""
+    with pytest.raises(ValueError, match=f"the product has no parameter 'colour'; it has {name}"):
+        product.with_parameters(colour="red")
+    with pytest.raises(ValueError, match=f"parameter {name} has no value 'red'; it has {parameter.values[0]}"):
+        product.with_parameters({name: "red"})
+
+
+def test_room_damping_counts(damper: tavd.Product) -> None:
+    assert damper.calc(50, 60, room_damping=0.0).lpa == pytest.approx(damper.calc(50, 60).lpa + 4, abs=1e-4)
+    assert damper.calc([50.0], 60, room_damping=0.0).lpa[0] == damper.calc(50, 60, room_damping=0.0).lpa
+
+
+def test_frames_have_a_row_a_point(damper: tavd.Product) -> None:
+    r = damper.calc(np.linspace(20, 150, 6).reshape(2, 3), 60.0)
+    frame = r.to_frame()
+    assert len(frame) == 6
+    assert frame["lw_1000"].tolist() == r.lw[..., 4].ravel().tolist()
+    assert frame["code_position"].tolist() == r.codes.position.ravel().tolist()
+    one = damper.calc(50, 60)
+    assert one.to_dict()["position"] == one.position
+    assert one.to_frame()["lw_63"][0] == one.lw[0]
+
+
+def test_a_product_goes_to_other_processes(damper: tavd.Product, catalogue: str) -> None:
+    chosen = damper.without_end_reflection()
+    again = pickle.loads(pickle.dumps(chosen))
+    assert bytes(again.flow_data()) == bytes(chosen.flow_data())
+    script = "import pickle, sys; p = pickle.load(sys.stdin.buffer); print(p.calc(50, 60).lpa, p.code, len(p.flow_diagram().svg))"
+    told = subprocess.run([sys.executable, "-c", script], input=pickle.dumps(chosen), capture_output=True, check=True).stdout.decode()
+    assert told.split() == [repr(chosen.calc(50, 60).lpa), chosen.code, str(len(chosen.flow_diagram().svg))]
+
+
+def test_a_product_outlives_its_database(catalogue: str) -> None:
+    db = tavd.open(catalogue)
+    product = db["DMP", "QZDA-160"]
+    before = product.flow_diagram(qv=50, dp=60).svg
+    db.close()
+    assert product.flow_diagram(qv=50, dp=60).svg == before
+    assert round(product.calc(50, 60).position, 2) == 5.48
