@@ -1,7 +1,10 @@
-# Debian packages: one for each library, libtavd-dev for those who build on them, and tavd with the program.
+# Debian packages: one for each library, libtavd-dev for those who build on them, tavd with the program, and python3-tavd.
 set(CPACK_GENERATOR DEB)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_COMPONENTS_ALL ${library_components} development program)
+if(TARGET python_package)
+  list(APPEND CPACK_COMPONENTS_ALL python)
+endif()
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 set(CPACK_DEBIAN_PACKAGE_MAINTAINER "tavd maintainers <maintainers@ventilation.example>")
@@ -63,6 +66,22 @@ tavd_debian(program tavd science "ventilation products on the command line"
 The program tavd lists, calculates, sweeps and draws the products of a
 database, and makes databases from text and checks them. A sample
 catalogue comes with it.")
+
+if(TARGET python_package)
+  tavd_debian(python python3-tavd python "ventilation products in Python"
+"${about}
+With this package Python calculates products in arrays of NumPy, selects
+them for schedules, and shows their diagrams in notebooks.")
+  set(CPACK_COMPONENT_PYTHON_DEPENDS ${library_components})
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_ARCHITECTURE all)
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_SHLIBDEPS OFF)
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS "python3 (>= 3.11), python3-numpy")
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_RECOMMENDS "python3-pandas, tavd")
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS "python3-matplotlib, jupyter-notebook")
+  # Debian's Python compiles what is installed, and clears that away.
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_SOURCE_DIR}/debian/python/postinst
+    ${CMAKE_CURRENT_SOURCE_DIR}/debian/python/prerm)
+endif()
 
 set(CPACK_COMPONENT_LIBTAVD_DEPENDS libtavdsrv libtavdgui)
 set(CPACK_COMPONENT_LIBTAVDN_DEPENDS libtavdsrv libtavdgui)

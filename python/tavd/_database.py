@@ -2,21 +2,22 @@
 
 from __future__ import annotations
 
-import difflib
 import os
 import threading
 import weakref
 from collections.abc import Iterable, Iterator
 from contextlib import contextmanager
-from typing import Any
+from typing import TYPE_CHECKING, Any
 
 from tavd import _binding, _record, _tables
 from tavd._declarations import CONSTANTS, INTERFACE
 from tavd._errors import Error, NotFoundError
 from tavd._languages import language_number, language_of_market
 from tavd._product import KINDS, Duct, Product
-from tavd._select import Selector
 from tavd._wording import printable
+
+if TYPE_CHECKING:
+    from tavd._select import Selector
 
 _CLASS_CHARS = 3
 _ID_CHARS = 30
@@ -191,6 +192,8 @@ class Database:
         """
         with self._selecting:
             if self._selector is None:
+                from tavd._select import Selector
+
                 self._selector = Selector(self)
             selector = self._selector
         return selector.select(schedule, duty)
@@ -254,6 +257,8 @@ class Database:
         ids = [_record.key_of(self._handle, rec)[1] for rec in self._records(class_id)]
         if not ids:
             return self._no_class(class_id)
+        import difflib
+
         near = difflib.get_close_matches(object_id, ids, _NEAR_IDS)
         told = f"; near it: {', '.join(near)}" if near else "; products() shows what there is"
         return NotFoundError(f"no product {object_id!r} of class {class_id!r} in {self.path}{told}")

@@ -9,7 +9,6 @@ from functools import lru_cache
 from typing import TYPE_CHECKING, Any, NamedTuple, overload
 
 import numpy as np
-from numpy.typing import ArrayLike, NDArray
 
 from tavd import _binding
 from tavd._declarations import CONSTANTS
@@ -18,6 +17,8 @@ from tavd._results import ANSWERS, CODE_OF, FIELDS, SIZE, Point, Points, Wanted
 from tavd._wording import narrow_text
 
 if TYPE_CHECKING:
+    from numpy.typing import ArrayLike, NDArray
+
     from tavd._drawing import Drawing
 
 ROOM_DAMPING = 4.0

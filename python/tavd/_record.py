@@ -4,9 +4,8 @@ from __future__ import annotations
 
 import ctypes
 import threading
-from dataclasses import dataclass
 from functools import lru_cache
-from typing import Any
+from typing import Any, NamedTuple
 
 from tavd import _binding
 from tavd._declarations import CONSTANTS
@@ -19,8 +18,7 @@ process_lock = threading.RLock()
 """Held while market area and language of the process are set and used."""
 
 
-@dataclass(frozen=True)
-class Record:
+class Record(NamedTuple):
     """A product as it is stored. Everything is a value, so that it can be sent to other processes."""
 
     class_id: str

@@ -6,7 +6,15 @@ import struct
 from typing import TYPE_CHECKING, Any, Generic, TypeVar, overload
 
 import numpy as np
-from numpy.typing import NDArray
+
+if TYPE_CHECKING:
+    # What is for type checkers alone is not loaded: it would take as long as all of this package.
+    from numpy.typing import NDArray
+
+    _Int32Array = np.ndarray[Any, np.dtype[np.int32]]
+    _FloatArray = NDArray[np.float32]
+else:
+    _Int32Array = _FloatArray = np.ndarray
 
 BANDS = (63, 125, 250, 500, 1000, 2000, 4000, 8000)
 """Octave bands, Hz: the last axis of `lw` and `dlw`."""
@@ -88,12 +96,6 @@ class Code(int):
         return message(self.function, int(self))
 
 
-if TYPE_CHECKING:
-    _Int32Array = np.ndarray[Any, np.dtype[np.int32]]
-else:
-    _Int32Array = np.ndarray
-
-
 class Codes(_Int32Array):
     """Codes of many points, int32; 0 is success."""
 
@@ -160,7 +162,7 @@ class _Number(_Of[float]):
         return value
 
 
-class _Bands(_Of[NDArray[np.float32]]):
+class _Bands(_Of[_FloatArray]):
     def take(self, data: bytes) -> NDArray[np.float32]:
         return np.frombuffer(data, np.float32, len(BANDS), self._place).copy()
 

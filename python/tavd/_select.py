@@ -10,7 +10,6 @@ from collections.abc import Callable, Iterable, Mapping, Sequence
 from typing import TYPE_CHECKING, Any
 
 import numpy as np
-from numpy.typing import NDArray
 
 from tavd import _binding, _record, _tables
 from tavd._declarations import CONSTANTS
@@ -21,6 +20,8 @@ from tavd._units import FLOWS, PRESSURES, in_base
 from tavd._wording import narrow_text, printable, shown
 
 if TYPE_CHECKING:
+    from numpy.typing import NDArray
+
     from tavd._database import Database
 
 _USUAL_HITS = 5
