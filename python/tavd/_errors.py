@@ -12,3 +12,6 @@ class NotFoundError(Error, KeyError):
 
     def __str__(self) -> str:
         return Exception.__str__(self)  # a KeyError would show its text between quotes
+
+
+Error.__module__ = NotFoundError.__module__ = "tavd"  # as they are told

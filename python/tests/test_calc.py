@@ -49,8 +49,7 @@ def test_codes_are_arrays_with_words(damper: tavd.Product) -> None:
     r = damper.calc(np.array([50.0, 50.0, 0.0]), np.array([60.0, 1e6, 60.0]))
     assert r.codes.position.dtype == np.int32
     assert r.codes.position.tolist() == [0, 1, -4]
-    assert r.codes.position.message().tolist() == ["in range", "more closed than the first setting", "a flow or a pressure of 0"] or True
-    assert len(set(r.codes.position.message().tolist())) == 3
+    assert r.codes.position.message().tolist() == ["in range", "more throttled than the first setting", "flow or pressure is too small"]
     assert r.codes.position[1:].message().shape == (2,)
     again = pickle.loads(pickle.dumps(r.codes.position))
     assert again.message().tolist() == r.codes.position.message().tolist()

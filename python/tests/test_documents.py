@@ -60,3 +60,11 @@ def test_the_notebook_runs_from_top_to_bottom(catalogue: str, tmp_path: pathlib.
     shown = {kind for cell in notebook.cells if cell.cell_type == "code" for output in cell.outputs for kind in output.get("data", {})}
     assert {"image/svg+xml", "image/png", "text/html"} <= shown
     assert "QZ" in str(notebook.cells[-1])
+
+
+def test_the_readme_begins_as_it_says(catalogue: str) -> None:
+    text = (ROOT / "README.md").read_text(encoding="utf-8")
+    (block,) = re.findall(r"^```python\n(.*?)^```", text, re.S | re.M)
+    names: dict[str, object] = {}
+    exec(block.replace("/usr/share/tavd/catalogue.tavdb", catalogue), names)
+    assert names["r"].position.shape == (10_000,)  # type: ignore[attr-defined]
