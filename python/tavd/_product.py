@@ -478,7 +478,11 @@ def _single() -> Any:
 
 
 def _wanted(want: Iterable[str]) -> Wanted:
-    names = [want] if isinstance(want, str) else list(want)
+    return _wanted_of((want,) if isinstance(want, str) else tuple(want))
+
+
+@lru_cache(maxsize=None)
+def _wanted_of(names: tuple[str, ...]) -> Wanted:
     for name in names:
         if name not in CODE_OF:
             raise ValueError(f"want has {name!r}, expected any of {', '.join(ANSWERS)}")

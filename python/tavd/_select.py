@@ -14,7 +14,7 @@ import numpy as np
 from tavd import _binding, _record, _tables
 from tavd._declarations import CONSTANTS
 from tavd._errors import Error, NotFoundError
-from tavd._product import ROOM_DAMPING
+from tavd._product import DAMPERS, ROOM_DAMPING
 from tavd._results import BANDS, message
 from tavd._units import FLOWS, PRESSURES, in_base
 from tavd._wording import narrow_text, printable, shown
@@ -314,44 +314,47 @@ class _Catalogue:
         if reason:
             raise Error(reason)
         self.count = int(_binding.function("tavdn_catalogue_count")(self.address))
-        self._list()
-        self._refuse_unknown(sets)
-
-    def _list(self) -> None:
-        """What the table of an answer says of the products, made once."""
-        listed = _binding.function("tavdn_catalogue_product")
-        variant = _binding.function("tavdn_catalogue_variant")
-        flow_data = _binding.function("tavdn_flowdata")
-        names = ("class", "id", "code", "description", "size")
-        self.texts = {name: np.empty(self.count, dtype=object) for name in names}
-        self.area = np.zeros(self.count, np.float32)
+        self.texts = {name: np.empty(self.count, dtype=object) for name in ("class", "id", "code", "description", "size")}
         self.is_damper = np.zeros(self.count, np.bool_)
         self.is_fan = np.zeros(self.count, np.bool_)
-        self.parameters: dict[str, str] = {}
-        for index in range(self.count):
-            product = listed(self.address, index).contents
+        self._is_described = np.zeros(self.count, np.bool_)
+        listed = _binding.function("tavdn_catalogue_product")
+        self.classes = {listed(self.address, index).contents.class_id.decode().ljust(3) for index in range(self.count)}
+        if any(sets):
+            self._refuse_unknown(sets)
+
+    def describe(self, products: NDArray[np.uint32]) -> None:
+        """Makes what a table says of these products ready: of most nobody asks."""
+        for index in np.unique(products[~self._is_described[products]]).tolist():
+            product = _binding.function("tavdn_catalogue_product")(self.address, index).contents
+            kind = self._flow(index).kind
             duct = product.duct
             size = f"{duct.b}" if duct.shape == CONSTANTS["TAVD_DUCT_ROUND"] else f"{duct.b}x{duct.h}"
             row = (narrow_text(product.class_id), narrow_text(product.object_id), _wide(product.code), _wide(product.description),
                    size if duct.b else "")  # fmt: skip
-            for name, text in zip(names, row):
-                self.texts[name][index] = text
-            flow = flow_data(variant(self.address, index, 0)).contents
-            self.area[index] = product.area
-            self.is_damper[index] = flow.kind in (CONSTANTS["TAVD_KIND_DAMPER"], CONSTANTS["TAVD_KIND_DAMPER_VELOCITY"])
-            self.is_fan[index] = flow.kind == CONSTANTS["TAVD_KIND_FAN"]
-            for table in flow.par[: flow.npar]:
-                name = narrow_text(table.name)
-                self.parameters[name.lower()] = name
-        self.classes = {class_id.ljust(3) for class_id in self.texts["class"].tolist()}
+            for texts, text in zip(self.texts.values(), row):
+                texts[index] = text
+            self.is_damper[index] = kind in DAMPERS
+            self.is_fan[index] = kind == CONSTANTS["TAVD_KIND_FAN"]
+            self._is_described[index] = True
+
+    def _flow(self, index: int) -> Any:
+        variant = _binding.function("tavdn_catalogue_variant")(self.address, index, 0)
+        return _binding.function("tavdn_flowdata")(variant).contents
 
     def _refuse_unknown(self, sets: Iterable[Values]) -> None:
         """A name that no product knows is a mistake: it would choose nothing without a word."""
+        known: dict[str, str] = {}
+        for index in range(self.count):
+            flow = self._flow(index)
+            for table in flow.par[: flow.npar]:
+                name = narrow_text(table.name)
+                known[name.lower()] = name
         for values in sets:
             for name, _ in values:
-                if name.lower() not in self.parameters:
-                    known = ", ".join(sorted(self.parameters.values())) or "none"
-                    raise ValueError(f"no product in {self.path} has a parameter {name!r}; there are {known}")
+                if name.lower() not in known:
+                    told = ", ".join(sorted(known.values())) or "none"
+                    raise ValueError(f"no product in {self.path} has a parameter {name!r}; there are {told}")
 
     def answer(self, duties: _Duties, explain: bool, threads: int) -> _Answer:
         count = len(duties.records)
@@ -408,6 +411,7 @@ class _Answer:
     def _of_hits(self) -> dict[str, Any]:
         catalogue, hits = self._catalogue, self._hits
         product = hits["product"]
+        catalogue.describe(product)
         unknown = hits["unknown"]
         is_damper, is_fan = catalogue.is_damper[product], catalogue.is_fan[product]
         has_range = hits["range_code"] == 0
