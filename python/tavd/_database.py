@@ -9,7 +9,7 @@ from collections.abc import Iterable, Iterator
 from contextlib import contextmanager
 from typing import TYPE_CHECKING, Any
 
-from tavd import _binding, _record, _tables
+from tavd import _binding, _layers, _record, _tables
 from tavd._declarations import CONSTANTS, INTERFACE
 from tavd._errors import Error, NotFoundError
 from tavd._languages import language_number, language_of_market
@@ -57,6 +57,8 @@ class Database:
 
     def __init__(self, path: str | os.PathLike[str], market: str = "", language: str | int = "") -> None:
         self.path = os.fspath(path)
+        if "\0" in self.path:
+            raise ValueError(f"a path is {self.path!r}, expected one without a NUL")
         self.market = market.upper()
         self.language = language_number(language) if language != "" else language_of_market(market)
         _check_interface()
@@ -70,6 +72,7 @@ class Database:
         self._end = weakref.finalize(self, _binding.function("tavdsrv_closedatabase"), self._handle)
         self._selector: Selector | None = None
         self._selecting = threading.Lock()
+        self._plain: set[tuple[str, str]] = set()  # classes and beginnings of ids without a layered product
 
     def close(self) -> None:
         """Closes the database. Products that came from it stay as they are. Closing a second time does nothing."""
@@ -96,14 +99,17 @@ class Database:
     # ---- Products
 
     def __getitem__(self, key: tuple[str, str]) -> Product:
-        """The product of a class and an object id. Raises tavd.NotFoundError, which names those that come near."""
+        """The product of a class and an object id, which may be that of a variant of a layered product: it is then put
+        together. Raises tavd.NotFoundError, which names those that come near."""
         class_id, object_id = _key(key)
         with self._found(class_id, object_id) as rec:
+            is_family = rec is not None and _record.sizing_mode(self.handle, rec) in _FAMILIES
+            if not is_family:
+                variant = self._variant(class_id, object_id)
+                if variant is not None:
+                    return variant
             if rec:
-                with _record.process_lock:
-                    self._set_texts()
-                    record = _record.read(self.handle, rec)
-                return Product(record)
+                return self._product(rec)
         raise self._not_found(class_id, object_id)
 
     def __contains__(self, key: object) -> bool:
@@ -199,11 +205,28 @@ class Database:
         return selector.select(schedule, duty)
 
     def refresh(self) -> None:
-        """Has the next selection read the products again."""
+        """Has the next selection read the products again, and layered products be looked for again."""
         with self._selecting:
             self._selector = None
+        self._plain = set()
 
     # ---- How records are found
+
+    def _product(self, rec: int, layers: tuple[str, ...] = ()) -> Product:
+        with _record.process_lock:
+            self._set_texts()
+            record = _record.read(self.handle, rec, layers)
+        return Product(record)
+
+    def _variant(self, class_id: str, object_id: str) -> Product | None:
+        """A variant of a layered product; None if there is none of this id."""
+        begins = (class_id, _layers.beginning(object_id))
+        if not begins[1] or begins in self._plain or len(object_id.encode()) > _ID_CHARS:
+            return None
+        with _layers.put_together(self.handle, class_id, object_id) as (rec, layers, is_layered):
+            if not is_layered:
+                self._plain.add(begins)
+            return None if rec is None else self._product(rec, layers)
 
     def _set_texts(self) -> None:
         _binding.function("tavdcore_set_market_area")(self.market.encode("ascii", "replace"))
@@ -268,6 +291,7 @@ class Database:
         return NotFoundError(f"no class {class_id!r} in {self.path}; it {'has ' + known if known else 'holds no products'}")
 
 
+_FAMILIES = (CONSTANTS["TAVD_SIZING_PATTERN"], CONSTANTS["TAVD_SIZING_LIST"])
 _NO_PRODUCTS = (str(CONSTANTS["TAVD_FILEHEADER_CLASS"]).encode(), str(CONSTANTS["TAVD_MODEL_CLASS"]).encode())
 
 
@@ -293,6 +317,8 @@ def _row(db: int, rec: int) -> tuple[Any, ...]:
 def _key(key: object) -> tuple[str, str]:
     if not (isinstance(key, tuple) and len(key) == 2 and all(isinstance(part, str) for part in key)):
         raise TypeError(f"a product is asked for by {key!r}, expected its class and its object id such as db['DMP', 'QZDA-160']")
+    if "\0" in key[0] + key[1]:
+        raise ValueError(f"a product is asked for by {key!r}, expected names without a NUL")
     return _class(key[0]), key[1].rstrip(" ")
 
 

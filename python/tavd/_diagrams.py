@@ -54,16 +54,15 @@ _MOST_ROOM = 4000
 
 def flow_diagram(
     product: Product,
-    qv: float | None = None,
-    dp: float | None = None,
-    *,
-    limits: tuple[float, float] | None = None,
-    levels: tuple[float, float, float] | None = None,
-    labels: Mapping[float, str] | None = None,
-    units: tuple[str, str] = ("l/s", "Pa"),
-    static: bool = False,
-    title: str = "",
-    size: tuple[int, int] = (1200, 900),
+    qv: float | None,
+    dp: float | None,
+    limits: tuple[float, float] | None,
+    levels: tuple[float, float, float] | None,
+    labels: Mapping[float, str] | None,
+    units: tuple[str, str],
+    static: bool,
+    title: str,
+    size: tuple[int, int],
 ) -> Drawing:
     """Product.flow_diagram."""
     if dp is not None and qv is None:
@@ -113,9 +112,7 @@ def flow_diagram(
                       _DIAGRAM, _FLOW_PENS, drawn_title, draw)  # fmt: skip
 
 
-def throw_diagram(
-    product: Product, qv: float | None = None, *, value: object = "", unit: str = "l/s", title: str = "", size: tuple[int, int] = (1200, 900)
-) -> Drawing:
+def throw_diagram(product: Product, qv: float | None, value: object, unit: str, title: str, size: tuple[int, int]) -> Drawing:
     """Product.throw_diagram."""
     xunit = _unit("unit", unit, _THROW_FLOWS)
     flow = product.flow_data()
@@ -144,7 +141,7 @@ def throw_diagram(
                    size, _DIAGRAM, _THROW_PENS, drawn_title, draw)  # fmt: skip
 
 
-def sketch(product: Product, *, title: str = "", size: tuple[int, int] = (500, 840)) -> Drawing:
+def sketch(product: Product, title: str, size: tuple[int, int]) -> Drawing:
     """Product.sketch."""
     if not product.record.has_shape:
         raise Error(f"{product.class_id} {product.id} has no shape to draw")
@@ -232,7 +229,7 @@ def _title(product: Product, drawn: str, is_own: bool) -> tuple[bytes, Any]:
 
 
 def _name(product: Product, title: str) -> str:
-    return printable(title) or product.code or product.id
+    return printable(title) or product.record.code or product.id
 
 
 def brief(value: float) -> str:

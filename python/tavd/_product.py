@@ -12,7 +12,7 @@ import numpy as np
 
 from tavd import _binding
 from tavd._declarations import CONSTANTS
-from tavd._record import Record
+from tavd._record import Record, filled_code
 from tavd._results import ANSWERS, CODE_OF, FIELDS, SIZE, Point, Points, Wanted
 from tavd._wording import narrow_text
 
@@ -105,8 +105,8 @@ class Product:
 
     @property
     def code(self) -> str:
-        """Product code of the market area that the database was opened for."""
-        return self.record.code
+        """Product code of the market area that the database was opened for, with the size in it where it has a place for it."""
+        return filled_code(self.record.code, self.record.duct)
 
     @property
     def description(self) -> str:
@@ -117,6 +117,11 @@ class Product:
     def web_link(self) -> str:
         """Web link of the market area; empty if there is none."""
         return self.record.web_link
+
+    @property
+    def layers(self) -> tuple[str, ...]:
+        """Ids of the records that a layered product is put together from, those asked first in front; else empty."""
+        return self.record.layers
 
     @property
     def duct(self) -> Duct:
@@ -331,7 +336,19 @@ class Product:
 
     # ---- What it looks like
 
-    def flow_diagram(self, qv: float | None = None, dp: float | None = None, **settings: Any) -> Drawing:
+    def flow_diagram(
+        self,
+        qv: float | None = None,
+        dp: float | None = None,
+        *,
+        limits: tuple[float, float] | None = None,
+        levels: tuple[float, float, float] | None = None,
+        labels: Mapping[float, str] | None = None,
+        units: tuple[str, str] = ("l/s", "Pa"),
+        static: bool = False,
+        title: str = "",
+        size: tuple[int, int] = (1200, 900),
+    ) -> Drawing:
         """The flow diagram: pressure over flow. It shows itself in a notebook; .save("x.svg") writes it.
 
         qv, dp     operating point to mark, l/s (m/s if `by_velocity`) and Pa
@@ -350,9 +367,11 @@ class Product:
         """
         from tavd import _diagrams
 
-        return _diagrams.flow_diagram(self, qv, dp, **settings)
+        return _diagrams.flow_diagram(self, qv, dp, limits, levels, labels, units, static, title, size)
 
-    def throw_diagram(self, qv: float | None = None, **settings: Any) -> Drawing:
+    def throw_diagram(
+        self, qv: float | None = None, *, value: object = "", unit: str = "l/s", title: str = "", size: tuple[int, int] = (1200, 900)
+    ) -> Drawing:
         """The throw length diagram: throw length over flow.
 
         qv     flow to mark, l/s
@@ -366,9 +385,9 @@ class Product:
         """
         from tavd import _diagrams
 
-        return _diagrams.throw_diagram(self, qv, **settings)
+        return _diagrams.throw_diagram(self, qv, value, unit, title, size)
 
-    def sketch(self, **settings: Any) -> Drawing:
+    def sketch(self, *, title: str = "", size: tuple[int, int] = (500, 840)) -> Drawing:
         """The dimensioned sketch.
 
         title  in place of the product code, at most 79 characters
@@ -379,7 +398,7 @@ class Product:
         """
         from tavd import _diagrams
 
-        return _diagrams.sketch(self, **settings)
+        return _diagrams.sketch(self, title, size)
 
 
 class _Prepared:
@@ -501,7 +520,8 @@ def _choose(flow: Any, name: str, value: str) -> None:
     if _binding.function("tavca_param_setvalue")(flow, name.encode(), value.encode()) != 0:
         known = ", ".join(narrow_text(table.name) for table in flow.par[: flow.npar])
         raise ValueError(f"the product has no parameter {name!r}; it has {known or 'none'}")
-    tables = [table for table in flow.par[: flow.npar] if narrow_text(table.name).lower() == name.lower()]
+    # Of the name that is asked for so many characters count.
+    tables = [table for table in flow.par[: flow.npar] if narrow_text(table.name).lower() == name.lower()[:_PARAMETER_CHARS]]
     values = [narrow_text(row.value) for row in tables[0].table[: tables[0].count]]
     if value and not _is_known(values, value):
         raise ValueError(f"parameter {name} has no value {value!r}; it has {', '.join(values)}")

@@ -34,6 +34,7 @@ class Record(NamedTuple):
     narrow_title: bytes
     wide_title: bytes  # UTF-16
     wide_form: bool | None  # of the flow diagram's title: whether it is wide; None: there is none
+    layers: tuple[str, ...]  # ids of the records that it is put together from, those asked first in front
 
 
 @lru_cache(maxsize=None)
@@ -84,6 +85,25 @@ def wide_form(db: int) -> bool | None:
     return False if texts.value in (CONSTANTS["TAVD_TEXTS_DEFAULT"], CONSTANTS["TAVD_TEXTS_DEFAULT_2"]) else None
 
 
+def sizing_mode(db: int, rec: int) -> int:
+    """How a record takes part in a family or a layered product, TAVD_SIZING_; 0 if it says nothing."""
+    mode = ctypes.c_int16()
+    functions().tavbcopyatt(db, rec, CONSTANTS["TAVD_ATT_SIZING_MODE"], None, ctypes.byref(mode), 2)
+    return mode.value
+
+
+def filled_code(code: str, duct: bytes) -> str:
+    """A product code with the duct's size in the place of its fields; as it is if it has none, or others than fit."""
+    if "{" not in code:
+        return code
+    size = _binding.record("DuctSize").from_buffer_copy(duct)
+    template = (code + "\0").encode("utf-16-le")
+    units = (ctypes.c_uint16 * (len(template) // 2)).from_buffer_copy(template)
+    filled = (ctypes.c_uint16 * _TEXT_UNITS)()
+    result = _binding.function("tavd_build_code_dsw2")(filled, _TEXT_UNITS, units, size, _binding.record("DuctSize")())
+    return shown(bytes(filled)) if result == CONSTANTS["TAVD_CODE_OK"] else code
+
+
 def flow_data(db: int, rec: int) -> Any:
     flow = _binding.record("FlowData")()
     functions().tavca_load_flowdata(db, rec, flow)
@@ -96,7 +116,7 @@ def duct_size(db: int, rec: int) -> Any:
     return duct
 
 
-def read(db: int, rec: int) -> Record:
+def read(db: int, rec: int, layers: tuple[str, ...] = ()) -> Record:
     """All of a record; market and language are those that the process has now."""
     ask = functions()
     class_id, object_id = key_of(db, rec)
@@ -121,4 +141,5 @@ def read(db: int, rec: int) -> Record:
         narrow_title=narrow.value,
         wide_title=terminated(bytes(wide)),
         wide_form=wide_form(db),
+        layers=layers,
     )

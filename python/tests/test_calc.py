@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import json
 import pickle
 import subprocess
 import sys
@@ -104,6 +105,22 @@ def test_a_product_goes_to_other_processes(damper: tavd.Product, catalogue: str)
     script = "import pickle, sys; p = pickle.load(sys.stdin.buffer); print(p.calc(50, 60).lpa, p.code, len(p.flow_diagram().svg))"
     told = subprocess.run([sys.executable, "-c", script], input=pickle.dumps(chosen), capture_output=True, check=True).stdout.decode()
     assert told.split() == [repr(chosen.calc(50, 60).lpa), chosen.code, str(len(chosen.flow_diagram().svg))]
+
+
+@pytest.mark.parametrize("object_id", ["QZGA-300x100-S+W", "QZGA-400x200-D+C", "QZGA-200x100-D+N", "QZGA-200x100-*+*"])
+def test_a_layered_product_is_put_together_as_by_the_program(db: tavd.Database, program: str, catalogue: str, object_id: str) -> None:
+    command = [program, "calc", catalogue, "GRL", object_id, "--qv", "100", "--json"]
+    told = json.loads(subprocess.run(command, check=True, capture_output=True, text=True).stdout)
+    product = db["GRL", object_id]
+    thing = told["product"]
+    assert product.layers == tuple(layer["id"] for layer in thing["layers"]) and len(product.layers) > 1
+    assert (product.code, product.description) == (thing["code"], thing["description"])
+    assert (product.duct.width, product.duct.height) == (thing["size"]["width_mm"], thing["size"]["height_mm"])
+    point = product.calc(100.0)
+    assert np.float32(point.dp_min) == np.float32(told["pressure_range"]["dp_min_Pa"])
+    assert np.array_equal(point.lw, np.array(told["sound"]["lw_dB"], np.float32))
+    product.flow_diagram()
+    assert ("GRL", "QZGA-300x100-S+W") not in db
 
 
 def test_a_product_outlives_its_database(catalogue: str) -> None:

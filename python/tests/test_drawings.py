@@ -22,8 +22,8 @@ def drawn(program: str, *arguments: Any) -> bytes:
 def test_flow_diagrams_have_the_bytes_of_the_program(db: tavd.Database, catalogue: str, program: str) -> None:
     kinds = set()
     for number, product in enumerate(products(db)):
-        if number % 3 and product.kind in kinds:
-            continue
+        if (number % 3 and product.kind in kinds) or product.layers:
+            continue  # the program draws records as they are stored
         qv, dp = (product.qv_min + product.qv_max) / 2, (product.dp_min + product.dp_max) / 2
         expected = drawn(program, "diagram", catalogue, product.class_id, product.id, "--qv", qv, "--dp", dp)
         assert product.flow_diagram(qv=qv, dp=dp).svg.encode() == expected, product
@@ -63,7 +63,7 @@ def test_so_they_have_with_a_market_a_language_and_a_parameter(catalogue: str, p
 
 def test_throw_diagrams_and_sketches_have_the_bytes_of_the_program(db: tavd.Database, catalogue: str, program: str) -> None:
     throws = sketches = 0
-    for number, product in enumerate(db[key] for key in db):
+    for number, product in enumerate(product for product in (db[key] for key in db) if not product.layers):
         flow = product.flow_data()
         key = (product.class_id, product.id)
         if (flow.nparL2 or flow.nqvL2) and product.has_flow_data:

@@ -3,10 +3,12 @@
 from __future__ import annotations
 
 import threading
+import time
 from collections.abc import Callable
 from typing import Any
 
 import numpy as np
+import pytest
 
 import tavd
 
@@ -80,3 +82,30 @@ def test_pictures(db: tavd.Database) -> None:
         return [product.flow_diagram(qv=50, dp=60).svg, diffuser.throw_diagram(qv=60).svg, diffuser.sketch().svg]
 
     assert all(answer == expected for answer in at_once(work))
+
+
+def longest_pause(product: tavd.Product) -> float:
+    """While a thread calculates many points: the longest time that another one stood still, as a part of the whole."""
+    qv = np.linspace(16, 160, 600_000).astype(np.float32)
+    times: list[float] = []
+
+    def work() -> None:
+        times.append(time.perf_counter())
+        product.calc(qv, 60.0, want=["lw", "setting"])
+        times.append(time.perf_counter())
+
+    thread = threading.Thread(target=work)
+    longest, last = 0.0, time.perf_counter()
+    thread.start()
+    while len(times) < 2:
+        now = time.perf_counter()
+        longest, last = max(longest, now - last), now
+    thread.join()
+    return longest / (times[1] - times[0])
+
+
+def test_the_gil_is_released_while_points_are_calculated(db: tavd.Database, monkeypatch: pytest.MonkeyPatch) -> None:
+    product = db["DMP", "QZDA-160"]
+    assert longest_pause(product) < 0.5
+    monkeypatch.setattr("tavd._product._AT_ONCE", 10**9)
+    assert longest_pause(product) > 0.8  # so it would be if it were kept
