@@ -77,7 +77,7 @@ them for schedules, and shows their diagrams in notebooks.")
   set(CPACK_DEBIAN_PYTHON_PACKAGE_SHLIBDEPS OFF)
   set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS "python3 (>= 3.11), python3-numpy")
   set(CPACK_DEBIAN_PYTHON_PACKAGE_RECOMMENDS "python3-pandas, tavd")
-  set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS "python3-matplotlib, jupyter-notebook")
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS "python3-dask, python3-matplotlib, jupyter-notebook")
   # Debian's Python compiles what is installed, and clears that away.
   set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_SOURCE_DIR}/debian/python/postinst
     ${CMAKE_CURRENT_SOURCE_DIR}/debian/python/prerm)

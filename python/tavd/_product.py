@@ -231,7 +231,8 @@ class Product:
         room_damping  level difference between sound power and room, dB
 
         Two numbers give a Point with plain numbers, anything else Points with arrays of float32 of the shape that both
-        have together. Numbers go into the calculation as float32. The GIL is released but for a few points.
+        have together; arrays of Dask give arrays of Dask, which are calculated when they are wanted. Numbers go into the
+        calculation as float32. The GIL is released but for a few points.
 
         >>> p = db["DMP", "QZDA-160"]
         >>> r = p.calc(qv=np.linspace(20, 150, 5), dp=60.0)
@@ -246,6 +247,10 @@ class Product:
             if want is not None:
                 return self._cells(_wanted(want)).ask(qv, dp, room_damping)
             return self._everything.ask(qv, dp, room_damping)
+        if _is_of_dask(qv) or _is_of_dask(dp):
+            from tavd import _dask
+
+            return _dask.calc(self, qv, dp, want, room_damping)
         return self._points(qv, dp, want, room_damping)
 
     def throw_length(self, qv: Any, value: object = "") -> Any:
@@ -520,6 +525,10 @@ def _wanted_of(names: tuple[str, ...]) -> Wanted:
         if name not in CODE_OF:
             raise ValueError(f"want has {name!r}, expected any of {', '.join(ANSWERS)}")
     return frozenset((name, False) for name in names) | {(CODE_OF[name], True) for name in names}
+
+
+def _is_of_dask(value: Any) -> bool:
+    return type(value).__module__.startswith("dask.")
 
 
 def _floats(name: str, value: Any) -> NDArray[np.float32]:

@@ -7,6 +7,7 @@ import pickle
 import subprocess
 import sys
 
+import dask.array as da
 import numpy as np
 import pytest
 
@@ -85,6 +86,33 @@ def test_parameters_that_there_are_not_are_told(db: tavd.Database) -> None:
 def test_room_damping_counts(damper: tavd.Product) -> None:
     assert damper.calc(50, 60, room_damping=0.0).lpa == pytest.approx(damper.calc(50, 60).lpa + 4, abs=1e-4)
     assert damper.calc([50.0], 60, room_damping=0.0).lpa[0] == damper.calc(50, 60, room_damping=0.0).lpa
+
+
+@pytest.mark.parametrize("scheduler", ["threads", "processes", "sync"])
+def test_arrays_of_dask_have_the_same_bits(db: tavd.Database, scheduler: str) -> None:
+    for product in (db["DMP", "QZDA-160"], db["ASD", "QZSA-160"]):
+        qv, dp = np.linspace(5, 200, 600).reshape(20, 30), np.linspace(1, 300, 30)
+        lazy = product.calc(da.from_array(qv, chunks=(7, 11)), da.from_array(dp, chunks=9), room_damping=7.0)
+        plain = product.calc(qv, dp, room_damping=7.0)
+        assert isinstance(lazy.lpa, da.Array) and lazy.lw.shape == (20, 30, 8) and lazy.codes.lw.dtype == np.int32
+        found = lazy.compute(scheduler=scheduler)
+        for name in tavd._results.ANSWERS:
+            if name != "fan_check":
+                assert getattr(found, name).tobytes() == np.ascontiguousarray(getattr(plain, name)).tobytes(), name
+        for name, codes in plain.codes.__dict__.items():
+            assert np.array_equal(getattr(found.codes, name), codes)
+        assert found.codes.position.message().shape == (20, 30)
+
+
+def test_arrays_of_dask_answer_what_is_asked(db: tavd.Database) -> None:
+    damper = db["DMP", "QZDA-160"]
+    lazy = damper.calc(da.linspace(20, 150, 10, chunks=5), want=["dp_min", "fan_check"])
+    assert lazy.dp is None and lazy.dp_min.compute().tolist() == damper.calc(np.linspace(20, 150, 10)).dp_min.tolist()
+    assert lazy.codes.fan_check.compute().tolist() == [-200] * 10
+    with pytest.raises(AttributeError, match="'lw' was not asked for"):
+        lazy.lw  # noqa: B018
+    with pytest.raises(ValueError, match="want has 'noise', expected any of"):
+        damper.calc(da.zeros(3), want=["noise"])
 
 
 def test_frames_have_a_row_a_point(damper: tavd.Product) -> None:
