@@ -46,9 +46,19 @@ def seconds(work):
 
 def imports():
     script = "import time, numpy; start = time.perf_counter(); import tavd; print(time.perf_counter() - start)"
-    times = [float(subprocess.run([sys.executable, "-c", script], check=True, capture_output=True, text=True).stdout) * 1e3 for _ in range(RUNS + 1)]
+    times = [
+        float(subprocess.run([sys.executable, "-c", script], check=True, capture_output=True, text=True).stdout) * 1e3
+        for _ in range(RUNS + 1)
+    ]
     ours = statistics.median(times[1:])  # the first one compiles
-    row("`import tavd`", "after `import numpy`", f"{ours:.1f} ms", "", f"at most {MOST_IMPORT:.0f} ms", ours <= MOST_IMPORT)
+    row(
+        "`import tavd`",
+        "after `import numpy`",
+        f"{ours:.1f} ms",
+        "",
+        f"at most {MOST_IMPORT:.0f} ms",
+        ours <= MOST_IMPORT,
+    )
 
 
 def single(product):
@@ -61,7 +71,10 @@ def single(product):
             work(50.0, 60.0)
         return (time.perf_counter() - start) / calls * 1e6
 
-    for detail, work in (("all answers", product.calc), ("`want=(\"position\",)`", lambda qv, dp: product.calc(qv, dp, want=("position",)))):
+    for detail, work in (
+        ("all answers", product.calc),
+        ('`want=("position",)`', lambda qv, dp: product.calc(qv, dp, want=("position",))),
+    ):
         ours = statistics.median(slice_of(work) for _ in range(RUNS * 20))
         row("`calc` of one point", detail, f"{ours:.2f} us", "", f"at most {MOST_POINT:.0f} us", ours <= MOST_POINT)
 
@@ -71,7 +84,11 @@ def standing_ready(product, wanted):
     results, kept = c.tavdn_results(), []
     results.size = ctypes.sizeof(results)
     for field in _results.FIELDS:
-        if (wanted is None or field.name in wanted or (field.is_code and field.name in [_results.CODE_OF[w] for w in wanted])) and field.member not in product._same_everywhere():
+        if (
+            wanted is None
+            or field.name in wanted
+            or (field.is_code and field.name in [_results.CODE_OF[w] for w in wanted])
+        ) and field.member not in product._same_everywhere():
             array = np.zeros((POINTS, field.bands), np.int32 if field.is_code else np.float32)
             kept.append(array)
             ctypes.c_void_p.from_buffer(results, getattr(type(results), field.member).offset).value = array.ctypes.data
@@ -92,14 +109,25 @@ def arrays(product):
         ratio = statistics.median(ours / alone for ours, alone in times)
         ours, alone = (statistics.median(column) * 1e3 for column in zip(*times))
         detail = "all answers" if wanted is None else ", ".join(f"`{name}`" for name in wanted)
-        row(f"`calc` of {POINTS:,} points".replace(",", " "), detail, f"{ours:.1f} ms", f"{alone:.1f} ms", f"{ratio:.2f}, at most {MOST_ARRAY} times",
-            ratio <= MOST_ARRAY)  # fmt: skip
+        row(
+            f"`calc` of {POINTS:,} points".replace(",", " "),
+            detail,
+            f"{ours:.1f} ms",
+            f"{alone:.1f} ms",
+            f"{ratio:.2f}, at most {MOST_ARRAY} times",
+            ratio <= MOST_ARRAY,
+        )
 
 
 def selecting(db):
     random = np.random.default_rng(20)
-    frame = pd.DataFrame({"qv": np.exp(random.uniform(np.log(10), np.log(1500), DUTIES)), "dp": random.uniform(10, 300, DUTIES),
-                          "max_lp": random.uniform(25, 50, DUTIES)})  # fmt: skip
+    frame = pd.DataFrame(
+        {
+            "qv": np.exp(random.uniform(np.log(10), np.log(1500), DUTIES)),
+            "dp": random.uniform(10, 300, DUTIES),
+            "max_lp": random.uniform(25, 50, DUTIES),
+        }
+    )
     db.select(frame)
     catalogue = db._selector._catalogue(((),), False)
     lines, own = _select._lines(_tables.columns_of(frame), {})
@@ -113,15 +141,23 @@ def selecting(db):
         times.append((ours, alone + made))
     ratio = statistics.median(ours / other for ours, other in times)
     ours, other = (statistics.median(column) * 1e3 for column in zip(*times))
-    row(f"`select` of {DUTIES} duties", f"{catalogue.count} products, top 5", f"{ours:.0f} ms", f"{other:.0f} ms", f"{ratio:.2f}, at most {MOST_SELECT} times",
-        ratio <= MOST_SELECT)  # fmt: skip
+    row(
+        f"`select` of {DUTIES} duties",
+        f"{catalogue.count} products, top 5",
+        f"{ours:.0f} ms",
+        f"{other:.0f} ms",
+        f"{ratio:.2f}, at most {MOST_SELECT} times",
+        ratio <= MOST_SELECT,
+    )
 
 
 def main():
     db = tavd.open(sys.argv[1])
     damper = next(product for product in (db[key] for key in db) if product.kind == c.TAVD_KIND_DAMPER)
     print("\n## Python\n")
-    print("The package `tavd`: the C call is `tavdn_calculate` into arrays that stand ready, or `tavdn_select_many` with duties that")
+    print(
+        "The package `tavd`: the C call is `tavdn_calculate` into arrays that stand ready, or `tavdn_select_many` with duties that"
+    )
     print("stand ready and the making of the table.\n")
     print("| What | | Python | C call | Wanted |\n|---|---|---:|---:|---|")
     gc.disable()

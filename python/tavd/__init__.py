@@ -21,8 +21,23 @@ from tavd._errors import Error, NotFoundError
 from tavd._product import Duct, Parameter, Product
 from tavd._results import BANDS, Code, Codes, Point, Points, message
 
-__all__ = ["BANDS", "Code", "Codes", "Database", "Drawing", "Duct", "Error", "NotFoundError", "Parameter", "Point",
-           "Points", "Product", "c", "message", "open"]  # fmt: skip
+__all__ = [
+    "BANDS",
+    "Code",
+    "Codes",
+    "Database",
+    "Drawing",
+    "Duct",
+    "Error",
+    "NotFoundError",
+    "Parameter",
+    "Point",
+    "Points",
+    "Product",
+    "c",
+    "message",
+    "open",
+]
 
 
 def __getattr__(name: str) -> Any:

@@ -9,12 +9,36 @@ from tavd import _libraries
 from tavd._declarations import CALLBACKS, FUNCTIONS, RECORDS
 
 _NUMBERS: dict[str, Any] = {
-    "b": ctypes.c_int8, "B": ctypes.c_uint8, "h": ctypes.c_int16, "H": ctypes.c_uint16, "i": ctypes.c_int32,
-    "I": ctypes.c_uint32, "q": ctypes.c_int64, "Q": ctypes.c_uint64, "f": ctypes.c_float, "d": ctypes.c_double,
-    "?": ctypes.c_bool, "c": ctypes.c_char, "u": ctypes.c_uint16, "N": ctypes.c_size_t, "n": ctypes.c_ssize_t,
-    "M": ctypes.c_size_t, "v": None, "s": ctypes.c_char_p,
-}  # fmt: skip
-_ARRAY_TYPES = {"f": "<f4", "d": "<f8", "i": "<i4", "I": "<u4", "h": "<i2", "H": "<u2", "u": "<u2", "B": "|u1", "b": "|i1"}
+    "b": ctypes.c_int8,
+    "B": ctypes.c_uint8,
+    "h": ctypes.c_int16,
+    "H": ctypes.c_uint16,
+    "i": ctypes.c_int32,
+    "I": ctypes.c_uint32,
+    "q": ctypes.c_int64,
+    "Q": ctypes.c_uint64,
+    "f": ctypes.c_float,
+    "d": ctypes.c_double,
+    "?": ctypes.c_bool,
+    "c": ctypes.c_char,
+    "u": ctypes.c_uint16,
+    "N": ctypes.c_size_t,
+    "n": ctypes.c_ssize_t,
+    "M": ctypes.c_size_t,
+    "v": None,
+    "s": ctypes.c_char_p,
+}
+_ARRAY_TYPES = {
+    "f": "<f4",
+    "d": "<f8",
+    "i": "<i4",
+    "I": "<u4",
+    "h": "<i2",
+    "H": "<u2",
+    "u": "<u2",
+    "B": "|u1",
+    "b": "|i1",
+}
 _types: dict[str, Any] = dict(_NUMBERS)
 _parameters: dict[str, Any] = {}
 _functions: dict[str, Any] = {}
@@ -105,8 +129,10 @@ def _pointer(to: str) -> Any:
             if described is None:
                 return plain.from_param(value)
             if described["strides"] is not None or (wanted is not None and described["typestr"] != wanted):
-                raise TypeError(f"expected a tight array of {wanted}, found {described['typestr']}"
-                                f"{'' if described['strides'] is None else ' with gaps'}")  # fmt: skip
+                raise TypeError(
+                    f"expected a tight array of {wanted}, found {described['typestr']}"
+                    f"{'' if described['strides'] is None else ' with gaps'}"
+                )
             return ctypes.c_void_p(described["data"][0])
 
     return Pointer

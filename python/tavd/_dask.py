@@ -50,9 +50,19 @@ def calc(product: Product, qv: Any, dp: Any, want: Iterable[str] | None, room_da
         if not group:
             continue
         columns = 1 + sum(_width(name) for name in group)
-        packed = da.map_blocks(_block, *inputs, dtype=np.float32, chunks=(*inputs[0].chunks, (columns,)), new_axis=inputs[0].ndim,
-                               product=product, group=tuple(group), code=code, columns=columns, room_damping=room_damping,
-                               meta=np.empty((0,) * (inputs[0].ndim + 1), np.float32))  # fmt: skip
+        packed = da.map_blocks(
+            _block,
+            *inputs,
+            dtype=np.float32,
+            chunks=(*inputs[0].chunks, (columns,)),
+            new_axis=inputs[0].ndim,
+            product=product,
+            group=tuple(group),
+            code=code,
+            columns=columns,
+            room_damping=room_damping,
+            meta=np.empty((0,) * (inputs[0].ndim + 1), np.float32),
+        )
         codes[code] = packed[..., 0].view(np.int32)
         at = 1
         for name in group:

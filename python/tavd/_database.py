@@ -27,7 +27,7 @@ _LOWEST_KEY = b"\x01" * _ID_CHARS  # none can sort before it
 _PAST_ALL_IDS = b"\xff" * _ID_CHARS  # none of a class can sort behind it
 
 
-def open(path: str | os.PathLike[str], market: str = "", language: str | int = "") -> Database:  # noqa: A001
+def open(path: str | os.PathLike[str], market: str = "", language: str | int = "") -> Database:
     """Opens a product database.
 
     path      the file
@@ -64,7 +64,10 @@ class Database:
         _check_interface()
         with _record.process_lock:
             self._set_texts()
-            if self.market and (len(self.market) > _MARKET_CHARS or _binding.function("tavdcore_pcodeAttId")() == CONSTANTS["TAVD_ATT_CODE_DEFAULT"]):
+            if self.market and (
+                len(self.market) > _MARKET_CHARS
+                or _binding.function("tavdcore_pcodeAttId")() == CONSTANTS["TAVD_ATT_CODE_DEFAULT"]
+            ):
                 raise ValueError(f"no market area {market!r}, expected a code such as FIN, SWE or GBR")
         self._handle = int(_binding.function("tavbopendatabase")(None, os.fsencode(self.path), 0))
         if self._handle < 0:
@@ -146,8 +149,22 @@ class Database:
         >>> len(table) > 0
         True
         """
-        wanted = None if classes is None else [_class(one) for one in ([classes] if isinstance(classes, str) else classes)]
-        names = ("class", "id", "code", "description", "kind", "size", "qv_min", "qv_max", "by_velocity", "dp_min", "dp_max")
+        wanted = (
+            None if classes is None else [_class(one) for one in ([classes] if isinstance(classes, str) else classes)]
+        )
+        names = (
+            "class",
+            "id",
+            "code",
+            "description",
+            "kind",
+            "size",
+            "qv_min",
+            "qv_max",
+            "by_velocity",
+            "dp_min",
+            "dp_max",
+        )
         columns: dict[str, list[Any]] = {name: [] for name in names}
         with _record.process_lock:
             self._set_texts()
@@ -251,7 +268,9 @@ class Database:
         """The records of products, of one class or of all. Each is released when the next one is asked for."""
         ask = _record.functions()
         start = _LOWEST_KEY if class_id is None else class_id.encode()
-        rec = ask.tavbfindrec(self.handle, start[:_CLASS_CHARS], _LOWEST_KEY if class_id is None else b"", CONSTANTS["TAVB_FIND_FROM"])
+        rec = ask.tavbfindrec(
+            self.handle, start[:_CLASS_CHARS], _LOWEST_KEY if class_id is None else b"", CONSTANTS["TAVB_FIND_FROM"]
+        )
         if rec is None:
             _check_service()
         try:
@@ -288,7 +307,9 @@ class Database:
 
     def _no_class(self, class_id: str) -> NotFoundError:
         known = ", ".join(self.classes())
-        return NotFoundError(f"no class {class_id!r} in {self.path}; it {'has ' + known if known else 'holds no products'}")
+        return NotFoundError(
+            f"no class {class_id!r} in {self.path}; it {'has ' + known if known else 'holds no products'}"
+        )
 
 
 _FAMILIES = (CONSTANTS["TAVD_SIZING_PATTERN"], CONSTANTS["TAVD_SIZING_LIST"])
@@ -316,7 +337,9 @@ def _row(db: int, rec: int) -> tuple[Any, ...]:
 
 def _key(key: object) -> tuple[str, str]:
     if not (isinstance(key, tuple) and len(key) == 2 and all(isinstance(part, str) for part in key)):
-        raise TypeError(f"a product is asked for by {key!r}, expected its class and its object id such as db['DMP', 'QZDA-160']")
+        raise TypeError(
+            f"a product is asked for by {key!r}, expected its class and its object id such as db['DMP', 'QZDA-160']"
+        )
     if "\0" in key[0] + key[1]:
         raise ValueError(f"a product is asked for by {key!r}, expected names without a NUL")
     return _class(key[0]), key[1].rstrip(" ")
@@ -343,5 +366,3 @@ def _check_service() -> None:
 def _check_interface() -> None:
     if _binding.function("tavd_version_nmb")(INTERFACE) != INTERFACE:
         raise Error(f"libtavd has another interface than {INTERFACE}, for which this package was made")
-
-

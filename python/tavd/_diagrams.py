@@ -29,9 +29,13 @@ _BLACK, _GREY, _RED, _BLUE = 0x000000, 0x808080, 0x0000FF, 0xFF0000
 _THIN, _WIDE = _EXTENT // 1000, _EXTENT // 500
 _POINT = Pen(_BLUE, _THIN, "Operating point")
 _FLOW_PENS = (
-    Pen(_BLACK, _THIN, "Axes"), Pen(_BLACK, _THIN, "Curves"), Pen(_GREY, _THIN, "Curves between"),
-    Pen(_RED, _WIDE, "Sound levels"), Pen(_RED, 2 * _WIDE, "Flow limits"), _POINT,
-)  # fmt: skip
+    Pen(_BLACK, _THIN, "Axes"),
+    Pen(_BLACK, _THIN, "Curves"),
+    Pen(_GREY, _THIN, "Curves between"),
+    Pen(_RED, _WIDE, "Sound levels"),
+    Pen(_RED, 2 * _WIDE, "Flow limits"),
+    _POINT,
+)
 _THROW_PENS = (Pen(_BLACK, _THIN, "Axes"), Pen(_RED, _WIDE, "Throw length"), _POINT)
 
 # The place in a list is the unit's number.
@@ -83,7 +87,11 @@ def flow_diagram(
     options.size = ctypes.sizeof(options)
     options.qv, options.dp = qv or 0.0, dp or 0.0
     options.qvlimit1, options.qvlimit2 = low, high
-    options.xunit, options.yunit, options.dptype = xunit, yunit, CONSTANTS["TAVDG_DP_STATIC" if static else "TAVDG_DP_TOTAL"]
+    options.xunit, options.yunit, options.dptype = (
+        xunit,
+        yunit,
+        CONSTANTS["TAVDG_DP_STATIC" if static else "TAVDG_DP_TOTAL"],
+    )
     options.lpmin, options.lpmax, options.lpstep = lowest, highest, step
     options.roomdamp = ROOM_DAMPING
     options.LpA_label, options.damperpos_label = _LEVEL_LABEL, _POSITION_LABEL
@@ -108,11 +116,20 @@ def flow_diagram(
     if draw(drawn_title, None) != 0:
         raise _undrawable(product)
     marked = _marked(product, qv, dp, draw, drawn_title) if qv else ""
-    return Drawing(f"{_name(product, title)}: flow diagram", "Pressure over flow. " + _about(product) + marked, size,
-                      _DIAGRAM, _FLOW_PENS, drawn_title, draw)  # fmt: skip
+    return Drawing(
+        f"{_name(product, title)}: flow diagram",
+        "Pressure over flow. " + _about(product) + marked,
+        size,
+        _DIAGRAM,
+        _FLOW_PENS,
+        drawn_title,
+        draw,
+    )
 
 
-def throw_diagram(product: Product, qv: float | None, value: object, unit: str, title: str, size: tuple[int, int]) -> Drawing:
+def throw_diagram(
+    product: Product, qv: float | None, value: object, unit: str, title: str, size: tuple[int, int]
+) -> Drawing:
     """Product.throw_diagram."""
     xunit = _unit("unit", unit, _THROW_FLOWS)
     flow = product.flow_data()
@@ -137,8 +154,15 @@ def throw_diagram(product: Product, qv: float | None, value: object, unit: str, 
         raise _undrawable(product)
     line = f", line of the value {printable(text)}" if text else ""
     marked = _marked(product, qv, None, draw, drawn_title) if qv else ""
-    return Drawing(f"{_name(product, title)}: throw length diagram", f"Throw length over flow{line}. " + _about(product) + marked,
-                   size, _DIAGRAM, _THROW_PENS, drawn_title, draw)  # fmt: skip
+    return Drawing(
+        f"{_name(product, title)}: throw length diagram",
+        f"Throw length over flow{line}. " + _about(product) + marked,
+        size,
+        _DIAGRAM,
+        _THROW_PENS,
+        drawn_title,
+        draw,
+    )
 
 
 def sketch(product: Product, title: str, size: tuple[int, int]) -> Drawing:
@@ -154,8 +178,15 @@ def sketch(product: Product, title: str, size: tuple[int, int]) -> Drawing:
         options.title = _title(product, drawn_title, bool(title))[0]
         return int(draw_shape(shape, options, surface))
 
-    return Drawing(f"{_name(product, title)}: dimensions", "Dimensioned sketch. " + _about(product), size, _SKETCH, (),
-                   _drawn_title(product, title), draw)  # fmt: skip
+    return Drawing(
+        f"{_name(product, title)}: dimensions",
+        "Dimensioned sketch. " + _about(product),
+        size,
+        _SKETCH,
+        (),
+        _drawn_title(product, title),
+        draw,
+    )
 
 
 # ---- What settings come to
@@ -176,7 +207,9 @@ def _label(text: str) -> bytes:
         raise ValueError(f"labels has {text!r}, expected characters of Latin-1")
     narrow = shown.encode("latin-1").replace(b"%", b"%%")
     if len(narrow) > _LONGEST_LABEL:
-        raise ValueError(f"labels has a text of {len(narrow)} characters (a percent sign counts twice), expected at most {_LONGEST_LABEL}")
+        raise ValueError(
+            f"labels has a text of {len(narrow)} characters (a percent sign counts twice), expected at most {_LONGEST_LABEL}"
+        )
     return narrow
 
 
@@ -269,5 +302,7 @@ def _undrawable(product: Product) -> Error:
     if not product.has_flow_data:
         return Error(f"{key} has no flow data to draw")
     unit = "m/s" if product.by_velocity else "l/s"
-    return Error(f"{key} has limits that make no diagram: {brief(product.qv_min)} - {brief(product.qv_max)} {unit}, "
-                 f"{brief(product.dp_min)} - {brief(product.dp_max)} Pa; expected rising limits above 0")  # fmt: skip
+    return Error(
+        f"{key} has limits that make no diagram: {brief(product.qv_min)} - {brief(product.qv_max)} {unit}, "
+        f"{brief(product.dp_min)} - {brief(product.dp_max)} Pa; expected rising limits above 0"
+    )

@@ -41,7 +41,16 @@ class Drawing:
     >>> drawing.save("/tmp/damper.svg")
     """
 
-    def __init__(self, title: str, description: str, size: tuple[int, int], plane: Plane, pens: tuple[Pen, ...], drawn_title: str, draw: Draw) -> None:
+    def __init__(
+        self,
+        title: str,
+        description: str,
+        size: tuple[int, int],
+        plane: Plane,
+        pens: tuple[Pen, ...],
+        drawn_title: str,
+        draw: Draw,
+    ) -> None:
         width, height = _checked(size)
         self.title = title
         """What it is, one line."""
@@ -132,7 +141,11 @@ class Drawing:
 
         def fits(title: str) -> bool:
             drawn = self._covered(title, place)
-            return drawn is None or drawn.title is None or (drawn.title.left >= room.left and drawn.title.right <= room.right)
+            return (
+                drawn is None
+                or drawn.title is None
+                or (drawn.title.left >= room.left and drawn.title.right <= room.right)
+            )
 
         return fitting_title(self._drawn_title.rstrip(" "), fits)
 
@@ -185,7 +198,9 @@ def count_strokes(draw: Draw, title: str, plane: Plane, pen: Pen) -> tuple[int, 
     is_selected = False
     lines = ellipses = 0
     for operation in operations.splitlines():
-        if operation.startswith("select pen ") or (operation.startswith("select stock ") and operation.endswith("-pen")):
+        if operation.startswith("select pen ") or (
+            operation.startswith("select stock ") and operation.endswith("-pen")
+        ):
             is_selected = operation == look
         elif is_selected:
             lines += operation.startswith("line ")

@@ -8,15 +8,37 @@ _PREFIX = "TAVD_LANGUAGE_"
 
 # ISO 639-1 by the name of the constant, and the market area that speaks it: its country, or letters of its own.
 _WORDS = {
-    "FINNISH": ("fi", "FIN"), "SWEDISH": ("sv", "SWE"), "ENGLISH": ("en", "GBR"), "GERMAN": ("de", "DEU"),
-    "NORWEGIAN": ("no", "NOR"), "FRENCH": ("fr", "FRA"), "SPANISH": ("es", "ESP"), "ITALIAN": ("it", "ITA"),
-    "POLISH": ("pl", "POL"), "DANISH": ("da", "DNK"), "CZECH": ("cs", "CZE"), "PORTUGUESE": ("pt", "PRT"),
-    "HUNGARIAN": ("hu", "HUN"), "DUTCH": ("nl", "NLD"), "ICELANDIC": ("is", "ISL"), "ESTONIAN": ("et", "EST"),
-    "LITHUANIAN": ("lt", "LTU"), "LETTISH": ("lv", "LVA"), "RUSSIAN": ("ru", "RUS"), "FLEMISH": ("nl-be", "FL"),
-    "SLOVAK": ("sk", "SVK"), "BULGARIAN": ("bg", "BGR"), "ROMANIAN": ("ro", "ROU"), "BOSNIAN": ("bs", "BIH"),
-    "CROATIAN": ("hr", "HRV"), "SLOVENIAN": ("sl", "SVN"), "ARABIC": ("ar", "AR"), "JAPANESE": ("ja", "JPN"),
-    "TURKISH": ("tr", "TUR"), "CHINESE": ("zh", "CHN"),
-}  # fmt: skip
+    "FINNISH": ("fi", "FIN"),
+    "SWEDISH": ("sv", "SWE"),
+    "ENGLISH": ("en", "GBR"),
+    "GERMAN": ("de", "DEU"),
+    "NORWEGIAN": ("no", "NOR"),
+    "FRENCH": ("fr", "FRA"),
+    "SPANISH": ("es", "ESP"),
+    "ITALIAN": ("it", "ITA"),
+    "POLISH": ("pl", "POL"),
+    "DANISH": ("da", "DNK"),
+    "CZECH": ("cs", "CZE"),
+    "PORTUGUESE": ("pt", "PRT"),
+    "HUNGARIAN": ("hu", "HUN"),
+    "DUTCH": ("nl", "NLD"),
+    "ICELANDIC": ("is", "ISL"),
+    "ESTONIAN": ("et", "EST"),
+    "LITHUANIAN": ("lt", "LTU"),
+    "LETTISH": ("lv", "LVA"),
+    "RUSSIAN": ("ru", "RUS"),
+    "FLEMISH": ("nl-be", "FL"),
+    "SLOVAK": ("sk", "SVK"),
+    "BULGARIAN": ("bg", "BGR"),
+    "ROMANIAN": ("ro", "ROU"),
+    "BOSNIAN": ("bs", "BIH"),
+    "CROATIAN": ("hr", "HRV"),
+    "SLOVENIAN": ("sl", "SVN"),
+    "ARABIC": ("ar", "AR"),
+    "JAPANESE": ("ja", "JPN"),
+    "TURKISH": ("tr", "TUR"),
+    "CHINESE": ("zh", "CHN"),
+}
 
 
 def language_number(name: str | int) -> int:

@@ -57,5 +57,7 @@ def _put(db: int, layer: int, rec: ctypes.c_void_p) -> None:
     """Puts the attributes of a layer into the record, over those that are there."""
     number, data, length = ctypes.c_int16(), ctypes.c_void_p(), ctypes.c_int32()
     for place in range(_binding.function("tavdsrv_attributecount")(layer)):
-        _binding.function("tavdsrv_attributeat")(layer, place, ctypes.byref(number), ctypes.byref(data), ctypes.byref(length))
+        _binding.function("tavdsrv_attributeat")(
+            layer, place, ctypes.byref(number), ctypes.byref(data), ctypes.byref(length)
+        )
         _binding.function("tavbinsertatt")(db, ctypes.byref(rec), number.value, data, length.value)

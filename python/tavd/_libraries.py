@@ -40,7 +40,10 @@ def _found(name: str) -> ctypes.CDLL:
         if os.path.exists(path):
             return _opened(path, path)
     where = ", ".join(places())
-    return _opened(file, f"{file}, which is neither in {where} nor where the system has its libraries ({PLACE_VARIABLE} may name a folder)")
+    return _opened(
+        file,
+        f"{file}, which is neither in {where} nor where the system has its libraries ({PLACE_VARIABLE} may name a folder)",
+    )
 
 
 def _opened(path: str, told: str) -> ctypes.CDLL:

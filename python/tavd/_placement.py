@@ -141,7 +141,12 @@ def _inside(room: Area, margin: float) -> Area:
 
 
 def _holds(outer: Area, inner: Area) -> bool:
-    return inner.left >= outer.left and inner.top >= outer.top and inner.right <= outer.right and inner.bottom <= outer.bottom
+    return (
+        inner.left >= outer.left
+        and inner.top >= outer.top
+        and inner.right <= outer.right
+        and inner.bottom <= outer.bottom
+    )
 
 
 def _shift(low: float, high: float, lowest: float, highest: float) -> int:

@@ -217,10 +217,18 @@ class Product:
     @overload
     def calc(  # type: ignore[misc]
         self, qv: float, dp: float | None = ..., *, want: Iterable[str] | None = ..., room_damping: float = ...
-    ) -> Point: ...
+    ) -> Point:
+        ...
+
     @overload
-    def calc(self, qv: ArrayLike, dp: ArrayLike | None = ..., *, want: Iterable[str] | None = ..., room_damping: float = ...) -> Points: ...
-    def calc(self, qv: Any, dp: Any = None, *, want: Iterable[str] | None = None, room_damping: float = ROOM_DAMPING) -> Point | Points:
+    def calc(
+        self, qv: ArrayLike, dp: ArrayLike | None = ..., *, want: Iterable[str] | None = ..., room_damping: float = ...
+    ) -> Points:
+        ...
+
+    def calc(
+        self, qv: Any, dp: Any = None, *, want: Iterable[str] | None = None, room_damping: float = ROOM_DAMPING
+    ) -> Point | Points:
         """Calculates operating points.
 
         qv            flow, l/s, or m/s if `by_velocity`: a number or an array of any shape
@@ -281,7 +289,9 @@ class Product:
         try:
             shape = flows.shape if pressures is None else np.broadcast_shapes(flows.shape, pressures.shape)
         except ValueError:
-            raise ValueError(f"qv has the shape {flows.shape} and dp {np.shape(dp)}, expected shapes that broadcast together") from None
+            raise ValueError(
+                f"qv has the shape {flows.shape} and dp {np.shape(dp)}, expected shapes that broadcast together"
+            ) from None
         if shape == ():
             return self._cells(wanted).ask(float(flows), None if pressures is None else float(pressures), room_damping)
         flows = np.ascontiguousarray(np.broadcast_to(flows, shape))
@@ -295,7 +305,9 @@ class Product:
         cells = self._asked.get(wanted)
         return self._asked.setdefault(wanted, _Cells(self._prepared, wanted)) if cells is None else cells
 
-    def _calculated(self, qv: NDArray[np.float32], dp: NDArray[np.float32] | None, wanted: Wanted | None, room_damping: float) -> Points:
+    def _calculated(
+        self, qv: NDArray[np.float32], dp: NDArray[np.float32] | None, wanted: Wanted | None, room_damping: float
+    ) -> Points:
         results = _binding.record("tavdn_results")()
         results.size = ctypes.sizeof(results)
         numbers: dict[str, Any] = {}
@@ -315,8 +327,14 @@ class Product:
             place = ctypes.c_void_p.from_buffer(results, getattr(type(results), field.member).offset)
             place.value = array.__array_interface__["data"][0]
         calculate = _calculate() if qv.size > _AT_ONCE else _calculate_at_once()
-        code = calculate(self._prepared.address, qv.size, qv.__array_interface__["data"][0],
-                         None if dp is None else dp.__array_interface__["data"][0], room_damping, ctypes.byref(results))  # fmt: skip
+        code = calculate(
+            self._prepared.address,
+            qv.size,
+            qv.__array_interface__["data"][0],
+            None if dp is None else dp.__array_interface__["data"][0],
+            room_damping,
+            ctypes.byref(results),
+        )
         if code != 0:
             raise MemoryError(f"{qv.size} points")
         return Points(qv, dp, numbers, codes)
@@ -377,7 +395,13 @@ class Product:
         return _diagrams.flow_diagram(self, qv, dp, limits, levels, labels, units, static, title, size)
 
     def throw_diagram(
-        self, qv: float | None = None, *, value: object = "", unit: str = "l/s", title: str = "", size: tuple[int, int] = (1200, 900)
+        self,
+        qv: float | None = None,
+        *,
+        value: object = "",
+        unit: str = "l/s",
+        title: str = "",
+        size: tuple[int, int] = (1200, 900),
     ) -> Drawing:
         """The throw length diagram: throw length over flow.
 
@@ -436,7 +460,14 @@ def _calculate_at_once() -> Any:
 
 def _with_types(calculate: Any) -> Any:
     """For arrays that are known to be right: nothing is looked at again."""
-    calculate.argtypes = [ctypes.c_void_p, ctypes.c_size_t, ctypes.c_void_p, ctypes.c_void_p, ctypes.c_float, ctypes.c_void_p]
+    calculate.argtypes = [
+        ctypes.c_void_p,
+        ctypes.c_size_t,
+        ctypes.c_void_p,
+        ctypes.c_void_p,
+        ctypes.c_float,
+        ctypes.c_void_p,
+    ]
     return calculate
 
 
@@ -544,7 +575,9 @@ def _choose(flow: Any, name: str, value: str) -> None:
         known = ", ".join(narrow_text(table.name) for table in flow.par[: flow.npar])
         raise ValueError(f"the product has no parameter {name!r}; it has {known or 'none'}")
     # Of the name that is asked for so many characters count.
-    tables = [table for table in flow.par[: flow.npar] if narrow_text(table.name).lower() == name.lower()[:_PARAMETER_CHARS]]
+    tables = [
+        table for table in flow.par[: flow.npar] if narrow_text(table.name).lower() == name.lower()[:_PARAMETER_CHARS]
+    ]
     values = [narrow_text(row.value) for row in tables[0].table[: tables[0].count]]
     if value and not _is_known(values, value):
         raise ValueError(f"parameter {name} has no value {value!r}; it has {', '.join(values)}")

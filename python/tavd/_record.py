@@ -45,10 +45,23 @@ def functions() -> Any:
 
 class _Functions:
     def __init__(self) -> None:
-        for name in ("tavbfindrec", "tavbnextrec", "tavbreleaserec", "tavbgetID", "tavbfindatt", "tavbcopyatt",
-                     "tavdsrv_lasterror", "tavdf_copyproductcode", "tavdf_copyproductcodew", "tavdf_copyproductdescw",
-                     "tavdf_copyweblinkw", "tavdf_load_ductsize", "tavdf_load_shapedata", "tavca_load_flowdata",
-                     "tavdn_read_shape"):  # fmt: skip
+        for name in (
+            "tavbfindrec",
+            "tavbnextrec",
+            "tavbreleaserec",
+            "tavbgetID",
+            "tavbfindatt",
+            "tavbcopyatt",
+            "tavdsrv_lasterror",
+            "tavdf_copyproductcode",
+            "tavdf_copyproductcodew",
+            "tavdf_copyproductdescw",
+            "tavdf_copyweblinkw",
+            "tavdf_load_ductsize",
+            "tavdf_load_shapedata",
+            "tavca_load_flowdata",
+            "tavdn_read_shape",
+        ):
             setattr(self, name, _binding.function(name))
 
     def __getattr__(self, name: str) -> Any:
@@ -78,8 +91,15 @@ def product_text(db: int, rec: int, copy: Any) -> str:
 def wide_form(db: int) -> bool | None:
     """Whether flow diagrams of a database have wide titles; None: they have none, as it says of its texts what nobody knows."""
     texts = ctypes.c_int16(int(CONSTANTS["TAVD_TEXTS_DEFAULT"]))
-    functions().tavbfindatt(db, str(CONSTANTS["TAVD_FILEHEADER_CLASS"]).encode(), str(CONSTANTS["TAVD_FILEHEADER_ID"]).encode(),
-                            CONSTANTS["TAVD_ATT_USES_UTF8"], None, ctypes.byref(texts), 2)  # fmt: skip
+    functions().tavbfindatt(
+        db,
+        str(CONSTANTS["TAVD_FILEHEADER_CLASS"]).encode(),
+        str(CONSTANTS["TAVD_FILEHEADER_ID"]).encode(),
+        CONSTANTS["TAVD_ATT_USES_UTF8"],
+        None,
+        ctypes.byref(texts),
+        2,
+    )
     if texts.value == CONSTANTS["TAVD_TEXTS_UTF8"]:
         return True
     return False if texts.value in (CONSTANTS["TAVD_TEXTS_DEFAULT"], CONSTANTS["TAVD_TEXTS_DEFAULT_2"]) else None

@@ -35,26 +35,51 @@ class Field:
 
 # In the order of the record. A code has the name of what it is about, and the function in whose words it is told.
 FIELDS = (
-    Field("range", "range_code", True), Field("dp_min", "dp_min"), Field("dp_max", "dp_max"),
-    Field("position", "position_code", True), Field("position", "position"),
-    Field("setting", "setting_code", True), Field("setting", "setting"),
-    Field("fan", "fan_code", True), Field("fan_total", "fan_total"), Field("fan_static", "fan_static"),
-    Field("fan_dynamic", "fan_dynamic"), Field("fan_check", "fan_check", True),
-    Field("lw", "lw_code", True), Field("lw", "lw", bands=8), Field("lpa", "lpa"),
-    Field("dlw", "dlw_code", True), Field("dlw", "dlw", bands=8),
-    Field("throw", "throw_code", True), Field("throw", "throw_length"),
-)  # fmt: skip
+    Field("range", "range_code", True),
+    Field("dp_min", "dp_min"),
+    Field("dp_max", "dp_max"),
+    Field("position", "position_code", True),
+    Field("position", "position"),
+    Field("setting", "setting_code", True),
+    Field("setting", "setting"),
+    Field("fan", "fan_code", True),
+    Field("fan_total", "fan_total"),
+    Field("fan_static", "fan_static"),
+    Field("fan_dynamic", "fan_dynamic"),
+    Field("fan_check", "fan_check", True),
+    Field("lw", "lw_code", True),
+    Field("lw", "lw", bands=8),
+    Field("lpa", "lpa"),
+    Field("dlw", "dlw_code", True),
+    Field("dlw", "dlw", bands=8),
+    Field("throw", "throw_code", True),
+    Field("throw", "throw_length"),
+)
 FUNCTIONS = {
-    "range": "tavca_minmaxdptot", "position": "tavca_damper_pos", "setting": "tavca_damper_pos_fixed",
-    "fan": "tavca_fan_dp", "fan_check": "tavca_fan_op_check", "lw": "tavca_lw", "dlw": "tavca_dlw",
+    "range": "tavca_minmaxdptot",
+    "position": "tavca_damper_pos",
+    "setting": "tavca_damper_pos_fixed",
+    "fan": "tavca_fan_dp",
+    "fan_check": "tavca_fan_op_check",
+    "lw": "tavca_lw",
+    "dlw": "tavca_dlw",
     "throw": "tavdn_results.throw_code",
-}  # fmt: skip
+}
 # Each number with the code that says why it may be 0.
 CODE_OF = {
-    "dp_min": "range", "dp_max": "range", "position": "position", "setting": "setting", "fan_total": "fan",
-    "fan_static": "fan", "fan_dynamic": "fan", "fan_check": "fan_check", "lw": "lw", "lpa": "lw", "dlw": "dlw",
+    "dp_min": "range",
+    "dp_max": "range",
+    "position": "position",
+    "setting": "setting",
+    "fan_total": "fan",
+    "fan_static": "fan",
+    "fan_dynamic": "fan",
+    "fan_check": "fan_check",
+    "lw": "lw",
+    "lpa": "lw",
+    "dlw": "dlw",
     "throw": "throw",
-}  # fmt: skip
+}
 ANSWERS = tuple(CODE_OF)
 """What can be asked for."""
 Wanted = frozenset[tuple[str, bool]]
@@ -137,9 +162,13 @@ class _Of(Generic[_T]):
         self._place = _PLACES[self._key]
 
     @overload
-    def __get__(self, point: None, owner: Any) -> _Of[_T]: ...
+    def __get__(self, point: None, owner: Any) -> _Of[_T]:
+        ...
+
     @overload
-    def __get__(self, point: Any, owner: Any) -> _T: ...
+    def __get__(self, point: Any, owner: Any) -> _T:
+        ...
+
     def __get__(self, point: Any, owner: Any) -> Any:
         if point is None:
             return self
@@ -300,7 +329,9 @@ class Points:
     codes: AllCodes
     """the codes of all answers"""
 
-    def __init__(self, qv: NDArray[np.float32], dp: NDArray[np.float32] | None, numbers: dict[str, Any], codes: dict[str, Any]) -> None:
+    def __init__(
+        self, qv: NDArray[np.float32], dp: NDArray[np.float32] | None, numbers: dict[str, Any], codes: dict[str, Any]
+    ) -> None:
         self.__dict__.update(numbers)
         self.qv = qv
         self.dp = dp

@@ -124,7 +124,9 @@ def _take_size(duty: Any, value: Any, name: str) -> None:
         found = re.fullmatch(r"\s*(\d+)(?:\.0)?\s*(?:[xX]\s*(\d+)\s*)?", str(end))
         sides = [int(side) for side in found.groups() if side] if found else [0]
         if not all(1 <= side <= _MOST_SIZE for side in sides):
-            raise ValueError(f"{name} is {value!r}, expected a diameter such as 160 or a width and a height such as 400x200, in mm")
+            raise ValueError(
+                f"{name} is {value!r}, expected a diameter such as 160 or a width and a height such as 400x200, in mm"
+            )
         duct.shape = CONSTANTS["TAVD_DUCT_RECTANGULAR" if len(sides) == 2 else "TAVD_DUCT_ROUND"]
         duct.b, duct.h = sides[0], sides[1] if len(sides) == 2 else 0
 
@@ -152,41 +154,80 @@ def _take_unknown(duty: Any, value: Any, name: str) -> None:
 
 # What a duty is told by, beside flow and pressure, its classes and its parameters.
 _TAKEN: dict[str, _Take] = {
-    "dp_lowest": _take_lowest, "max_lp": _take_level, "max_lw": _take_bands, "room_damping": _take_damping,
-    "throw_min": _take_shortest, "throw_max": _take_longest, "size": _take_size, "allow_unknown": _take_unknown,
-    "rank": _take_rank, "top": _take_top,
-}  # fmt: skip
+    "dp_lowest": _take_lowest,
+    "max_lp": _take_level,
+    "max_lw": _take_bands,
+    "room_damping": _take_damping,
+    "throw_min": _take_shortest,
+    "throw_max": _take_longest,
+    "size": _take_size,
+    "allow_unknown": _take_unknown,
+    "rank": _take_rank,
+    "top": _take_top,
+}
 _NAMES = ("qv", "dp", *_TAKEN, "classes", "parameters", "flow_unit")
 # Other names of columns, as the schedules of the program have them.
 _COLUMNS = {
-    "flow": "qv", "pressure": "dp", "dp min": "dp_lowest", "lp max": "max_lp", "lw max": "max_lw", "class": "classes",
-    "rank": "rank", "top": "top", **{name.replace("_", " "): name for name in _NAMES},
-}  # fmt: skip
-_UNITS = {"max_lp": ("dB(A)", "dBA"), "max_lw": ("dB",), "room_damping": ("dB",), "throw_min": ("m",), "throw_max": ("m",), "size": ("mm",)}
+    "flow": "qv",
+    "pressure": "dp",
+    "dp min": "dp_lowest",
+    "lp max": "max_lp",
+    "lw max": "max_lw",
+    "class": "classes",
+    "rank": "rank",
+    "top": "top",
+    **{name.replace("_", " "): name for name in _NAMES},
+}
+_UNITS = {
+    "max_lp": ("dB(A)", "dBA"),
+    "max_lw": ("dB",),
+    "room_damping": ("dB",),
+    "throw_min": ("m",),
+    "throw_max": ("m",),
+    "size": ("mm",),
+}
 
 
 def _check_names(given: Mapping[str, Any]) -> None:
     for name in given:
         if name not in _NAMES:
-            raise ValueError(f"a duty has no {name!r}, expected any of {', '.join((*_NAMES, 'explain', 'threads', 'without_end_reflection'))}")
+            raise ValueError(
+                f"a duty has no {name!r}, expected any of {', '.join((*_NAMES, 'explain', 'threads', 'without_end_reflection'))}"
+            )
 
 
 def _words(value: Any) -> list[str]:
-    return [word for word in re.split(r"[ ,]+", value) if word] if isinstance(value, str) else [str(word) for word in value]
+    return (
+        [word for word in re.split(r"[ ,]+", value) if word]
+        if isinstance(value, str)
+        else [str(word) for word in value]
+    )
 
 
 def _values(parameters: Any) -> Values:
     if not parameters:
         return ()
-    return tuple(sorted((str(name), f"{value:g}" if isinstance(value, float) else str(value)) for name, value in dict(parameters).items()))
+    return tuple(
+        sorted(
+            (str(name), f"{value:g}" if isinstance(value, float) else str(value))
+            for name, value in dict(parameters).items()
+        )
+    )
 
 
 def _is_given(value: Any) -> bool:
     """Whether a cell of a table says anything."""
-    return value is not None and value is not NotImplemented and value == value and not (isinstance(value, str) and not value.strip())
+    return (
+        value is not None
+        and value is not NotImplemented
+        and value == value
+        and not (isinstance(value, str) and not value.strip())
+    )
 
 
-def _lines(columns: Mapping[str, Sequence[Any]], usual: dict[str, Any]) -> tuple[list[dict[str, Any]], dict[str, Sequence[Any]]]:
+def _lines(
+    columns: Mapping[str, Sequence[Any]], usual: dict[str, Any]
+) -> tuple[list[dict[str, Any]], dict[str, Sequence[Any]]]:
     """The lines of a schedule as duties, and the columns that are its own."""
     own: dict[str, Sequence[Any]] = {}
     count = max((len(column) for column in columns.values()), default=0)
@@ -197,7 +238,7 @@ def _lines(columns: Mapping[str, Sequence[Any]], usual: dict[str, Any]) -> tuple
         plain, unit = re.sub(r"[\s_]+", " ", found[1]).lower(), found[2] or ""
         name = _COLUMNS.get(plain)
         if plain.startswith("param "):
-            _put_parameter(lines, found[1].strip()[len("param "):].strip(), column)
+            _put_parameter(lines, found[1].strip()[len("param ") :].strip(), column)
         elif name is None:
             own[heading] = column
         else:
@@ -223,7 +264,9 @@ def _factor(heading: str, name: str, unit: str) -> float | None:
         return None
     if known is None:
         if unit not in _UNITS.get(name, ()):
-            raise ValueError(f"a column is {heading!r}, expected {' or '.join(_UNITS.get(name, ('none',)))} as its unit")
+            raise ValueError(
+                f"a column is {heading!r}, expected {' or '.join(_UNITS.get(name, ('none',)))} as its unit"
+            )
         return None
     factor = in_base(unit, known)
     if factor is None:
@@ -234,7 +277,9 @@ def _factor(heading: str, name: str, unit: str) -> float | None:
 class _Duties:
     """Lines as the records that the library is asked with."""
 
-    def __init__(self, catalogue: _Catalogue, lines: list[dict[str, Any]], sets: tuple[Values, ...], is_schedule: bool) -> None:
+    def __init__(
+        self, catalogue: _Catalogue, lines: list[dict[str, Any]], sets: tuple[Values, ...], is_schedule: bool
+    ) -> None:
         record = _binding.record("tavdn_duty")
         self.records = (record * len(lines))()
         self.flows = np.zeros(len(lines), np.float64)
@@ -278,7 +323,9 @@ class _Duties:
                 if class_id.ljust(3) not in catalogue.classes:
                     known = ", ".join(sorted(catalogue.classes))
                     raise NotFoundError(f"no class {class_id!r} with flow data in {catalogue.path}; there are {known}")
-            self._kept[classes] = (ctypes.c_char_p * len(classes))(*[class_id.ljust(3).encode() for class_id in classes])
+            self._kept[classes] = (ctypes.c_char_p * len(classes))(
+                *[class_id.ljust(3).encode() for class_id in classes]
+            )
         return self._kept[classes], len(classes)
 
 
@@ -314,7 +361,9 @@ class _Catalogue:
         if reason:
             raise Error(reason)
         self.count = int(_binding.function("tavdn_catalogue_count")(self.address))
-        self.texts = {name: np.empty(self.count, dtype=object) for name in ("class", "id", "code", "description", "size")}
+        self.texts = {
+            name: np.empty(self.count, dtype=object) for name in ("class", "id", "code", "description", "size")
+        }
         self.is_damper = np.zeros(self.count, np.bool_)
         self.is_fan = np.zeros(self.count, np.bool_)
         self._is_described = np.zeros(self.count, np.bool_)
@@ -330,8 +379,13 @@ class _Catalogue:
             kind = self._flow(index).kind
             duct = product.duct
             size = f"{duct.b}" if duct.shape == CONSTANTS["TAVD_DUCT_ROUND"] else f"{duct.b}x{duct.h}"
-            row = (narrow_text(product.class_id), narrow_text(product.object_id), _wide(product.code), _wide(product.description),
-                   size if duct.b else "")  # fmt: skip
+            row = (
+                narrow_text(product.class_id),
+                narrow_text(product.object_id),
+                _wide(product.code),
+                _wide(product.description),
+                size if duct.b else "",
+            )
             for texts, text in zip(self.texts.values(), row):
                 texts[index] = text
             self.is_damper[index] = kind in DAMPERS
@@ -368,7 +422,7 @@ class _Catalogue:
         bad = ctypes.c_size_t()
         code = _binding.function("tavdn_select_many")(
             self.address, count, duties.records, room, hits, fitting, reasons, threads, ctypes.byref(bad)
-        )  # fmt: skip
+        )
         if code == CONSTANTS["TAVDN_NO_MEMORY"]:
             raise MemoryError(message("tavdn_select_many", code))
         if code != 0:
@@ -379,7 +433,14 @@ class _Catalogue:
 class _Answer:
     """The hits of all lines, and what a table has of them."""
 
-    def __init__(self, catalogue: _Catalogue, duties: _Duties, hits: NDArray[Any], fitting: NDArray[Any], reasons: NDArray[np.uint8] | None) -> None:
+    def __init__(
+        self,
+        catalogue: _Catalogue,
+        duties: _Duties,
+        hits: NDArray[Any],
+        fitting: NDArray[Any],
+        reasons: NDArray[np.uint8] | None,
+    ) -> None:
         self._catalogue = catalogue
         self._fitting = fitting
         self._reasons = reasons
@@ -421,15 +482,19 @@ class _Answer:
         for name, texts in catalogue.texts.items():
             columns[name] = self._spread(texts[product], None)
         numbers = {
-            "qv": hits["qv"], "dp": hits["dp"],
-            "dp_min": np.where(has_range, hits["dp_min"], np.nan), "dp_max": np.where(has_range, hits["dp_max"], np.nan),
+            "qv": hits["qv"],
+            "dp": hits["dp"],
+            "dp_min": np.where(has_range, hits["dp_min"], np.nan),
+            "dp_max": np.where(has_range, hits["dp_max"], np.nan),
             "fan_total": np.where(is_fan, hits["fan_total"], np.nan),
             "position": np.where(is_damper & _has_position(hits["position_code"]), hits["position"], np.nan),
             "setting": np.where(is_damper & _has_position(hits["setting_code"]), hits["setting"], np.nan),
             "lpa": np.where(has_sound, hits["lpa"], np.nan),
             **{f"lw_{band}": np.where(has_sound, hits["lw"][:, place], np.nan) for place, band in enumerate(BANDS)},
-            "throw": np.where(has_throw, hits["throw_length"], np.nan), "area": hits["area"], "fit": hits["fit"],
-        }  # fmt: skip
+            "throw": np.where(has_throw, hits["throw_length"], np.nan),
+            "area": hits["area"],
+            "fit": hits["fit"],
+        }
         for name, array in numbers.items():
             columns[name] = self._spread(array.astype(np.float32), np.float32(np.nan))
         columns["unknown"] = self._spread(_unknown_words()[unknown], "")
@@ -456,7 +521,9 @@ class _Answer:
 
 
 def _has_position(code: NDArray[np.int32]) -> NDArray[np.bool_]:
-    inside: NDArray[np.bool_] = (code >= int(CONSTANTS["TAVCA_POS_BELOW_TABLE"])) & (code <= int(CONSTANTS["TAVCA_POS_ABOVE_TABLE"]))
+    inside: NDArray[np.bool_] = (code >= int(CONSTANTS["TAVCA_POS_BELOW_TABLE"])) & (
+        code <= int(CONSTANTS["TAVCA_POS_ABOVE_TABLE"])
+    )
     return inside
 
 

@@ -29,11 +29,15 @@ def columns_of(given: Any) -> dict[str, Sequence[Any]]:
     if isinstance(given, Mapping):
         found: dict[str, Sequence[Any]] = {str(name): list(column) for name, column in given.items()}
         if len({len(column) for column in found.values()}) > 1:
-            raise ValueError(f"a schedule with columns of {', '.join(str(len(c)) for c in found.values())} lines, expected all of one length")
+            raise ValueError(
+                f"a schedule with columns of {', '.join(str(len(c)) for c in found.values())} lines, expected all of one length"
+            )
         return found
     try:
         rows = [dict(row) for row in given]
     except (TypeError, ValueError):
-        raise ValueError(f"a schedule is {type(given).__name__}, expected a table of pandas, a dictionary of columns or a list of records") from None
+        raise ValueError(
+            f"a schedule is {type(given).__name__}, expected a table of pandas, a dictionary of columns or a list of records"
+        ) from None
     names = dict.fromkeys(name for row in rows for name in row)
     return {str(name): [row.get(name) for row in rows] for name in names}

@@ -9,14 +9,20 @@ _LITRES = 1000.0  # in a cubic metre
 _MILLIMETRE_OF_WATER = 9.80665  # Pa
 
 FLOWS = {
-    "l/s": 1.0, "l/h": 1 / _SECONDS_PER_HOUR, "m3/s": _LITRES, "m3/h": _LITRES / _SECONDS_PER_HOUR,
+    "l/s": 1.0,
+    "l/h": 1 / _SECONDS_PER_HOUR,
+    "m3/s": _LITRES,
+    "m3/h": _LITRES / _SECONDS_PER_HOUR,
     "cfm": 0.3048 * 0.3048 * 0.3048 * _LITRES / 60,
-}  # fmt: skip
+}
 """One of each in l/s."""
 PRESSURES = {
-    "Pa": 1.0, "kPa": 1000.0, "inWC": 25.4 * _MILLIMETRE_OF_WATER, "inwg": 25.4 * _MILLIMETRE_OF_WATER,
+    "Pa": 1.0,
+    "kPa": 1000.0,
+    "inWC": 25.4 * _MILLIMETRE_OF_WATER,
+    "inwg": 25.4 * _MILLIMETRE_OF_WATER,
     "mmwg": _MILLIMETRE_OF_WATER,
-}  # fmt: skip
+}
 """One of each in Pa."""
 
 

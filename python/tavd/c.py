@@ -25,7 +25,7 @@ from typing import Any
 from tavd import _binding
 from tavd._declarations import CALLBACKS, CONSTANTS, FUNCTIONS, RECORDS
 
-__all__ = [*FUNCTIONS, *RECORDS, *(name for name in CALLBACKS if "." not in name), *CONSTANTS]  # pyright: ignore
+__all__ = [*FUNCTIONS, *RECORDS, *(name for name in CALLBACKS if "." not in name), *CONSTANTS]
 
 
 def __getattr__(name: str) -> Any:

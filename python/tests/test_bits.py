@@ -111,7 +111,9 @@ def test_what_is_asked_for_alone_is_the_same(db: tavd.Database, name: str) -> No
         alone, all_of_it = product.calc(qv, dp, want=[name]), product.calc(qv, dp)
         if name != "fan_check":
             assert bits(getattr(alone, name)) == bits(getattr(all_of_it, name))
-            assert bits(getattr(product.calc(50.0, 60.0, want=name), name)) == bits(getattr(product.calc(50.0, 60.0), name))
+            assert bits(getattr(product.calc(50.0, 60.0, want=name), name)) == bits(
+                getattr(product.calc(50.0, 60.0), name)
+            )
         code = tavd._results.CODE_OF[name]
         assert np.array_equal(getattr(alone.codes, code), getattr(all_of_it.codes, code))
 
@@ -121,4 +123,6 @@ def test_throw_lengths_of_any_line(db: tavd.Database) -> None:
     qv = np.linspace(5, 120, 50).astype(np.float32)
     flow = product.flow_data()
     for value in ("", "15", "45", "nothing"[:6]):
-        assert bits(product.throw_length(qv, value)) == bits([c.tavca_L2_isothermal(flow, x, value.encode()) for x in qv])
+        assert bits(product.throw_length(qv, value)) == bits(
+            [c.tavca_L2_isothermal(flow, x, value.encode()) for x in qv]
+        )

@@ -51,7 +51,11 @@ def test_codes_are_arrays_with_words(damper: tavd.Product) -> None:
     r = damper.calc(np.array([50.0, 50.0, 0.0]), np.array([60.0, 1e6, 60.0]))
     assert r.codes.position.dtype == np.int32
     assert r.codes.position.tolist() == [0, 1, -4]
-    assert r.codes.position.message().tolist() == ["in range", "more throttled than the first setting", "flow or pressure is too small"]
+    assert r.codes.position.message().tolist() == [
+        "in range",
+        "more throttled than the first setting",
+        "flow or pressure is too small",
+    ]
     assert r.codes.position[1:].message().shape == (2,)
     again = pickle.loads(pickle.dumps(r.codes.position))
     assert again.message().tolist() == r.codes.position.message().tolist()
@@ -65,9 +69,9 @@ def test_what_is_not_a_shape_or_a_number_is_told(damper: tavd.Product) -> None:
     with pytest.raises(ValueError, match="want has 'noise', expected any of dp_min, dp_max, position"):
         damper.calc(50, 60, want=["noise"])
     with pytest.raises(AttributeError, match="'lw' was not asked for: want had position"):
-        damper.calc(50, 60, want="position").lw  # noqa: B018
+        damper.calc(50, 60, want="position").lw
     with pytest.raises(AttributeError, match="'lw' was not asked for: want had position"):
-        damper.calc([50], 60, want="position").lw  # noqa: B018
+        damper.calc([50], 60, want="position").lw
 
 
 def test_parameters_that_there_are_not_are_told(db: tavd.Database) -> None:
@@ -110,7 +114,7 @@ def test_arrays_of_dask_answer_what_is_asked(db: tavd.Database) -> None:
     assert lazy.dp is None and lazy.dp_min.compute().tolist() == damper.calc(np.linspace(20, 150, 10)).dp_min.tolist()
     assert lazy.codes.fan_check.compute().tolist() == [-200] * 10
     with pytest.raises(AttributeError, match="'lw' was not asked for"):
-        lazy.lw  # noqa: B018
+        lazy.lw
     with pytest.raises(ValueError, match="want has 'noise', expected any of"):
         damper.calc(da.zeros(3), want=["noise"])
 
@@ -131,12 +135,16 @@ def test_a_product_goes_to_other_processes(damper: tavd.Product, catalogue: str)
     again = pickle.loads(pickle.dumps(chosen))
     assert bytes(again.flow_data()) == bytes(chosen.flow_data())
     script = "import pickle, sys; p = pickle.load(sys.stdin.buffer); print(p.calc(50, 60).lpa, p.code, len(p.flow_diagram().svg))"
-    told = subprocess.run([sys.executable, "-c", script], input=pickle.dumps(chosen), capture_output=True, check=True).stdout.decode()
+    told = subprocess.run(
+        [sys.executable, "-c", script], input=pickle.dumps(chosen), capture_output=True, check=True
+    ).stdout.decode()
     assert told.split() == [repr(chosen.calc(50, 60).lpa), chosen.code, str(len(chosen.flow_diagram().svg))]
 
 
 @pytest.mark.parametrize("object_id", ["QZGA-300x100-S+W", "QZGA-400x200-D+C", "QZGA-200x100-D+N", "QZGA-200x100-*+*"])
-def test_a_layered_product_is_put_together_as_by_the_program(db: tavd.Database, program: str, catalogue: str, object_id: str) -> None:
+def test_a_layered_product_is_put_together_as_by_the_program(
+    db: tavd.Database, program: str, catalogue: str, object_id: str
+) -> None:
     command = [program, "calc", catalogue, "GRL", object_id, "--qv", "100", "--json"]
     told = json.loads(subprocess.run(command, check=True, capture_output=True, text=True).stdout)
     product = db["GRL", object_id]

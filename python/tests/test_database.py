@@ -40,8 +40,12 @@ def test_texts_are_those_of_market_and_language(catalogue: str, program: str) ->
             descriptions.add(db["DMP", "QZDA-160"].description)
     assert "Round control damper" in descriptions
     for market in ("", "FIN", "SWE", "GBR", "DEU"):
-        told = subprocess.run([program, "list", catalogue, "--json", *(["--market", market] if market else [])], check=True,
-                              capture_output=True, text=True).stdout  # fmt: skip
+        told = subprocess.run(
+            [program, "list", catalogue, "--json", *(["--market", market] if market else [])],
+            check=True,
+            capture_output=True,
+            text=True,
+        ).stdout
         with tavd.open(catalogue, market=market) as db:
             for product in (db[key] for key in list(db)[:20]):
                 assert product.code in told and product.description in told
@@ -81,14 +85,20 @@ def test_a_missing_database_is_told_in_the_words_of_the_service(tmp_path: pathli
 
 
 @pytest.mark.parametrize("damage", ["text", "short", "holes", "folder", "empty"])
-def test_a_damaged_database_is_told_in_the_words_of_the_service(catalogue: str, tmp_path: pathlib.Path, damage: str) -> None:
+def test_a_damaged_database_is_told_in_the_words_of_the_service(
+    catalogue: str, tmp_path: pathlib.Path, damage: str
+) -> None:
     path = tmp_path / "damaged.tavdb"
     data = pathlib.Path(catalogue).read_bytes()
     if damage == "folder":
         path.mkdir()
     else:
         holes = data[:4096] + b"\xa5" * (len(data) - 4096)
-        path.write_bytes({"text": b"This is no database. " * 99, "short": data[: len(data) // 3], "holes": holes, "empty": b""}[damage])
+        path.write_bytes(
+            {"text": b"This is no database. " * 99, "short": data[: len(data) // 3], "holes": holes, "empty": b""}[
+                damage
+            ]
+        )
     with pytest.raises(tavd.Error) as told:
         with tavd.open(path) as db:
             for key in db:
@@ -101,7 +111,13 @@ def test_a_closed_database_is_told_and_not_taken_for_another(catalogue: str) -> 
     db.close()
     db.close()
     with tavd.open(catalogue):
-        for ask in (lambda: db["DMP", "QZDA-160"], lambda: len(db), db.products, lambda: db.select(qv=80, dp=70), lambda: db.handle):
+        for ask in (
+            lambda: db["DMP", "QZDA-160"],
+            lambda: len(db),
+            db.products,
+            lambda: db.select(qv=80, dp=70),
+            lambda: db.handle,
+        ):
             with pytest.raises(tavd.Error, match="catalogue.tavdb' is closed: -1 is no open database"):
                 ask()
     assert "closed" in repr(db)
@@ -136,8 +152,12 @@ def test_the_libraries_are_looked_for_where_it_says(tmp_path: pathlib.Path) -> N
     environment = {**os.environ, "PYTHONPATH": str(tmp_path / "place"), "TAVD_LIBRARIES": str(tmp_path / "none")}
 
     def told() -> str:
-        run = subprocess.run([sys.executable, "-c", "import tavd; print(tavd.c.tavd_version_nmb(190))"], env=environment,
-                             capture_output=True, text=True)  # fmt: skip
+        run = subprocess.run(
+            [sys.executable, "-c", "import tavd; print(tavd.c.tavd_version_nmb(190))"],
+            env=environment,
+            capture_output=True,
+            text=True,
+        )
         return run.stdout + run.stderr
 
     if not any(pathlib.Path(place).glob("*/libtavd.so") for place in ("/usr/lib", "/usr/local/lib")):
@@ -164,7 +184,9 @@ def test_without_pandas_tables_are_lists_of_records(catalogue: str) -> None:
         print(best[0]["id"], type(best[0]["lpa"]).__name__)
         print([row["id"] for row in db.select([{"room": "A", "qv": 80, "dp": 70}, {"room": "B", "qv": 1e5, "dp": 1}], top=1)])
     """
-    told = subprocess.run([sys.executable, "-c", script, catalogue], check=True, capture_output=True, text=True).stdout.splitlines()
+    told = subprocess.run(
+        [sys.executable, "-c", script, catalogue], check=True, capture_output=True, text=True
+    ).stdout.splitlines()
     assert told[0] == "160 16.0 50.0"
     assert told[1] == "QZDA-315 float"
     assert told[2] == "['QZLA-400x300', None]"

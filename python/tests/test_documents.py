@@ -29,7 +29,12 @@ def at_the_catalogue(catalogue: str, tmp_path: pathlib.Path, monkeypatch: pytest
     shutil.copy(catalogue, tmp_path / "catalogue.tavdb")
     shutil.copy(ROOT / "examples" / "rooms.csv", tmp_path)
     monkeypatch.chdir(tmp_path)
-    return {"tavd": tavd, "np": np, "db": tavd.open("catalogue.tavdb"), "p": tavd.open("catalogue.tavdb")["DMP", "QZDA-160"]}
+    return {
+        "tavd": tavd,
+        "np": np,
+        "db": tavd.open("catalogue.tavdb"),
+        "p": tavd.open("catalogue.tavdb")["DMP", "QZDA-160"],
+    }
 
 
 @pytest.mark.parametrize("name", MODULES)
@@ -49,15 +54,26 @@ def test_examples_of_the_manual(at_the_catalogue: dict[str, object]) -> None:
     assert doctest.DocTestRunner(optionflags=FLAGS).run(examples).failed == 0
 
 
-def test_the_notebook_runs_from_top_to_bottom(catalogue: str, tmp_path: pathlib.Path, monkeypatch: pytest.MonkeyPatch) -> None:
+def test_the_notebook_runs_from_top_to_bottom(
+    catalogue: str, tmp_path: pathlib.Path, monkeypatch: pytest.MonkeyPatch
+) -> None:
     monkeypatch.setenv("TAVD_DATABASE", catalogue)
-    monkeypatch.setenv("PYTHONPATH", os.pathsep.join([str(pathlib.Path(tavd.__file__).parent.parent), os.environ.get("PYTHONPATH", "")]))
+    monkeypatch.setenv(
+        "PYTHONPATH",
+        os.pathsep.join([str(pathlib.Path(tavd.__file__).parent.parent), os.environ.get("PYTHONPATH", "")]),
+    )
     monkeypatch.setenv("IPYTHONDIR", str(tmp_path / "ipython"))
     monkeypatch.setenv("MPLCONFIGDIR", str(tmp_path / "matplotlib"))
     notebook = nbformat.read(ROOT / "examples" / "selection.ipynb", as_version=4)
     assert not any(cell.get("outputs") for cell in notebook.cells), "outputs are not kept: they would be a second copy"
     NotebookClient(notebook, timeout=120, kernel_name="python3").execute()
-    shown = {kind for cell in notebook.cells if cell.cell_type == "code" for output in cell.outputs for kind in output.get("data", {})}
+    shown = {
+        kind
+        for cell in notebook.cells
+        if cell.cell_type == "code"
+        for output in cell.outputs
+        for kind in output.get("data", {})
+    }
     assert {"image/svg+xml", "image/png", "text/html"} <= shown
     assert "QZ" in str(notebook.cells[-1])
 

@@ -38,7 +38,11 @@ SETTINGS: list[tuple[tuple[str, str], list[Any], dict[str, Any]]] = [
     (("DMP", "QZDA-160"), ["--qv", 50, "--dp", 5000], {"qv": 50, "dp": 5000}),
     (("DMP", "QZDA-160"), ["--units", "m3/h,kPa"], {"units": ("m3/h", "kPa")}),
     (("DMP", "QZDA-160"), ["--lp", "25,60,5"], {"levels": (25, 60, 5)}),
-    (("DMP", "QZDA-160"), ["--a-label", "2=half 50% open, quite", "--a-label", "4=Öppen"], {"labels": {2: "half 50% open, quite", 4: "Öppen"}}),
+    (
+        ("DMP", "QZDA-160"),
+        ["--a-label", "2=half 50% open, quite", "--a-label", "4=Öppen"],
+        {"labels": {2: "half 50% open, quite", 4: "Öppen"}},
+    ),
     (("DMP", "QZDA-160"), ["--title", "Küche/Кухня 1"], {"title": "Küche/Кухня 1"}),
     (("DMP", "QZDA-160"), ["--title", "W" * 79, "--size", "300x700"], {"title": "W" * 79, "size": (300, 700)}),
     (("DMP", "QZDA-160"), ["--size", "64x64"], {"size": (64, 64)}),
@@ -47,7 +51,9 @@ SETTINGS: list[tuple[tuple[str, str], list[Any], dict[str, Any]]] = [
 
 
 @pytest.mark.parametrize(("key", "options", "settings"), SETTINGS)
-def test_so_they_have_with_any_setting(db: tavd.Database, catalogue: str, program: str, key: tuple[str, str], options: list[Any], settings: dict[str, Any]) -> None:
+def test_so_they_have_with_any_setting(
+    db: tavd.Database, catalogue: str, program: str, key: tuple[str, str], options: list[Any], settings: dict[str, Any]
+) -> None:
     expected = drawn(program, "diagram", catalogue, *key, *options)
     assert expected
     assert db[key].flow_diagram(**settings).svg.encode() == expected
@@ -57,18 +63,34 @@ def test_so_they_have_with_a_market_a_language_and_a_parameter(catalogue: str, p
     with tavd.open(catalogue, market="FIN", language="sv") as db:
         product = db["ASD", "QZSA-160"]
         name, parameter = next(iter(product.parameters.items()))
-        expected = drawn(program, "diagram", catalogue, "ASD", "QZSA-160", "--market", "FIN", "--language", "sv", "--param", f"{name}={parameter.values[1]}")
+        expected = drawn(
+            program,
+            "diagram",
+            catalogue,
+            "ASD",
+            "QZSA-160",
+            "--market",
+            "FIN",
+            "--language",
+            "sv",
+            "--param",
+            f"{name}={parameter.values[1]}",
+        )
         assert product.with_parameters({name: parameter.values[1]}).flow_diagram().svg.encode() == expected
 
 
-def test_throw_diagrams_and_sketches_have_the_bytes_of_the_program(db: tavd.Database, catalogue: str, program: str) -> None:
+def test_throw_diagrams_and_sketches_have_the_bytes_of_the_program(
+    db: tavd.Database, catalogue: str, program: str
+) -> None:
     throws = sketches = 0
     for number, product in enumerate(product for product in (db[key] for key in db) if not product.layers):
         flow = product.flow_data()
         key = (product.class_id, product.id)
         if (flow.nparL2 or flow.nqvL2) and product.has_flow_data:
             qv = (product.qv_min + product.qv_max) / 2
-            assert product.throw_diagram(qv=qv).svg.encode() == drawn(program, "throw", catalogue, *key, "--qv", qv), product
+            assert product.throw_diagram(qv=qv).svg.encode() == drawn(
+                program, "throw", catalogue, *key, "--qv", qv
+            ), product
             throws += 1
         if product.record.has_shape and number % 3 == 0:
             assert product.sketch().svg.encode() == drawn(program, "picture", catalogue, *key), product

@@ -16,7 +16,9 @@ LIBRARIES = ("libtavd", "libtavdn", "libtavdsrv", "libtavdgui", "libtavdcairo")
 
 
 def exported(library: str) -> set[str]:
-    told = subprocess.run(["nm", "-D", "--defined-only", BUILD / "lib" / f"{library}.so"], check=True, capture_output=True, text=True)
+    told = subprocess.run(
+        ["nm", "-D", "--defined-only", BUILD / "lib" / f"{library}.so"], check=True, capture_output=True, text=True
+    )
     names = {line.split()[-1].split("@")[0] for line in told.stdout.splitlines()}
     return {name for name in names if not name.startswith("_Z")}  # of the C++ library's own templates
 
@@ -61,20 +63,42 @@ def test_declarations_agree_with_the_compiler(pointer: int, tmp_path: pathlib.Pa
     declared = json.loads(file.read_text(encoding="utf-8"))
     # The compiler's own headers have what is needed for any width, but for this one.
     (tmp_path / "uchar.h").write_text("typedef __CHAR16_TYPE__ char16_t;\n")
-    lines = [f'#include "{header.relative_to(ROOT / "include")}"' for header in sorted((ROOT / "include").glob("*/*.h"))]
+    lines = [
+        f'#include "{header.relative_to(ROOT / "include")}"' for header in sorted((ROOT / "include").glob("*/*.h"))
+    ]
     for record in declared["records"]:
         name = record["name"]
         lines.append(f'_Static_assert(sizeof({name}) == {record["size"]}, "{name}");')
         for field in record["fields"]:
-            lines.append(f'_Static_assert(offsetof({name}, {field["name"]}) == {field["offset"]}, "{name}.{field["name"]}");')
+            lines.append(
+                f'_Static_assert(offsetof({name}, {field["name"]}) == {field["offset"]}, "{name}.{field["name"]}");'
+            )
     for constant in declared["constants"]:
         if isinstance(constant["value"], int):
             lines.append(f'_Static_assert(({constant["name"]}) == ({constant["value"]}), "{constant["name"]}");')
     for function in declared["functions"]:
-        lines.append(f'{spelled(function["result"])} {function["name"]}({", ".join(spelled(a["type"]) for a in function["arguments"]) or "void"});')
+        lines.append(
+            f'{spelled(function["result"])} {function["name"]}({", ".join(spelled(a["type"]) for a in function["arguments"]) or "void"});'
+        )
     # A double lies at a multiple of 8 with WebAssembly, as with all but the oldest of 32 bits.
-    told = subprocess.run(["gcc", f"-m{8 * pointer}", *(["-malign-double"] if pointer == 4 else []), "-std=c11", "-ffreestanding", "-fsyntax-only", "-Werror", f"-I{tmp_path}",
-                           f"-I{ROOT / 'include'}", "-xc", "-"], input="\n".join(lines) + "\n", capture_output=True, text=True)  # fmt: skip
+    told = subprocess.run(
+        [
+            "gcc",
+            f"-m{8 * pointer}",
+            *(["-malign-double"] if pointer == 4 else []),
+            "-std=c11",
+            "-ffreestanding",
+            "-fsyntax-only",
+            "-Werror",
+            f"-I{tmp_path}",
+            f"-I{ROOT / 'include'}",
+            "-xc",
+            "-",
+        ],
+        input="\n".join(lines) + "\n",
+        capture_output=True,
+        text=True,
+    )
     assert told.returncode == 0, told.stderr[:2000]
     assert len(lines) > 900
 
@@ -90,7 +114,15 @@ def spelled(known: dict[str, object]) -> str:
         const = " const" if known["const"] else ""
         return f"{spelled(to)}{const}*"
     if kind == "number":
-        names = {"float": "float", "double": "double", "bool": "bool", "char": "char", "size": "size_t", "int32": "int", "uint32": "unsigned int"}
+        names = {
+            "float": "float",
+            "double": "double",
+            "bool": "bool",
+            "char": "char",
+            "size": "size_t",
+            "int32": "int",
+            "uint32": "unsigned int",
+        }
         return names.get(str(known["name"]), f"{known['name']}_t")
     if kind == "opaque":
         return f"struct {known['name']}"
@@ -99,7 +131,7 @@ def spelled(known: dict[str, object]) -> str:
 
 def test_a_function_that_is_in_no_header_is_told() -> None:
     with pytest.raises(AttributeError, match="in none of the C headers"):
-        c.tavca_nothing  # noqa: B018
+        c.tavca_nothing
 
 
 def test_an_array_of_other_items_is_refused() -> None:

@@ -19,18 +19,35 @@ ROOMS = ROOT / "examples" / "rooms.csv"
 
 # Columns of the program's tables, and ours.
 NAMES = {
-    "rank": "rank", "class": "class", "id": "id", "code": "code", "description": "description", "size_mm": "size", "dp_Pa": "dp",
-    "dp_min_Pa": "dp_min", "dp_max_Pa": "dp_max", "position_stepless": "position", "position_stepped": "setting",
-    "fan_dp_total_Pa": "fan_total", "room_level_dBA": "lpa", "throw_length_m": "throw", "fit": "fit", "unknown": "unknown",
+    "rank": "rank",
+    "class": "class",
+    "id": "id",
+    "code": "code",
+    "description": "description",
+    "size_mm": "size",
+    "dp_Pa": "dp",
+    "dp_min_Pa": "dp_min",
+    "dp_max_Pa": "dp_max",
+    "position_stepless": "position",
+    "position_stepped": "setting",
+    "fan_dp_total_Pa": "fan_total",
+    "room_level_dBA": "lpa",
+    "throw_length_m": "throw",
+    "fit": "fit",
+    "unknown": "unknown",
     **{f"lw_{band}Hz_dB": f"lw_{band}" for band in tavd.BANDS},
-}  # fmt: skip
+}
 
 
 def asked(program: str, catalogue: str, schedule: str, tmp_path: pathlib.Path, *options: str) -> list[dict[str, str]]:
     """What the program answers to a schedule."""
     (tmp_path / "duties.csv").write_text(schedule)
     answer = tmp_path / "answer.csv"
-    subprocess.run([program, "select", catalogue, "--duties", tmp_path / "duties.csv", "-o", answer, *options], check=True, capture_output=True)
+    subprocess.run(
+        [program, "select", catalogue, "--duties", tmp_path / "duties.csv", "-o", answer, *options],
+        check=True,
+        capture_output=True,
+    )
     return list(csv.DictReader(io.StringIO(answer.read_text())))
 
 
@@ -50,7 +67,9 @@ def compare(expected: list[dict[str, str]], table: Any) -> None:
         assert told["fitting"] == str(found["fitting"])
 
 
-def test_a_schedule_is_answered_as_by_the_program(db: tavd.Database, program: str, catalogue: str, tmp_path: pathlib.Path) -> None:
+def test_a_schedule_is_answered_as_by_the_program(
+    db: tavd.Database, program: str, catalogue: str, tmp_path: pathlib.Path
+) -> None:
     expected = asked(program, catalogue, ROOMS.read_text(), tmp_path, "--top", "3", "--explain")
     rooms = pd.read_csv(ROOMS, sep=";", decimal=",")
     table = db.select(rooms, top=3, explain=True)
@@ -60,23 +79,34 @@ def test_a_schedule_is_answered_as_by_the_program(db: tavd.Database, program: st
     assert sum(table["id"].isna()) == sum(line["id"] == "" for line in expected) > 0
 
 
-def test_any_duty_is_answered_as_by_the_program(db: tavd.Database, program: str, catalogue: str, tmp_path: pathlib.Path) -> None:
+def test_any_duty_is_answered_as_by_the_program(
+    db: tavd.Database, program: str, catalogue: str, tmp_path: pathlib.Path
+) -> None:
     random = np.random.default_rng(7)
     lines = []
     for _ in range(60):
-        lines.append({
-            "qv": round(float(np.exp(random.uniform(2, 6.5))), 1), "dp": round(float(random.uniform(10, 200)), 1),
-            "lp max": random.choice(["", "25", "35", "50"]), "class": random.choice(["", "DMP", "ASD AEX", "FAN DMP LVR"]),
-            "throw max": random.choice(["", "", "4"]), "rank": random.choice(["sound", "pressure", "size", "fit"]),
-            "allow unknown": random.choice(["", "sound throw", "sound, size"]), "size": random.choice(["", "", "160", "100:315"]),
-            "room damping": random.choice(["4", "12"]), "top": random.choice(["1", "4"]),
-        })  # fmt: skip
+        lines.append(
+            {
+                "qv": round(float(np.exp(random.uniform(2, 6.5))), 1),
+                "dp": round(float(random.uniform(10, 200)), 1),
+                "lp max": random.choice(["", "25", "35", "50"]),
+                "class": random.choice(["", "DMP", "ASD AEX", "FAN DMP LVR"]),
+                "throw max": random.choice(["", "", "4"]),
+                "rank": random.choice(["sound", "pressure", "size", "fit"]),
+                "allow unknown": random.choice(["", "sound throw", "sound, size"]),
+                "size": random.choice(["", "", "160", "100:315"]),
+                "room damping": random.choice(["4", "12"]),
+                "top": random.choice(["1", "4"]),
+            }
+        )
     known = set(db.classes())
     for line in lines:
         line["class"] = " ".join(name for name in line["class"].split() if name in known)
     text = io.StringIO()
     writer = csv.DictWriter(text, lines[0], delimiter=";")
-    writer.writerow({"qv": "qv [l/s]", "dp": "dp [Pa]", **{name: name for name in lines[0] if name not in ("qv", "dp")}})
+    writer.writerow(
+        {"qv": "qv [l/s]", "dp": "dp [Pa]", **{name: name for name in lines[0] if name not in ("qv", "dp")}}
+    )
     writer.writerows(lines)
     expected = asked(program, catalogue, text.getvalue(), tmp_path)
     compare(expected, db.select(lines))
@@ -90,7 +120,10 @@ def test_arguments_say_what_a_line_says(db: tavd.Database) -> None:
     single = db.select(qv=80, dp=70, max_lp=30, room_damping=15, classes=["DMP"], rank="sound", top=3)
     assert single["id"].tolist() == by_line["id"].tolist()
     assert "duty" not in single and by_line["duty"].tolist() == [0, 0, 0]
-    assert db.select(qv=288, flow_unit="m3/h", dp=70, classes="DMP")["lpa"].tolist() == db.select(qv=80, dp=70, classes="DMP")["lpa"].tolist()
+    assert (
+        db.select(qv=288, flow_unit="m3/h", dp=70, classes="DMP")["lpa"].tolist()
+        == db.select(qv=80, dp=70, classes="DMP")["lpa"].tolist()
+    )
     assert len(db.select(qv=1e6, dp=1)) == 0
 
 
@@ -128,8 +161,14 @@ def test_parameters_are_chosen_or_tried(db: tavd.Database) -> None:
         ({"qv": 80, "dp": 70, "size": "big"}, "size is 'big', expected a diameter such as 160"),
         ({"qv": 80, "dp": 70, "max_lw": [1, 2]}, r"max_lw is \[1, 2\], expected 8 levels"),
         ({"qv": 80, "dp": 70, "colour": "red"}, "a duty has no 'colour', expected any of qv, dp, dp_lowest"),
-        ({"qv": 80, "dp": 70, "allow_unknown": "price"}, "allow_unknown has 'price', expected any of size, pressure, sound, throw"),
-        ({"qv": 80, "dp": 70, "dp_lowest": 90}, "the available pressure is no number above 0, or the lowest is below 0 or above"),
+        (
+            {"qv": 80, "dp": 70, "allow_unknown": "price"},
+            "allow_unknown has 'price', expected any of size, pressure, sound, throw",
+        ),
+        (
+            {"qv": 80, "dp": 70, "dp_lowest": 90},
+            "the available pressure is no number above 0, or the lowest is below 0 or above",
+        ),
         ({"qv": 80, "dp": 70, "flow_unit": "gallons"}, "flow_unit is 'gallons', expected one of l/s"),
     ],
 )
@@ -154,8 +193,22 @@ def test_products_are_read_again_when_told(catalogue: str, program: str, tmp_pat
     path.write_bytes(pathlib.Path(catalogue).read_bytes())
     with tavd.open(path) as db:
         before = db.select(qv=80, dp=70, classes="DMP", top=100)["id"].tolist()
-        subprocess.run([program, "delete", path, "DMP", before[0], *(["--yes"] if "--yes" in subprocess.run([program, "delete", "--help"], capture_output=True, text=True).stdout else [])],
-                       check=True, capture_output=True)  # fmt: skip
+        subprocess.run(
+            [
+                program,
+                "delete",
+                path,
+                "DMP",
+                before[0],
+                *(
+                    ["--yes"]
+                    if "--yes" in subprocess.run([program, "delete", "--help"], capture_output=True, text=True).stdout
+                    else []
+                ),
+            ],
+            check=True,
+            capture_output=True,
+        )
         assert db.select(qv=80, dp=70, classes="DMP", top=100)["id"].tolist() == before
         db.refresh()
         assert db.select(qv=80, dp=70, classes="DMP", top=100)["id"].tolist() == before[1:]

@@ -49,7 +49,9 @@ def test_points_of_one_product(db: tavd.Database) -> None:
         one = [product.calc(x, 60.0) for x in (singles if number % 2 else singles[::-1])]
         return many, [(point.qv, point.lpa, point.position) for point in one]
 
-    known = {float(x): (float(level), float(position)) for x, level, position in zip(qv, expected.lpa, expected.position)}
+    known = {
+        float(x): (float(level), float(position)) for x, level, position in zip(qv, expected.lpa, expected.position)
+    }
     for many, one in at_once(work):
         assert np.array_equal(many.lw, expected.lw) and np.array_equal(many.setting, expected.setting)
         assert all(known[x] == (level, position) for x, level, position in one)

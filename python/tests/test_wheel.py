@@ -14,7 +14,9 @@ def test_the_wheel_brings_the_libraries(catalogue: str, tmp_path: pathlib.Path) 
     (wheel,) = tmp_path.glob("*.whl")
     assert wheel.name.startswith("tavd-") and "-py3-none-linux_" in wheel.name
     # NumPy is the system's: without a network there is no other.
-    subprocess.run(["/usr/bin/python3", "-m", "venv", "--without-pip", "--system-site-packages", tmp_path / "empty"], check=True)
+    subprocess.run(
+        ["/usr/bin/python3", "-m", "venv", "--without-pip", "--system-site-packages", tmp_path / "empty"], check=True
+    )
     python = tmp_path / "empty" / "bin" / "python"
     environment = {name: value for name, value in os.environ.items() if not name.startswith(("PYTHON", "TAVD"))}
     pip = ["/usr/bin/python3", "-m", "pip", "--python", python, "install", "--quiet", "--disable-pip-version-check"]
@@ -26,7 +28,9 @@ def test_the_wheel_brings_the_libraries(catalogue: str, tmp_path: pathlib.Path) 
         print(tavd.__file__, product.calc(50, 60).position)
         print(*sorted({line.split()[-1] for line in open("/proc/self/maps") if "libtavd" in line}))
     """
-    told = subprocess.run([python, "-c", script, catalogue], check=True, capture_output=True, text=True, env=environment, cwd=tmp_path).stdout
+    told = subprocess.run(
+        [python, "-c", script, catalogue], check=True, capture_output=True, text=True, env=environment, cwd=tmp_path
+    ).stdout
     place = str(tmp_path / "empty" / "lib")
     file, position = told.splitlines()[0].split()
     assert file.startswith(place) and round(float(position), 2) == 5.48
