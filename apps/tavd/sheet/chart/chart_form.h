@@ -16,8 +16,8 @@ struct ChartUnit {
 
 // A quantity has one unit on the near side of the chart, and perhaps another on the far one.
 struct ChartUnits {
-  ChartUnit near;
-  ChartUnit far = {nullptr, ""};  // null: none
+  ChartUnit near_side;
+  ChartUnit far_side = {nullptr, ""};  // null: none
 };
 
 // UTF-8, without numbers, units or colons.

@@ -28,7 +28,6 @@ class CairoPainter : public Painter {
   void draw_text(const std::string& text, const TextStyle& style, PagePoint baseline, double angle) override;
 
  private:
-  struct Line;
   struct _cairo* context_;
   std::string language_;
 };
