@@ -22,7 +22,8 @@ class RecordingPainter : public Painter {
   const std::string& recording() const { return recording_; }
 
  protected:
-  void draw_text(const std::string& text, const TextStyle& style, PagePoint baseline, double angle) override;
+  void draw_text(const std::string& text, const TextStyle& style, const TextPlace& place,
+                 const TextSize& size) override;
 
  private:
   std::string recording_;

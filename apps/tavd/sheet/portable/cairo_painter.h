@@ -25,7 +25,8 @@ class CairoPainter : public Painter {
   TextSize measure(const std::string& text, const TextStyle& style) override;
 
  protected:
-  void draw_text(const std::string& text, const TextStyle& style, PagePoint baseline, double angle) override;
+  void draw_text(const std::string& text, const TextStyle& style, const TextPlace& place,
+                 const TextSize& size) override;
 
  private:
   struct _cairo* context_;

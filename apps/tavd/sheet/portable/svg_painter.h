@@ -34,7 +34,8 @@ class SvgPainter : public Painter {
   std::string finish();
 
  protected:
-  void draw_text(const std::string& text, const TextStyle& style, PagePoint baseline, double angle) override;
+  void draw_text(const std::string& text, const TextStyle& style, const TextPlace& place,
+                 const TextSize& size) override;
 
  private:
   std::string language_;
