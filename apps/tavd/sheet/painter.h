@@ -85,9 +85,10 @@ class Painter {
   const std::vector<PlacedText>& texts() const { return texts_; }
 
  protected:
-  // The text with its baseline beginning at a point.
-  virtual void draw_text(const std::string& text, const TextStyle& style, PagePoint baseline,
-                         double angle) = 0;
+  virtual void draw_text(const std::string& text, const TextStyle& style, const TextPlace& place,
+                         const TextSize& size) = 0;
+  // From the reference point of a text to where its baseline begins on the left, before it is turned.
+  static PagePoint baseline_offset(const TextStyle& style, const TextPlace& place, const TextSize& size);
 
  private:
   bool keeps_texts_ = false;

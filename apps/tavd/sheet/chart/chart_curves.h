@@ -12,9 +12,10 @@ namespace tavdhost {
 
 // What is drawn about the duty; numbers that are not there are 0.
 struct ChartDuty {
-  float qv = 0;     // l/s, or m/s for products by air velocity
-  float dp = 0;     // Pa
-  float level = 0;  // in the room, dB(A)
+  float qv = 0;                        // l/s, or m/s for products by air velocity
+  float dp = 0;                        // Pa
+  float level = 0;                     // in the room, dB(A)
+  std::optional<float> position = {};  // of a damper
 };
 
 enum class CurveFamily {
@@ -55,6 +56,7 @@ struct FlowCurves {
          dp_max = 0;  // limits of the product; with no area: nothing can be drawn
   std::vector<ChartCurve> curves;
   std::vector<LevelMark> marks;
+  bool takes_any_pressure = false;  // within the limits, so that it has no curve of its own
   bool can_draw() const {
     return qv_max > qv_min && dp_max > dp_min && (is_linear || (qv_min > 0 && dp_min > 0));
   }
