@@ -98,7 +98,7 @@ TextSize SvgPainter::measure(const std::string& text, const TextStyle& style) {
 
 void SvgPainter::draw_text(const std::string& text, const TextStyle& style, const TextPlace& place,
                            const TextSize& size) {
-  const bool right_to_left = is_right_to_left(text, style);
+  const bool right_to_left = is_right_to_left(text, style, language_);
   const PagePoint begin = baseline_offset(style, place, size);
   std::string transform = "translate(" + page_number(place.at.x) + " " + page_number(place.at.y) + ")";
   if (place.angle != 0) transform += " rotate(" + page_number(-place.angle) + ")";

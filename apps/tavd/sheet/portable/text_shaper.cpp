@@ -97,9 +97,9 @@ TextSize shaped_size(const std::string& text, const TextStyle& style, const std:
   return line_of(text, style, language).size;
 }
 
-bool is_right_to_left(const std::string& text, const TextStyle& style) {
-  if (style.direction != TextDirection::kByText) return style.direction == TextDirection::kRightToLeft;
-  return pango_find_base_dir(text.data(), static_cast<int>(text.size())) == PANGO_DIRECTION_RTL;
+bool is_right_to_left(const std::string& text, const TextStyle& style, const std::string& language) {
+  PangoLayoutLine* const line = shaped_line(text, style, language);
+  return pango_layout_line_get_resolved_direction(line) == PANGO_DIRECTION_RTL;
 }
 
 }  // namespace tavdhost

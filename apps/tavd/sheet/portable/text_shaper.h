@@ -21,6 +21,6 @@ PangoLayoutLine* shaped_line(const std::string& text, const TextStyle& style, co
 TextSize shaped_size(const std::string& text, const TextStyle& style, const std::string& language);
 
 // Whether the text runs from right to left.
-bool is_right_to_left(const std::string& text, const TextStyle& style);
+bool is_right_to_left(const std::string& text, const TextStyle& style, const std::string& language);
 
 }  // namespace tavdhost
