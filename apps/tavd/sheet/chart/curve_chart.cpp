@@ -123,7 +123,6 @@ void CurveChart::draw_gaps() {
   }
   for (const Quad& gap : gaps) painter_.area(gap, kWhite);
   if (flag_) gaps.push_back(quad_of(flag_->box));
-  if (duty_ && duty_has_y_) gaps.push_back(quad_about(*duty_, 0));
   for (Drawn& drawn : curves_) {
     for (const Quad& gap : gaps) {
       std::vector<Polyline> left;
@@ -151,14 +150,22 @@ void CurveChart::draw_curves() {
   for (const Mark& mark : marks_) painter_.disc(mark.at, kMarkRadius, kLevelColour);
 }
 
+// A limit at the edge of the plot is none: nothing lies beyond it.
 void CurveChart::draw_limits() const {
   if (!(limits_.width > 0) || !(limits_.height > 0)) return;
-  const std::array<PagePoint, 5> border = {{{limits_.left, limits_.top},
-                                            {limits_.right(), limits_.top},
-                                            {limits_.right(), limits_.bottom()},
-                                            {limits_.left, limits_.bottom()},
-                                            {limits_.left, limits_.top}}};
-  painter_.line(border, kLimitLine);
+  const Box& plot = frame_.plot();
+  const PagePoint upper_left = {limits_.left, limits_.top};
+  const PagePoint upper_right = {limits_.right(), limits_.top};
+  const PagePoint lower_left = {limits_.left, limits_.bottom()};
+  const PagePoint lower_right = {limits_.right(), limits_.bottom()};
+  const auto side = [this](bool is_inside, PagePoint from, PagePoint to) {
+    const std::array<PagePoint, 2> line = {{from, to}};
+    if (is_inside) painter_.line(line, kLimitLine);
+  };
+  side(limits_.left > plot.left, lower_left, upper_left);
+  side(limits_.right() < plot.right(), lower_right, upper_right);
+  side(limits_.top > plot.top, upper_left, upper_right);
+  side(limits_.bottom() < plot.bottom(), lower_left, lower_right);
 }
 
 void CurveChart::draw_duty() const {

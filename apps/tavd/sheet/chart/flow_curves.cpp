@@ -98,12 +98,15 @@ void FlowCurveMaker::add_marks(const std::vector<float>& qv) {
       sought.push_back(level);
     }
   }
-  find_roots(brackets, kLevelTolerance, [&](const std::vector<double>& places) {
-    const std::vector<float> at = sampler_.levels(std::vector<float>(places.begin(), places.end()), {});
-    std::vector<double> differences;
-    for (std::size_t i = 0; i < at.size(); ++i) differences.push_back(double{at[i]} - sought[i]);
-    return differences;
-  });
+  find_roots(brackets, kLevelTolerance,
+             [&](const std::vector<std::size_t>& asked, const std::vector<double>& places) {
+               const std::vector<float> at =
+                   sampler_.levels(std::vector<float>(places.begin(), places.end()), {});
+               std::vector<double> differences;
+               for (std::size_t k = 0; k < at.size(); ++k)
+                 differences.push_back(double{at[k]} - sought[asked[k]]);
+               return differences;
+             });
   for (std::size_t i = 0; i < brackets.size(); ++i) {
     const float root = static_cast<float>(brackets[i].root);
     const double dp = double{sampler_.ranges({&root, 1})[0].lowest};

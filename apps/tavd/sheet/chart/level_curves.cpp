@@ -170,24 +170,23 @@ Net::Crossings Net::crossings(double level) const {
     passed.push_back(side);
     brackets.push_back({0, 1, from, to});
   }
-  const auto places = [&passed](const std::vector<double>& parts) {
-    std::vector<Place> places;
-    for (std::size_t i = 0; i < parts.size(); ++i) {
-      const Place from = knot(passed[i].knot);
-      const Place to = knot(passed[i].other());
-      places.push_back({from.flow + (to.flow - from.flow) * parts[i],
-                        from.pressure + (to.pressure - from.pressure) * parts[i]});
-    }
-    return places;
+  const auto place = [&passed](std::size_t i, double part) {
+    const Place from = knot(passed[i].knot);
+    const Place to = knot(passed[i].other());
+    return Place{from.flow + (to.flow - from.flow) * part,
+                 from.pressure + (to.pressure - from.pressure) * part};
   };
-  find_roots(brackets, kTolerance, [&](const std::vector<double>& parts) {
-    std::vector<double> levels = field_.levels(field_.points(places(parts)));
-    for (double& found : levels) found -= level;
-    return levels;
-  });
-  std::vector<double> roots;
-  for (const Bracket& bracket : brackets) roots.push_back(bracket.root);
-  const std::vector<CurvePoint> points = field_.points(places(roots));
+  find_roots(brackets, kTolerance,
+             [&](const std::vector<std::size_t>& asked, const std::vector<double>& parts) {
+               std::vector<Place> places;
+               for (std::size_t k = 0; k < asked.size(); ++k) places.push_back(place(asked[k], parts[k]));
+               std::vector<double> levels = field_.levels(field_.points(places));
+               for (double& found : levels) found -= level;
+               return levels;
+             });
+  std::vector<Place> roots;
+  for (std::size_t i = 0; i < passed.size(); ++i) roots.push_back(place(i, brackets[i].root));
+  const std::vector<CurvePoint> points = field_.points(roots);
   Crossings found;
   for (std::size_t i = 0; i < passed.size(); ++i) found.emplace(passed[i], points[i]);
   return found;
@@ -235,6 +234,8 @@ std::vector<CurvePoint> Net::follow(Side side, Links& links, const Crossings& fo
     }
     at = next;
   }
+  // From lower to higher flows: dashes begin where the curve does.
+  if (points.back().x < points.front().x) std::ranges::reverse(points);
   return points;
 }
 
