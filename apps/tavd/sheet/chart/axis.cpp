@@ -23,6 +23,7 @@ constexpr std::array<double, 9> kDigits = {1, 2, 3, 4, 5, 6, 7, 8, 9};
 constexpr std::array<double, 14> kHalves = {1, 1.2, 1.5, 2, 2.5, 3, 3.5, 4, 4.5, 5, 6, 7, 8, 9};
 constexpr std::size_t kEnoughLabels = 4;
 constexpr std::size_t kFewestLabels = 3;
+constexpr double kShortAxis = 4;  // ratio of its ends, below which a logarithmic axis may have round steps
 
 // A number of the axis as a digit of a decade: exact, where a product of floating point is not.
 struct Mark {
@@ -161,7 +162,8 @@ std::vector<Tick> ticks_of(const Axis& axis, const ChartUnit& unit, char decimal
   if (axis.scale() == Scale::kLinear) return linear_ticks(axis, *unit.unit, decimal, room);
   const Marks marks(axis, unit);
   std::vector<Tick> ticks = major_ticks(marks, decimal, room);
-  if (ticks.size() < kFewestLabels) return linear_ticks(axis, *unit.unit, decimal, room);
+  const bool is_short = axis.high() < kShortAxis * axis.low();
+  if (is_short && ticks.size() < kFewestLabels) return linear_ticks(axis, *unit.unit, decimal, room);
   add_minor_ticks(ticks, marks);
   return ticks;
 }

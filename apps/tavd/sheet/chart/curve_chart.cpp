@@ -176,8 +176,23 @@ void CurveChart::draw_duty() const {
     for (const Polyline& part : parts) painter_.line(part, kDutyLine);
   }
   if (!duty_has_y_) return;
+  draw_leader();
   painter_.circle(*duty_, kDutyRadius, kDutyRing);
   painter_.disc(*duty_, kDutyRing.width, kDutyColour);
+}
+
+// From the mark to its values where they stand away from it.
+void CurveChart::draw_leader() const {
+  if (!flag_) return;
+  const Box& box = flag_->box;
+  const PagePoint nearest = {std::clamp(duty_->x, box.left, box.right()),
+                             std::clamp(duty_->y, box.top, box.bottom())};
+  const double away = distance(*duty_, nearest);
+  if (away < kDutyRadius + kFlagGap) return;
+  const double part = kDutyRadius / away;
+  const std::array<PagePoint, 2> line = {
+      {{duty_->x + (nearest.x - duty_->x) * part, duty_->y + (nearest.y - duty_->y) * part}, nearest}};
+  painter_.line(line, kFlagFrame);
 }
 
 void CurveChart::note(const ChartLabel& label) {

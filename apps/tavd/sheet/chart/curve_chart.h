@@ -52,6 +52,7 @@ class CurveChart {
   void draw_curves();
   void draw_limits() const;
   void draw_duty() const;
+  void draw_leader() const;
   void draw_labels();
   void note(const ChartLabel& label);
 

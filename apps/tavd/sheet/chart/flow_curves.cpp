@@ -143,7 +143,7 @@ void FlowCurveMaker::add_fan() {
   if (rows < 2) return;
   const FanPoint first = flow_.fancurve[0];
   const FanPoint last = flow_.fancurve[rows - 1];
-  if (!(first.qv > 0) || !(last.qv > first.qv)) return;
+  if (!(first.qv >= 0) || !(last.qv > first.qv)) return;
   const std::vector<float> qv = spaced(double{first.qv}, double{last.qv}, kFanPoints, false);
   const std::vector<float> dp = sampler_.fan_pressures(qv);
   std::vector<CurvePoint> points;
@@ -151,7 +151,8 @@ void FlowCurveMaker::add_fan() {
     if (std::isfinite(dp[i])) points.push_back({double{qv[i]}, double{dp[i]}});
   }
   add(CurveFamily::kFan, 0, points);
-  add_system_line(first);
+  // A curve that begins without a flow has the axis as its first limit.
+  if (first.qv > 0) add_system_line(first);
   add_system_line(last);
 }
 

@@ -89,12 +89,13 @@ std::optional<ChartLabel> LabelPlacer::on_line(std::size_t line, const std::stri
   return best;
 }
 
-// A free box in one of eight directions, near rather than far, that hides as few lines as can be.
+// A free box in one of eight directions, near rather than far, that hides few lines.
 std::optional<Box> LabelPlacer::box_beside(PagePoint point, double gap, double width, double height) const {
   constexpr std::array<PagePoint, 8> kDirections = {
       {{1, -1}, {-1, -1}, {1, 1}, {-1, 1}, {1, 0}, {-1, 0}, {0, -1}, {0, 1}}};
+  constexpr double kFarIsBad = 0.7;  // as many lines hidden make up for being so many gaps farther away
   std::optional<Box> best;
-  std::size_t fewest = kNoLine;
+  double least = INFINITY;
   for (const double away : {1.0, 1.8, 3.0, 5.0}) {
     for (const PagePoint direction : kDirections) {
       const double lean = direction.x != 0 && direction.y != 0 ? std::numbers::sqrt2 / 2 : 1;
@@ -102,12 +103,11 @@ std::optional<Box> LabelPlacer::box_beside(PagePoint point, double gap, double w
                                 point.y + direction.y * (gap * away * lean + height / 2)};
       const Box box = {middle.x - width / 2, middle.y - height / 2, width, height};
       if (!is_free(quad_of(box))) continue;
-      const std::size_t count = crossings(quad_of(box), kNoLine);
-      if (count >= fewest) continue;
-      fewest = count;
+      const double cost = static_cast<double>(crossings(quad_of(box), kNoLine)) + kFarIsBad * (away - 1);
+      if (cost >= least) continue;
+      least = cost;
       best = box;
     }
-    if (fewest == 0) break;
   }
   return best;
 }

@@ -11,6 +11,7 @@ namespace tavdhost {
 namespace {
 
 constexpr std::size_t kThrowPoints = 21;
+constexpr double kMostRatio = 100;  // of the flows of a logarithmic axis: fans have no lowest flow
 
 bool same_value(const std::string& a, const std::string& b) {
   return tavca_param_valuecmp(a.c_str(), b.c_str()) == 0;
@@ -36,10 +37,10 @@ std::vector<std::string> line_values(const FlowData& flow) {
 
 ThrowCurves throw_curves(const FlowData& flow) {
   ThrowCurves made;
-  if (!has_throw_data(flow) || !(flow.qvmin > 0) || !(flow.qvmax > flow.qvmin)) return made;
+  if (!has_throw_data(flow) || !(flow.qvmax > 0) || !(flow.qvmax > flow.qvmin)) return made;
   constexpr float kNoDamping = 0;
   const Sampler sampler(flow, nullptr, kNoDamping);
-  made.qv_min = double{flow.qvmin};
+  made.qv_min = std::max(double{flow.qvmin}, double{flow.qvmax} / kMostRatio);
   made.qv_max = double{flow.qvmax};
   made.length_min = INFINITY;
   const std::vector<float> qv = spaced(made.qv_min, made.qv_max, kThrowPoints, true);
