@@ -46,13 +46,8 @@ void refuse_as_target(const std::string& target, const std::string& read) {
 
 class Batch {
  public:
-  Batch(SelectCatalogue& catalogue, const Schedule& schedule, const BatchSettings& settings,
-        std::ostream& out)
-      : catalogue_(catalogue), settings_(settings), lines_(settings.units), out_(out) {
-    std::string text;
-    lines_.heading(schedule.own_names(), text);
-    out_ << text;
-  }
+  Batch(SelectCatalogue& catalogue, const ScheduleReading& reading, const ScheduleListener& listener)
+      : catalogue_(catalogue), reading_(reading), listener_(listener) {}
 
   void add(ScheduledDuty read) {
     room_ = std::max(room_, static_cast<std::size_t>(read.request.duty.wanted));
@@ -66,17 +61,16 @@ class Batch {
     if (requests_.empty()) return;
     catalogue_.complete(requests_);
     if (leave_out_unknown_classes()) catalogue_.complete(requests_);
-    if (!is_given_up()) write();
+    if (!is_given_up()) ask();
     own_.clear();
     requests_.clear();
     room_ = 1;
   }
 
   // Of a schedule that will not be written the rest is only read.
-  bool is_given_up() const { return !settings_.skip_bad && !faults_.empty(); }
-  ScheduleFaults& faults() { return faults_; }
-  std::size_t duties() const { return duties_; }
-  std::size_t without() const { return without_; }
+  bool is_given_up() const { return !reading_.skip_bad && !counts_.faults.empty(); }
+  ScheduleFaults& faults() { return counts_.faults; }
+  ScheduleCounts& counts() { return counts_; }
 
  private:
   bool leave_out_unknown_classes() {
@@ -87,8 +81,8 @@ class Batch {
         catalogue_.check_classes(requests_[i]);
       } catch (const UserError& error) {
         Faults faults;
-        faults.add(settings_.schedule + ":" + own_[i].back() + ":1: " + error.what());
-        faults_.add(faults);
+        faults.add(reading_.schedule + ":" + own_[i].back() + ":1: " + error.what());
+        counts_.faults.add(faults);
         continue;
       }
       if (kept != i) {
@@ -102,42 +96,37 @@ class Batch {
     return kept != before;
   }
 
-  void write() {
+  void ask() {
     std::vector<tavdn_duty> duties;
     duties.reserve(requests_.size());
     for (const Request& request : requests_) duties.push_back(request.duty);
     std::vector<tavdn_hit> hits(duties.size() * room_);
     std::vector<tavdn_fitting> fitting(duties.size());
     const int code = tavdn_select_many(catalogue_.get(), duties.size(), duties.data(), room_, hits.data(),
-                                       fitting.data(), nullptr, settings_.threads, nullptr);
+                                       fitting.data(), nullptr, reading_.threads, nullptr);
     if (code == TAVDN_NO_MEMORY) throw std::bad_alloc();
     if (code != TAVDN_OK) throw std::logic_error(tavdn_message("tavdn_select_many", code));
-    std::string text;
     for (std::size_t i = 0; i < duties.size(); ++i) {
       const auto first = hits.begin() + static_cast<std::ptrdiff_t>(i * room_);
       const Selected selected{fitting[i].products, {first, first + fitting[i].hits}, {}};
-      lines_.add(own_[i], catalogue_.get(), duties[i], selected, why_not(duties[i], selected), text);
-      ++duties_;
-      if (selected.hits.empty()) ++without_;
+      listener_.answer({own_[i], catalogue_.get(), duties[i], selected, why_not(duties[i], selected)});
+      ++counts_.duties;
+      if (selected.hits.empty()) ++counts_.without;
     }
-    out_ << text;
   }
 
   std::string why_not(const tavdn_duty& duty, const Selected& selected) const {
-    if (!settings_.explain || !selected.hits.empty()) return {};
+    if (!reading_.explain || !selected.hits.empty()) return {};
     return nearest_reason(select_one(catalogue_.get(), duty, true).reasons);
   }
 
   SelectCatalogue& catalogue_;
-  const BatchSettings& settings_;
-  HitLines lines_;
-  std::ostream& out_;
+  const ScheduleReading& reading_;
+  const ScheduleListener& listener_;
   std::vector<std::vector<std::string>> own_;
   std::vector<Request> requests_;
   std::size_t room_ = 1;
-  ScheduleFaults faults_;
-  std::size_t duties_ = 0;
-  std::size_t without_ = 0;
+  ScheduleCounts counts_;
 };
 
 std::string lines_text(std::size_t count) {
@@ -159,45 +148,69 @@ void read_all(TableLines& lines, Schedule& schedule, const std::string& path, Ba
   batch.flush();
 }
 
-void tell(const Batch& batch, const BatchSettings& settings, const ScheduleFaults& faults) {
-  if (!faults.empty()) {
-    std::cerr << "tavd: " << lines_text(faults.lines()) << " of " << settings.schedule << " left out\n"
-              << faults.listing() << '\n';
-  }
-  if (is_standard_output(settings.target)) return;
-  std::cout << settings.target << ": " << batch.duties() << (batch.duties() == 1 ? " duty" : " duties")
-            << ", "
-            << (batch.without() == 0 ? "all with a product that fits"
-                                     : std::to_string(batch.without()) + " without a product that fits")
-            << '\n';
-}
-
 }  // namespace
 
-void select_for_schedule(SelectCatalogue& catalogue, const Request& usual, const BatchSettings& settings) {
-  refuse_as_target(settings.target, settings.schedule);
-  refuse_as_target(settings.target, catalogue.path());
-  std::ifstream file(to_path(settings.schedule), std::ios::binary);
-  if (!file) throw UserError(settings.schedule + ": cannot be opened");
-  TableLines lines(file, settings.schedule);
+ScheduleCounts answer_schedule(SelectCatalogue& catalogue, const Request& usual,
+                               const ScheduleReading& reading, const ScheduleListener& listener) {
+  refuse_as_target(reading.target, reading.schedule);
+  refuse_as_target(reading.target, catalogue.path());
+  std::ifstream file(to_path(reading.schedule), std::ios::binary);
+  if (!file) throw UserError(reading.schedule + ": cannot be opened");
+  TableLines lines(file, reading.schedule);
   const std::optional<Source> heading = lines.next();
   if (!heading)
-    throw UserError(settings.schedule + ": an empty schedule, expected a heading and lines of duties");
+    throw UserError(reading.schedule + ": an empty schedule, expected a heading and lines of duties");
   Schedule schedule(*heading, usual);
-  std::unique_ptr<OutputFile> target;
-  if (!is_standard_output(settings.target)) target = std::make_unique<OutputFile>(settings.target);
-  Batch batch(catalogue, schedule, settings, target ? target->stream() : std::cout);
-  read_all(lines, schedule, settings.schedule, batch);
+  listener.heading(schedule.own_names());
+  Batch batch(catalogue, reading, listener);
+  read_all(lines, schedule, reading.schedule, batch);
   if (batch.is_given_up()) {
-    throw UserError(lines_text(batch.faults().lines()) + " of " + settings.schedule +
+    throw UserError(lines_text(batch.faults().lines()) + " of " + reading.schedule +
                     " not as expected, nothing is written; --skip-bad leaves them out\n" +
                     batch.faults().listing());
   }
-  if (batch.duties() == 0 && batch.faults().empty()) {
-    throw UserError(settings.schedule + ": no lines below the heading, expected some");
+  if (batch.counts().duties == 0 && batch.faults().empty()) {
+    throw UserError(reading.schedule + ": no lines below the heading, expected some");
   }
+  return std::move(batch.counts());
+}
+
+void tell_left_out(const ScheduleCounts& counts, const std::string& schedule) {
+  if (counts.faults.empty()) return;
+  std::cerr << "tavd: " << lines_text(counts.faults.lines()) << " of " << schedule << " left out\n"
+            << counts.faults.listing() << '\n';
+}
+
+std::string counts_text(const ScheduleCounts& counts) {
+  return std::to_string(counts.duties) + (counts.duties == 1 ? " duty" : " duties") + ", " +
+         (counts.without == 0 ? "all with a product that fits"
+                              : std::to_string(counts.without) + " without a product that fits");
+}
+
+void select_for_schedule(SelectCatalogue& catalogue, const Request& usual, const BatchSettings& settings) {
+  std::unique_ptr<OutputFile> target;
+  const HitLines lines(settings.units);
+  const auto out = [&]() -> std::ostream& { return target ? target->stream() : std::cout; };
+  const ScheduleListener listener = {
+      [&](const std::vector<std::string>& own_names) {
+        if (!is_standard_output(settings.target)) target = std::make_unique<OutputFile>(settings.target);
+        std::string text;
+        lines.heading(own_names, text);
+        out() << text;
+      },
+      [&](const AnsweredDuty& answered) {
+        std::string text;
+        lines.add(answered.own, answered.catalogue, answered.duty, answered.selected, answered.why_not, text);
+        out() << text;
+      }};
+  const ScheduleCounts counts = answer_schedule(
+      catalogue, usual,
+      {settings.schedule, settings.skip_bad, settings.explain, settings.threads, settings.target}, listener);
   if (target) target->finish();
-  tell(batch, settings, batch.faults());
+  tell_left_out(counts, settings.schedule);
+  if (!is_standard_output(settings.target)) {
+    std::cout << settings.target << ": " << counts_text(counts) << '\n';
+  }
 }
 
 }  // namespace tavdhost

@@ -31,6 +31,7 @@ class SelectCatalogue {
   const tavdn_catalogue* get() const { return catalogue_.get(); }
   std::size_t count() const { return tavdn_catalogue_count(catalogue_.get()); }
   const std::string& path() const { return database_.path(); }
+  const Database& database() const { return database_; }
 
  private:
   struct Closing {
