@@ -20,6 +20,7 @@ void add_commands(CLI::App& app) {
   add_diagram_command(app);
   add_picture_command(app);
   add_gallery_command(app);
+  add_report_command(app);
   add_throw_command(app);
   add_show_command(app);
   add_family_command(app);

@@ -16,6 +16,7 @@ void add_select_command(CLI::App& app);
 void add_diagram_command(CLI::App& app);
 void add_picture_command(CLI::App& app);
 void add_gallery_command(CLI::App& app);
+void add_report_command(CLI::App& app);
 void add_throw_command(CLI::App& app);
 void add_show_command(CLI::App& app);
 void add_family_command(CLI::App& app);

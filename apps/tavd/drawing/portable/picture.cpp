@@ -12,6 +12,7 @@
 #include "drawing/placement.h"
 #include "drawing/portable/cut_surface.h"
 #include "drawing/portable/page.h"
+#include "drawing/portable/placed.h"
 #include "tavdgui/tavdcairo.h"
 #include "tavdgui/tavdgui.h"
 
@@ -51,17 +52,6 @@ void draw(const hosts::LibraryDrawing& drawing, tgui_surface* surface) {
   drawing.destroy_tools();
 }
 
-// With the plane at a place of the surface: as a window of the drawing's class draws.
-void draw(const hosts::LibraryDrawing& drawing, tgui_surface* surface, const Area& place) {
-  const int saved = tgui_save(surface);
-  tgui_set_map_mode(surface, TGUI_MM_ANISOTROPIC);
-  tgui_set_window_ext(surface, drawing.plane_width, drawing.plane_height);
-  tgui_set_viewport_org(surface, place.left, place.top);
-  tgui_set_viewport_ext(surface, place.width(), place.height());
-  draw(drawing, surface);
-  tgui_restore(surface, saved);
-}
-
 int32_t keep_bytes(void* kept, const void* bytes, std::size_t length) {
   static_cast<std::string*>(kept)->assign(static_cast<const char*>(bytes), length);
   return 0;
@@ -80,6 +70,16 @@ void draw_frame(tgui_surface* surface, const Area& window, std::uint32_t colour)
 }
 
 }  // namespace
+
+void draw_placed(const hosts::LibraryDrawing& drawing, tgui_surface* surface, const Area& place) {
+  const int saved = tgui_save(surface);
+  tgui_set_map_mode(surface, TGUI_MM_ANISOTROPIC);
+  tgui_set_window_ext(surface, drawing.plane_width, drawing.plane_height);
+  tgui_set_viewport_org(surface, place.left, place.top);
+  tgui_set_viewport_ext(surface, place.width(), place.height());
+  draw(drawing, surface);
+  tgui_restore(surface, saved);
+}
 
 Picture::Picture(const std::string& path, PictureSize size, const std::string& format)
     : surface_(new Surface{path, size, false, false, {0, 0, size.width, size.height}, nullptr}) {
@@ -154,7 +154,7 @@ void Picture::paint(const hosts::LibraryDrawing& drawing, const Area& room) {
   if (room == whole()) {
     for (const auto& [colour, width, name] : drawing.pens) tgui_cairo_name_pen(surface, colour, width, name);
   }
-  draw(drawing, surface, fitted_place(drawing, placed(room)));
+  draw_placed(drawing, surface, fitted_place(drawing, placed(room)));
 }
 
 // What a drawing puts outside of its window would stand in the cell beside it.
@@ -190,7 +190,7 @@ void Picture::finish() {
 
 std::optional<Covered> covered(const hosts::LibraryDrawing& drawing, const Area& place) {
   tgui_surface* const measuring = tgui_cairo_measure(1, 1);
-  draw(drawing, measuring, place);
+  draw_placed(drawing, measuring, place);
   Covered all = {};
   tgui_box box = {};
   const bool is_empty = tgui_cairo_extent(measuring, &box) != 0;

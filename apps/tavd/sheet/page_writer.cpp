@@ -1,0 +1,115 @@
+#include "sheet/page_writer.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tavdhost {
+namespace {
+
+constexpr double kSmallest = 0.8;  // of the size that was wanted, for a text that is too wide
+constexpr const char* kLeftToRight = "\u2066";  // isolate, ended by the next one
+constexpr const char* kEndOfIsolate = "\u2069";
+constexpr const char* kMore = "…";
+
+// Bytes of the letter that begins here.
+std::size_t letter_bytes(const std::string& utf8, std::size_t at) {
+  std::size_t end = at + 1;
+  while (end < utf8.size() && (static_cast<unsigned char>(utf8[end]) & 0xC0) == 0x80) ++end;
+  return end - at;
+}
+
+// Letters that a line may end behind without a blank: those of Chinese.
+bool breaks_anywhere(const std::string& utf8, std::size_t at) {
+  return static_cast<unsigned char>(utf8[at]) >= 0xE3;
+}
+
+// Pieces of which a line is made: words with the blank behind them, or single letters.
+std::vector<std::string> pieces_of(const std::string& text) {
+  std::vector<std::string> pieces(1);
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t bytes = letter_bytes(text, at);
+    pieces.back() += text.substr(at, bytes);
+    const bool ends = text[at] == ' ' || (breaks_anywhere(text, at) && at + bytes < text.size() &&
+                                         breaks_anywhere(text, at + bytes) &&
+                                         text.compare(at + bytes, 3, "。") != 0 &&
+                                         text.compare(at + bytes, 3, "，") != 0);
+    if (ends) pieces.emplace_back();
+    at += bytes;
+  }
+  return pieces;
+}
+
+std::string without_blank(std::string text) {
+  while (!text.empty() && text.back() == ' ') text.pop_back();
+  return text;
+}
+
+// The longest beginning that is no wider with "…" behind it.
+std::string shortened_to(const std::string& text, double width, const TextLook& look) {
+  std::string kept;
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t bytes = letter_bytes(text, at);
+    const std::string longer = kept + text.substr(at, bytes);
+    if (PageSurface::width_of(longer + kMore, look) > width) break;
+    kept = longer;
+    at += bytes;
+  }
+  return without_blank(kept) + kMore;
+}
+
+}  // namespace
+
+void PageWriter::draw(const Box& box, const std::string& text, TextLook look, Align align) const {
+  if (text.empty()) return;
+  std::string shown_text = text;
+  const double width = PageSurface::width_of(text, look);
+  if (width > box.width) {
+    look.size *= std::max(kSmallest, box.width / width * 0.995);
+    if (PageSurface::width_of(text, look) > box.width) shown_text = shortened_to(text, box.width, look);
+  }
+  const bool is_right = (align == Align::kEnd) != right_to_left_;
+  const Side side = align == Align::kCentre ? Side::kCentre : is_right ? Side::kRight : Side::kLeft;
+  surface_.text(placed(box), shown_text, look, side);
+}
+
+void PageWriter::line(const Box& box, const std::string& text, const TextLook& look, Align align) const {
+  draw(box, text, look, align);
+}
+
+void PageWriter::number(const Box& box, const std::string& text, const TextLook& look, Align align) const {
+  draw(box, right_to_left_ && !text.empty() ? kLeftToRight + text + kEndOfIsolate : text, look, align);
+}
+
+std::vector<std::string> PageWriter::wrapped(const std::string& text, double width, const TextLook& look) const {
+  std::vector<std::string> lines(1);
+  for (const std::string& piece : pieces_of(text)) {
+    const std::string longer = lines.back() + piece;
+    if (!lines.back().empty() && PageSurface::width_of(without_blank(longer), look) > width) {
+      lines.push_back(piece);
+    } else {
+      lines.back() = longer;
+    }
+  }
+  for (std::string& line : lines) line = without_blank(line);
+  return lines;
+}
+
+double PageWriter::height_of(const std::string& text, double width, const TextLook& look) const {
+  return static_cast<double>(wrapped(text, width, look).size()) * look.size * kSheetLetters.line;
+}
+
+double PageWriter::paragraph(const Box& box, const std::string& text, const TextLook& look) const {
+  const double line_height = look.size * kSheetLetters.line;
+  double used = 0;
+  for (const std::string& one : wrapped(text, box.width, look)) {
+    line({box.left, box.top + used, box.width, line_height}, one, look);
+    used += line_height;
+  }
+  return used;
+}
+
+void PageWriter::rule(const Box& box, std::uint32_t colour) const {
+  surface_.fill(placed(box), colour);
+}
+
+}  // namespace tavdhost

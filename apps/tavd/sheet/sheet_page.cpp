@@ -1,0 +1,225 @@
+#include "sheet/sheet_page.h"
+
+#include <algorithm>
+#include <array>
+
+#include "base/numbers.h"
+#include "sheet/charts.h"
+#include "sheet/sketch.h"
+
+namespace tavdhost {
+namespace {
+
+constexpr std::uint32_t kBlack = 0x000000;
+constexpr std::uint32_t kGrey = 0x606060;
+constexpr std::uint32_t kPaleGrey = 0xC8C8C8;
+
+constexpr double kRule = 0.25;    // mm
+constexpr double kPale = 0.12;    // mm, between the rows of a table
+constexpr double kHeadings = 6.2; // mm from a heading's top to what is below it
+constexpr double kRows = 4.35;    // mm from row to row
+constexpr double kRemarks = 3.4;  // mm more for a remark below a row
+
+constexpr TextLook kTitle = {kSheetLetters.title, true, kBlack};
+constexpr TextLook kDescription = {kSheetLetters.description, false, kBlack};
+constexpr TextLook kHeading = {kSheetLetters.heading, true, kBlack};
+constexpr TextLook kText = {kSheetLetters.text, false, kBlack};
+constexpr TextLook kBoldText = {kSheetLetters.text, true, kBlack};
+constexpr TextLook kName = {kSheetLetters.text, false, kGrey};
+constexpr TextLook kSmall = {kSheetLetters.small_text, false, kGrey};
+constexpr TextLook kNote = {kSheetLetters.small_text, false, kBlack};
+
+// Columns of a table of names and values, parts of its width.
+constexpr double kNames = 0.47;
+constexpr double kNumbers = 0.16;
+constexpr double kColumnGap = 1.2;  // mm
+
+constexpr double kBandNames = 0.25;  // of the table of bands
+constexpr double kBandSum = 0.13;    // its last column
+
+Box below(const Box& box, double height) {
+  return {box.left, box.top + height, box.width, box.height - height};
+}
+
+// The heading of a part; returns the room below it.
+Box draw_heading(const PageWriter& writer, const Box& box, const std::string& text) {
+  writer.line({box.left, box.top, box.width, kHeadings}, text, kHeading);
+  writer.rule({box.left, box.top + kHeadings - 1.4, box.width, kRule}, kBlack);
+  return below(box, kHeadings);
+}
+
+class Table {
+ public:
+  Table(const PageWriter& writer, const Box& box) : writer_(writer), box_(box) {}
+
+  // A table of numbers has them under each other, one of words where its values begin.
+  void draw(const std::vector<SheetLine>& lines, bool has_numbers) {
+    for (const SheetLine& line : lines) draw_line(line, has_numbers);
+  }
+  Box room() const { return box_; }
+
+ private:
+  void draw_line(const SheetLine& line, bool has_numbers) {
+    const double names = box_.width * kNames;
+    const double numbers = box_.width * kNumbers;
+    writer_.line({box_.left, box_.top, names - kColumnGap, kRows}, line.name, kName);
+    const Box values = {box_.left + names, box_.top, box_.width - names, kRows};
+    if (has_numbers && is_number(line)) {
+      writer_.number({values.left, values.top, numbers, kRows}, line.value, kBoldText);
+      writer_.line({values.left + numbers + kColumnGap, values.top, values.width - numbers - kColumnGap, kRows},
+                   line.unit, kText);
+    } else if (line.unit.empty()) {
+      writer_.line(values, line.value, kText);
+    } else {
+      writer_.number(values, line.value + " " + line.unit, kText, Align::kStart);
+    }
+    box_ = below(box_, kRows);
+    if (line.remark.empty()) return;
+    writer_.line({values.left, box_.top - 0.5, values.width, kRemarks}, line.remark, kSmall);
+    box_ = below(box_, kRemarks);
+  }
+
+  static bool is_number(const SheetLine& line) {
+    return !line.value.empty() && (line.value[0] == '-' || (line.value[0] >= '0' && line.value[0] <= '9') ||
+                                   line.value == "–");
+  }
+
+  const PageWriter& writer_;
+  Box box_;
+};
+
+void draw_title(const PageWriter& writer, const Box& box, const SheetContents& contents,
+                const SheetForm& form) {
+  constexpr double kHeadingPart = 0.34;  // of the width, for what kind of page this is
+  const double heading = box.width * kHeadingPart;
+  writer.line({box.left, box.top, box.width - heading, 8.5}, contents.code, kTitle);
+  writer.line({box.right() - heading, box.top + 1.6, heading, 6}, form.texts->headings.sheet,
+              {kSheetLetters.heading, false, kGrey}, Align::kEnd);
+  writer.line({box.left, box.top + 9, box.width, 6}, contents.description, kDescription);
+  writer.rule({box.left, box.bottom() - 0.5, box.width, 0.5}, kBlack);
+}
+
+void draw_product(const PageWriter& writer, const Box& box, const SheetContents& contents,
+                  const SheetForm& form) {
+  Table table(writer, box);
+  table.draw(contents.product, false);
+  const Box room = draw_heading(writer, below(table.room(), 1.5), form.texts->headings.duty);
+  Table duty(writer, room);
+  duty.draw(contents.duty, false);
+}
+
+void draw_answers(const PageWriter& writer, const Box& box, const SheetContents& contents,
+                  const SheetForm& form) {
+  Table table(writer, draw_heading(writer, box, form.texts->headings.answers));
+  table.draw(contents.answers, true);
+}
+
+class BandTable {
+ public:
+  BandTable(const PageWriter& writer, const Box& box, const SheetTexts& texts)
+      : writer_(writer), box_(box), texts_(texts) {}
+
+  void draw(const SheetContents& contents) {
+    std::vector<std::string> bands;
+    for (const int hz : kBandHz) bands.push_back(std::to_string(hz));
+    row(named(texts_.answers.octave_band, "Hz"), bands, "", kName);
+    writer_.rule({box_.left, box_.top - 0.35, box_.width, kPale}, kPaleGrey);
+    if (contents.sound_power) {
+      row(named(texts_.answers.band_power, "dB"), levels(*contents.sound_power),
+          localized(texts_, fixed(*contents.sound_power_A, 1)) + " " + unit_sign(texts_, "dB(A)"), kText);
+    }
+    if (contents.attenuation) {
+      row(named(texts_.answers.attenuation, "dB"), levels(*contents.attenuation), "", kText);
+    }
+  }
+
+ private:
+  std::string named(const char* name, const char* unit) const {
+    return std::string(name) + ", " + unit_sign(texts_, unit);
+  }
+  std::vector<std::string> levels(const Bands& bands) const {
+    std::vector<std::string> numbers;
+    for (const float level : bands) numbers.push_back(localized(texts_, fixed(level, 1)));
+    return numbers;
+  }
+  void row(const std::string& name, const std::vector<std::string>& numbers, const std::string& sum,
+           const TextLook& look) {
+    const double names = box_.width * kBandNames;
+    const double sums = box_.width * kBandSum;
+    const double column = (box_.width - names - sums) / static_cast<double>(numbers.size());
+    writer_.line({box_.left, box_.top, names - kColumnGap, kRows}, name, kName);
+    double left = box_.left + names;
+    for (const std::string& number : numbers) {
+      writer_.number({left, box_.top, column - kColumnGap, kRows}, number, look);
+      left += column;
+    }
+    if (!sum.empty()) writer_.number({left, box_.top, sums, kRows}, sum, {look.size, true, look.colour});
+    box_ = below(box_, kRows);
+  }
+
+  const PageWriter& writer_;
+  Box box_;
+  const SheetTexts& texts_;
+};
+
+// Notes below each other in two columns.
+void draw_notes(const PageWriter& writer, const Box& box, const std::vector<std::string>& notes,
+                const SheetForm& form) {
+  constexpr double kGap = 6;  // mm between the columns
+  const Box room = draw_heading(writer, box, form.texts->headings.notes);
+  const double width = (room.width - kGap) / 2;
+  Box column = {room.left, room.top, width, room.height};
+  for (const std::string& note : notes) {
+    const double height = writer.height_of(note, width, kNote);
+    if (height > column.height && column.left == room.left) {
+      column = {room.left + width + kGap, room.top, width, room.height};
+    }
+    column = below(column, writer.paragraph(column, note, kNote) + 0.3);
+  }
+}
+
+}  // namespace
+
+void draw_foot(const PageWriter& writer, const Box& box, const SheetForm& form, PageNumber page) {
+  const SheetTexts& texts = *form.texts;
+  writer.rule({box.left, box.top, box.width, kRule}, kGrey);
+  const double half = box.width / 2;
+  const Box row = {box.left, box.top + 1.2, half, box.height - 1.2};
+  std::string database = std::string(texts.words.database) + ": " + form.database;
+  if (!form.database_time.empty()) database += ", " + form.database_time;
+  writer.line(row, database, kSmall);
+  const std::string number = std::to_string(page.number) + " / " + std::to_string(page.of);
+  writer.line({row.left + half, row.top, half, row.height}, std::string(texts.words.page) + " " + number, kSmall,
+              Align::kEnd);
+}
+
+Box page_number_box(const SheetForm& form) {
+  const Box foot = sheet_box(SheetPart::kFoot, {});
+  const Box box = {foot.left + foot.width * 0.75, foot.top, foot.width / 4, foot.height};
+  return form.texts->right_to_left ? mirrored(box) : box;
+}
+
+void draw_sheet(PageSurface& surface, const SheetSubject& subject, const SheetContents& contents,
+                const SheetForm& form, PageNumber page) {
+  const PageWriter writer(surface, form.texts->right_to_left);
+  const SheetTexts::Headings& headings = form.texts->headings;
+  const SheetParts parts = parts_of(subject, contents);
+  const auto box = [&](SheetPart part) { return sheet_box(part, parts); };
+  draw_title(writer, box(SheetPart::kTitle), contents, form);
+  draw_product(writer, box(SheetPart::kProduct), contents, form);
+  draw_answers(writer, box(SheetPart::kAnswers), contents, form);
+  if (parts.sketch) {
+    const Box room = draw_heading(writer, box(SheetPart::kSketch), headings.sketch);
+    draw_sketch(surface, writer.placed(room), *subject.sketch);
+  }
+  if (parts.bands) draw_band_chart(writer, draw_heading(writer, box(SheetPart::kBands), headings.bands), subject, form);
+  draw_flow_chart(writer, draw_heading(writer, box(SheetPart::kFlowChart), headings.flow_chart), subject, form);
+  if (parts.throw_chart) {
+    draw_throw_chart(writer, draw_heading(writer, box(SheetPart::kThrowChart), headings.throw_chart), subject, form);
+  }
+  if (parts.band_table) BandTable(writer, box(SheetPart::kBandTable), *form.texts).draw(contents);
+  draw_notes(writer, box(SheetPart::kNotes), contents.notes, form);
+  draw_foot(writer, box(SheetPart::kFoot), form, page);
+}
+
+}  // namespace tavdhost
