@@ -2,15 +2,9 @@
 // to left have the same page mirrored.
 #pragma once
 
+#include "sheet/box.h"
+
 namespace tavdhost {
-
-// Millimetres, y downward.
-struct Box {
-  double left, top, width, height;
-
-  double right() const { return left + width; }
-  double bottom() const { return top + height; }
-};
 
 inline constexpr double kSheetWidth = 210;   // A4, ISO 216
 inline constexpr double kSheetHeight = 297;

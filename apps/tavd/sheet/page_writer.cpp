@@ -7,8 +7,7 @@ namespace tavdhost {
 namespace {
 
 constexpr double kSmallest = 0.8;  // of the size that was wanted, for a text that is too wide
-constexpr const char* kLeftToRight = "\u2066";  // isolate, ended by the next one
-constexpr const char* kEndOfIsolate = "\u2069";
+constexpr double kRounding = 0.995;  // what a smaller text is narrower than it has to be
 constexpr const char* kMore = "…";
 
 // Bytes of the letter that begins here.
@@ -44,47 +43,67 @@ std::string without_blank(std::string text) {
   return text;
 }
 
+}  // namespace
+
+TextStyle PageWriter::style_of(const TextLook& look) const {
+  return {look.size, look.bold, look.colour,
+          right_to_left_ ? TextDirection::kRightToLeft : TextDirection::kLeftToRight};
+}
+
+double PageWriter::width_of(const std::string& text, const TextStyle& style) const {
+  return painter_.measure(text, style).width;
+}
+
 // The longest beginning that is no wider with "…" behind it.
-std::string shortened_to(const std::string& text, double width, const TextLook& look) {
+std::string PageWriter::shortened_to(const std::string& text, double width, const TextStyle& style) const {
   std::string kept;
   for (std::size_t at = 0; at < text.size();) {
     const std::size_t bytes = letter_bytes(text, at);
     const std::string longer = kept + text.substr(at, bytes);
-    if (PageSurface::width_of(longer + kMore, look) > width) break;
+    if (width_of(longer + kMore, style) > width) break;
     kept = longer;
     at += bytes;
   }
   return without_blank(kept) + kMore;
 }
 
-}  // namespace
-
-void PageWriter::draw(const Box& box, const std::string& text, TextLook look, Align align) const {
+void PageWriter::draw(const Box& box, const std::string& text, TextStyle style, Align align) const {
   if (text.empty()) return;
   std::string shown_text = text;
-  const double width = PageSurface::width_of(text, look);
+  const double width = width_of(text, style);
   if (width > box.width) {
-    look.size *= std::max(kSmallest, box.width / width * 0.995);
-    if (PageSurface::width_of(text, look) > box.width) shown_text = shortened_to(text, box.width, look);
+    style.size *= std::max(kSmallest, box.width / width * kRounding);
+    if (width_of(text, style) > box.width) shown_text = shortened_to(text, box.width, style);
   }
+  const Box room = placed(box);
   const bool is_right = (align == Align::kEnd) != right_to_left_;
-  const Side side = align == Align::kCentre ? Side::kCentre : is_right ? Side::kRight : Side::kLeft;
-  surface_.text(placed(box), shown_text, look, side);
+  TextPlace place;
+  place.at = {is_right ? room.right() : room.left, room.top};
+  place.along = is_right ? Along::kRight : Along::kLeft;
+  if (align == Align::kCentre) {
+    place.at.x = room.left + room.width / 2;
+    place.along = Along::kCentre;
+  }
+  place.across = Across::kTop;
+  painter_.text(shown_text, style, place, room);
 }
 
 void PageWriter::line(const Box& box, const std::string& text, const TextLook& look, Align align) const {
-  draw(box, text, look, align);
+  draw(box, text, style_of(look), align);
 }
 
 void PageWriter::number(const Box& box, const std::string& text, const TextLook& look, Align align) const {
-  draw(box, right_to_left_ && !text.empty() ? kLeftToRight + text + kEndOfIsolate : text, look, align);
+  TextStyle style = style_of(look);
+  style.direction = TextDirection::kLeftToRight;
+  draw(box, text, style, align);
 }
 
 std::vector<std::string> PageWriter::wrapped(const std::string& text, double width, const TextLook& look) const {
+  const TextStyle style = style_of(look);
   std::vector<std::string> lines(1);
   for (const std::string& piece : pieces_of(text)) {
     const std::string longer = lines.back() + piece;
-    if (!lines.back().empty() && PageSurface::width_of(without_blank(longer), look) > width) {
+    if (!lines.back().empty() && width_of(without_blank(longer), style) > width) {
       lines.push_back(piece);
     } else {
       lines.back() = longer;
@@ -109,7 +128,7 @@ double PageWriter::paragraph(const Box& box, const std::string& text, const Text
 }
 
 void PageWriter::rule(const Box& box, std::uint32_t colour) const {
-  surface_.fill(placed(box), colour);
+  painter_.area(placed(box), colour);
 }
 
 }  // namespace tavdhost

@@ -6,18 +6,24 @@
 #include <vector>
 
 #include "sheet/layout.h"
-#include "sheet/page_surface.h"
+#include "sheet/painter.h"
 
 namespace tavdhost {
 
 enum class Align { kStart, kCentre, kEnd };  // kStart: where a line of the language begins
 
+struct TextLook {
+  double size;  // of the em, mm
+  bool bold = false;
+  std::uint32_t colour = 0x000000;  // 0x00BBGGRR
+};
+
 class PageWriter {
  public:
-  PageWriter(PageSurface& surface, bool right_to_left)
-      : surface_(surface), right_to_left_(right_to_left) {}
+  PageWriter(Painter& painter, bool right_to_left)
+      : painter_(painter), right_to_left_(right_to_left) {}
 
-  PageSurface& surface() const { return surface_; }
+  Painter& painter() const { return painter_; }
   bool right_to_left() const { return right_to_left_; }
 
   // Where a box of the page that is read from the left stands on this one.
@@ -36,10 +42,13 @@ class PageWriter {
   void rule(const Box& box, std::uint32_t colour) const;  // a filled box
 
  private:
-  void draw(const Box& box, const std::string& text, TextLook look, Align align) const;
+  void draw(const Box& box, const std::string& text, TextStyle style, Align align) const;
+  TextStyle style_of(const TextLook& look) const;
+  double width_of(const std::string& text, const TextStyle& style) const;
+  std::string shortened_to(const std::string& text, double width, const TextStyle& style) const;
   std::vector<std::string> wrapped(const std::string& text, double width, const TextLook& look) const;
 
-  PageSurface& surface_;
+  Painter& painter_;
   bool right_to_left_;
 };
 

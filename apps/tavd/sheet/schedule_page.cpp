@@ -181,9 +181,9 @@ std::size_t schedule_pages(const ScheduleModel& model) {
   return std::max<std::size_t>(1, (model.rows().size() + kRowsOnPage - 1) / kRowsOnPage);
 }
 
-void draw_schedule(PageSurface& surface, const ScheduleModel& model, std::size_t index, const SheetForm& form,
+void draw_schedule(Painter& painter, const ScheduleModel& model, std::size_t index, const SheetForm& form,
                    std::size_t pages, const RowLink& link) {
-  const PageWriter writer(surface, form.texts->right_to_left);
+  const PageWriter writer(painter, form.texts->right_to_left);
   draw_title(writer, model, form);
   const std::vector<Column> columns = columns_of(model, form);
   draw_headings(writer, columns);

@@ -5,7 +5,6 @@
 
 #include "base/numbers.h"
 #include "sheet/charts.h"
-#include "sheet/sketch.h"
 
 namespace tavdhost {
 namespace {
@@ -199,9 +198,9 @@ Box page_number_box(const SheetForm& form) {
   return form.texts->right_to_left ? mirrored(box) : box;
 }
 
-void draw_sheet(PageSurface& surface, const SheetSubject& subject, const SheetContents& contents,
-                const SheetForm& form, PageNumber page) {
-  const PageWriter writer(surface, form.texts->right_to_left);
+void draw_sheet(Painter& painter, const SheetSubject& subject, const SheetContents& contents,
+                const SheetForm& form, PageNumber page, const DrawSketch& sketch) {
+  const PageWriter writer(painter, form.texts->right_to_left);
   const SheetTexts::Headings& headings = form.texts->headings;
   const SheetParts parts = parts_of(subject, contents);
   const auto box = [&](SheetPart part) { return sheet_box(part, parts); };
@@ -210,12 +209,16 @@ void draw_sheet(PageSurface& surface, const SheetSubject& subject, const SheetCo
   draw_answers(writer, box(SheetPart::kAnswers), contents, form);
   if (parts.sketch) {
     const Box room = draw_heading(writer, box(SheetPart::kSketch), headings.sketch);
-    draw_sketch(surface, writer.placed(room), *subject.sketch);
+    sketch(writer.placed(room));
   }
-  if (parts.bands) draw_band_chart(writer, draw_heading(writer, box(SheetPart::kBands), headings.bands), subject, form);
-  draw_flow_chart(writer, draw_heading(writer, box(SheetPart::kFlowChart), headings.flow_chart), subject, form);
+  if (parts.bands) {
+    draw_sound_chart(writer, draw_heading(writer, box(SheetPart::kBands), headings.bands), contents, form);
+  }
+  const Box flow_box = draw_heading(writer, box(SheetPart::kFlowChart), headings.flow_chart);
+  draw_pressure_chart(writer, flow_box, subject, form);
   if (parts.throw_chart) {
-    draw_throw_chart(writer, draw_heading(writer, box(SheetPart::kThrowChart), headings.throw_chart), subject, form);
+    const Box throw_box = draw_heading(writer, box(SheetPart::kThrowChart), headings.throw_chart);
+    draw_length_chart(writer, throw_box, subject, form);
   }
   if (parts.band_table) BandTable(writer, box(SheetPart::kBandTable), *form.texts).draw(contents);
   draw_notes(writer, box(SheetPart::kNotes), contents.notes, form);

@@ -1,7 +1,8 @@
 // A data sheet on its page.
 #pragma once
 
-#include <string>
+#include <cstddef>
+#include <functional>
 
 #include "sheet/contents.h"
 #include "sheet/page_writer.h"
@@ -12,8 +13,10 @@ struct PageNumber {
   std::size_t number, of;
 };
 
-void draw_sheet(PageSurface& surface, const SheetSubject& subject, const SheetContents& contents,
-                const SheetForm& form, PageNumber page);
+// `sketch` draws the dimensioned sketch into its box, where there is one.
+using DrawSketch = std::function<void(const Box& box)>;
+void draw_sheet(Painter& painter, const SheetSubject& subject, const SheetContents& contents,
+                const SheetForm& form, PageNumber page, const DrawSketch& sketch);
 
 // Where the foot of a sheet has the number of the page, as it stands on the page.
 Box page_number_box(const SheetForm& form);

@@ -21,7 +21,7 @@ using ::testing::HasSubstr;
 // All but those of `tavd db`, which have commands of their own.
 constexpr const char* kCommands[] = {"list",  "calc",    "sweep",   "compare", "diagram",
                                      "throw", "show",    "family",  "code",    "find-attribute",
-                                     "copy",  "picture", "gallery", "delete"};
+                                     "copy",  "picture", "gallery", "delete",  "report"};
 
 TEST(Help, ListsTheCommands) {
   const Outcome outcome = run_program({"--help"});
@@ -74,7 +74,7 @@ TEST(Help, ExamplesWorkWithTheSampleCatalogue) {
     std::vector<std::string> example = example_of(command);
     ASSERT_GT(example.size(), 2u) << command;
     std::replace(example.begin(), example.end(), std::string("catalogue.tavdb"), database);
-    for (const char* file : {"damper.svg", "throw.svg", "dampers.tavdb", "gallery"}) {
+    for (const char* file : {"damper.svg", "throw.svg", "dampers.tavdb", "gallery", "sheet.pdf"}) {
       std::replace(example.begin() + 1, example.end(), std::string(file), folder.file(file));
     }
     const Outcome outcome = run_program(example);
@@ -82,7 +82,7 @@ TEST(Help, ExamplesWorkWithTheSampleCatalogue) {
     EXPECT_EQ(outcome.err, "");
   }
   EXPECT_THAT(folder.names(),
-              testing::ElementsAre("catalogue.tavdb", "damper.svg", "dampers.tavdb", "gallery", "throw.svg"));
+              testing::ElementsAre("catalogue.tavdb", "damper.svg", "dampers.tavdb", "gallery", "sheet.pdf", "throw.svg"));
 }
 
 TEST(Version, IsTold) {

@@ -58,9 +58,9 @@ struct SheetTexts {
   struct Schedule {
     const char *room, *terminal, *name, *line, *product, *level, *nothing_fits, *duties, *without;
   } schedule;
-  // In charts: the curve of a fan, what a curve of a damper is for, limits of the product.
+  // In charts: the curves, the limits of the product, and what stands where there is no curve.
   struct Chart {
-    const char *fan_curve, *position, *limits, *point;
+    const char *curve, *fan_curve, *fan_limits, *position, *limits, *point, *total_A, *any_pressure;
   } chart;
 
   std::span<const NumberedText> kinds;          // TAVD_KIND_
