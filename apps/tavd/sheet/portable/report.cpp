@@ -19,35 +19,24 @@
 #include "base/whole_file.h"
 #include "drawing/picture.h"
 #include "sheet/charts.h"
-#include "sheet/page_surface.h"
+#include "sheet/portable/cairo_painter.h"
 #include "sheet/portable/pdf_document.h"
+#include "sheet/portable/sketch.h"
+#include "sheet/portable/svg_painter.h"
+#include "sheet/recording_painter.h"
 #include "sheet/schedule_model.h"
 #include "sheet/schedule_page.h"
 #include "sheet/sheet_page.h"
-#include "sheet/sketch.h"
-#include "tavdgui/tavdcairo.h"
 
 namespace tavdhost {
 namespace {
 
-constexpr int kPixelsPerInch = 200;
-constexpr double kMmPerInch = 25.4;
-constexpr int kSvgUnitsPerMm = 10;  // no line is thinner than one of them
-
-int in_units(double mm, double units_per_mm) {
-  return static_cast<int>(mm * units_per_mm + 0.5);
-}
-
-using Surface = std::unique_ptr<tgui_surface, decltype(&tgui_surface_destroy)>;
+constexpr double kPixelsPerInch = 200;
+constexpr double kPointsPerInch = 72;
+constexpr std::uint32_t kSketchMark = 0xE0E0E0;  // of its place in a recording: other recordings have the sketch
 
 std::string ending_of(const ReportTarget& target) {
   return picture_ending(target.path, target.format);
-}
-
-void draw_page(tgui_surface* surface, int width, int height, const SheetSubject& subject,
-               const SheetContents& contents, const SheetForm& form, PageNumber number) {
-  PageSurface page(surface, width, height);
-  draw_sheet(page, subject, contents, form, number);
 }
 
 std::string title_of_sheet(const SheetContents& contents, const SheetForm& form) {
@@ -63,42 +52,58 @@ std::string iso_time(const std::string& time) {
   return iso;
 }
 
-std::int32_t append(void* bytes, const void* data, std::size_t length) {
-  static_cast<std::string*>(bytes)->append(static_cast<const char*>(data), length);
-  return 0;
+void draw_on(cairo_t* context, const SheetSubject& subject, const SheetContents& contents,
+             const SheetForm& form, PageNumber number) {
+  CairoPainter painter(context, form.texts->language);
+  draw_sheet(painter, subject, contents, form, number,
+             [&](const Box& box) { draw_sketch(context, box, *subject.sketch); });
 }
 
-// A picture of a page for a file: the surface goes with it.
-std::string finished(tgui_surface* surface, const std::string& path) {
+std::string svg_of(const SheetSubject& subject, const SheetForm& form) {
+  const SheetContents contents = sheet_contents(subject, form);
+  SvgPainter painter({kSheetWidth, kSheetHeight, form.texts->language, title_of_sheet(contents, form),
+                      sheet_summary(contents)});
+  draw_sheet(painter, subject, contents, form, {1, 1}, [&](const Box& box) {
+    const std::string sketch = sketch_svg(*subject.sketch);
+    if (!sketch.empty()) painter.embed(box, sketch);
+  });
+  return painter.finish();
+}
+
+cairo_status_t append(void* bytes, const unsigned char* data, unsigned int length) {
+  static_cast<std::string*>(bytes)->append(reinterpret_cast<const char*>(data), length);
+  return CAIRO_STATUS_SUCCESS;
+}
+
+struct CairoRelease {
+  void operator()(cairo_t* cairo) const { cairo_destroy(cairo); }
+};
+
+std::string png_of(const SheetSubject& subject, const SheetForm& form, const std::string& path) {
+  constexpr double kScale = kPixelsPerInch / kPointsPerInch;
+  const auto pixels = [](double mm) { return static_cast<int>(mm * kPointsPerMm * kScale + 0.5); };
+  cairo_surface_t* const surface =
+      cairo_image_surface_create(CAIRO_FORMAT_RGB24, pixels(kSheetWidth), pixels(kSheetHeight));
+  const std::unique_ptr<cairo_t, CairoRelease> cairo(cairo_create(surface));
+  cairo_surface_destroy(surface);
+  cairo_set_source_rgb(cairo.get(), 1, 1, 1);
+  cairo_paint(cairo.get());
+  cairo_scale(cairo.get(), kScale, kScale);
+  draw_on(cairo.get(), subject, sheet_contents(subject, form), form, {1, 1});
   std::string bytes;
-  char reason[300] = {};
-  if (tgui_cairo_finish_into(surface, append, &bytes, reason, sizeof reason) != 0) {
-    throw cannot_write(path, reason);
-  }
+  cairo_status_t status = cairo_status(cairo.get());
+  if (status == CAIRO_STATUS_SUCCESS) status = cairo_surface_write_to_png_stream(surface, append, &bytes);
+  if (status != CAIRO_STATUS_SUCCESS) throw cannot_write(path, cairo_status_to_string(status));
   return bytes;
 }
 
-// The page in the measure of paper, whatever a viewer takes for a pixel.
-void size_as_paper(std::string& svg, int width, int height) {
-  const std::string units = "width=\"" + std::to_string(width) + "\" height=\"" + std::to_string(height) + "\"";
-  const std::size_t at = svg.find(units);
-  if (at == std::string::npos) throw std::runtime_error("the SVG file begins other than expected");
-  svg.replace(at, units.size(), "width=\"210mm\" height=\"297mm\"");
-}
-
-void write_picture(const SheetSubject& subject, const SheetForm& form, const ReportTarget& target, bool is_svg) {
-  const double scale = is_svg ? kSvgUnitsPerMm : kPixelsPerInch / kMmPerInch;
-  const int width = in_units(kSheetWidth, scale);
-  const int height = in_units(kSheetHeight, scale);
-  tgui_surface* const surface = is_svg ? tgui_cairo_svg(target.path.c_str(), width, height)
-                                       : tgui_cairo_png(target.path.c_str(), width, height);
-  if (surface == nullptr) throw cannot_write(target.path, "no page of this size can be made");
-  const SheetContents contents = sheet_contents(subject, form);
-  tgui_cairo_describe(surface, title_of_sheet(contents, form).c_str(), sheet_summary(contents).c_str());
-  draw_page(surface, width, height, subject, contents, form, {1, 1});
-  std::string bytes = finished(surface, target.path);
-  if (is_svg) size_as_paper(bytes, width, height);
-  write_output(target.path, bytes);
+// The same without a font: what is compared with recordings.
+std::string recording_of(const SheetSubject& subject, const SheetForm& form) {
+  RecordingPainter painter;
+  draw_sheet(painter, subject, sheet_contents(subject, form), form, {1, 1}, [&](const Box& box) {
+    painter.area(box, kSketchMark);
+  });
+  return painter.recording();
 }
 
 // A file that appears whole, or standard output.
@@ -116,28 +121,10 @@ class Output {
   std::optional<OutputFile> file_;
 };
 
-// The page at hand of a document as a surface of its own.
-template <typename Draw>
-void on_page(PdfDocument& document, Draw draw) {
-  cairo_t* const cairo = document.context();
-  cairo_save(cairo);
-  cairo_scale(cairo, kPointsPerMm / kUnitsPerMm, kPointsPerMm / kUnitsPerMm);
-  const int width = in_units(kSheetWidth, kUnitsPerMm);
-  const int height = in_units(kSheetHeight, kUnitsPerMm);
-  {
-    const Surface surface(tgui_cairo_context(cairo, width, height), tgui_surface_destroy);
-    if (!surface) throw std::bad_alloc();
-    draw(surface.get(), width, height);
-  }
-  cairo_restore(cairo);
-}
-
 void add_sheet(PdfDocument& document, const SheetSubject& subject, const SheetContents& contents,
                const SheetForm& form, PageNumber number) {
   document.begin_part("Sect");
-  on_page(document, [&](tgui_surface* surface, int width, int height) {
-    draw_page(surface, width, height, subject, contents, form, number);
-  });
+  draw_on(document.context(), subject, contents, form, number);
   document.end_part("Sect");
 }
 
@@ -191,11 +178,9 @@ class ScheduleDocument {
     if (index == 0) document_.name_page(kSchedule);
     std::vector<std::pair<Box, std::size_t>> links;
     document_.begin_part("Sect");
-    on_page(document_, [&](tgui_surface* surface, int width, int height) {
-      PageSurface page(surface, width, height);
-      draw_schedule(page, model_, index, form_, all_,
-                    [&](const Box& box, std::size_t sheet) { links.emplace_back(box, sheet); });
-    });
+    CairoPainter painter(document_.context(), form_.texts->language);
+    draw_schedule(painter, model_, index, form_, all_,
+                  [&](const Box& box, std::size_t sheet) { links.emplace_back(box, sheet); });
     document_.end_part("Sect");
     for (const auto& [box, sheet] : links) document_.link(in_points(box), page_name(sheet));
     document_.end_page();
@@ -222,11 +207,16 @@ class ScheduleDocument {
   int bookmark_ = 0;
 };
 
+// ".txt" is the list of what is drawn, as for other drawings.
+bool is_picture(const std::string& ending) {
+  return ending == ".svg" || ending == ".png" || ending == ".txt";
+}
+
 }  // namespace
 
 void check_report(const ReportTarget& target, bool is_schedule) {
   const std::string ending = ending_of(target);
-  if (ending == ".pdf" || (!is_schedule && (ending == ".svg" || ending == ".png"))) return;
+  if (ending == ".pdf" || (!is_schedule && is_picture(ending))) return;
   const std::string name = target.format.empty() ? target.path : target.format;
   throw UserError("no document can be made as " + in_quotes(name) + ", expected " +
                   (is_schedule ? "a name that ends in .pdf" : "a name that ends in .pdf, .svg or .png") +
@@ -238,12 +228,14 @@ void write_sheet(const SheetSubject& subject, const SheetForm& form, const Repor
   if (ending == ".pdf") {
     write_pdf_sheet(subject, form, target);
   } else {
-    write_picture(subject, form, target, ending == ".svg");
+    write_output(target.path, ending == ".svg"   ? svg_of(subject, form)
+                              : ending == ".png" ? png_of(subject, form, target.path)
+                                                 : recording_of(subject, form));
   }
 }
 
-Json::Value sheet_curves(const SheetSubject& /*subject*/, const SheetForm& /*form*/) {
-  return Json::Value(Json::objectValue);
+Json::Value sheet_curves(const SheetSubject& subject, const SheetForm& form) {
+  return curves_json(subject, form);
 }
 
 void write_schedule(SelectCatalogue& catalogue, const Request& usual, const ScheduleReading& reading,
