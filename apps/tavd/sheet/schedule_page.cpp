@@ -5,30 +5,21 @@
 #include <string_view>
 #include <vector>
 
+#include "sheet/looks.h"
+
 namespace tavdhost {
 namespace {
-
-constexpr std::uint32_t kBlack = 0x000000;
-constexpr std::uint32_t kGrey = 0x606060;
-constexpr std::uint32_t kPaleGrey = 0xC8C8C8;
-constexpr std::uint32_t kBlue = 0x8B3A00;  // of what leads elsewhere
-
-constexpr TextLook kTitle = {kSheetLetters.title, true, kBlack};
-constexpr TextLook kName = {kSheetLetters.small_text, true, kBlack};
-constexpr TextLook kText = {kSheetLetters.text, false, kBlack};
-constexpr TextLook kSmall = {kSheetLetters.small_text, false, kGrey};
-constexpr TextLook kLink = {kSheetLetters.text, true, kBlue};
 
 // mm, on a page that is read from the left.
 constexpr Box kTitleBox = {15, 13, 180, 17};
 constexpr Box kTableBox = {15, 33, 180, 248};
 constexpr Box kFootBox = {15, 284, 180, 5};
 constexpr double kHeadingRow = 9.5;
-constexpr double kRow = 7.75;
+constexpr double kScheduleRow = 7.75;
 constexpr double kFirstLine = 4.1;  // of a row's two
 constexpr double kGap = 1.5;        // between columns
 
-const std::size_t kRowsOnPage = static_cast<std::size_t>((kTableBox.height - kHeadingRow) / kRow);
+const std::size_t kRowsOnPage = static_cast<std::size_t>((kTableBox.height - kHeadingRow) / kScheduleRow);
 
 enum class Cell { kOwn, kFlow, kPressure, kProduct, kSize, kTakes, kLevel, kThrow, kPage };
 
@@ -98,11 +89,11 @@ void draw_headings(const PageWriter& writer, const std::vector<Column>& columns)
   for (const Column& column : columns) {
     const Align align = is_number(column.cell) ? Align::kEnd : Align::kStart;
     const double width = column.width - kGap;
-    writer.line({left, kTableBox.top, width, 4}, column.name, kName, align);
-    writer.line({left, kTableBox.top + 3.8, width, 4}, column.unit, kSmall, align);
+    writer.line({left, kTableBox.top, width, 4}, column.name, looks::kSmallBold, align);
+    writer.line({left, kTableBox.top + 3.8, width, 4}, column.unit, looks::kSmall, align);
     left += column.width;
   }
-  writer.rule({kTableBox.left, kTableBox.top + kHeadingRow - 1.2, kTableBox.width, 0.25}, kBlack);
+  writer.rule({kTableBox.left, kTableBox.top + kHeadingRow - 1.2, kTableBox.width, 0.25}, looks::kBlack);
 }
 
 class Row {
@@ -116,27 +107,27 @@ class Row {
       draw_cell(column, {left, top_, column.width - kGap, kFirstLine});
       left += column.width;
     }
-    writer_.rule({kTableBox.left, top_ + kRow - 0.6, kTableBox.width, 0.12}, kPaleGrey);
+    writer_.rule({kTableBox.left, top_ + kScheduleRow - 0.6, kTableBox.width, 0.12}, looks::kPaleGrey);
   }
 
  private:
   void draw_cell(const Column& column, const Box& box) const {
     if (column.cell == Cell::kOwn) {
-      writer_.line(box, row_.own[column.own], kText);
+      writer_.line(box, row_.own[column.own], looks::kText);
     } else if (column.cell == Cell::kProduct) {
       draw_product(box);
     } else {
       const bool leads = column.cell == Cell::kPage;
-      writer_.number(box, number(column.cell), leads ? kLink : kText);
+      writer_.number(box, number(column.cell), leads ? looks::kLink : looks::kText);
     }
   }
   void draw_product(const Box& box) const {
     if (!row_.sheet) {
-      writer_.line(box, form_.texts->schedule.nothing_fits, {kText.size, false, kGrey});
+      writer_.line(box, form_.texts->schedule.nothing_fits, looks::kPaleText);
       return;
     }
-    writer_.line(box, row_.code, kLink);
-    writer_.line({box.left, box.top + kFirstLine - 0.6, box.width, 3.6}, row_.description, kSmall);
+    writer_.line(box, row_.code, looks::kLink);
+    writer_.line({box.left, box.top + kFirstLine - 0.6, box.width, 3.6}, row_.description, looks::kSmall);
   }
   std::string number(Cell cell) const {
     switch (cell) {
@@ -168,11 +159,11 @@ class Row {
 
 void draw_title(const PageWriter& writer, const ScheduleModel& model, const SheetForm& form) {
   const SheetTexts& texts = *form.texts;
-  writer.line({kTitleBox.left, kTitleBox.top, kTitleBox.width, 8.5}, texts.headings.schedule, kTitle);
+  writer.line({kTitleBox.left, kTitleBox.top, kTitleBox.width, 8.5}, texts.headings.schedule, looks::kTitle);
   std::string counts = filled(texts.schedule.duties, std::to_string(model.rows().size()));
   if (model.without() > 0) counts += "; " + filled(texts.schedule.without, std::to_string(model.without()));
-  writer.line({kTitleBox.left, kTitleBox.top + 9, kTitleBox.width, 6}, counts, {kSheetLetters.description});
-  writer.rule({kTitleBox.left, kTitleBox.bottom() - 0.5, kTitleBox.width, 0.5}, kBlack);
+  writer.line({kTitleBox.left, kTitleBox.top + 9, kTitleBox.width, 6}, counts, looks::kDescription);
+  writer.rule({kTitleBox.left, kTitleBox.bottom() - 0.5, kTitleBox.width, 0.5}, looks::kBlack);
 }
 
 }  // namespace
@@ -189,10 +180,10 @@ void draw_schedule(Painter& painter, const ScheduleModel& model, std::size_t ind
   draw_headings(writer, columns);
   const std::size_t end = std::min(model.rows().size(), (index + 1) * kRowsOnPage);
   double top = kTableBox.top + kHeadingRow;
-  for (std::size_t i = index * kRowsOnPage; i < end; ++i, top += kRow) {
+  for (std::size_t i = index * kRowsOnPage; i < end; ++i, top += kScheduleRow) {
     const ScheduleRow& row = model.rows()[i];
     Row(writer, top, row, form, schedule_pages(model)).draw(columns);
-    if (row.sheet) link(writer.placed({kTableBox.left, top, kTableBox.width, kRow - 0.6}), *row.sheet);
+    if (row.sheet) link(writer.placed({kTableBox.left, top, kTableBox.width, kScheduleRow - 0.6}), *row.sheet);
   }
   draw_foot(writer, kFootBox, form, {index + 1, pages});
 }

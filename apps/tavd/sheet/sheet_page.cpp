@@ -5,28 +5,14 @@
 
 #include "base/numbers.h"
 #include "sheet/charts.h"
+#include "sheet/looks.h"
 
 namespace tavdhost {
 namespace {
 
-constexpr std::uint32_t kBlack = 0x000000;
-constexpr std::uint32_t kGrey = 0x606060;
-constexpr std::uint32_t kPaleGrey = 0xC8C8C8;
-
-constexpr double kRule = 0.25;    // mm
-constexpr double kPale = 0.12;    // mm, between the rows of a table
-constexpr double kHeadings = 6.2; // mm from a heading's top to what is below it
+constexpr double kHeadings = 6.2;  // mm from a heading's top to what is below it
 constexpr double kRows = 4.35;    // mm from row to row
 constexpr double kRemarks = 3.4;  // mm more for a remark below a row
-
-constexpr TextLook kTitle = {kSheetLetters.title, true, kBlack};
-constexpr TextLook kDescription = {kSheetLetters.description, false, kBlack};
-constexpr TextLook kHeading = {kSheetLetters.heading, true, kBlack};
-constexpr TextLook kText = {kSheetLetters.text, false, kBlack};
-constexpr TextLook kBoldText = {kSheetLetters.text, true, kBlack};
-constexpr TextLook kName = {kSheetLetters.text, false, kGrey};
-constexpr TextLook kSmall = {kSheetLetters.small_text, false, kGrey};
-constexpr TextLook kNote = {kSheetLetters.small_text, false, kBlack};
 
 // Columns of a table of names and values, parts of its width.
 constexpr double kNames = 0.47;
@@ -42,8 +28,8 @@ Box below(const Box& box, double height) {
 
 // The heading of a part; returns the room below it.
 Box draw_heading(const PageWriter& writer, const Box& box, const std::string& text) {
-  writer.line({box.left, box.top, box.width, kHeadings}, text, kHeading);
-  writer.rule({box.left, box.top + kHeadings - 1.4, box.width, kRule}, kBlack);
+  writer.line({box.left, box.top, box.width, kHeadings}, text, looks::kHeading);
+  writer.rule({box.left, box.top + kHeadings - 1.4, box.width, looks::kRule}, looks::kBlack);
   return below(box, kHeadings);
 }
 
@@ -61,20 +47,20 @@ class Table {
   void draw_line(const SheetLine& line, bool has_numbers) {
     const double names = box_.width * kNames;
     const double numbers = box_.width * kNumbers;
-    writer_.line({box_.left, box_.top, names - kColumnGap, kRows}, line.name, kName);
+    writer_.line({box_.left, box_.top, names - kColumnGap, kRows}, line.name, looks::kPaleText);
     const Box values = {box_.left + names, box_.top, box_.width - names, kRows};
     if (has_numbers && is_number(line)) {
-      writer_.number({values.left, values.top, numbers, kRows}, line.value, kBoldText);
+      writer_.number({values.left, values.top, numbers, kRows}, line.value, looks::kBoldText);
       writer_.line({values.left + numbers + kColumnGap, values.top, values.width - numbers - kColumnGap, kRows},
-                   line.unit, kText);
+                   line.unit, looks::kText);
     } else if (line.unit.empty()) {
-      writer_.line(values, line.value, kText);
+      writer_.line(values, line.value, looks::kText);
     } else {
-      writer_.number(values, line.value + " " + line.unit, kText, Align::kStart);
+      writer_.number(values, line.value + " " + line.unit, looks::kText, Align::kStart);
     }
     box_ = below(box_, kRows);
     if (line.remark.empty()) return;
-    writer_.line({values.left, box_.top - 0.5, values.width, kRemarks}, line.remark, kSmall);
+    writer_.line({values.left, box_.top - 0.5, values.width, kRemarks}, line.remark, looks::kSmall);
     box_ = below(box_, kRemarks);
   }
 
@@ -91,11 +77,11 @@ void draw_title(const PageWriter& writer, const Box& box, const SheetContents& c
                 const SheetForm& form) {
   constexpr double kHeadingPart = 0.34;  // of the width, for what kind of page this is
   const double heading = box.width * kHeadingPart;
-  writer.line({box.left, box.top, box.width - heading, 8.5}, contents.code, kTitle);
+  writer.line({box.left, box.top, box.width - heading, 8.5}, contents.code, looks::kTitle);
   writer.line({box.right() - heading, box.top + 1.6, heading, 6}, form.texts->headings.sheet,
-              {kSheetLetters.heading, false, kGrey}, Align::kEnd);
-  writer.line({box.left, box.top + 9, box.width, 6}, contents.description, kDescription);
-  writer.rule({box.left, box.bottom() - 0.5, box.width, 0.5}, kBlack);
+              looks::kPageKind, Align::kEnd);
+  writer.line({box.left, box.top + 9, box.width, 6}, contents.description, looks::kDescription);
+  writer.rule({box.left, box.bottom() - 0.5, box.width, 0.5}, looks::kBlack);
 }
 
 void draw_product(const PageWriter& writer, const Box& box, const SheetContents& contents,
@@ -121,14 +107,14 @@ class BandTable {
   void draw(const SheetContents& contents) {
     std::vector<std::string> bands;
     for (const int hz : kBandHz) bands.push_back(std::to_string(hz));
-    row(named(texts_.answers.octave_band, "Hz"), bands, "", kName);
-    writer_.rule({box_.left, box_.top - 0.35, box_.width, kPale}, kPaleGrey);
+    row(named(texts_.answers.octave_band, "Hz"), bands, "", looks::kPaleText);
+    writer_.rule({box_.left, box_.top - 0.35, box_.width, looks::kPaleRule}, looks::kPaleGrey);
     if (contents.sound_power) {
       row(named(texts_.answers.band_power, "dB"), levels(*contents.sound_power),
-          localized(texts_, fixed(*contents.sound_power_A, 1)) + " " + unit_sign(texts_, "dB(A)"), kText);
+          localized(texts_, fixed(*contents.sound_power_A, 1)) + " " + unit_sign(texts_, "dB(A)"), looks::kText);
     }
     if (contents.attenuation) {
-      row(named(texts_.answers.attenuation, "dB"), levels(*contents.attenuation), "", kText);
+      row(named(texts_.answers.attenuation, "dB"), levels(*contents.attenuation), "", looks::kText);
     }
   }
 
@@ -146,7 +132,7 @@ class BandTable {
     const double names = box_.width * kBandNames;
     const double sums = box_.width * kBandSum;
     const double column = (box_.width - names - sums) / static_cast<double>(numbers.size());
-    writer_.line({box_.left, box_.top, names - kColumnGap, kRows}, name, kName);
+    writer_.line({box_.left, box_.top, names - kColumnGap, kRows}, name, looks::kPaleText);
     double left = box_.left + names;
     for (const std::string& number : numbers) {
       writer_.number({left, box_.top, column - kColumnGap, kRows}, number, look);
@@ -169,11 +155,11 @@ void draw_notes(const PageWriter& writer, const Box& box, const std::vector<std:
   const double width = (room.width - kGap) / 2;
   Box column = {room.left, room.top, width, room.height};
   for (const std::string& note : notes) {
-    const double height = writer.height_of(note, width, kNote);
+    const double height = writer.height_of(note, width, looks::kSmallBlack);
     if (height > column.height && column.left == room.left) {
       column = {room.left + width + kGap, room.top, width, room.height};
     }
-    column = below(column, writer.paragraph(column, note, kNote) + 0.3);
+    column = below(column, writer.paragraph(column, note, looks::kSmallBlack) + 0.3);
   }
 }
 
@@ -181,14 +167,14 @@ void draw_notes(const PageWriter& writer, const Box& box, const std::vector<std:
 
 void draw_foot(const PageWriter& writer, const Box& box, const SheetForm& form, PageNumber page) {
   const SheetTexts& texts = *form.texts;
-  writer.rule({box.left, box.top, box.width, kRule}, kGrey);
+  writer.rule({box.left, box.top, box.width, looks::kRule}, looks::kGrey);
   const double half = box.width / 2;
   const Box row = {box.left, box.top + 1.2, half, box.height - 1.2};
   std::string database = std::string(texts.words.database) + ": " + form.database;
   if (!form.database_time.empty()) database += ", " + form.database_time;
-  writer.line(row, database, kSmall);
+  writer.line(row, database, looks::kSmall);
   const std::string number = std::to_string(page.number) + " / " + std::to_string(page.of);
-  writer.line({row.left + half, row.top, half, row.height}, std::string(texts.words.page) + " " + number, kSmall,
+  writer.line({row.left + half, row.top, half, row.height}, std::string(texts.words.page) + " " + number, looks::kSmall,
               Align::kEnd);
 }
 
