@@ -17,6 +17,7 @@ namespace {
 constexpr int kLevelDecimals = 1;   // dB
 constexpr int kLengthDecimals = 2;  // m
 constexpr int kPositionDecimals = 2;
+constexpr const char* kIndent = "\u2003";  // in front of what belongs to the line above
 
 // Lines of a table, with the signs of a language.
 class Lines {
@@ -116,7 +117,7 @@ void add_damper(Lines& lines, const char* name, const std::optional<DamperAnswer
   const bool known = answer->has_position();
   lines.number(name, known ? fixed(answer->position, kPositionDecimals) : "–", "",
                code_in(texts, texts.damper_codes, answer->code));
-  if (known) lines.pressure(texts.answers.pressure_there, answer->dp);
+  if (known) lines.pressure(kIndent + std::string(texts.answers.pressure_there), answer->dp);
 }
 
 void add_fan(Lines& lines, const std::optional<FanAnswer>& fan, const SheetTexts& texts) {

@@ -6,34 +6,46 @@
 namespace tavdhost {
 namespace {
 
-// A part's box where all is there, and where something is not, whose room it then takes.
+enum class If { kAny, kThere, kMissing };
+
+bool holds(If wanted, bool is_there) {
+  return wanted == If::kAny || (wanted == If::kThere) == is_there;
+}
+
+// Where a part stands on sheets that have, or lack, other parts: the first row that fits.
 struct Place {
   SheetPart part;
+  If sketch, bands, band_table, throw_chart;
   Box box;
-  Box without;
-  bool SheetParts::*needed;  // null: `box` always
 };
 
-constexpr Box kNowhere = {0, 0, 0, 0};
-
 constexpr Place kPlaces[] = {
-    {SheetPart::kTitle, {15, 13, 180, 17}, {}, nullptr},
-    {SheetPart::kProduct, {15, 33, 102, 58}, {}, nullptr},
-    {SheetPart::kAnswers, {15, 92, 102, 66}, {}, nullptr},
-    {SheetPart::kSketch, {122, 33, 73, 68}, kNowhere, &SheetParts::sketch},
-    {SheetPart::kBands, {122, 103, 73, 55}, kNowhere, &SheetParts::bands},
-    {SheetPart::kFlowChart, {15, 160, 104, 84}, {15, 160, 180, 84}, &SheetParts::throw_chart},
-    {SheetPart::kThrowChart, {122, 160, 73, 84}, kNowhere, &SheetParts::throw_chart},
-    {SheetPart::kBandTable, {15, 246, 180, 14}, kNowhere, &SheetParts::band_table},
-    {SheetPart::kNotes, {15, 261, 180, 20}, {15, 247, 180, 34}, &SheetParts::band_table},
-    {SheetPart::kFoot, {15, 284, 180, 5}, {}, nullptr},
+    {SheetPart::kTitle, If::kAny, If::kAny, If::kAny, If::kAny, {15, 13, 180, 17}},
+    {SheetPart::kFacts, If::kAny, If::kAny, If::kAny, If::kAny, {15, 33, 102, 125}},
+    {SheetPart::kSketch, If::kThere, If::kThere, If::kAny, If::kAny, {122, 33, 73, 67}},
+    {SheetPart::kSketch, If::kThere, If::kMissing, If::kAny, If::kAny, {122, 33, 73, 100}},
+    {SheetPart::kBands, If::kThere, If::kThere, If::kAny, If::kAny, {122, 102, 73, 56}},
+    {SheetPart::kBands, If::kMissing, If::kThere, If::kAny, If::kAny, {122, 33, 73, 66}},
+    {SheetPart::kFlowChart, If::kAny, If::kAny, If::kThere, If::kThere, {15, 160, 104, 84}},
+    {SheetPart::kFlowChart, If::kAny, If::kAny, If::kThere, If::kMissing, {15, 160, 180, 84}},
+    {SheetPart::kFlowChart, If::kAny, If::kAny, If::kMissing, If::kThere, {15, 160, 104, 92}},
+    {SheetPart::kFlowChart, If::kAny, If::kAny, If::kMissing, If::kMissing, {15, 160, 180, 92}},
+    {SheetPart::kThrowChart, If::kAny, If::kAny, If::kThere, If::kThere, {122, 160, 73, 84}},
+    {SheetPart::kThrowChart, If::kAny, If::kAny, If::kMissing, If::kThere, {122, 160, 73, 92}},
+    {SheetPart::kBandTable, If::kAny, If::kAny, If::kThere, If::kAny, {15, 246, 180, 14}},
+    {SheetPart::kNotes, If::kAny, If::kAny, If::kThere, If::kAny, {15, 260.5, 180, 22}},
+    {SheetPart::kNotes, If::kAny, If::kAny, If::kMissing, If::kAny, {15, 254, 180, 28}},
+    {SheetPart::kFoot, If::kAny, If::kAny, If::kAny, If::kAny, {15, 284, 180, 5}},
 };
 
 }  // namespace
 
 Box sheet_box(SheetPart part, const SheetParts& parts) {
-  const Place& place = *std::ranges::find(kPlaces, part, &Place::part);
-  return place.needed == nullptr || parts.*place.needed ? place.box : place.without;
+  const auto* const place = std::ranges::find_if(kPlaces, [&](const Place& row) {
+    return row.part == part && holds(row.sketch, parts.sketch) && holds(row.bands, parts.bands) &&
+           holds(row.band_table, parts.band_table) && holds(row.throw_chart, parts.throw_chart);
+  });
+  return place == std::end(kPlaces) ? Box{0, 0, 0, 0} : place->box;
 }
 
 }  // namespace tavdhost

@@ -11,8 +11,7 @@ inline constexpr double kSheetHeight = 297;
 
 enum class SheetPart {
   kTitle,
-  kProduct,  // and the duty, below each other
-  kAnswers,
+  kFacts,  // the product, its duty and the answers, below each other
   kSketch,
   kBands,      // chart of octave bands
   kBandTable,  // the same as numbers, and the attenuation

@@ -20,8 +20,8 @@ bool is_same(float a, float b) {
 }
 
 std::string range_in(const SheetForm& form, float low, float high, const hosts::Unit& unit) {
-  return localized(*form.texts, brief(shown(low, unit)) + "–" + brief(shown(high, unit))) + " " +
-         unit_sign(*form.texts, unit);
+  return with_unit(*form.texts, brief(shown(low, unit)) + "–" + brief(shown(high, unit)),
+                   unit_sign(*form.texts, unit));
 }
 
 bool is_between_positions(const FlowData& flow, const std::optional<DamperAnswer>& answer) {
@@ -75,8 +75,8 @@ void add_outside(std::vector<std::string>& notes, const SheetSubject& subject, c
   if (point.fan && point.fan->check_code) {
     why = text_of(form.texts->check_codes, *point.fan->check_code);
   } else if (hosts::has_fixed_pressure(flow)) {
-    why = filled(texts.takes, localized(*form.texts, fixed(shown(point.dp_min, unit), unit.decimals)) + " " +
-                                  unit_sign(*form.texts, unit));
+    why = filled(texts.takes, with_unit(*form.texts, fixed(shown(point.dp_min, unit), unit.decimals),
+                                        unit_sign(*form.texts, unit)));
   } else {
     why = filled(texts.takes, range_in(form, point.dp_min, point.dp_max, unit));
   }
@@ -109,7 +109,7 @@ std::vector<std::string> sheet_notes(const SheetSubject& subject, const SheetFor
   if (subject.point.throw_length) {
     const hosts::Unit& unit = *form.units.velocity;
     notes.push_back(filled(texts.notes.throw_velocity,
-                           localized(texts, brief(shown(kThrowVelocity, unit))) + " " + unit_sign(texts, unit)));
+                           with_unit(texts, brief(shown(kThrowVelocity, unit)), unit_sign(texts, unit))));
   }
   if (subject.sketch) notes.push_back(filled(texts.notes.millimetres, unit_sign(texts, "mm")));
   return notes;

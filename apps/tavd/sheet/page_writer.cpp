@@ -117,11 +117,12 @@ double PageWriter::height_of(const std::string& text, double width, const TextLo
   return static_cast<double>(wrapped(text, width, look).size()) * look.size * kSheetLetters.line;
 }
 
-double PageWriter::paragraph(const Box& box, const std::string& text, const TextLook& look) const {
+double PageWriter::paragraph(const Box& box, const std::string& text, const TextLook& look,
+                             Align align) const {
   const double line_height = look.size * kSheetLetters.line;
   double used = 0;
   for (const std::string& one : wrapped(text, box.width, look)) {
-    line({box.left, box.top + used, box.width, line_height}, one, look);
+    line({box.left, box.top + used, box.width, line_height}, one, look, align);
     used += line_height;
   }
   return used;

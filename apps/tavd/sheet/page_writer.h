@@ -36,7 +36,11 @@ class PageWriter {
   void line(const Box& box, const std::string& text, const TextLook& look, Align align = Align::kStart) const;
   void number(const Box& box, const std::string& text, const TextLook& look, Align align = Align::kEnd) const;
   // Lines from the top of the box, as many as it holds; returns the height that they take.
-  double paragraph(const Box& box, const std::string& text, const TextLook& look) const;
+  double paragraph(const Box& box, const std::string& text, const TextLook& look,
+                   Align align = Align::kStart) const;
+  double width_of(const std::string& text, const TextLook& look) const {
+    return width_of(text, style_of(look));
+  }
   double height_of(const std::string& text, double width, const TextLook& look) const;
 
   void rule(const Box& box, std::uint32_t colour) const;  // a filled box

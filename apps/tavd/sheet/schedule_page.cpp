@@ -14,7 +14,7 @@ namespace {
 constexpr Box kTitleBox = {15, 13, 180, 17};
 constexpr Box kTableBox = {15, 33, 180, 248};
 constexpr Box kFootBox = {15, 284, 180, 5};
-constexpr double kHeadingRow = 9.5;
+constexpr double kHeadingRow = 13;
 constexpr double kScheduleRow = 7.75;
 constexpr double kFirstLine = 4.1;  // of a row's two
 constexpr double kGap = 1.5;        // between columns
@@ -31,10 +31,10 @@ struct Column {
   std::size_t own = 0;
 };
 
-constexpr double kNumber = 14;       // mm, of a column of numbers
+constexpr double kNumber = 15;       // mm, of a column of numbers
 constexpr double kNarrow = 11;       // of the page's
 constexpr double kMostOwn = 26;      // of a column that the schedule has of its own
-constexpr double kOwnRoom = 46;      // of all of them
+constexpr double kOwnRoom = 42;      // of all of them
 
 std::string heading_of(const SheetTexts& texts, const std::string& name) {
   struct Known {
@@ -67,10 +67,10 @@ std::vector<Column> columns_of(const ScheduleModel& model, const SheetForm& form
     columns.push_back({Cell::kOwn, own_width, heading_of(texts, model.own_names()[index]), "", index});
   }
   columns.push_back({Cell::kFlow, kNumber, texts.names.flow, unit_sign(texts, *form.units.flow)});
-  columns.push_back({Cell::kPressure, kNumber, texts.names.pressure, pressure});
+  columns.push_back({Cell::kPressure, kNumber, texts.schedule.available, pressure});
   columns.push_back({Cell::kProduct, 0, texts.schedule.product, ""});
   columns.push_back({Cell::kSize, kNumber, texts.words.size, unit_sign(texts, "mm")});
-  columns.push_back({Cell::kTakes, kNumber, texts.names.pressure, pressure});
+  columns.push_back({Cell::kTakes, kNumber, texts.schedule.takes, pressure});
   columns.push_back({Cell::kLevel, kNumber, texts.schedule.level, unit_sign(texts, "dB(A)")});
   columns.push_back({Cell::kThrow, kNumber, texts.answers.throw_length, unit_sign(texts, "m")});
   columns.push_back({Cell::kPage, kNarrow, texts.words.page, ""});
@@ -84,13 +84,18 @@ bool is_number(Cell cell) {
   return cell != Cell::kOwn && cell != Cell::kProduct;
 }
 
+// Between columns there is a gap.
+double text_width(const std::vector<Column>& columns, const Column& column) {
+  return column.width - (&column == &columns.back() ? 0 : kGap);
+}
+
 void draw_headings(const PageWriter& writer, const std::vector<Column>& columns) {
   double left = kTableBox.left;
   for (const Column& column : columns) {
     const Align align = is_number(column.cell) ? Align::kEnd : Align::kStart;
-    const double width = column.width - kGap;
-    writer.line({left, kTableBox.top, width, 4}, column.name, looks::kSmallBold, align);
-    writer.line({left, kTableBox.top + 3.8, width, 4}, column.unit, looks::kSmall, align);
+    const double width = text_width(columns, column);
+    writer.paragraph({left, kTableBox.top, width, 7}, column.name, looks::kSmallBold, align);
+    writer.line({left, kTableBox.top + 7.3, width, 4}, column.unit, looks::kSmall, align);
     left += column.width;
   }
   writer.rule({kTableBox.left, kTableBox.top + kHeadingRow - 1.2, kTableBox.width, 0.25}, looks::kBlack);
@@ -104,7 +109,7 @@ class Row {
   void draw(const std::vector<Column>& columns) const {
     double left = kTableBox.left;
     for (const Column& column : columns) {
-      draw_cell(column, {left, top_, column.width - kGap, kFirstLine});
+      draw_cell(column, {left, top_, text_width(columns, column), kFirstLine});
       left += column.width;
     }
     writer_.rule({kTableBox.left, top_ + kScheduleRow - 0.6, kTableBox.width, 0.12}, looks::kPaleGrey);

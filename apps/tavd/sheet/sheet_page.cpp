@@ -12,11 +12,13 @@ namespace {
 
 constexpr double kHeadings = 6.2;  // mm from a heading's top to what is below it
 constexpr double kRows = 4.35;    // mm from row to row
+constexpr double kSmallerLetters = 0.5;  // mm that smaller letters stand lower in their row
 constexpr double kRemarks = 3.4;  // mm more for a remark below a row
 
 // Columns of a table of names and values, parts of its width.
 constexpr double kNames = 0.47;
 constexpr double kNumbers = 0.16;
+constexpr double kUnits = 0.14;
 constexpr double kColumnGap = 1.2;  // mm
 
 constexpr double kBandNames = 0.25;  // of the table of bands
@@ -35,7 +37,8 @@ Box draw_heading(const PageWriter& writer, const Box& box, const std::string& te
 
 class Table {
  public:
-  Table(const PageWriter& writer, const Box& box) : writer_(writer), box_(box) {}
+  Table(const PageWriter& writer, const Box& box, const SheetTexts& texts)
+      : writer_(writer), box_(box), texts_(texts) {}
 
   // A table of numbers has them under each other, one of words where its values begin.
   void draw(const std::vector<SheetLine>& lines, bool has_numbers) {
@@ -46,21 +49,40 @@ class Table {
  private:
   void draw_line(const SheetLine& line, bool has_numbers) {
     const double names = box_.width * kNames;
-    const double numbers = box_.width * kNumbers;
     writer_.line({box_.left, box_.top, names - kColumnGap, kRows}, line.name, looks::kPaleText);
     const Box values = {box_.left + names, box_.top, box_.width - names, kRows};
-    if (has_numbers && is_number(line)) {
-      writer_.number({values.left, values.top, numbers, kRows}, line.value, looks::kBoldText);
-      writer_.line({values.left + numbers + kColumnGap, values.top, values.width - numbers - kColumnGap, kRows},
-                   line.unit, looks::kText);
-    } else if (line.unit.empty()) {
-      writer_.line(values, line.value, looks::kText);
+    const bool is_in_column = has_numbers && is_number(line);
+    if (is_in_column) {
+      draw_number(values, line);
     } else {
-      writer_.number(values, line.value + " " + line.unit, looks::kText, Align::kStart);
+      writer_.line(values, line.unit.empty() ? line.value : with_unit(texts_, line.value, line.unit), looks::kText);
     }
     box_ = below(box_, kRows);
-    if (line.remark.empty()) return;
-    writer_.line({values.left, box_.top - 0.5, values.width, kRemarks}, line.remark, looks::kSmall);
+    if (!line.remark.empty()) draw_remark(values, line, is_in_column);
+  }
+
+  // The number, and to its right the unit, on every page.
+  void draw_number(const Box& values, const SheetLine& line) const {
+    const double number = box_.width * kNumbers;
+    const double unit = box_.width * kUnits;
+    const Box first = {values.left, values.top, writer_.right_to_left() ? unit : number, kRows};
+    const Box second = {first.right() + kColumnGap, values.top, writer_.right_to_left() ? number : unit, kRows};
+    writer_.number(writer_.right_to_left() ? second : first, line.value, looks::kBoldText,
+                   writer_.right_to_left() ? Align::kStart : Align::kEnd);
+    writer_.number(writer_.right_to_left() ? first : second, line.unit, looks::kText,
+                   writer_.right_to_left() ? Align::kEnd : Align::kStart);
+  }
+
+  // Beside a number without a unit where there is room, else below.
+  void draw_remark(const Box& values, const SheetLine& line, bool is_in_column) {
+    const double number = box_.width * kNumbers + kColumnGap;
+    const Box beside = {values.left + number, values.top + kSmallerLetters, values.width - number, kRows};
+    if (is_in_column && line.unit.empty() && !writer_.right_to_left() &&
+        writer_.width_of(line.remark, looks::kSmall) <= beside.width) {
+      writer_.line(beside, line.remark, looks::kSmall);
+      return;
+    }
+    writer_.line({values.left, box_.top - kSmallerLetters, values.width, kRemarks}, line.remark, looks::kSmall);
     box_ = below(box_, kRemarks);
   }
 
@@ -71,6 +93,7 @@ class Table {
 
   const PageWriter& writer_;
   Box box_;
+  const SheetTexts& texts_;
 };
 
 void draw_title(const PageWriter& writer, const Box& box, const SheetContents& contents,
@@ -84,19 +107,16 @@ void draw_title(const PageWriter& writer, const Box& box, const SheetContents& c
   writer.rule({box.left, box.bottom() - 0.5, box.width, 0.5}, looks::kBlack);
 }
 
-void draw_product(const PageWriter& writer, const Box& box, const SheetContents& contents,
-                  const SheetForm& form) {
-  Table table(writer, box);
-  table.draw(contents.product, false);
-  const Box room = draw_heading(writer, below(table.room(), 1.5), form.texts->headings.duty);
-  Table duty(writer, room);
+// What the product is, what is asked of it, and what it answers, below each other.
+void draw_facts(const PageWriter& writer, const Box& box, const SheetContents& contents, const SheetForm& form) {
+  constexpr double kGap = 3;  // mm in front of a heading
+  const SheetTexts& texts = *form.texts;
+  Table product(writer, box, texts);
+  product.draw(contents.product, false);
+  Table duty(writer, draw_heading(writer, below(product.room(), kGap), texts.headings.duty), texts);
   duty.draw(contents.duty, false);
-}
-
-void draw_answers(const PageWriter& writer, const Box& box, const SheetContents& contents,
-                  const SheetForm& form) {
-  Table table(writer, draw_heading(writer, box, form.texts->headings.answers));
-  table.draw(contents.answers, true);
+  Table answers(writer, draw_heading(writer, below(duty.room(), kGap), texts.headings.answers), texts);
+  answers.draw(contents.answers, true);
 }
 
 class BandTable {
@@ -111,7 +131,7 @@ class BandTable {
     writer_.rule({box_.left, box_.top - 0.35, box_.width, looks::kPaleRule}, looks::kPaleGrey);
     if (contents.sound_power) {
       row(named(texts_.answers.band_power, "dB"), levels(*contents.sound_power),
-          localized(texts_, fixed(*contents.sound_power_A, 1)) + " " + unit_sign(texts_, "dB(A)"), looks::kText);
+          with_unit(texts_, fixed(*contents.sound_power_A, 1), unit_sign(texts_, "dB(A)")), looks::kText);
     }
     if (contents.attenuation) {
       row(named(texts_.answers.attenuation, "dB"), levels(*contents.attenuation), "", looks::kText);
@@ -120,7 +140,7 @@ class BandTable {
 
  private:
   std::string named(const char* name, const char* unit) const {
-    return std::string(name) + ", " + unit_sign(texts_, unit);
+    return std::string(name) + (texts_.right_to_left ? "، " : ", ") + unit_sign(texts_, unit);
   }
   std::vector<std::string> levels(const Bands& bands) const {
     std::vector<std::string> numbers;
@@ -191,8 +211,7 @@ void draw_sheet(Painter& painter, const SheetSubject& subject, const SheetConten
   const SheetParts parts = parts_of(subject, contents);
   const auto box = [&](SheetPart part) { return sheet_box(part, parts); };
   draw_title(writer, box(SheetPart::kTitle), contents, form);
-  draw_product(writer, box(SheetPart::kProduct), contents, form);
-  draw_answers(writer, box(SheetPart::kAnswers), contents, form);
+  draw_facts(writer, box(SheetPart::kFacts), contents, form);
   if (parts.sketch) {
     const Box room = draw_heading(writer, box(SheetPart::kSketch), headings.sketch);
     sketch(writer.placed(room));

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 
 #include "base/text.h"
 #include "tavd/attributes.h"
@@ -58,6 +59,13 @@ std::string unit_sign(const SheetTexts& texts, const char* name) {
 std::string localized(const SheetTexts& texts, std::string number) {
   std::ranges::replace(number, '.', texts.decimal);
   return number;
+}
+
+std::string with_unit(const SheetTexts& texts, const std::string& number, const std::string& sign) {
+  constexpr const char* kIsolate = "\u2066";  // from left to right, as far as the next one
+  constexpr const char* kEnd = "\u2069";
+  const std::string text = localized(texts, number) + " " + sign;
+  return texts.right_to_left ? kIsolate + text + kEnd : text;
 }
 
 std::string filled(const char* sentence, std::string_view by) {

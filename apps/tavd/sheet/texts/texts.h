@@ -56,7 +56,8 @@ struct SheetTexts {
   } end_reflection;
   // Columns of a schedule beside those above, and what stands where nothing fits.
   struct Schedule {
-    const char *room, *terminal, *name, *line, *product, *level, *nothing_fits, *duties, *without;
+    const char *room, *terminal, *name, *line, *product, *available, *takes, *level, *nothing_fits, *duties,
+        *without;
   } schedule;
   // In charts: the curves, the limits of the product, and what stands where there is no curve.
   struct Chart {
@@ -90,6 +91,9 @@ std::string unit_sign(const SheetTexts& texts, const char* name);
 
 // The number with the language's decimal sign: of one that is written with a point.
 std::string localized(const SheetTexts& texts, std::string number);
+// The same with the sign of its unit, which stands to its right in every language: within a text that runs from
+// the right it is a piece of its own.
+std::string with_unit(const SheetTexts& texts, const std::string& number, const std::string& sign);
 
 // The sentence with its "{}" replaced.
 std::string filled(const char* sentence, std::string_view by);
