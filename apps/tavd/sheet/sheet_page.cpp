@@ -168,20 +168,42 @@ class BandTable {
 };
 
 // Notes below each other in two columns.
-void draw_notes(const PageWriter& writer, const Box& box, const std::vector<std::string>& notes,
-                const SheetForm& form) {
-  constexpr double kGap = 6;  // mm between the columns
-  const Box room = draw_heading(writer, box, form.texts->headings.notes);
-  const double width = (room.width - kGap) / 2;
-  Box column = {room.left, room.top, width, room.height};
-  for (const std::string& note : notes) {
-    const double height = writer.height_of(note, width, looks::kSmallBlack);
-    if (height > column.height && column.left == room.left) {
-      column = {room.left + width + kGap, room.top, width, room.height};
-    }
-    column = below(column, writer.paragraph(column, note, looks::kSmallBlack) + 0.3);
+class Notes {
+ public:
+  Notes(const PageWriter& writer, const Box& room, const std::vector<std::string>& notes)
+      : writer_(writer), room_(room), notes_(notes) {}
+
+  // In letters that are smaller where there are many.
+  void draw() const {
+    constexpr double kSmaller = 0.93;
+    constexpr double kSmallest = 0.7;
+    TextLook look = looks::kSmallBlack;
+    while (!fit(look, false) && look.size > looks::kSmallBlack.size * kSmallest) look.size *= kSmaller;
+    fit(look, true);
   }
-}
+
+ private:
+  bool fit(const TextLook& look, bool draws) const {
+    constexpr double kGap = 6;         // mm between the columns
+    constexpr double kBetween = 0.25;  // mm between notes
+    const double width = (room_.width - kGap) / 2;
+    Box column = {room_.left, room_.top, width, room_.height};
+    for (const std::string& note : notes_) {
+      const double height = writer_.height_of(note, width, look);
+      if (height > column.height && column.left == room_.left) {
+        column = {room_.left + width + kGap, room_.top, width, room_.height};
+      }
+      if (height > column.height && !draws) return false;
+      if (draws) writer_.paragraph(column, note, look);
+      column = below(column, height + kBetween);
+    }
+    return true;
+  }
+
+  const PageWriter& writer_;
+  Box room_;
+  const std::vector<std::string>& notes_;
+};
 
 }  // namespace
 
@@ -226,7 +248,7 @@ void draw_sheet(Painter& painter, const SheetSubject& subject, const SheetConten
     draw_length_chart(writer, throw_box, subject, form);
   }
   if (parts.band_table) BandTable(writer, box(SheetPart::kBandTable), *form.texts).draw(contents);
-  draw_notes(writer, box(SheetPart::kNotes), contents.notes, form);
+  Notes(writer, draw_heading(writer, box(SheetPart::kNotes), headings.notes), contents.notes).draw();
   draw_foot(writer, box(SheetPart::kFoot), form, page);
 }
 
