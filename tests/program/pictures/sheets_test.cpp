@@ -78,6 +78,12 @@ bool is_upright(const PlacedText& text) {
   return text.corners[0].y == text.corners[1].y;
 }
 
+std::string told(const Box& box) {
+  std::string text;
+  for (const double side : {box.left, box.top, box.right(), box.bottom()}) text += std::to_string(side) + " ";
+  return text;
+}
+
 struct CatalogueSheets : testing::Test {
   CatalogueSheets() {
     const std::string path = folder.file("catalogue.tavdb");
@@ -126,7 +132,9 @@ struct CatalogueSheets : testing::Test {
     std::vector<std::pair<const PlacedText*, Box>> upright;
     for (const PlacedText& text : painter.texts()) {
       const Box box = bounds(text);
-      if (!holds(text.room, box) || !holds(page, box)) faults.push_back(name + text.text + " leaves its room");
+      if (!holds(text.room, box) || !holds(page, box)) {
+        faults.push_back(name + text.text + " leaves its room: " + told(box) + " in " + told(text.room));
+      }
       for (const auto& [other, taken] : upright) {
         if (overlap(box, taken)) faults.push_back(name + text.text + " stands on " + other->text);
       }

@@ -13,7 +13,7 @@
 namespace tavdhost {
 namespace {
 
-constexpr double kRow = 3.3;    // mm, of a line of text
+constexpr double kRow = 3.6;    // mm, of a line of text in any script
 constexpr double kGap = 1;      // mm between numbers and what they belong to
 constexpr double kBar = 0.62;   // of the room of a band
 constexpr double kWide = 1.35;  // room of the A-weighted bar, in rooms of a band
@@ -47,7 +47,9 @@ class BandChart {
   BandChart(Painter& painter, const Box& box, const BandLevels& levels, const ChartForm& form)
       : painter_(painter), box_(box), levels_(levels), form_(form), axis_(axis_of(levels)) {
     const double left = box.left + kRow + kGap + painter.measure("100", kLetters).width + kGap;
-    plot_ = {left, box.top + kGap, box.right() - left, box.height - 2 * kRow - 3 * kGap};
+    // The highest number and the level of a bar as high as that stand above the plot.
+    const double top = box.top + kRow / 2 + kGap;
+    plot_ = {left, top, box.right() - left, box.bottom() - 2 * kRow - 2 * kGap - top};
     room_ = plot_.width / (kBands + kWide);
   }
 
