@@ -21,7 +21,7 @@ using ::testing::HasSubstr;
 // All but those of `tavd db`, which have commands of their own.
 constexpr const char* kCommands[] = {"list",  "calc",    "sweep",   "compare", "diagram",
                                      "throw", "show",    "family",  "code",    "find-attribute",
-                                     "copy",  "picture", "gallery", "delete",  "report"};
+                                     "copy",  "picture", "gallery", "report",  "delete"};
 
 TEST(Help, ListsTheCommands) {
   const Outcome outcome = run_program({"--help"});

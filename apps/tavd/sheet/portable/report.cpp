@@ -20,6 +20,7 @@
 #include "drawing/picture.h"
 #include "sheet/charts.h"
 #include "sheet/portable/cairo_painter.h"
+#include "sheet/portable/letter_check.h"
 #include "sheet/portable/pdf_document.h"
 #include "sheet/portable/sketch.h"
 #include "sheet/portable/svg_painter.h"
@@ -53,10 +54,12 @@ std::string iso_time(const std::string& time) {
 }
 
 void draw_on(cairo_t* context, const SheetSubject& subject, const SheetContents& contents,
-             const SheetForm& form, PageNumber number) {
+             const SheetForm& form, PageNumber number, LetterCheck& letters) {
   CairoPainter painter(context, form.texts->language);
+  painter.keep_texts();
   draw_sheet(painter, subject, contents, form, number,
              [&](const Box& box) { draw_sketch(context, box, *subject.sketch); });
+  letters.add(painter);
 }
 
 std::string svg_of(const SheetSubject& subject, const SheetForm& form) {
@@ -89,7 +92,9 @@ std::string png_of(const SheetSubject& subject, const SheetForm& form, const std
   cairo_set_source_rgb(cairo.get(), 1, 1, 1);
   cairo_paint(cairo.get());
   cairo_scale(cairo.get(), kScale, kScale);
-  draw_on(cairo.get(), subject, sheet_contents(subject, form), form, {1, 1});
+  LetterCheck letters(form.texts->language);
+  draw_on(cairo.get(), subject, sheet_contents(subject, form), form, {1, 1}, letters);
+  letters.tell();
   std::string bytes;
   cairo_status_t status = cairo_status(cairo.get());
   if (status == CAIRO_STATUS_SUCCESS) status = cairo_surface_write_to_png_stream(surface, append, &bytes);
@@ -97,8 +102,9 @@ std::string png_of(const SheetSubject& subject, const SheetForm& form, const std
   return bytes;
 }
 
-// The same without a font: what is compared with recordings.
-std::string recording_of(const SheetSubject& subject, const SheetForm& form) {
+// The same without a font and without the database's time: what is compared with recordings.
+std::string recording_of(const SheetSubject& subject, SheetForm form) {
+  form.database_time.clear();
   RecordingPainter painter;
   draw_sheet(painter, subject, sheet_contents(subject, form), form, {1, 1}, [&](const Box& box) {
     painter.area(box, kSketchMark);
@@ -122,9 +128,9 @@ class Output {
 };
 
 void add_sheet(PdfDocument& document, const SheetSubject& subject, const SheetContents& contents,
-               const SheetForm& form, PageNumber number) {
+               const SheetForm& form, PageNumber number, LetterCheck& letters) {
   document.begin_part("Sect");
-  draw_on(document.context(), subject, contents, form, number);
+  draw_on(document.context(), subject, contents, form, number, letters);
   document.end_part("Sect");
 }
 
@@ -134,10 +140,12 @@ void write_pdf_sheet(const SheetSubject& subject, const SheetForm& form, const R
   PdfDocument document(output.stream(), {title_of_sheet(contents, form), contents.description,
                                          form.texts->language, iso_time(form.database_time)});
   document.add_bookmark(contents.code, 0);
-  add_sheet(document, subject, contents, form, {1, 1});
+  LetterCheck letters(form.texts->language);
+  add_sheet(document, subject, contents, form, {1, 1}, letters);
   document.end_page();
   document.finish();
   output.finish();
+  letters.tell();
 }
 
 std::string page_name(std::size_t sheet) {
@@ -171,6 +179,7 @@ class ScheduleDocument {
     }
     document_.finish();
   }
+  const LetterCheck& letters() const { return letters_; }
 
  private:
   void add_table(std::size_t index) {
@@ -179,8 +188,10 @@ class ScheduleDocument {
     std::vector<std::pair<Box, std::size_t>> links;
     document_.begin_part("Sect");
     CairoPainter painter(document_.context(), form_.texts->language);
+    painter.keep_texts();
     draw_schedule(painter, model_, index, form_, all_,
                   [&](const Box& box, std::size_t sheet) { links.emplace_back(box, sheet); });
+    letters_.add(painter);
     document_.end_part("Sect");
     for (const auto& [box, sheet] : links) document_.link(in_points(box), page_name(sheet));
     document_.end_page();
@@ -193,7 +204,7 @@ class ScheduleDocument {
     const SheetContents contents = sheet_contents(subject, form_);
     document_.add_bookmark(sheet.code, bookmark_);
     document_.name_page(page_name(index));
-    add_sheet(document_, subject, contents, form_, {first_ + index + 1, all_});
+    add_sheet(document_, subject, contents, form_, {first_ + index + 1, all_}, letters_);
     document_.link(in_points(page_number_box(form_)), kSchedule);
     document_.end_page();
   }
@@ -204,6 +215,7 @@ class ScheduleDocument {
   std::size_t first_;  // pages of the table
   std::size_t all_;
   PdfDocument document_;
+  LetterCheck letters_{form_.texts->language};
   int bookmark_ = 0;
 };
 
@@ -249,6 +261,7 @@ void write_schedule(SelectCatalogue& catalogue, const Request& usual, const Sche
   ScheduleDocument document(model, form, output.stream());
   document.write(catalogue.database());
   output.finish();
+  document.letters().tell();
   tell_left_out(counts, reading.schedule);
   if (is_standard_output(target.path)) return;
   const std::size_t pages = schedule_pages(model) + model.sheets().size();
