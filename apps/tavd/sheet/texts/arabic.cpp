@@ -9,7 +9,7 @@ namespace {
 constexpr NumberedText kKinds[] = {
     {TAVD_KIND_RESISTANCE, "مقاومة ثابتة"},
     {TAVD_KIND_RESISTANCE_VELOCITY, "مقاومة ثابتة حسب سرعة الهواء"},
-    {TAVD_KIND_RESISTANCE_POINTS, "مقاومة ثابتة مقيسة عند عدة تدفقات"},
+    {TAVD_KIND_RESISTANCE_POINTS, "مقاومة ثابتة بمنحنى مقيس"},
     {TAVD_KIND_LIMITS, "نطاق ضغط"},
     {TAVD_KIND_DAMPER, "مخمد قابل للضبط"},
     {TAVD_KIND_DAMPER_VELOCITY, "مخمد قابل للضبط حسب سرعة الهواء"},

@@ -9,7 +9,7 @@ namespace {
 constexpr NumberedText kKinds[] = {
     {TAVD_KIND_RESISTANCE, "固定阻力"},
     {TAVD_KIND_RESISTANCE_VELOCITY, "固定阻力（按风速）"},
-    {TAVD_KIND_RESISTANCE_POINTS, "多风量实测的固定阻力"},
+    {TAVD_KIND_RESISTANCE_POINTS, "固定阻力（实测曲线）"},
     {TAVD_KIND_LIMITS, "压力范围"},
     {TAVD_KIND_DAMPER, "可调风阀"},
     {TAVD_KIND_DAMPER_VELOCITY, "可调风阀（按风速）"},

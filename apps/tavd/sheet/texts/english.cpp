@@ -9,7 +9,7 @@ namespace {
 constexpr NumberedText kKinds[] = {
     {TAVD_KIND_RESISTANCE, "fixed resistance"},
     {TAVD_KIND_RESISTANCE_VELOCITY, "fixed resistance by air velocity"},
-    {TAVD_KIND_RESISTANCE_POINTS, "fixed resistance measured at several flows"},
+    {TAVD_KIND_RESISTANCE_POINTS, "fixed resistance, measured curve"},
     {TAVD_KIND_LIMITS, "pressure range"},
     {TAVD_KIND_DAMPER, "adjustable damper"},
     {TAVD_KIND_DAMPER_VELOCITY, "adjustable damper by air velocity"},

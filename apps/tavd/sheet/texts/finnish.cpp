@@ -8,11 +8,11 @@ namespace {
 
 constexpr NumberedText kKinds[] = {
     {TAVD_KIND_RESISTANCE, "kiinteä vastus"},
-    {TAVD_KIND_RESISTANCE_VELOCITY, "kiinteä vastus, otsapintanopeuden mukaan"},
-    {TAVD_KIND_RESISTANCE_POINTS, "kiinteä vastus, mitattu usealla ilmavirralla"},
+    {TAVD_KIND_RESISTANCE_VELOCITY, "kiinteä vastus, ilman nopeuden mukaan"},
+    {TAVD_KIND_RESISTANCE_POINTS, "kiinteä vastus, mitattu käyrä"},
     {TAVD_KIND_LIMITS, "painealue"},
     {TAVD_KIND_DAMPER, "säädettävä pelti"},
-    {TAVD_KIND_DAMPER_VELOCITY, "säädettävä pelti, otsapintanopeuden mukaan"},
+    {TAVD_KIND_DAMPER_VELOCITY, "säädettävä pelti, ilman nopeuden mukaan"},
     {TAVD_KIND_RANGE, "painealueella toimiva laite"},
     {TAVD_KIND_FAN, "puhallin"},
 };

@@ -9,7 +9,7 @@ namespace {
 constexpr NumberedText kKinds[] = {
     {TAVD_KIND_RESISTANCE, "fester Widerstand"},
     {TAVD_KIND_RESISTANCE_VELOCITY, "fester Widerstand nach Luftgeschwindigkeit"},
-    {TAVD_KIND_RESISTANCE_POINTS, "fester Widerstand, bei mehreren Volumenströmen gemessen"},
+    {TAVD_KIND_RESISTANCE_POINTS, "fester Widerstand, gemessene Kurve"},
     {TAVD_KIND_LIMITS, "Druckbereich"},
     {TAVD_KIND_DAMPER, "einstellbare Drossel"},
     {TAVD_KIND_DAMPER_VELOCITY, "einstellbare Drossel nach Luftgeschwindigkeit"},

@@ -8,8 +8,8 @@ namespace {
 
 constexpr NumberedText kKinds[] = {
     {TAVD_KIND_RESISTANCE, "постоянное сопротивление"},
-    {TAVD_KIND_RESISTANCE_VELOCITY, "постоянное сопротивление по скорости воздуха"},
-    {TAVD_KIND_RESISTANCE_POINTS, "постоянное сопротивление, измеренное при нескольких расходах"},
+    {TAVD_KIND_RESISTANCE_VELOCITY, "сопротивление по скорости воздуха"},
+    {TAVD_KIND_RESISTANCE_POINTS, "сопротивление по измеренной кривой"},
     {TAVD_KIND_LIMITS, "диапазон давления"},
     {TAVD_KIND_DAMPER, "регулируемый клапан"},
     {TAVD_KIND_DAMPER_VELOCITY, "регулируемый клапан по скорости воздуха"},

@@ -9,7 +9,7 @@ namespace {
 constexpr NumberedText kKinds[] = {
     {TAVD_KIND_RESISTANCE, "fast motstånd"},
     {TAVD_KIND_RESISTANCE_VELOCITY, "fast motstånd efter lufthastighet"},
-    {TAVD_KIND_RESISTANCE_POINTS, "fast motstånd mätt vid flera flöden"},
+    {TAVD_KIND_RESISTANCE_POINTS, "fast motstånd, uppmätt kurva"},
     {TAVD_KIND_LIMITS, "tryckområde"},
     {TAVD_KIND_DAMPER, "inställbart spjäll"},
     {TAVD_KIND_DAMPER_VELOCITY, "inställbart spjäll efter lufthastighet"},
