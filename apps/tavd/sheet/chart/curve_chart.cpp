@@ -11,6 +11,7 @@ namespace {
 constexpr double kInset = 0.4;    // mm that labels keep from the limits
 constexpr double kFlagGap = 2.4;  // mm from the duty to its values
 constexpr double kDotGap = 1.1;   // mm from a dot to its label
+constexpr double kEdge = 0.05;    // mm, nearer to which a limit is the edge of the plot
 constexpr double kClear = 0.5;    // mm about the mark of the duty
 
 Box common(const Box& a, const Box& b) {
@@ -79,7 +80,7 @@ std::vector<Polyline> CurveChart::duty_lines() const {
 
 void CurveChart::place_duty() {
   if (!duty_) return;
-  for (const Polyline& line : duty_lines()) placer_.add_line(line);
+  for (const Polyline& line : duty_lines()) placer_.add_line(line, kFaintLine);
   if (duty_has_y_) placer_.keep_free(quad_about(*duty_, kDutyRadius + kClear));
   for (const Mark& mark : marks_) placer_.keep_free(quad_about(mark.at, kMarkRadius));
   const PagePoint at =
@@ -102,7 +103,7 @@ void CurveChart::place_label(Drawn& drawn, std::size_t line) {
 }
 
 void CurveChart::place_labels() {
-  for (const Drawn& drawn : curves_) placer_.add_line(drawn.parts.front());
+  for (const Drawn& drawn : curves_) placer_.add_line(drawn.parts.front(), drawn.curve.weight);
   place_duty();
   const TextStyle style = {kLabelLetters, false, kLevelColour, TextDirection::kByText};
   for (Mark& mark : marks_) {
@@ -158,14 +159,14 @@ void CurveChart::draw_limits() const {
   const PagePoint upper_right = {limits_.right(), limits_.top};
   const PagePoint lower_left = {limits_.left, limits_.bottom()};
   const PagePoint lower_right = {limits_.right(), limits_.bottom()};
-  const auto side = [this](bool is_inside, PagePoint from, PagePoint to) {
+  const auto side = [this](double beyond, PagePoint from, PagePoint to) {
     const std::array<PagePoint, 2> line = {{from, to}};
-    if (is_inside) painter_.line(line, kLimitLine);
+    if (beyond > kEdge) painter_.line(line, kLimitLine);
   };
-  side(limits_.left > plot.left, lower_left, upper_left);
-  side(limits_.right() < plot.right(), lower_right, upper_right);
-  side(limits_.top > plot.top, upper_left, upper_right);
-  side(limits_.bottom() < plot.bottom(), lower_left, lower_right);
+  side(limits_.left - plot.left, lower_left, upper_left);
+  side(plot.right() - limits_.right(), lower_right, upper_right);
+  side(limits_.top - plot.top, upper_left, upper_right);
+  side(plot.bottom() - limits_.bottom(), lower_left, lower_right);
 }
 
 void CurveChart::draw_duty() const {

@@ -22,6 +22,7 @@ class CurveChart {
     std::string label;     // empty: none
     double label_at;       // where on its length it should stand, 0 to 1
     bool only_with_label;  // without a place for the label there is no curve
+    double weight;         // for labels of others: kUsualLine, ...
   };
   void add(const Curve& curve, const std::vector<CurvePoint>& points);
   void add_mark(const CurvePoint& point, const std::string& label);

@@ -49,8 +49,13 @@ std::vector<LegendEntry> legend_of(const FlowCurves& curves, const ChartDuty& du
 }
 
 CurveChart::Curve curve_of(const ChartCurve& curve, const ChartForm& form) {
-  CurveChart::Curve drawn = {family_text(curve.family, form), line_of(curve.family, is_between(curve)), "",
-                             0.5, false};
+  const bool is_main = curve.family == CurveFamily::kResistance || curve.family == CurveFamily::kFan;
+  CurveChart::Curve drawn = {.name = family_text(curve.family, form),
+                             .style = line_of(curve.family, is_between(curve)),
+                             .label = "",
+                             .label_at = 0,
+                             .only_with_label = false,
+                             .weight = is_main ? kMainLine : kUsualLine};
   if (curve.family == CurveFamily::kPosition) {
     constexpr double kNearItsEnd = 0.86;
     drawn.label = chart_number(curve.value, form.decimal);

@@ -41,36 +41,34 @@ bool LabelPlacer::is_free(const Quad& quad) const {
          std::ranges::none_of(taken_, [&quad](const Quad& other) { return overlap(quad, other); });
 }
 
-// How many lines run through the quad, `but` one.
-std::size_t LabelPlacer::crossings(const Quad& quad, std::size_t but) const {
+// The weight of all lines that run through the quad, `but` one.
+double LabelPlacer::crossed(const Quad& quad, std::size_t but) const {
   const Box about = box_about(quad);
-  std::size_t count = 0;
+  const auto runs_through = [&](PagePoint a, PagePoint b) {
+    return std::max(a.x, b.x) >= about.left && std::min(a.x, b.x) <= about.right() &&
+           std::max(a.y, b.y) >= about.top && std::min(a.y, b.y) <= about.bottom() && crosses(quad, a, b);
+  };
+  double weight = 0;
   for (std::size_t line = 0; line < lines_.size(); ++line) {
     if (line == but) continue;
-    const Polyline& points = lines_[line];
+    const Polyline& points = lines_[line].points;
     for (std::size_t i = 1; i < points.size(); ++i) {
-      const PagePoint a = points[i - 1];
-      const PagePoint b = points[i];
-      if (std::max(a.x, b.x) < about.left || std::min(a.x, b.x) > about.right() ||
-          std::max(a.y, b.y) < about.top || std::min(a.y, b.y) > about.bottom()) {
-        continue;
-      }
-      if (!crosses(quad, a, b)) continue;
-      ++count;
+      if (!runs_through(points[i - 1], points[i])) continue;
+      weight += lines_[line].weight;
       break;
     }
   }
-  return count;
+  return weight;
 }
 
 std::optional<ChartLabel> LabelPlacer::on_line(std::size_t line, const std::string& text,
                                                const TextStyle& style, double preferred) {
-  const Course course(lines_[line]);
+  const Course course(lines_[line].points);
   const TextSize size = painter_.measure(text, style);
   const double half = size.width / 2 + kGap;
   if (course.length() < 2 * half) return {};
   std::optional<ChartLabel> best;
-  std::size_t fewest = kNoLine;
+  double least = kMainLine;
   for (const double at : places_from(preferred * course.length(), half, course.length() - half)) {
     if (course.bulge(at - half, at + half) > kMostBulge) continue;
     const PagePoint from = course.at(at - half);
@@ -79,11 +77,11 @@ std::optional<ChartLabel> LabelPlacer::on_line(std::size_t line, const std::stri
     const PagePoint middle = {(from.x + to.x) / 2, (from.y + to.y) / 2};
     const Quad quad = turned_quad(middle, size.width + 2 * kMargin, size.height() + 2 * kMargin, angle);
     if (!is_free(quad)) continue;
-    const std::size_t count = crossings(quad, line);
-    if (count >= fewest) continue;
-    fewest = count;
+    const double cost = crossed(quad, line);
+    if (cost >= least) continue;
+    least = cost;
     best = {text, style, middle, angle, quad};
-    if (count == 0) break;
+    if (cost == 0) break;
   }
   if (best) keep_free(best->quad);
   return best;
@@ -103,7 +101,7 @@ std::optional<Box> LabelPlacer::box_beside(PagePoint point, double gap, double w
                                 point.y + direction.y * (gap * away * lean + height / 2)};
       const Box box = {middle.x - width / 2, middle.y - height / 2, width, height};
       if (!is_free(quad_of(box))) continue;
-      const double cost = static_cast<double>(crossings(quad_of(box), kNoLine)) + kFarIsBad * (away - 1);
+      const double cost = crossed(quad_of(box), kNoLine) + kFarIsBad * (away - 1);
       if (cost >= least) continue;
       least = cost;
       best = box;

@@ -25,14 +25,19 @@ struct ChartFlag {
   Box box;
 };
 
+inline constexpr double kMainLine = 3;
+inline constexpr double kUsualLine = 1;
+inline constexpr double kFaintLine = 0.3;
+
 class LabelPlacer {
  public:
   // Labels stay in the room.
   LabelPlacer(Painter& painter, const Box& room) : painter_(painter), room_(room) {}
 
-  // What no label may stand on; and lines that none crosses as long as there is another place.
+  // What no label may stand on; and lines that none crosses as long as there is another place: the heavier a
+  // line, the less. No label of a line stands on a line of kMainLine.
   void keep_free(const Quad& quad) { taken_.push_back(quad); }
-  void add_line(const Polyline& line) { lines_.push_back(line); }
+  void add_line(const Polyline& line, double weight) { lines_.push_back({line, weight}); }
 
   // A label in a gap of a line that was added, as near to a part of its length (0 to 1) as can be; nothing
   // where there is no place for it. It is kept free from then on.
@@ -49,13 +54,17 @@ class LabelPlacer {
 
  private:
   bool is_free(const Quad& quad) const;
-  std::size_t crossings(const Quad& quad, std::size_t but) const;
+  struct Line {
+    Polyline points;
+    double weight;
+  };
+  double crossed(const Quad& quad, std::size_t but) const;
   std::optional<Box> box_beside(PagePoint point, double gap, double width, double height) const;
 
   Painter& painter_;
   Box room_;
   std::vector<Quad> taken_;
-  std::vector<Polyline> lines_;
+  std::vector<Line> lines_;
 };
 
 }  // namespace tavdhost

@@ -44,7 +44,12 @@ ChartLayout draw_throw_chart(Painter& painter, const Box& box, const ThrowCurves
     constexpr double kNearTheEnd = 0.85;
     const ChartCurve& curve = curves.curves[i];
     const std::string label = curves.curves.size() > 1 ? plain_value(curve.name) : "";
-    chart.add({form.texts.throw_line, line_of(CurveFamily::kThrow, i > 0), label, kNearTheEnd, false},
+    chart.add({.name = form.texts.throw_line,
+               .style = line_of(CurveFamily::kThrow, i > 0),
+               .label = label,
+               .label_at = kNearTheEnd,
+               .only_with_label = false,
+               .weight = i > 0 ? kUsualLine : kMainLine},
               curve.points);
   }
   if (duty.qv > 0) {

@@ -11,7 +11,7 @@ namespace tavdhost {
 namespace {
 
 constexpr std::size_t kThrowPoints = 21;
-constexpr double kMostRatio = 100;  // of the flows of a logarithmic axis: fans have no lowest flow
+constexpr double kMostRatio = 20;  // of the flows of a logarithmic axis: fans have no lowest flow
 
 bool same_value(const std::string& a, const std::string& b) {
   return tavca_param_valuecmp(a.c_str(), b.c_str()) == 0;
