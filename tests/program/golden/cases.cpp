@@ -15,7 +15,7 @@ constexpr const char* kCatalogue = TAVD_SOURCE_DIR "/catalogue";
 constexpr const char* kNarrowHeader = TAVD_SOURCE_DIR "/tests/program/golden/narrow.json";
 constexpr const char* kHeader = "fileheader.json";
 constexpr std::array kDatabases = {"utf8", "narrow"};
-constexpr std::array kCommands = {"diagram", "throw", "picture"};
+constexpr std::array kCommands = {"diagram", "throw", "picture", "report"};
 
 // An id as part of a file name on any system.
 std::string file_name(const std::string& id) {
@@ -36,7 +36,7 @@ Case read_case(const std::string& line) {
   words >> read.class_id >> read.object_id >> read.setting >> read.database;
   for (std::string word; words >> std::quoted(word);) read.arguments.push_back(word);
   if (read.arguments.empty() || std::ranges::count(kCommands, read.arguments[0]) == 0) {
-    throw std::runtime_error("expected class, id, setting, database, and diagram, throw or picture");
+    throw std::runtime_error("expected class, id, setting, database, and diagram, throw, picture or report");
   }
   if (std::ranges::count(kDatabases, read.database) == 0) {
     throw std::runtime_error("expected utf8 or narrow, found " + read.database);
