@@ -33,6 +33,20 @@ double level_at(const Product& product, double qv, double dp) {
   return double{tavca_LpA(lw)};
 }
 
+// Whether the level is met at the place, or jumped over beside it: between two measured curves of a product
+// the levels of the library need not be steady.
+bool is_met(const Product& product, const CurvePoint& point, double level) {
+  constexpr double kBeside = 1.002;
+  if (std::abs(level_at(product, point.x, point.y) - level) < kLevel) return true;
+  const auto jumps = [&](double flows, double pressures) {
+    const double less = level_at(product, point.x / flows, point.y / pressures);
+    const double more = level_at(product, point.x * flows, point.y * pressures);
+    return (less - level) * (more - level) <= 0;
+  };
+  // Also along the line of a setting, where a field ends.
+  return jumps(1, kBeside) || jumps(kBeside, 1) || jumps(kBeside, kBeside * kBeside);
+}
+
 // What the library answers for the curve at a flow; not a number for what is no pressure.
 double pressure_at(const Product& product, const ChartCurve& curve, double qv) {
   const auto flow = static_cast<float>(qv);
@@ -53,7 +67,8 @@ void expect_exact(const Product& product, const FlowCurves& curves) {
       EXPECT_TRUE(point.x * slack >= curves.qv_min && point.x <= curves.qv_max * slack) << point.x;
       EXPECT_TRUE(point.y * slack >= curves.dp_min && point.y <= curves.dp_max * slack) << point.y;
       if (curve.family == CurveFamily::kLevel) {
-        EXPECT_NEAR(level_at(product, point.x, point.y), curve.value, kLevel);
+        EXPECT_TRUE(is_met(product, point, curve.value))
+            << curve.value << " at " << point.x << ", " << point.y;
         continue;
       }
       const double expected = pressure_at(product, curve, point.x);

@@ -8,6 +8,8 @@
 namespace tavdhost {
 namespace {
 
+constexpr double kTouching = 1e-9;  // figures that share no more than a rounding are apart
+
 struct Interval {
   double from, to;
 };
@@ -31,7 +33,7 @@ bool is_apart(const Quad& a, const Quad& b) {
     const PagePoint across = {to.y - from.y, from.x - to.x};
     const Interval one = reach(a, across);
     const Interval other = reach(b, across);
-    if (one.to <= other.from || other.to <= one.from) return true;
+    if (one.to <= other.from + kTouching || other.to <= one.from + kTouching) return true;
   }
   return false;
 }
