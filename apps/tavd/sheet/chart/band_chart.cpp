@@ -13,7 +13,6 @@
 namespace tavdhost {
 namespace {
 
-constexpr double kRow = 3.6;    // mm, of a line of text in any script
 constexpr double kGap = 1;      // mm between numbers and what they belong to
 constexpr double kBar = 0.62;   // of the room of a band
 constexpr double kWide = 1.35;  // room of the A-weighted bar, in rooms of a band

@@ -8,6 +8,8 @@
 
 namespace tavdhost {
 
+inline constexpr double kRow = 3.6;  // mm, of a line of text in any script
+
 // A unit of an axis, and how the language writes it.
 struct ChartUnit {
   const hosts::Unit* unit;

@@ -8,7 +8,6 @@
 namespace tavdhost {
 namespace {
 
-constexpr double kRow = 3.6;        // mm, of a line of text in any script
 constexpr double kTick = 0.9;       // mm, of a tick
 constexpr double kTickGap = 0.5;    // mm, between a tick and its number
 constexpr double kTitleGap = 0.5;   // mm, between numbers and title

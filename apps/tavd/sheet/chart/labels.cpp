@@ -11,8 +11,8 @@ namespace tavdhost {
 namespace {
 
 constexpr double kMargin = 0.35;    // mm about a label
-constexpr double kGap = 0.7;        // mm between a label and the ends of its curve's gap
-constexpr double kStep = 0.8;       // mm between the places that are tried
+constexpr double kGapOfLabel = 0.7;   // mm between a label and the ends of its curve's gap
+constexpr double kPlaceStep = 0.8;  // mm between the places that are tried
 constexpr double kMostBulge = 0.3;  // mm, of a curve beside the chord through its label
 constexpr std::size_t kNoLine = static_cast<std::size_t>(-1);
 
@@ -27,7 +27,7 @@ double upright(double degrees) {
 std::vector<double> places_from(double preferred, double lowest, double highest) {
   std::vector<double> places;
   preferred = std::clamp(preferred, lowest, highest);
-  for (double step = 0; preferred - step >= lowest || preferred + step <= highest; step += kStep) {
+  for (double step = 0; preferred - step >= lowest || preferred + step <= highest; step += kPlaceStep) {
     if (preferred + step <= highest) places.push_back(preferred + step);
     if (step > 0 && preferred - step >= lowest) places.push_back(preferred - step);
   }
@@ -65,7 +65,7 @@ std::optional<ChartLabel> LabelPlacer::on_line(std::size_t line, const std::stri
                                                const TextStyle& style, double preferred) {
   const Course course(lines_[line].points);
   const TextSize size = painter_.measure(text, style);
-  const double half = size.width / 2 + kGap;
+  const double half = size.width / 2 + kGapOfLabel;
   if (course.length() < 2 * half) return {};
   std::optional<ChartLabel> best;
   double least = kMainLine;

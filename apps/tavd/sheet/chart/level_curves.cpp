@@ -13,7 +13,7 @@ namespace tavdhost {
 namespace {
 
 constexpr double kFaintest = 15;     // dB(A), below which nothing is asked for
-constexpr double kStep = 5;          // dB(A)
+constexpr double kLevelStep = 5;     // dB(A)
 constexpr double kMostLevels = 8;    // curves of a chart
 constexpr double kTolerance = 0.01;  // dB(A)
 
@@ -255,7 +255,7 @@ std::vector<std::vector<CurvePoint>> Net::curves(double level) const {
 }  // namespace
 
 std::vector<double> round_levels(double lowest, double highest) {
-  double step = kStep;
+  double step = kLevelStep;
   const auto first = [&] { return std::ceil(std::max(lowest, kFaintest) / step) * step; };
   while ((highest - first()) / step >= kMostLevels) step *= 2;
   std::vector<double> levels;
