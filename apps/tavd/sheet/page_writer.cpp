@@ -7,6 +7,9 @@ namespace tavdhost {
 namespace {
 
 constexpr double kSmallest = 0.8;  // of the size that was wanted, for a text that is too wide
+// Of a line below the top of its box, a part of the em: what the highest letters of any script take, so that
+// fonts of different height stand on one line.
+constexpr double kBaseline = 1.07;
 constexpr double kRounding = 0.995;  // what a smaller text is narrower than it has to be
 constexpr const char* kMore = "…";
 
@@ -69,6 +72,7 @@ std::string PageWriter::shortened_to(const std::string& text, double width, cons
 
 void PageWriter::draw(const Box& box, const std::string& text, TextStyle style, Align align) const {
   if (text.empty()) return;
+  const double style_size = style.size;  // a smaller text stands on the same line
   std::string shown_text = text;
   const double width = width_of(text, style);
   if (width > box.width) {
@@ -78,13 +82,13 @@ void PageWriter::draw(const Box& box, const std::string& text, TextStyle style, 
   const Box room = placed(box);
   const bool is_right = (align == Align::kEnd) != right_to_left_;
   TextPlace place;
-  place.at = {is_right ? room.right() : room.left, room.top};
+  place.at = {is_right ? room.right() : room.left, room.top + kBaseline * style_size};
   place.along = is_right ? Along::kRight : Along::kLeft;
   if (align == Align::kCentre) {
     place.at.x = room.left + room.width / 2;
     place.along = Along::kCentre;
   }
-  place.across = Across::kTop;
+  place.across = Across::kBaseline;
   painter_.text(shown_text, style, place, room);
 }
 
