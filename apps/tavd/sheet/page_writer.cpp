@@ -31,10 +31,10 @@ std::vector<std::string> pieces_of(const std::string& text) {
   for (std::size_t at = 0; at < text.size();) {
     const std::size_t bytes = letter_bytes(text, at);
     pieces.back() += text.substr(at, bytes);
-    const bool ends = text[at] == ' ' || (breaks_anywhere(text, at) && at + bytes < text.size() &&
-                                         breaks_anywhere(text, at + bytes) &&
-                                         text.compare(at + bytes, 3, "。") != 0 &&
-                                         text.compare(at + bytes, 3, "，") != 0);
+    const bool ends =
+        text[at] == ' ' ||
+        (breaks_anywhere(text, at) && at + bytes < text.size() && breaks_anywhere(text, at + bytes) &&
+         text.compare(at + bytes, 3, "。") != 0 && text.compare(at + bytes, 3, "，") != 0);
     if (ends) pieces.emplace_back();
     at += bytes;
   }
@@ -102,7 +102,8 @@ void PageWriter::number(const Box& box, const std::string& text, const TextLook&
   draw(box, text, style, align);
 }
 
-std::vector<std::string> PageWriter::wrapped(const std::string& text, double width, const TextLook& look) const {
+std::vector<std::string> PageWriter::wrapped(const std::string& text, double width,
+                                             const TextLook& look) const {
   const TextStyle style = style_of(look);
   std::vector<std::string> lines(1);
   for (const std::string& piece : pieces_of(text)) {
