@@ -69,6 +69,8 @@ ChartDuty chart_duty(const SheetSubject& subject) {
   duty.dp = subject.point.dp.value_or(0);
   const std::optional<SoundAnswer>& sound = subject.point.sound;
   if (sound && sound->code == 0) duty.level = sound->room_level;
+  const std::optional<DamperAnswer>& damper = subject.point.stepless;
+  if (damper && damper->code == 0) duty.position = damper->position;
   return duty;
 }
 
