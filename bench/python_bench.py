@@ -17,7 +17,7 @@ import numpy as np
 import pandas as pd
 
 import tavd
-from tavd import _results, _select, _tables, c
+from tavd import _duties, _results, _tables, c
 
 MOST_IMPORT = 20.0  # ms beyond numpy
 MOST_POINT = 3.0  # us
@@ -88,7 +88,7 @@ def standing_ready(product, wanted):
             wanted is None
             or field.name in wanted
             or (field.is_code and field.name in [_results.CODE_OF[w] for w in wanted])
-        ) and field.member not in product._same_everywhere():
+        ) and field.member not in product._calculator.same_everywhere():
             array = np.zeros((POINTS, field.bands), np.int32 if field.is_code else np.float32)
             kept.append(array)
             ctypes.c_void_p.from_buffer(results, getattr(type(results), field.member).offset).value = array.ctypes.data
@@ -103,7 +103,9 @@ def arrays(product):
         results, kept = standing_ready(product, wanted)
         times = []
         for _ in range(RUNS):
-            alone = seconds(lambda: c.tavdn_calculate(product._prepared.address, POINTS, qv, dp, 4.0, results))
+            alone = seconds(
+                lambda: c.tavdn_calculate(product._calculator.prepared.address, POINTS, qv, dp, 4.0, results)
+            )
             times.append((seconds(lambda: product.calc(qv, dp, want=wanted)), alone))
         del kept
         ratio = statistics.median(ours / alone for ours, alone in times)
@@ -130,8 +132,8 @@ def selecting(db):
     )
     db.select(frame)
     catalogue = db._selector._catalogue(((),), False)
-    lines, own = _select._lines(_tables.columns_of(frame), {})
-    duties = _select._Duties(catalogue, lines, ((),), True)
+    lines, own = _duties.lines_of(_tables.columns_of(frame), {})
+    duties = _duties.Duties(catalogue, lines, ((),), True)
     times = []
     for _ in range(max(3, RUNS // 3)):
         ours = seconds(lambda: db.select(frame))

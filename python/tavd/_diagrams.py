@@ -14,7 +14,7 @@ from tavd._declarations import CONSTANTS
 from tavd._drawing import Drawing, Pen, count_strokes
 from tavd._errors import Error
 from tavd._placement import Plane
-from tavd._product import DAMPERS, ROOM_DAMPING, _prepared
+from tavd._points import DAMPERS, ROOM_DAMPING, prepare
 from tavd._wording import printable
 
 if TYPE_CHECKING:
@@ -82,7 +82,7 @@ def flow_diagram(
     flow = product.flow_data()
     if flow.nhdd != 0:
         _binding.function("tavca_check_end_reflection")(flow)
-    prepared = _prepared(flow, None)
+    prepared = prepare(flow, None)
     options = _binding.record("tavdn_flow_options")()
     options.size = ctypes.sizeof(options)
     options.qv, options.dp = qv or 0.0, dp or 0.0
@@ -137,7 +137,7 @@ def throw_diagram(
     _check_throw_line(product, flow, text, qv or 1.0)
     if text:
         _binding.function("tavca_param_setvalue")(flow, _THROW_PARAMETER.encode(), text.encode())
-    prepared = _prepared(flow, None)
+    prepared = prepare(flow, None)
     draw_throw = _binding.function("tavdn_draw_throw")
 
     def draw(drawn_title: str, surface: int | None) -> int:

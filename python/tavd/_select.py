@@ -3,20 +3,19 @@
 from __future__ import annotations
 
 import ctypes
-import re
 import threading
 import weakref
-from collections.abc import Callable, Iterable, Mapping, Sequence
+from collections.abc import Iterable, Mapping, Sequence
 from typing import TYPE_CHECKING, Any
 
 import numpy as np
 
 from tavd import _binding, _record, _tables
 from tavd._declarations import CONSTANTS
-from tavd._errors import Error, NotFoundError
-from tavd._product import DAMPERS, ROOM_DAMPING
+from tavd._duties import UNKNOWN_ANSWERS, Duties, Values, check_names, lines_of, values_of
+from tavd._errors import Error
+from tavd._points import DAMPERS
 from tavd._results import BANDS, message
-from tavd._units import FLOWS, PRESSURES, in_base
 from tavd._wording import narrow_text, printable, shown
 
 if TYPE_CHECKING:
@@ -24,14 +23,7 @@ if TYPE_CHECKING:
 
     from tavd._database import Database
 
-_USUAL_HITS = 5
-_RANKS = {name: CONSTANTS["TAVDN_RANK_" + name.upper()] for name in ("sound", "pressure", "size", "fit")}
-_ANSWERS = {name: CONSTANTS["TAVDN_UNKNOWN_" + name.upper()] for name in ("size", "pressure", "sound", "throw")}
 _CATALOGUES_KEPT = 4  # each for other values of parameters
-_MOST_SIZE = 32767  # mm
-
-Values = tuple[tuple[str, str], ...]
-"""Values of parameters by name, sorted: a set that holds together."""
 
 
 class Selector:
@@ -39,7 +31,7 @@ class Selector:
 
     def __init__(self, database: Database) -> None:
         self._database = database
-        self._catalogues: dict[tuple[tuple[Values, ...], bool], _Catalogue] = {}
+        self._catalogues: dict[tuple[tuple[Values, ...], bool], Catalogue] = {}
         self._lock = threading.Lock()
 
     def select(self, schedule: Any, given: dict[str, Any]) -> Any:
@@ -47,292 +39,31 @@ class Selector:
         explain = bool(usual.pop("explain", False))
         threads = int(usual.pop("threads", 0))
         without = bool(usual.pop("without_end_reflection", False))
-        _check_names(usual)
+        check_names(usual)
         if schedule is None:
             lines: list[dict[str, Any]] = [usual]
             own: dict[str, Sequence[Any]] = {}
         else:
-            lines, own = _lines(_tables.columns_of(schedule), usual)
-        sets = tuple(dict.fromkeys(_values(line.get("parameters")) for line in lines)) or ((),)
+            lines, own = lines_of(_tables.columns_of(schedule), usual)
+        sets = tuple(dict.fromkeys(values_of(line.get("parameters")) for line in lines)) or ((),)
         catalogue = self._catalogue(sets, without)
-        duties = _Duties(catalogue, lines, sets, schedule is not None)
+        duties = Duties(catalogue, lines, sets, schedule is not None)
         answered = catalogue.answer(duties, explain, threads)
         return _tables.table(answered.columns(own if schedule is not None else None))
 
-    def _catalogue(self, sets: tuple[Values, ...], without: bool) -> _Catalogue:
+    def _catalogue(self, sets: tuple[Values, ...], without: bool) -> Catalogue:
         with self._lock:
             key = (sets, without)
             catalogue = self._catalogues.get(key)
             if catalogue is None:
-                catalogue = _Catalogue(self._database, sets, without)
+                catalogue = Catalogue(self._database, sets, without)
                 while len(self._catalogues) >= _CATALOGUES_KEPT:
                     del self._catalogues[next(iter(self._catalogues))]
                 self._catalogues[key] = catalogue
             return catalogue
 
 
-# ---- Lines as they are given
-
-_Take = Callable[["Any", "Any", "str"], None]
-
-
-def _number(name: str, value: Any, expected: str = "a number above 0", above: float | None = 0.0) -> float:
-    try:
-        number = float(str(value).replace(",", ".")) if isinstance(value, str) else float(value)
-    except (TypeError, ValueError):
-        raise ValueError(f"{name} is {value!r}, expected {expected}") from None
-    if not np.isfinite(number) or (above is not None and not number > above):
-        raise ValueError(f"{name} is {value!r}, expected {expected}")
-    return number
-
-
-def _take_level(duty: Any, value: Any, name: str) -> None:
-    duty.lp_max = _number(name, value)
-
-
-def _take_bands(duty: Any, value: Any, name: str) -> None:
-    expected = "8 levels in dB from 63 Hz to 8 kHz, 0 or None for any"
-    bands = re.split(r"[ ,;]+", value.strip()) if isinstance(value, str) else list(value)
-    if len(bands) != len(BANDS):
-        raise ValueError(f"{name} is {value!r}, expected {expected}")
-    for place, band in enumerate(bands):
-        duty.lw_max[place] = 0.0 if band in (None, "-", 0) else _number(name, band, expected)
-
-
-def _take_damping(duty: Any, value: Any, name: str) -> None:
-    duty.roomdamp = _number(name, value, "a number of dB such as 4", None)
-
-
-def _take_lowest(duty: Any, value: Any, name: str) -> None:
-    duty.dp_lowest = _number(name, value, "a pressure of 0 Pa or more", -1e-30)
-
-
-def _take_shortest(duty: Any, value: Any, name: str) -> None:
-    duty.throw_min = _number(name, value, "a length of 0 m or more", -1e-30)
-
-
-def _take_longest(duty: Any, value: Any, name: str) -> None:
-    duty.throw_max = _number(name, value)
-
-
-def _take_size(duty: Any, value: Any, name: str) -> None:
-    is_range = isinstance(value, (tuple, list)) or (isinstance(value, str) and ":" in value)
-    ends = (value.split(":") if isinstance(value, str) else list(value)) if is_range else [value, value]
-    if len(ends) != 2:
-        raise ValueError(f"{name} is {value!r}, expected a size, or the smallest and the largest")
-    for duct, end in zip((duty.duct_min, duty.duct_max), ends):
-        found = re.fullmatch(r"\s*(\d+)(?:\.0)?\s*(?:[xX]\s*(\d+)\s*)?", str(end))
-        sides = [int(side) for side in found.groups() if side] if found else [0]
-        if not all(1 <= side <= _MOST_SIZE for side in sides):
-            raise ValueError(
-                f"{name} is {value!r}, expected a diameter such as 160 or a width and a height such as 400x200, in mm"
-            )
-        duct.shape = CONSTANTS["TAVD_DUCT_RECTANGULAR" if len(sides) == 2 else "TAVD_DUCT_ROUND"]
-        duct.b, duct.h = sides[0], sides[1] if len(sides) == 2 else 0
-
-
-def _take_rank(duty: Any, value: Any, name: str) -> None:
-    rank = _RANKS.get(str(value).lower())
-    if rank is None:
-        raise ValueError(f"{name} is {value!r}, expected one of {', '.join(_RANKS)}")
-    duty.rank = rank
-
-
-def _take_top(duty: Any, value: Any, name: str) -> None:
-    number = _number(name, value, "a whole number from 1", 0.0)
-    if number != int(number) or number >= 2**31:
-        raise ValueError(f"{name} is {value!r}, expected a whole number from 1")
-    duty.wanted = int(number)
-
-
-def _take_unknown(duty: Any, value: Any, name: str) -> None:
-    for word in _words(value):
-        if word.lower() not in _ANSWERS:
-            raise ValueError(f"{name} has {word!r}, expected any of {', '.join(_ANSWERS)}")
-        duty.unknown_allowed |= int(_ANSWERS[word.lower()])
-
-
-# What a duty is told by, beside flow and pressure, its classes and its parameters.
-_TAKEN: dict[str, _Take] = {
-    "dp_lowest": _take_lowest,
-    "max_lp": _take_level,
-    "max_lw": _take_bands,
-    "room_damping": _take_damping,
-    "throw_min": _take_shortest,
-    "throw_max": _take_longest,
-    "size": _take_size,
-    "allow_unknown": _take_unknown,
-    "rank": _take_rank,
-    "top": _take_top,
-}
-_NAMES = ("qv", "dp", *_TAKEN, "classes", "parameters", "flow_unit")
-# Other names of columns, as the schedules of the program have them.
-_COLUMNS = {
-    "flow": "qv",
-    "pressure": "dp",
-    "dp min": "dp_lowest",
-    "lp max": "max_lp",
-    "lw max": "max_lw",
-    "class": "classes",
-    "rank": "rank",
-    "top": "top",
-    **{name.replace("_", " "): name for name in _NAMES},
-}
-_UNITS = {
-    "max_lp": ("dB(A)", "dBA"),
-    "max_lw": ("dB",),
-    "room_damping": ("dB",),
-    "throw_min": ("m",),
-    "throw_max": ("m",),
-    "size": ("mm",),
-}
-
-
-def _check_names(given: Mapping[str, Any]) -> None:
-    for name in given:
-        if name not in _NAMES:
-            raise ValueError(
-                f"a duty has no {name!r}, expected any of {', '.join((*_NAMES, 'explain', 'threads', 'without_end_reflection'))}"
-            )
-
-
-def _words(value: Any) -> list[str]:
-    return (
-        [word for word in re.split(r"[ ,]+", value) if word]
-        if isinstance(value, str)
-        else [str(word) for word in value]
-    )
-
-
-def _values(parameters: Any) -> Values:
-    if not parameters:
-        return ()
-    return tuple(
-        sorted(
-            (str(name), f"{value:g}" if isinstance(value, float) else str(value))
-            for name, value in dict(parameters).items()
-        )
-    )
-
-
-def _is_given(value: Any) -> bool:
-    """Whether a cell of a table says anything."""
-    return (
-        value is not None
-        and value is not NotImplemented
-        and value == value
-        and not (isinstance(value, str) and not value.strip())
-    )
-
-
-def _lines(
-    columns: Mapping[str, Sequence[Any]], usual: dict[str, Any]
-) -> tuple[list[dict[str, Any]], dict[str, Sequence[Any]]]:
-    """The lines of a schedule as duties, and the columns that are its own."""
-    own: dict[str, Sequence[Any]] = {}
-    count = max((len(column) for column in columns.values()), default=0)
-    lines = [dict(usual) for _ in range(count)]
-    for heading, column in columns.items():
-        found = re.fullmatch(r"\s*(.*?)\s*(?:\[(.*)\])?\s*", heading)
-        assert found is not None
-        plain, unit = re.sub(r"[\s_]+", " ", found[1]).lower(), found[2] or ""
-        name = _COLUMNS.get(plain)
-        if plain.startswith("param "):
-            _put_parameter(lines, found[1].strip()[len("param ") :].strip(), column)
-        elif name is None:
-            own[heading] = column
-        else:
-            factor = _factor(heading, name, unit)
-            for line, value in zip(lines, column):
-                if _is_given(value):
-                    line[name] = value if factor is None else _number(heading, value) * factor
-                    if name == "qv":
-                        line["flow_unit"] = "l/s" if unit else usual.get("flow_unit", "l/s")
-    return lines, own
-
-
-def _put_parameter(lines: list[dict[str, Any]], name: str, column: Sequence[Any]) -> None:
-    for line, value in zip(lines, column):
-        if _is_given(value):
-            line["parameters"] = {**(line.get("parameters") or {}), name: value}
-
-
-def _factor(heading: str, name: str, unit: str) -> float | None:
-    """What numbers of a column are multiplied by."""
-    known = FLOWS if name == "qv" else PRESSURES if name in ("dp", "dp_lowest") else None
-    if not unit:
-        return None
-    if known is None:
-        if unit not in _UNITS.get(name, ()):
-            raise ValueError(
-                f"a column is {heading!r}, expected {' or '.join(_UNITS.get(name, ('none',)))} as its unit"
-            )
-        return None
-    factor = in_base(unit, known)
-    if factor is None:
-        raise ValueError(f"a column is {heading!r}, expected one of {', '.join(known)} as its unit")
-    return factor
-
-
-class _Duties:
-    """Lines as the records that the library is asked with."""
-
-    def __init__(
-        self, catalogue: _Catalogue, lines: list[dict[str, Any]], sets: tuple[Values, ...], is_schedule: bool
-    ) -> None:
-        record = _binding.record("tavdn_duty")
-        self.records = (record * len(lines))()
-        self.flows = np.zeros(len(lines), np.float64)
-        self._kept: dict[tuple[str, ...], Any] = {}
-        for number, (duty, line) in enumerate(zip(self.records, lines)):
-            try:
-                self._fill(catalogue, duty, line, sets)
-            except ValueError as error:
-                raise ValueError(f"line {number} of the schedule: {error}" if is_schedule else str(error)) from None
-            self.flows[number] = duty.qv
-
-    def _fill(self, catalogue: _Catalogue, duty: Any, line: Mapping[str, Any], sets: tuple[Values, ...]) -> None:
-        duty.size = ctypes.sizeof(duty)
-        duty.roomdamp = ROOM_DAMPING
-        duty.wanted = _USUAL_HITS
-        for name in ("qv", "dp"):
-            if line.get(name) is None:
-                raise ValueError(f"{name} is missing, expected a {'flow' if name == 'qv' else 'pressure'} above 0")
-        unit = str(line.get("flow_unit", "l/s"))
-        factor = in_base(unit, FLOWS)
-        if factor is None:
-            raise ValueError(f"flow_unit is {unit!r}, expected one of {', '.join(FLOWS)}")
-        duty.qv = _number("qv", line["qv"]) * factor
-        duty.dp = _number("dp", line["dp"])
-        for name, take in _TAKEN.items():
-            value = line.get(name)
-            if value is not None:
-                take(duty, value, name)
-        classes = line.get("classes")
-        if classes is not None:
-            duty.classes, duty.nclasses = self._classes(catalogue, tuple(_words(classes)))
-        duty.values = sets.index(_values(line.get("parameters")))
-        check = _binding.function("tavdn_check_duty")(catalogue.address, duty)
-        if check != 0:
-            raise ValueError(message("tavdn_check_duty", check))
-
-    def _classes(self, catalogue: _Catalogue, classes: tuple[str, ...]) -> tuple[Any, int]:
-        """The same texts for all lines with the same classes."""
-        if classes not in self._kept:
-            for class_id in classes:
-                if class_id.ljust(3) not in catalogue.classes:
-                    known = ", ".join(sorted(catalogue.classes))
-                    raise NotFoundError(f"no class {class_id!r} with flow data in {catalogue.path}; there are {known}")
-            self._kept[classes] = (ctypes.c_char_p * len(classes))(
-                *[class_id.ljust(3).encode() for class_id in classes]
-            )
-        return self._kept[classes], len(classes)
-
-
-# ---- What is asked and answered
-
-
-class _Catalogue:
+class Catalogue:
     """Products made ready, of tavdn_catalogue_open."""
 
     path: str
@@ -410,7 +141,7 @@ class _Catalogue:
                     told = ", ".join(sorted(known.values())) or "none"
                     raise ValueError(f"no product in {self.path} has a parameter {name!r}; there are {told}")
 
-    def answer(self, duties: _Duties, explain: bool, threads: int) -> _Answer:
+    def answer(self, duties: Duties, explain: bool, threads: int) -> _Answer:
         count = len(duties.records)
         room = max((duty.wanted for duty in duties.records), default=1)
         room = min(room, max(self.count, 1))
@@ -435,8 +166,8 @@ class _Answer:
 
     def __init__(
         self,
-        catalogue: _Catalogue,
-        duties: _Duties,
+        catalogue: Catalogue,
+        duties: Duties,
         hits: NDArray[Any],
         fitting: NDArray[Any],
         reasons: NDArray[np.uint8] | None,
@@ -476,8 +207,8 @@ class _Answer:
         unknown = hits["unknown"]
         is_damper, is_fan = catalogue.is_damper[product], catalogue.is_fan[product]
         has_range = hits["range_code"] == 0
-        has_sound = (unknown & np.uint32(_ANSWERS["sound"])) == 0
-        has_throw = (unknown & np.uint32(_ANSWERS["throw"])) == 0
+        has_sound = (unknown & np.uint32(UNKNOWN_ANSWERS["sound"])) == 0
+        has_throw = (unknown & np.uint32(UNKNOWN_ANSWERS["throw"])) == 0
         columns: dict[str, Any] = {"rank": self._spread(self._place[self._is_hit] + 1, 0)}
         for name, texts in catalogue.texts.items():
             columns[name] = self._spread(texts[product], None)
@@ -529,7 +260,7 @@ def _has_position(code: NDArray[np.int32]) -> NDArray[np.bool_]:
 
 def _unknown_words() -> NDArray[Any]:
     """What is unknown in words, by its bits."""
-    words = [", ".join(name for name, bit in _ANSWERS.items() if bits & int(bit)) for bits in range(16)]
+    words = [", ".join(name for name, bit in UNKNOWN_ANSWERS.items() if bits & int(bit)) for bits in range(16)]
     return np.array(words, dtype=object)
 
 
