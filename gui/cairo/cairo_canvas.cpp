@@ -6,6 +6,7 @@
 
 #include "gui/cairo/canvas.h"
 #include "gui/cairo/png.h"
+#include "gui/cairo/shaping.h"
 #include "gui/cairo/typeface.h"
 #include "tavdgui/tavdgui.h"
 

@@ -71,6 +71,7 @@ class Canvas {
   virtual bool has_pixels() const = 0;
 };
 
+// Null where a build has none of that make.
 std::unique_ptr<Canvas> make_png_canvas(int width, int height);
 std::unique_ptr<Canvas> make_pdf_canvas(int width, int height, double width_mm, double height_mm);
 std::unique_ptr<Canvas> make_context_canvas(struct _cairo* context);

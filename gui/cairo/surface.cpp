@@ -65,6 +65,9 @@ bool size_is_good(int width, int height) {
 
 tgui_surface* make_surface(std::unique_ptr<Canvas> canvas, const char* path, int width, int height,
                            std::unique_ptr<Measured> measured = nullptr) {
+  if (!canvas) {
+    return nullptr;
+  }
   auto picture = std::make_unique<Picture>();
   picture->measured = std::move(measured);
   picture->canvas = make_once_canvas(std::move(canvas));

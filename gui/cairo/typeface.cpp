@@ -4,27 +4,14 @@
 #include <map>
 #include <memory>
 #include <set>
-#include <string_view>
 #include <tuple>
 #include <utility>
+
+#include "gui/cairo/shaping.h"
 
 namespace tavdcairo {
 
 namespace {
-
-// Faces that come with Windows only, and the free face of the same measures. Characters that a face lacks are
-// taken from whatever installed font has them.
-struct Substitute {
-  std::string_view face;
-  std::string_view families;
-};
-constexpr std::string_view kSans = "Liberation Sans,Arial,Helvetica,DejaVu Sans,sans-serif";
-constexpr std::array<Substitute, 4> kSubstitutes = {{
-    {"Microsoft Sans Serif", kSans},
-    {"MS Sans Serif", kSans},
-    {"Arial", kSans},
-    {"", kSans},
-}};
 
 struct Unref {
   void operator()(void* object) const { g_object_unref(object); }
@@ -100,15 +87,6 @@ Font& font_of(Shelf& shelf, const TextStyle& style);
 
 }  // namespace
 
-std::string families(const std::string& face) {
-  for (const Substitute& substitute : kSubstitutes) {
-    if (face == substitute.face) {
-      return std::string(substitute.families);
-    }
-  }
-  return face + "," + std::string(kSans);
-}
-
 PangoLayoutLine* shape(cairo_t* cairo, const std::string& utf8, const TextStyle& style) {
   Shelf& shelf = shelf_with_room();
   Font& font = font_of(shelf, style);
@@ -152,31 +130,6 @@ double cell_height(const std::string& face, int weight, bool italic) {
   style.italic = italic;
   const LineMetrics metrics = measure_height(style);
   return (metrics.ascent + metrics.descent) / kProbe;
-}
-
-Point baseline_offset(const LineMetrics& metrics, const TextStyle& style) {
-  Point offset = {0, 0};
-  switch (style.horizontal) {
-    case Horizontal::kLeft:
-      break;
-    case Horizontal::kCentre:
-      offset.x = -metrics.width / 2;
-      break;
-    case Horizontal::kRight:
-      offset.x = -metrics.width;
-      break;
-  }
-  switch (style.vertical) {
-    case Vertical::kTop:
-      offset.y = metrics.ascent;
-      break;
-    case Vertical::kBottom:
-      offset.y = -metrics.descent;
-      break;
-    case Vertical::kBaseline:
-      break;
-  }
-  return offset;
 }
 
 namespace {

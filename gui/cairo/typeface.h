@@ -1,9 +1,7 @@
-// Fonts: which installed face stands for the one that was asked for, its measures, and shaped lines of text.
-// What a drawing asks for again and again (ten axis labels in one font, the same label in the next picture)
-// is kept from one picture to the next, for each thread by itself.
+// Fonts: which face stands for the one that was asked for, and its measures. Who measures differs: Pango by the
+// fonts that are installed (typeface.cpp, where lines are shaped too: shaping.h), the page in the browser by the
+// measures of one (web/module/typeface.cpp).
 #pragma once
-
-#include <pango/pangocairo.h>
 
 #include <string>
 
@@ -21,10 +19,7 @@ struct LineMetrics {
   double width;    // advance of the text
 };
 
-// One line of text, shaped for `cairo` under its matrix. Good until the next call.
-PangoLayoutLine* shape(cairo_t* cairo, const std::string& utf8, const TextStyle& style);
-
-// The same whatever the text is drawn on: cairo reports other ascents under the scale of a page.
+// Measures of the text, whatever it is drawn on: cairo reports other ascents under the scale of a page.
 LineMetrics measure(const std::string& utf8, const TextStyle& style);
 
 // The same without the width, which has to be shaped for: it is 0.

@@ -3,7 +3,7 @@
 
 #include <json/value.h>
 
-#include "commands/calculation.h"
+#include "commands/calculated.h"
 
 namespace tavdhost {
 

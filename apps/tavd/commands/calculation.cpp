@@ -4,12 +4,10 @@
 #include <charconv>
 #include <cmath>
 #include <iterator>
-#include <span>
 #include <utility>
 
 #include "base/errors.h"
 #include "base/text.h"
-#include "product/point_calculator.h"
 #include "tavd/attributes.h"
 
 namespace tavdhost {
@@ -145,17 +143,6 @@ Selection chosen_products(const CalculationOptions& options) {
     }
   }
   return selection;
-}
-
-Calculated calculate(Chosen chosen, const Amount& qv, std::optional<float> dp, const AnswerForm& form) {
-  const Product& product = chosen.product;
-  if (product.flow.nhdd == 0) return {std::move(chosen), {}, {}};
-  const float flow = flow_of(product, qv);
-  PointCalculator calculator(product, answers_of(product, dp.has_value()), form.room_damping);
-  calculator.calculate({&flow, 1}, dp ? std::span(&*dp, 1) : std::span<const float>());
-  const OperatingPoint point = calculator.point(0);
-  std::string typed = typed_text(product, qv, form.units);
-  return {std::move(chosen), point, std::move(typed)};
 }
 
 void add_point_options(CLI::App& command, PointOptions& options, const char* csv, const char* json) {

@@ -7,11 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "commands/calculated.h"
 #include "commands/product_choice.h"
-#include "product/amount.h"
-#include "product/chosen.h"
-#include "product/operating_point.h"
-#include "product/shown_units.h"
 
 namespace tavdhost {
 
@@ -31,12 +28,6 @@ struct CalculationOptions {
 void add_calculation_arguments(CLI::App& command, CalculationOptions& options);
 void add_calculation_options(CLI::App& command, CalculationOptions& options);
 
-// How the answers are calculated and shown.
-struct AnswerForm {
-  ShownUnits units;
-  float room_damping;  // dB
-};
-
 // Throws UserError for an option that is not as it should be.
 AnswerForm answer_form(const CalculationOptions& options);
 
@@ -48,17 +39,6 @@ struct Selection {
 // The products with their chosen parameters. Throws UserError if there is none of a name or pattern, if a
 // product that was named has no flow data, or if a parameter is not known.
 Selection chosen_products(const CalculationOptions& options);
-
-// A product at a point.
-struct Calculated {
-  Chosen chosen;
-  OperatingPoint point;
-  std::string typed;  // the flow as it was typed, where it had a unit
-};
-
-// Of a product without flow data nothing but the product. Throws UserError if the flow goes by a size that is
-// not known.
-Calculated calculate(Chosen chosen, const Amount& qv, std::optional<float> dp, const AnswerForm& form);
 
 // The options of commands that calculate at one point.
 struct PointOptions : CalculationOptions {

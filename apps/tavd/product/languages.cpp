@@ -10,13 +10,6 @@
 namespace tavdhost {
 namespace {
 
-struct Language {
-  std::int16_t number;  // as the library counts them
-  const char* code;     // of the market area with this language, or the language's own
-  const char* iso;      // ISO 639-1
-  const char* name;     // English name
-};
-
 constexpr Language kLanguages[] = {
     {TAVD_LANGUAGE_FINNISH, "FIN", "fi", "Finnish"},
     {TAVD_LANGUAGE_SWEDISH, "SWE", "sv", "Swedish"},
@@ -58,6 +51,10 @@ std::string known_languages() {
 }
 
 }  // namespace
+
+std::span<const Language> languages() {
+  return kLanguages;
+}
 
 std::int16_t language_number(std::string_view name) {
   const auto* found =

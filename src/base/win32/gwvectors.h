@@ -1,10 +1,14 @@
-// Whether functions for instruction sets with wide vectors can be trusted here.
+// How many of the instruction sets for vectors this machine has and can be trusted with (many/paths.h).
 #pragma once
+
+#include <cstddef>
 
 namespace tavd {
 
 // The compiler lays vectors of 32 bytes onto the stack and reads them as aligned, while Windows's calling
 // convention aligns the stack to 16.
-constexpr bool kWideVectors = false;
+inline std::size_t vector_paths() {
+  return 1;
+}
 
 }  // namespace tavd
