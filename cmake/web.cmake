@@ -7,3 +7,5 @@ add_compile_options(-fwasm-exceptions)
 add_link_options(-fwasm-exceptions)
 # There is one set of instructions; the names of others in many/paths.h say nothing here.
 add_compile_options(-Wno-ignored-attributes)
+# Nobody replaces functions of a module: what forbids that has no use.
+add_compile_options(-Wno-unused-command-line-argument)

@@ -7,6 +7,7 @@
 
 #include "base/gwarray.h"
 #include "base/gwtext.h"
+#include "base/widepointers.h"
 #include "db/handles.h"
 #include "db/ids.h"
 #include "tavd/attributes.h"
@@ -25,12 +26,13 @@ static_assert(offsetof(FamilyMemberW, ds) == 350,
               "the texts of a member stand without padding before its size");
 static_assert(offsetof(FamilyMemberW, shapedata) == 356, "the shape follows the duct size directly");
 static_assert(offsetof(FamilyMemberW, nsh) == 456, "the word count follows the shape directly");
-static_assert(sizeof(FamilyList) == 256, "hosts reserve 256 bytes for a list");
-static_assert(offsetof(FamilyList, objId) == 19, "the id follows the class directly");
-static_assert(offsetof(FamilyList, idLen) == 250, "the numbers follow the texts");
-static_assert(sizeof(FamilyListW) == 376, "hosts reserve 376 bytes for a wide list");
-static_assert(offsetof(FamilyListW, pcode) == 50, "wide texts stand at an even address");
-static_assert(offsetof(FamilyListW, idLen) == 370, "the numbers follow the texts");
+static_assert(!tavd::kWidePointers || sizeof(FamilyList) == 256, "hosts reserve 256 bytes for a list");
+static_assert(!tavd::kWidePointers || offsetof(FamilyList, objId) == 19, "the id follows the class directly");
+static_assert(!tavd::kWidePointers || offsetof(FamilyList, idLen) == 250, "the numbers follow the texts");
+static_assert(!tavd::kWidePointers || sizeof(FamilyListW) == 376, "hosts reserve 376 bytes for a wide list");
+static_assert(!tavd::kWidePointers || offsetof(FamilyListW, pcode) == 50,
+              "wide texts stand at an even address");
+static_assert(!tavd::kWidePointers || offsetof(FamilyListW, idLen) == 370, "the numbers follow the texts");
 
 namespace tavd {
 namespace {

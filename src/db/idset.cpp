@@ -8,19 +8,25 @@
 #include "base/gwarray.h"
 #include "base/gwmsg.h"
 #include "base/gwtext.h"
+#include "base/widepointers.h"
 #include "db/ids.h"
 #include "tavd/attributes.h"
 #include "tavd/tavb.h"
 
-static_assert(sizeof(IdSetItem) == 40, "hosts read the items of a set as records of 40 bytes");
+static_assert(!tavd::kWidePointers || sizeof(IdSetItem) == 40,
+              "hosts read the items of a set as records of 40 bytes");
 static_assert(offsetof(IdSetItem, matches) == 31, "the mark follows the id directly");
-static_assert(offsetof(IdSetItem, rec) == 32, "the handle follows the mark directly");
-static_assert(sizeof(IdSet) == 152, "hosts reserve 152 bytes for a set");
+static_assert(!tavd::kWidePointers || offsetof(IdSetItem, rec) == 32, "the handle follows the mark directly");
+static_assert(!tavd::kWidePointers || sizeof(IdSet) == 152, "hosts reserve 152 bytes for a set");
 static_assert(offsetof(IdSet, mainId) == 3, "the id follows the class directly");
-static_assert(offsetof(IdSet, subs) == 48, "the sub records follow the main record's handle");
-static_assert(offsetof(IdSet, curRec) == 96, "the exact record's handle follows its id");
-static_assert(offsetof(IdSet, wildchars) == 104, "the wildcards follow the exact record's handle");
-static_assert(offsetof(IdSet, adjusted) == 144, "the mark follows the separators directly");
+static_assert(!tavd::kWidePointers || offsetof(IdSet, subs) == 48,
+              "the sub records follow the main record's handle");
+static_assert(!tavd::kWidePointers || offsetof(IdSet, curRec) == 96,
+              "the exact record's handle follows its id");
+static_assert(!tavd::kWidePointers || offsetof(IdSet, wildchars) == 104,
+              "the wildcards follow the exact record's handle");
+static_assert(!tavd::kWidePointers || offsetof(IdSet, adjusted) == 144,
+              "the mark follows the separators directly");
 
 namespace tavd {
 namespace {

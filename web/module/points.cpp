@@ -8,6 +8,7 @@
 #include "commands/calc_json.h"
 #include "commands/calculated.h"
 #include "questions.h"
+#include "shared/numbers.h"
 
 namespace tavdweb {
 namespace {

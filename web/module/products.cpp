@@ -81,7 +81,7 @@ Json::Value sizes_json(const tavdhost::Database& database, const Record& record)
 
 Json::Value about(Session& /*session*/, const Json::Value& /*question*/) {
   Json::Value json;
-  json["version"] = TAVD_VERSION;
+  json["version"] = TAVD_VERSION_TEXT;
   json["interface"] = TAVD_INTERFACE_VERSION;
   json["flow_units"] = units_json(hosts::Quantity::kFlow);
   json["velocity_units"] = units_json(hosts::Quantity::kVelocity);
