@@ -37,7 +37,6 @@ export default defineConfig({
   logLevel: 'warn',
   resolve: {
     alias: [
-      { find: 'tavd/tavd.wasm', replacement: join(built, 'package/tavd.wasm') },
       { find: 'tavd/worker', replacement: join(built, 'package/worker.js') },
       { find: /^tavd$/, replacement: join(built, 'package/index.js') },
     ],

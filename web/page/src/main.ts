@@ -65,7 +65,7 @@ class Page implements App {
     this.products = await this.tavd.products();
     const { state } = this;
     const isThere = this.products.some((product) => product.class === state.class && product.id === state.id);
-    const first = this.products.find((product) => product.kind === 20) ?? this.products.find((product) => product.kind !== null) ?? this.products[0];
+    const first = this.products.find((product) => product.kind === 20 && !product.family) ?? this.products.find((product) => product.kind !== null) ?? this.products[0];
     if (!isThere && state.id === '' && first !== undefined) this.state = { ...state, class: first.class, id: first.id };
     this.#list.load();
   }

@@ -1,5 +1,1 @@
 /// <reference types="vite/client" />
-declare module 'tavd/tavd.wasm?url' {
-  const address: string;
-  export default address;
-}
