@@ -58,9 +58,44 @@ inline size_t plausible(const char* first, const char* last) {
   return text.size();
 }
 
+constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                                   1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+constexpr int kExactPower = 22;  // the last power of ten that a double holds
+
+// Plain decimals of few digits, the usual ones: two exact numbers are divided, and that is rounded once. Length of the
+// number, 0 if it is not so plain. What strtod does takes long here, where long double is done in software.
+template <typename Float>
+size_t plain(string_view text, Float& value) {
+  constexpr long long kMostDigits = is_same_v<Float, float> ? 1LL << 24 : 1LL << 53;
+  constexpr int kMostDecimals = is_same_v<Float, float> ? 10 : kExactPower;
+  long long number = 0;
+  int decimals = 0;
+  bool has_point = false;
+  size_t at = text[0] == '-' ? 1 : 0;
+  const size_t start = at;
+  for (; at < text.size(); ++at) {
+    if (text[at] == '.' && !has_point) {
+      has_point = true;
+    } else if (text[at] >= '0' && text[at] <= '9') {
+      number = number * 10 + (text[at] - '0');
+      decimals += has_point ? 1 : 0;
+      if (number > kMostDigits || decimals > kMostDecimals) return 0;
+    } else {
+      break;
+    }
+  }
+  if (at == start + (has_point ? 1 : 0)) return 0;
+  if (at < text.size() && (text[at] | 0x20) == 'e') return 0;
+  value = static_cast<Float>(number) / static_cast<Float>(kPowersOfTen[decimals]);
+  if (start == 1) value = -value;
+  return at;
+}
+
 template <typename Float>
 from_chars_result from(const char* first, const char* last, Float& value) {
   const string text(first, plausible(first, last));
+  if (text.empty()) return {first, errc::invalid_argument};
+  if (const size_t length = plain(text, value); length != 0) return {first + length, errc()};
   char* end = nullptr;
   errno = 0;
   const Float read_value = read<Float>(text.c_str(), &end);
@@ -102,11 +137,72 @@ int fixed_of(char (&text)[kRoom], const char* scientific, Float value) {
   return snprintf(text, sizeof text, "%.*f", wanted, static_cast<double>(value));
 }
 
+// The shortest digits of a number above 0, the last of them in the place 10^-decimals.
+struct Digits {
+  long long number;
+  int decimals;
+};
+
+// Of numbers of 15 digits and less, with factors that a double holds: false for others.
+template <typename Float>
+bool few_digits(Float value, Digits& digits) {
+  constexpr int kMost = is_same_v<Float, float> ? 9 : 15;
+  const auto wide = static_cast<double>(value);
+  const int exponent = static_cast<int>(std::floor(std::log10(wide)));
+  for (int count = 1; count <= kMost + 1; ++count) {
+    const int decimals = count - 1 - exponent;
+    if (decimals > kExactPower || decimals < -kExactPower) return false;
+    const double power = kPowersOfTen[decimals < 0 ? -decimals : decimals];
+    const double number = std::nearbyint(decimals < 0 ? wide / power : wide * power);
+    if (number > 9e15) return false;
+    if (static_cast<Float>(decimals < 0 ? number * power : number / power) != value) continue;
+    digits = {static_cast<long long>(number), decimals};
+    while (digits.number % 10 == 0) {
+      digits.number /= 10;
+      --digits.decimals;
+    }
+    return true;
+  }
+  return false;
+}
+
+inline string fixed_text(const string& digits, int decimals) {
+  if (decimals <= 0) return digits + string(static_cast<size_t>(-decimals), '0');
+  const auto behind = static_cast<size_t>(decimals);
+  if (digits.size() > behind) return digits.substr(0, digits.size() - behind) + "." + digits.substr(digits.size() - behind);
+  return "0." + string(behind - digits.size(), '0') + digits;
+}
+
+inline string scientific_text(const string& digits, int decimals) {
+  const int exponent = static_cast<int>(digits.size()) - 1 - decimals;
+  const int size = exponent < 0 ? -exponent : exponent;
+  return digits.substr(0, 1) + (digits.size() > 1 ? "." + digits.substr(1) : "") + (exponent < 0 ? "e-" : "e+") +
+         (size < 10 ? "0" : "") + to_string(size);
+}
+
+// The usual numbers without printf, which counts in long double; empty for others.
+template <typename Float>
+string quick_text(Float value, bool fixed_alone) {
+  if (value == 0) return std::signbit(value) ? "-0" : "0";
+  Digits digits{};
+  const Float size = value < 0 ? -value : value;
+  constexpr Float kLargest = 1e15F;
+  // Of a larger whole number the digits that are not its shortest are told too, as they are.
+  if (!(size < kLargest) || !few_digits(size, digits) || digits.decimals < 0) return {};
+  const string number = to_string(digits.number);
+  const string fixed = fixed_text(number, digits.decimals);
+  const string scientific = scientific_text(number, digits.decimals);
+  return (value < 0 ? "-" : "") + (fixed_alone || fixed.size() <= scientific.size() ? fixed : scientific);
+}
+
 template <typename Float>
 to_chars_result to_shortest(char* first, char* last, Float value, bool fixed_alone) {
   if (!std::isfinite(value)) {
     const char* const text = std::isnan(value) ? (std::signbit(value) ? "-nan" : "nan") : value < 0 ? "-inf" : "inf";
     return put(first, last, text, static_cast<int>(strlen(text)));
+  }
+  if (const string text = quick_text(value, fixed_alone); !text.empty()) {
+    return put(first, last, text.data(), static_cast<int>(text.size()));
   }
   char scientific[kRoom];
   char fixed[kRoom];

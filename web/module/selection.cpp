@@ -29,9 +29,8 @@ struct Asked {
   const Request& request() const { return requests.front(); }
 };
 
-Asked ask(Session& session, const Json::Value& question) {
-  Asked asked{session.catalogue(flag(question, "end_reflection")), std::vector<Request>(1), {}};
-  Request& request = asked.requests.front();
+Request request_of(const Json::Value& question) {
+  Request request;
   for (const Member& member : kMembers) {
     if (const std::string given = text(question, member.name); !given.empty()) {
       member.take(member.name, given, request);
@@ -42,9 +41,16 @@ Asked ask(Session& session, const Json::Value& question) {
   }
   if (!request.has_flow) throw tavdhost::UserError("a flow is needed");
   if (!request.has_pressure) throw tavdhost::UserError("a pressure is needed");
+  return request;
+}
+
+Asked ask(Session& session, const Json::Value& question) {
+  std::vector<Request> requests = {request_of(question)};
+  const std::vector<std::string>& classes = requests.front().classes;
+  Asked asked{session.catalogue(classes, flag(question, "end_reflection")), std::move(requests), {}};
   asked.catalogue.complete(asked.requests);
-  asked.catalogue.check_classes(request);
-  asked.selected = tavdhost::select_one(asked.catalogue.get(), request.duty, true);
+  asked.catalogue.check_classes(asked.request());
+  asked.selected = tavdhost::select_one(asked.catalogue.get(), asked.request().duty, true);
   return asked;
 }
 

@@ -31,11 +31,15 @@ tavdhost::ProductChooser& Session::chooser() {
   return *chooser_;
 }
 
-tavdhost::SelectCatalogue& Session::catalogue(bool without_end_reflection) {
+tavdhost::SelectCatalogue& Session::catalogue(const std::vector<std::string>& classes,
+                                              bool without_end_reflection) {
   database();
-  if (catalogue_ == nullptr || catalogue_without_end_reflection_ != without_end_reflection) {
+  const bool is_at_hand = catalogue_ != nullptr && catalogue_classes_ == classes &&
+                          catalogue_without_end_reflection_ == without_end_reflection;
+  if (!is_at_hand) {
     const tavdhost::CatalogueChoice choice{texts_, without_end_reflection};
-    catalogue_ = std::make_unique<tavdhost::SelectCatalogue>(path_, choice, std::vector<std::string>());
+    catalogue_ = std::make_unique<tavdhost::SelectCatalogue>(path_, choice, classes);
+    catalogue_classes_ = classes;
     catalogue_without_end_reflection_ = without_end_reflection;
   }
   return *catalogue_;

@@ -20,8 +20,8 @@ class Session {
   const tavdhost::Database& database() const;
   const tavdhost::TextChoice& texts() const { return texts_; }
   tavdhost::ProductChooser& chooser();
-  // The products to select from, read when they are first asked for.
-  tavdhost::SelectCatalogue& catalogue(bool without_end_reflection);
+  // The products of these classes, empty for all, to select from: read when others were asked for last.
+  tavdhost::SelectCatalogue& catalogue(const std::vector<std::string>& classes, bool without_end_reflection);
 
  private:
   std::string path_;
@@ -29,6 +29,7 @@ class Session {
   std::unique_ptr<tavdhost::Database> database_;
   std::unique_ptr<tavdhost::ProductChooser> chooser_;
   std::unique_ptr<tavdhost::SelectCatalogue> catalogue_;
+  std::vector<std::string> catalogue_classes_;
   bool catalogue_without_end_reflection_ = false;
 };
 
