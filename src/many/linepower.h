@@ -14,7 +14,8 @@
 // - what is left out of the series begins with |C(n, 8)|*R^8, and each term is below R*max(1, (|n| + 8)/9)
 //   times the one before, since |C(n, k+1)/C(n, k)| = |n - k|/(k + 1) does not rise with k where it is above
 //   1. For n of 1 and below in size that is less than 1e-12.
-// - c^-n, 2^(n*16*h) and 2^(n*l) are right to an unit in their last place, n*e being exact; four products, the
+// - c^-n, 2^(n*16*h) and 2^(n*l) are right to an unit in their last place, n*e being exact; four products,
+// the
 //   sums of the series, which is between 0.88 and 1.14, and pow and its product: below 20*2^-52 together.
 #pragma once
 
@@ -33,13 +34,15 @@ class LinePower {
 
   // factor times a*x^n, with a*x^n rounded to float, for kBlock numbers x. Where it is not certain that the
   // exact power is rounded to the same, or x is not ordinary, `uncertain` is not 0; tells whether any is.
-  // For machines with AVX-512 (many/paths.h).
+  // For machines with AVX-512 (many/paths.h); elsewhere it takes the plain steps.
   bool block(const float* x, float factor, float* results, std::int32_t* uncertain) const;
 
  private:
   static constexpr int kPlaces = 16;
   static constexpr int kTerms = 7;
 
+  double coefficient_;       // a
+  double exponent_;          // n
   double inverse_[kPlaces];  // c
   double places_[kPlaces];   // a*(1/c)^n
   double low_[kPlaces];      // 2^(n*l)
