@@ -27,7 +27,6 @@ struct TextStyle {
   bool bold = false;
   std::uint32_t colour = 0x000000;  // 0x00BBGGRR
   TextDirection direction = TextDirection::kByText;
-  auto operator<=>(const TextStyle&) const = default;
 };
 
 // Of one line of text, mm.

@@ -84,10 +84,12 @@ void BandChart::draw_grid() const {
   const double wish = kChartLetters * 1.4;  // mm between numbers
   double step = 10;
   while (step / (axis_.high - axis_.low) * plot_.height < wish) step *= 2;
-  for (double level = axis_.low; level <= axis_.high; level += step) {
+  const auto steps = static_cast<int>((axis_.high - axis_.low) / step);
+  for (int i = 0; i <= steps; ++i) {
+    const double level = axis_.low + i * step;
     const double y = place(level);
     const std::array<PagePoint, 2> line = {{{plot_.left, y}, {plot_.right(), y}}};
-    painter_.line(line, level == axis_.low ? kFrameLine : kMajorGrid);
+    painter_.line(line, i == 0 ? kFrameLine : kMajorGrid);
     painter_.text(fixed(static_cast<float>(level), 0), kLetters,
                   {{plot_.left - kGap, y}, Along::kRight, Across::kMiddle}, box_);
   }

@@ -79,6 +79,7 @@ std::vector<Field::Span> Field::spans(const std::vector<float>& qv) const {
 
 std::vector<CurvePoint> Field::points(const std::vector<Place>& places) const {
   std::vector<float> qv;
+  qv.reserve(places.size());
   for (const Place place : places) qv.push_back(static_cast<float>(flow_at(place.flow)));
   const std::vector<Span> at = spans(qv);
   std::vector<CurvePoint> points;
@@ -128,7 +129,10 @@ class Net {
   struct Side {
     std::size_t knot;
     bool upward;
-    auto operator<=>(const Side&) const = default;
+    bool operator==(const Side&) const = default;
+    bool operator<(const Side& side) const {
+      return knot < side.knot || (knot == side.knot && upward < side.upward);
+    }
     std::size_t other() const { return knot + (upward ? kColumns : 1); }
   };
   using Crossings = std::map<Side, CurvePoint>;
@@ -258,8 +262,10 @@ std::vector<double> round_levels(double lowest, double highest) {
   double step = kLevelStep;
   const auto first = [&] { return std::ceil(std::max(lowest, kFaintest) / step) * step; };
   while ((highest - first()) / step >= kMostLevels) step *= 2;
+  const double lowest_level = first();
   std::vector<double> levels;
-  for (double level = first(); level <= highest; level += step) levels.push_back(level);
+  const int steps = static_cast<int>(std::floor((highest - lowest_level) / step));
+  for (int i = 0; i <= steps; ++i) levels.push_back(lowest_level + i * step);
   return levels;
 }
 
