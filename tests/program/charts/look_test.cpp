@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <set>
 #include <string>
 
@@ -48,6 +49,7 @@ TEST(ChartAxis, HasPlainNumbersAt1235OfEachDecade) {
 
 TEST(ChartAxis, HasFewerNumbersWhereThereIsNoRoomAndMoreWhereItIsShort) {
   EXPECT_THAT(labels({Scale::kLogarithmic, 0.9, 1200, 0, 16}, "Pa"), ElementsAre("1", "10", "100", "1000"));
+  EXPECT_THAT(labels({Scale::kLogarithmic, 0.9, 1200, 0, 12}, "Pa"), ElementsAre("1", "100"));
   EXPECT_THAT(labels({Scale::kLogarithmic, 19, 41, 0, 100}, "Pa"), ElementsAre("20", "25", "30", "35", "40"));
   EXPECT_THAT(labels({Scale::kLinear, 0, 315, 0, 80}, "Pa"), ElementsAre("0", "100", "200", "300"));
 }
@@ -131,6 +133,8 @@ TEST(FlowChart, SaysWhatAProductWithoutCurvesIs) {
   FlowData flow = damper();
   flow.kind = 30;
   EXPECT_THAT(recorded(flow, {}, charts::english()), HasSubstr("any pressure within the limits"));
+  flow.qvmax = INFINITY;
+  EXPECT_THAT(recorded(flow, {}, charts::english()), HasSubstr("no data"));
   flow.qvmax = 0;
   EXPECT_THAT(recorded(flow, {}, charts::english()), HasSubstr("no data"));
 }

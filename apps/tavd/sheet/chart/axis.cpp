@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cmath>
 #include <span>
+#include <utility>
 
 #include "base/numbers.h"
 #include "base/text.h"
@@ -99,7 +100,14 @@ std::vector<Tick> major_ticks(const Marks& marks, char decimal, const LabelRoom&
     return usual;
   }
   std::vector<Tick> thirds = labelled(marks, kThirds, decimal);
-  return fit(thirds, room) ? thirds : labelled(marks, kOnes, decimal);
+  if (fit(thirds, room)) return thirds;
+  std::vector<Tick> ones = labelled(marks, kOnes, decimal);
+  while (!fit(ones, room)) {
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < ones.size(); i += 2) std::swap(ones[kept++], ones[i]);
+    ones.resize(kept);
+  }
+  return ones;
 }
 
 void add_minor_ticks(std::vector<Tick>& ticks, const Marks& marks) {

@@ -58,7 +58,9 @@ struct FlowCurves {
   std::vector<LevelMark> marks;
   bool takes_any_pressure = false;  // within the limits, so that it has no curve of its own
   bool can_draw() const {
-    return qv_max > qv_min && dp_max > dp_min && (is_linear || (qv_min > 0 && dp_min > 0));
+    constexpr double kMost = 1e12;  // Pa, l/s: beyond it are no products
+    const bool has_low_ends = is_linear ? qv_min >= 0 && dp_min >= 0 : qv_min > 0 && dp_min > 0;
+    return has_low_ends && qv_max > qv_min && dp_max > dp_min && qv_max < kMost && dp_max < kMost;
   }
 };
 
@@ -70,7 +72,11 @@ FlowCurves flow_curves(const FlowData& flow, const DuctSize* duct, float room_da
 struct ThrowCurves {
   double qv_min = 0, qv_max = 0, length_min = 0, length_max = 0;
   std::vector<ChartCurve> curves;  // the line that counts is the first
-  bool can_draw() const { return qv_min > 0 && qv_max > qv_min && length_min > 0 && length_max > length_min; }
+  bool can_draw() const {
+    constexpr double kMost = 1e12;  // l/s, m
+    const bool has_low_ends = qv_min > 0 && length_min > 0;
+    return has_low_ends && qv_max > qv_min && length_max > length_min && qv_max < kMost && length_max < kMost;
+  }
 };
 
 // By the chosen value of the parameter that selects the line, the first line where none is chosen; the lines

@@ -87,9 +87,7 @@ void FlowCurveMaker::add_marks(const std::vector<float>& qv) {
   const std::vector<float> levels = sampler_.levels(qv, {});
   std::vector<Bracket> brackets;
   std::vector<double> sought;
-  const auto [lowest, highest] =
-      std::ranges::minmax(levels, [](float a, float b) { return a < b && std::isfinite(b); });
-  for (const double level : round_levels(double{lowest}, double{highest})) {
+  for (const double level : round_levels({levels.begin(), levels.end()})) {
     for (std::size_t i = 1; i < qv.size(); ++i) {
       const double from = double{levels[i - 1]} - level;
       const double to = double{levels[i]} - level;

@@ -258,7 +258,15 @@ std::vector<std::vector<CurvePoint>> Net::curves(double level) const {
 
 }  // namespace
 
-std::vector<double> round_levels(double lowest, double highest) {
+std::vector<double> round_levels(const std::vector<double>& met) {
+  double lowest = INFINITY;
+  double highest = -INFINITY;
+  for (const double level : met) {
+    if (!std::isfinite(level)) continue;
+    lowest = std::min(lowest, level);
+    highest = std::max(highest, level);
+  }
+  if (!(lowest <= highest)) return {};
   double step = kLevelStep;
   const auto first = [&] { return std::ceil(std::max(lowest, kFaintest) / step) * step; };
   while ((highest - first()) / step >= kMostLevels) step *= 2;
@@ -273,16 +281,8 @@ std::vector<ChartCurve> level_curves(const Sampler& sampler, const FlowCurves& l
   if (sampler.flow().nlw == 0) return {};
   const Field field(sampler, limits);
   const Net net(field);
-  double lowest = INFINITY;
-  double highest = -INFINITY;
-  for (const double level : net.levels()) {
-    if (!std::isfinite(level)) continue;
-    lowest = std::min(lowest, level);
-    highest = std::max(highest, level);
-  }
   std::vector<ChartCurve> curves;
-  if (!(lowest <= highest)) return curves;
-  for (const double level : round_levels(lowest, highest)) {
+  for (const double level : round_levels(net.levels())) {
     for (std::vector<CurvePoint>& points : net.curves(level)) {
       curves.push_back({CurveFamily::kLevel, level, "", std::move(points)});
     }
