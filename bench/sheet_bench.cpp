@@ -73,9 +73,12 @@ std::string file_of(const std::string& name) {
 }
 
 void measure_sheets(const std::string& path, int runs) {
-  std::printf("\n## Data sheets\n\nA whole sheet as a file, processor time on one core: the answers, all charts, the sketch, "
-              "the texts. Median of %d;\nthe first sheet of a process also finds the fonts.\n\n"
-              "| Product | Form | First, ms | Then, ms | kB | Wanted |\n|---|---|---:|---:|---:|---|\n", runs);
+  std::printf(
+      "\n## Data sheets\n\nA whole sheet as a file, processor time on one core: the answers, all charts, the "
+      "sketch, "
+      "the texts. Median of %d;\nthe first sheet of a process also finds the fonts.\n\n"
+      "| Product | Form | First, ms | Then, ms | kB | Wanted |\n|---|---|---:|---:|---:|---|\n",
+      runs);
   const Database database(path);
   tavdhost::ProductChooser chooser(database);
   SheetForm form;
@@ -151,8 +154,9 @@ Usage write_schedule(const std::string& path, int sheets) {
 }
 
 void measure_schedules(const std::string& path, int sheets) {
-  std::printf("\nA schedule with a sheet for each duty, processor time on one core.\n\n"
-              "| Sheets | s | Most memory, MB | MB of the file | Wanted |\n|---:|---:|---:|---:|---|\n");
+  std::printf(
+      "\nA schedule with a sheet for each duty, processor time on one core.\n\n"
+      "| Sheets | s | Most memory, MB | MB of the file | Wanted |\n|---:|---:|---:|---:|---|\n");
   const Usage few = write_schedule(path, sheets / 10);
   std::printf("| %d | %.2f | %.0f | %.1f | |\n", sheets / 10, few.seconds, few.memory,
               static_cast<double>(std::filesystem::file_size(file_of("schedule.pdf"))) / 1e6);
@@ -176,6 +180,7 @@ int main(int argc, char** argv) {
   std::filesystem::create_directories(bench::kFolder);
   bench::measure_sheets(argv[1], is_smoke ? 1 : 15);
   bench::measure_schedules(argv[1], is_smoke ? 10 : bench::kSheets);
-  if (bench::missed != 0) std::fprintf(stderr, "%d figures of documents miss what they want\n", bench::missed);
+  if (bench::missed != 0)
+    std::fprintf(stderr, "%d figures of documents miss what they want\n", bench::missed);
   return bench::missed == 0 || is_smoke ? 0 : 1;
 }

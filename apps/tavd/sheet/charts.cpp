@@ -17,8 +17,8 @@ ChartUnit chart_unit(const SheetTexts& texts, const hosts::Unit& unit) {
   return {&unit, unit_sign(texts, unit)};
 }
 
-// The far side of an axis of flows tells them by the hour where the near one does by the second, and the other
-// way round; others have one unit.
+// The far side of an axis of flows tells them by the hour where the near one does by the second, and the
+// other way round; others have one unit.
 ChartUnits flow_units(const SheetTexts& texts, const hosts::Unit& unit) {
   const hosts::Unit& by_second = hosts::base_unit(hosts::Quantity::kFlow);
   const hosts::Unit& other = &unit == &by_second ? *hosts::find_unit("m3/h") : by_second;
@@ -111,8 +111,8 @@ SheetParts parts_of(const SheetSubject& subject, const SheetContents& contents) 
 void draw_sound_chart(const PageWriter& writer, const Box& box, const SheetContents& contents,
                       const SheetForm& form) {
   if (!contents.sound_power) return;
-  draw_band_chart(writer.painter(), writer.placed(box), {*contents.sound_power, contents.sound_power_A.value_or(0)},
-                  chart_form(form));
+  draw_band_chart(writer.painter(), writer.placed(box),
+                  {*contents.sound_power, contents.sound_power_A.value_or(0)}, chart_form(form));
 }
 
 void draw_pressure_chart(const PageWriter& writer, const Box& box, const SheetSubject& subject,

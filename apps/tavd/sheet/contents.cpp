@@ -27,7 +27,8 @@ class Lines {
   void text(std::string_view name, std::string value, std::string remark = "") {
     lines_.push_back({std::string(name), std::move(value), "", std::move(remark)});
   }
-  void number(std::string_view name, const std::string& value, std::string unit, std::string_view remark = "") {
+  void number(std::string_view name, const std::string& value, std::string unit,
+              std::string_view remark = "") {
     lines_.push_back({std::string(name), localized(texts_, value), std::move(unit), std::string(remark)});
   }
   void pressure(std::string_view name, float value, std::string_view remark = "") {

@@ -19,7 +19,7 @@ struct SheetContents {
   std::vector<SheetLine> product;  // what it is, and its limits
   std::vector<SheetLine> duty;     // what is asked of it
   std::vector<SheetLine> answers;
-  std::optional<Bands> sound_power;  // dB, where it was calculated
+  std::optional<Bands> sound_power;                // dB, where it was calculated
   std::optional<float> sound_power_A, room_level;  // dB(A)
   std::optional<Bands> attenuation;                // dB
   std::vector<std::string> notes;

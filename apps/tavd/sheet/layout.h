@@ -1,12 +1,12 @@
-// Where on a page of A4 what stands: boxes in mm from the upper left corner, as data. Languages that run from right
-// to left have the same page mirrored.
+// Where on a page of A4 what stands: boxes in mm from the upper left corner, as data. Languages that run from
+// right to left have the same page mirrored.
 #pragma once
 
 #include "sheet/box.h"
 
 namespace tavdhost {
 
-inline constexpr double kSheetWidth = 210;   // A4, ISO 216
+inline constexpr double kSheetWidth = 210;  // A4, ISO 216
 inline constexpr double kSheetHeight = 297;
 
 enum class SheetPart {
@@ -23,9 +23,9 @@ enum class SheetPart {
 
 // What a sheet has beside what all have.
 struct SheetParts {
-  bool sketch;       // the dimensioned sketch
-  bool bands;        // chart of the sound power by octave band
-  bool band_table;   // the same as numbers, or the attenuation
+  bool sketch;      // the dimensioned sketch
+  bool bands;       // chart of the sound power by octave band
+  bool band_table;  // the same as numbers, or the attenuation
   bool throw_chart;
 };
 

@@ -11,9 +11,9 @@
 namespace tavdhost {
 namespace {
 
-constexpr float kSame = 0.001F;            // of a number that is taken for that of a row
-constexpr float kSamePosition = 0.001F;    // no unit
-constexpr float kThrowVelocity = 0.2F;     // m/s, at which a throw ends
+constexpr float kSame = 0.001F;          // of a number that is taken for that of a row
+constexpr float kSamePosition = 0.001F;  // no unit
+constexpr float kThrowVelocity = 0.2F;   // m/s, at which a throw ends
 
 bool is_same(float a, float b) {
   return std::abs(a - b) <= kSame * std::abs(b);
@@ -89,7 +89,8 @@ void add_interpolated(std::vector<std::string>& notes, const SheetSubject& subje
   const FlowData& flow = subject.chosen.product.flow;
   const OperatingPoint& point = subject.point;
   for (const ParTable& table : std::span(flow.par, static_cast<std::size_t>(flow.npar))) {
-    const bool is_between = table.value[0] != '\0' && table.idx1 != table.idx2 && table.frac > 0 && table.frac < 1;
+    const bool is_between =
+        table.value[0] != '\0' && table.idx1 != table.idx2 && table.frac > 0 && table.frac < 1;
     if (is_between) notes.push_back(filled(texts.parameter_between, printable(table.name)));
   }
   if (is_between_positions(flow, point.stepless)) notes.emplace_back(texts.position_between);

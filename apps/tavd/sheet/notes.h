@@ -1,4 +1,5 @@
-// What is to be known about the numbers of a sheet: what lies outside the product's limits, what is interpolated.
+// What is to be known about the numbers of a sheet: what lies outside the product's limits, what is
+// interpolated.
 #pragma once
 
 #include <string>

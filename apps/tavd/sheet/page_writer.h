@@ -20,8 +20,7 @@ struct TextLook {
 
 class PageWriter {
  public:
-  PageWriter(Painter& painter, bool right_to_left)
-      : painter_(painter), right_to_left_(right_to_left) {}
+  PageWriter(Painter& painter, bool right_to_left) : painter_(painter), right_to_left_(right_to_left) {}
 
   Painter& painter() const { return painter_; }
   bool right_to_left() const { return right_to_left_; }

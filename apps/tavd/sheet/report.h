@@ -1,5 +1,5 @@
-// Documents: a data sheet of a product at a duty, and a schedule with the sheets of its products. The forms that
-// there are, and how pages are made, is the platform's.
+// Documents: a data sheet of a product at a duty, and a schedule with the sheets of its products. The forms
+// that there are, and how pages are made, is the platform's.
 #pragma once
 
 #include <json/value.h>

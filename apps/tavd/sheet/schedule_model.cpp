@@ -65,13 +65,16 @@ void ScheduleModel::add_hit(const AnsweredDuty& answered, ScheduleRow& row) {
   }
   ScheduledSheet sheet{{listed.class_id, listed.object_id}, {}, {flow_of_hit(hit), pressure}, row.code};
   for (const auto& [name, value] : chosen_parameters(shown_hit.flow)) {
-    sheet.parameters.push_back(name + "=" + value);
+    std::string& parameter = sheet.parameters.emplace_back(name);
+    parameter += "=";
+    parameter += value;
   }
   row.sheet = sheet_of(std::move(sheet));
 }
 
 std::size_t ScheduleModel::sheet_of(ScheduledSheet sheet) {
-  const Same same{sheet.key, sheet.parameters, sheet.duty.qv.plain, sheet.duty.dp};
+  const Same same{sheet.key.class_id, sheet.key.object_id, sheet.parameters, sheet.duty.qv.plain,
+                  sheet.duty.dp};
   const auto [found, is_new] = known_.emplace(same, sheets_.size());
   if (is_new) sheets_.push_back(std::move(sheet));
   return found->second;

@@ -45,7 +45,7 @@ class ScheduleModel {
 
  private:
   // What makes a sheet another one.
-  using Same = std::tuple<RecordKey, std::vector<std::string>, double, std::optional<float>>;
+  using Same = std::tuple<std::string, std::string, std::vector<std::string>, float, std::optional<float>>;
 
   void add_hit(const AnsweredDuty& answered, ScheduleRow& row);
   std::size_t sheet_of(ScheduledSheet sheet);

@@ -31,10 +31,10 @@ struct Column {
   std::size_t own = 0;
 };
 
-constexpr double kNumber = 15;       // mm, of a column of numbers
-constexpr double kNarrow = 11;       // of the page's
-constexpr double kMostOwn = 26;      // of a column that the schedule has of its own
-constexpr double kOwnRoom = 42;      // of all of them
+constexpr double kNumber = 15;   // mm, of a column of numbers
+constexpr double kNarrow = 11;   // of the page's
+constexpr double kMostOwn = 26;  // of a column that the schedule has of its own
+constexpr double kOwnRoom = 42;  // of all of them
 
 std::string heading_of(const SheetTexts& texts, const std::string& name) {
   struct Known {
@@ -60,9 +60,12 @@ std::vector<std::size_t> own_columns(const std::vector<std::string>& names) {
 std::vector<Column> columns_of(const ScheduleModel& model, const SheetForm& form) {
   const SheetTexts& texts = *form.texts;
   const std::string pressure = unit_sign(texts, *form.units.pressure);
+  constexpr std::size_t kOthers = 8;  // that every schedule has
   std::vector<Column> columns;
+  columns.reserve(model.own_names().size() + kOthers);
   const std::vector<std::size_t> own = own_columns(model.own_names());
-  const double own_width = std::min(kMostOwn, kOwnRoom / static_cast<double>(std::max<std::size_t>(own.size(), 1)));
+  const double own_width =
+      std::min(kMostOwn, kOwnRoom / static_cast<double>(std::max<std::size_t>(own.size(), 1)));
   for (const std::size_t index : own) {
     columns.push_back({Cell::kOwn, own_width, heading_of(texts, model.own_names()[index]), "", index});
   }
@@ -188,7 +191,8 @@ void draw_schedule(Painter& painter, const ScheduleModel& model, std::size_t ind
   for (std::size_t i = index * kRowsOnPage; i < end; ++i, top += kScheduleRow) {
     const ScheduleRow& row = model.rows()[i];
     Row(writer, top, row, form, schedule_pages(model)).draw(columns);
-    if (row.sheet) link(writer.placed({kTableBox.left, top, kTableBox.width, kScheduleRow - 0.6}), *row.sheet);
+    if (row.sheet)
+      link(writer.placed({kTableBox.left, top, kTableBox.width, kScheduleRow - 0.6}), *row.sheet);
   }
   draw_foot(writer, kFootBox, form, {index + 1, pages});
 }

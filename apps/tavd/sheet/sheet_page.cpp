@@ -10,10 +10,10 @@
 namespace tavdhost {
 namespace {
 
-constexpr double kHeadings = 6.2;  // mm from a heading's top to what is below it
-constexpr double kRows = 4.35;    // mm from row to row
+constexpr double kHeadings = 6.2;        // mm from a heading's top to what is below it
+constexpr double kRows = 4.35;           // mm from row to row
 constexpr double kSmallerLetters = 0.5;  // mm that smaller letters stand lower in their row
-constexpr double kRemarks = 3.4;  // mm more for a remark below a row
+constexpr double kRemarks = 3.4;         // mm more for a remark below a row
 
 // Columns of a table of names and values, parts of its width.
 constexpr double kNames = 0.47;
@@ -55,7 +55,8 @@ class Table {
     if (is_in_column) {
       draw_number(values, line);
     } else {
-      writer_.line(values, line.unit.empty() ? line.value : with_unit(texts_, line.value, line.unit), looks::kText);
+      writer_.line(values, line.unit.empty() ? line.value : with_unit(texts_, line.value, line.unit),
+                   looks::kText);
     }
     box_ = below(box_, kRows);
     if (!line.remark.empty()) draw_remark(values, line, is_in_column);
@@ -66,7 +67,8 @@ class Table {
     const double number = box_.width * kNumbers;
     const double unit = box_.width * kUnits;
     const Box first = {values.left, values.top, writer_.right_to_left() ? unit : number, kRows};
-    const Box second = {first.right() + kColumnGap, values.top, writer_.right_to_left() ? number : unit, kRows};
+    const Box second = {first.right() + kColumnGap, values.top, writer_.right_to_left() ? number : unit,
+                        kRows};
     writer_.number(writer_.right_to_left() ? second : first, line.value, looks::kBoldText,
                    writer_.right_to_left() ? Align::kStart : Align::kEnd);
     writer_.number(writer_.right_to_left() ? first : second, line.unit, looks::kText,
@@ -82,13 +84,14 @@ class Table {
       writer_.line(beside, line.remark, looks::kSmall);
       return;
     }
-    writer_.line({values.left, box_.top - kSmallerLetters, values.width, kRemarks}, line.remark, looks::kSmall);
+    writer_.line({values.left, box_.top - kSmallerLetters, values.width, kRemarks}, line.remark,
+                 looks::kSmall);
     box_ = below(box_, kRemarks);
   }
 
   static bool is_number(const SheetLine& line) {
-    return !line.value.empty() && (line.value[0] == '-' || (line.value[0] >= '0' && line.value[0] <= '9') ||
-                                   line.value == "–");
+    return !line.value.empty() &&
+           (line.value[0] == '-' || (line.value[0] >= '0' && line.value[0] <= '9') || line.value == "–");
   }
 
   const PageWriter& writer_;
@@ -108,7 +111,8 @@ void draw_title(const PageWriter& writer, const Box& box, const SheetContents& c
 }
 
 // What the product is, what is asked of it, and what it answers, below each other.
-void draw_facts(const PageWriter& writer, const Box& box, const SheetContents& contents, const SheetForm& form) {
+void draw_facts(const PageWriter& writer, const Box& box, const SheetContents& contents,
+                const SheetForm& form) {
   constexpr double kGap = 3;  // mm in front of a heading
   const SheetTexts& texts = *form.texts;
   Table product(writer, box, texts);
@@ -126,6 +130,7 @@ class BandTable {
 
   void draw(const SheetContents& contents) {
     std::vector<std::string> bands;
+    bands.reserve(kBandHz.size());
     for (const int hz : kBandHz) bands.push_back(std::to_string(hz));
     row(named(texts_.answers.octave_band, "Hz"), bands, "", looks::kPaleText);
     writer_.rule({box_.left, box_.top - 0.35, box_.width, looks::kPaleRule}, looks::kPaleGrey);
@@ -144,6 +149,7 @@ class BandTable {
   }
   std::vector<std::string> levels(const Bands& bands) const {
     std::vector<std::string> numbers;
+    numbers.reserve(bands.size());
     for (const float level : bands) numbers.push_back(localized(texts_, fixed(level, 1)));
     return numbers;
   }
@@ -216,8 +222,8 @@ void draw_foot(const PageWriter& writer, const Box& box, const SheetForm& form, 
   if (!form.database_time.empty()) database += ", " + form.database_time;
   writer.line(row, database, looks::kSmall);
   const std::string number = std::to_string(page.number) + " / " + std::to_string(page.of);
-  writer.line({row.left + half, row.top, half, row.height}, std::string(texts.words.page) + " " + number, looks::kSmall,
-              Align::kEnd);
+  writer.line({row.left + half, row.top, half, row.height}, std::string(texts.words.page) + " " + number,
+              looks::kSmall, Align::kEnd);
 }
 
 Box page_number_box(const SheetForm& form) {

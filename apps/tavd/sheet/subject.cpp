@@ -20,10 +20,9 @@ namespace tavdhost {
 namespace {
 
 // Where catalogues and offers tell flows in m3/h.
-constexpr const char* kHourlyMarkets[] = {"DEU", "AUT", "CHE", "NOR", "FRA", "BEL", "ESP", "ITA", "POL",
-                                          "DNK", "CZE", "PRT", "HUN", "NLD", "EST", "LTU", "LVA", "RUS",
-                                          "SVK", "BGR", "ROU", "BIH", "HRV", "SVN", "CHN", "JPN", "TUR",
-                                          "UKR"};
+constexpr const char* kHourlyMarkets[] = {
+    "DEU", "AUT", "CHE", "NOR", "FRA", "BEL", "ESP", "ITA", "POL", "DNK", "CZE", "PRT", "HUN", "NLD",
+    "EST", "LTU", "LVA", "RUS", "SVK", "BGR", "ROU", "BIH", "HRV", "SVN", "CHN", "JPN", "TUR", "UKR"};
 
 void check_has_flow_data(const Database& database, const Chosen& chosen) {
   if (chosen.product.flow.nhdd != 0) return;

@@ -38,8 +38,8 @@ struct SheetDuty {
   std::optional<float> dp;  // total pressure, Pa
 };
 
-// A product that a sheet can be about: with flow data, its parameters chosen. Throws UserError if it is none, and
-// for what of the duty is not possible.
+// A product that a sheet can be about: with flow data, its parameters chosen. Throws UserError if it is none,
+// and for what of the duty is not possible.
 SheetSubject sheet_subject(const Database& database, ProductChooser& chooser, const RecordKey& key,
                            std::span<const std::string> parameters, const SheetDuty& duty,
                            const SheetForm& form);

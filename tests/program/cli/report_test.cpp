@@ -32,7 +32,8 @@ std::string output_of(const std::string& command) {
   EXPECT_NE(pipe, nullptr);
   std::string text;
   std::array<char, 4096> block;
-  while (const std::size_t read = std::fread(block.data(), 1, block.size(), pipe)) text.append(block.data(), read);
+  while (const std::size_t read = std::fread(block.data(), 1, block.size(), pipe))
+    text.append(block.data(), read);
   EXPECT_EQ(pclose(pipe), 0) << command;
   return text;
 }
@@ -89,10 +90,11 @@ TEST_F(Report, TellsAllAnswersWithTheirUnits) {
   ASSERT_EQ(sheet(file("a.pdf")).exit_code, 0);
   const std::string text = text_of(file("a.pdf"));
   for (const char* line :
-       {"QZDA-160", "Round control damper", "adjustable damper", "160 mm", "16–160 l/s", "Lowest pressure +1.1 +Pa",
-        "Highest pressure +927.6 +Pa", "Position, stepless +5.48 +in range", "Position, nearest setting +5.00",
-        "A-weighted +41.4 +dB\\(A\\)", "in the room +37.4 +dB\\(A\\)", "not taken off", "40.8 +40.1 +40.4",
-        "8.7 +6.5 +5.3", "Total pressure", "The position lies between measured settings", "Page 1 / 1"}) {
+       {"QZDA-160", "Round control damper", "adjustable damper", "160 mm", "16–160 l/s",
+        "Lowest pressure +1.1 +Pa", "Highest pressure +927.6 +Pa", "Position, stepless +5.48 +in range",
+        "Position, nearest setting +5.00", "A-weighted +41.4 +dB\\(A\\)", "in the room +37.4 +dB\\(A\\)",
+        "not taken off", "40.8 +40.1 +40.4", "8.7 +6.5 +5.3", "Total pressure",
+        "The position lies between measured settings", "Page 1 / 1"}) {
     EXPECT_THAT(text, ContainsRegex(line));
   }
 }
@@ -103,7 +105,8 @@ TEST_F(Report, HasItsFontsEmbedded) {
     const std::vector<std::string> fonts = clitest::lines_of(output_of("pdffonts '" + file("a.pdf") + "'"));
     ASSERT_GT(fonts.size(), 3U);
     for (std::size_t i = 2; i < fonts.size(); ++i) {
-      EXPECT_THAT(fonts[i], ContainsRegex("yes yes yes +[0-9]+ +0$")) << language;  // embedded, subset, Unicode
+      EXPECT_THAT(fonts[i], ContainsRegex("yes yes yes +[0-9]+ +0$"))
+          << language;  // embedded, subset, Unicode
       EXPECT_THAT(fonts[i], Not(HasSubstr("Type 3"))) << language;
     }
   }
@@ -123,7 +126,8 @@ TEST_F(Report, GivesTheSameBytesForTheSameInput) {
 TEST_F(Report, AsPdfTakesAtMost80KB) {
   constexpr std::size_t kMostBytes = 80 * 1024;
   for (const char* language : {"en", "ru", "zh", "ar"}) {
-    ASSERT_EQ(sheet(file("a.pdf"), {"--language", language, "--param", "G=30"}, "ASD", "QZSA-160").exit_code, 0);
+    ASSERT_EQ(sheet(file("a.pdf"), {"--language", language, "--param", "G=30"}, "ASD", "QZSA-160").exit_code,
+              0);
     EXPECT_LT(std::filesystem::file_size(file("a.pdf")), kMostBytes) << language;
   }
 }
@@ -135,7 +139,8 @@ TEST_F(Report, AsSvgHasTitleDescriptionAndTexts) {
   EXPECT_THAT(svg, ContainsRegex("<desc[^>]*>[^<]*Totaltryck: 60 Pa"));
   EXPECT_THAT(svg, ContainsRegex("<text[^>]*>Lägsta tryck"));
   EXPECT_THAT(svg, HasSubstr("width=\"210mm\" height=\"297mm\""));
-  EXPECT_EQ(output_of("python3 -c 'import sys, xml.dom.minidom as m; m.parse(sys.argv[1])' '" + file("a.svg") + "'"),
+  EXPECT_EQ(output_of("python3 -c 'import sys, xml.dom.minidom as m; m.parse(sys.argv[1])' '" +
+                      file("a.svg") + "'"),
             "");
 }
 
@@ -191,7 +196,8 @@ TEST_F(Report, OfAScheduleHasATableAndASheetForEachProductAndPoint) {
   EXPECT_THAT(pages, ContainsRegex("<item page=\"1\">Product schedule</item>"));
   EXPECT_THAT(pages, ContainsRegex("<item page=\"2\">QZ"));
   EXPECT_THAT(pages, ContainsRegex("<item page=\"3\">QZ"));
-  for (const char* page : {"#1\"", "#2\"", "#3\""}) EXPECT_THAT(pages, ContainsRegex(std::string("href=\"[^\"]*") + page));
+  for (const char* page : {"#1\"", "#2\"", "#3\""})
+    EXPECT_THAT(pages, ContainsRegex(std::string("href=\"[^\"]*") + page));
 }
 
 TEST_F(Report, OfABadScheduleSaysWhereAndLeavesTheFileAlone) {
@@ -234,7 +240,8 @@ TEST_F(Report, SaysThatNoFontHasALetter) {
   const Outcome english = sheet(file("b.pdf"));
   unsetenv("FONTCONFIG_FILE");
   EXPECT_EQ(chinese.exit_code, 0);
-  EXPECT_THAT(chinese.err, ContainsRegex("no installed font has all letters of \".+\" and of [0-9]+ other texts"));
+  EXPECT_THAT(chinese.err,
+              ContainsRegex("no installed font has all letters of \".+\" and of [0-9]+ other texts"));
   EXPECT_EQ(english.err, "");
   EXPECT_EQ(sheet(file("c.pdf"), {"--language", "zh"}).err, "");
 }

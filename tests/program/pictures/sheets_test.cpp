@@ -34,7 +34,8 @@ class MeasuringPainter : public tavdhost::Painter {
   explicit MeasuringPainter(std::string language) : language_(std::move(language)) { keep_texts(); }
   void line(std::span<const tavdhost::PagePoint> /*points*/, const tavdhost::LineStyle& /*style*/) override {}
   void area(std::span<const tavdhost::PagePoint> /*corners*/, std::uint32_t /*colour*/) override {}
-  void circle(tavdhost::PagePoint /*centre*/, double /*radius*/, const tavdhost::LineStyle& /*style*/) override {}
+  void circle(tavdhost::PagePoint /*centre*/, double /*radius*/,
+              const tavdhost::LineStyle& /*style*/) override {}
   void disc(tavdhost::PagePoint /*centre*/, double /*radius*/, std::uint32_t /*colour*/) override {}
   tavdhost::TextSize measure(const std::string& text, const tavdhost::TextStyle& style) override {
     return tavdhost::shaped_size(text, style, language_);
@@ -110,7 +111,8 @@ struct CatalogueSheets : testing::Test {
       const float middle = std::sqrt(std::max(flow.qvmin, 1.0F) * flow.qvmax);
       const float pressure = std::sqrt(std::max(flow.dpmin, 1.0F) * flow.dpmax);
       check(tavdhost::sheet_subject(database, chooser, key, {}, duty(middle, pressure), form), form);
-      check(tavdhost::sheet_subject(database, chooser, key, {}, duty(flow.qvmax * 2, flow.dpmax * 3), form), form);
+      check(tavdhost::sheet_subject(database, chooser, key, {}, duty(flow.qvmax * 2, flow.dpmax * 3), form),
+            form);
       ++products;
     }
   }
@@ -158,8 +160,9 @@ TEST_P(SheetsInALanguage, HaveNoTextOutsideItsRoomOnAnotherOrCutShort) {
   EXPECT_THAT(faults, IsEmpty());
 }
 
-INSTANTIATE_TEST_SUITE_P(All, SheetsInALanguage,
-                         testing::ValuesIn(tavdhost::all_sheet_texts().begin(), tavdhost::all_sheet_texts().end()),
+const std::vector<const tavdhost::SheetTexts*> kAllTexts(tavdhost::all_sheet_texts().begin(),
+                                                         tavdhost::all_sheet_texts().end());
+INSTANTIATE_TEST_SUITE_P(All, SheetsInALanguage, testing::ValuesIn(kAllTexts),
                          [](const auto& info) { return std::string(info.param->language).substr(0, 2); });
 
 // A language without a word, or with one of another language, is a mistake in its table.

@@ -1,4 +1,5 @@
-// Whether the fonts of this machine have all letters of a document: those that none has are boxes on its pages.
+// Whether the fonts of this machine have all letters of a document: those that none has are boxes on its
+// pages.
 #pragma once
 
 #include <cstddef>

@@ -54,8 +54,8 @@ class PdfDocument::Writer {
     keeps_ = true;
     begin_ = count_;
   }
-  // Adds entries to the catalogue of the document, which Cairo has no way to: as an update behind the file, in
-  // which the catalogue stands anew (ISO 32000-1, 7.5.6).
+  // Adds entries to the catalogue of the document, which Cairo has no way to: as an update behind the file,
+  // in which the catalogue stands anew (ISO 32000-1, 7.5.6).
   void add_to_catalogue(const std::string& entries);
 
  private:
@@ -151,7 +151,8 @@ void PdfDocument::finish() {
   cairo_surface_finish(surface());
   if (status == CAIRO_STATUS_SUCCESS) status = cairo_surface_status(surface());
   if (status != CAIRO_STATUS_SUCCESS) throw std::runtime_error(cairo_status_to_string(status));
-  writer_->add_to_catalogue("   /Lang (" + language_ + ")\n   /ViewerPreferences << /DisplayDocTitle true >>");
+  writer_->add_to_catalogue("   /Lang (" + language_ +
+                            ")\n   /ViewerPreferences << /DisplayDocTitle true >>");
 }
 
 }  // namespace tavdhost

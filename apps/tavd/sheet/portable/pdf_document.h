@@ -1,5 +1,5 @@
-// A PDF file page by page: bookmarks, links between pages, title and language. Written as it is made, so that it
-// takes no more memory with its pages; the same drawing gives the same bytes.
+// A PDF file page by page: bookmarks, links between pages, title and language. Written as it is made, so that
+// it takes no more memory with its pages; the same drawing gives the same bytes.
 #pragma once
 
 #include <cairo.h>

@@ -3,6 +3,7 @@
 
 #include <cairo.h>
 
+#include <cmath>
 #include <iostream>
 #include <memory>
 #include <new>
@@ -34,7 +35,8 @@ namespace {
 
 constexpr double kPixelsPerInch = 200;
 constexpr double kPointsPerInch = 72;
-constexpr std::uint32_t kSketchMark = 0xE0E0E0;  // of its place in a recording: other recordings have the sketch
+constexpr std::uint32_t kSketchMark =
+    0xE0E0E0;  // of its place in a recording: other recordings have the sketch
 
 std::string ending_of(const ReportTarget& target) {
   return picture_ending(target.path, target.format);
@@ -84,7 +86,7 @@ struct CairoRelease {
 
 std::string png_of(const SheetSubject& subject, const SheetForm& form, const std::string& path) {
   constexpr double kScale = kPixelsPerInch / kPointsPerInch;
-  const auto pixels = [](double mm) { return static_cast<int>(mm * kPointsPerMm * kScale + 0.5); };
+  const auto pixels = [](double mm) { return static_cast<int>(std::lround(mm * kPointsPerMm * kScale)); };
   cairo_surface_t* const surface =
       cairo_image_surface_create(CAIRO_FORMAT_RGB24, pixels(kSheetWidth), pixels(kSheetHeight));
   const std::unique_ptr<cairo_t, CairoRelease> cairo(cairo_create(surface));
@@ -106,9 +108,8 @@ std::string png_of(const SheetSubject& subject, const SheetForm& form, const std
 std::string recording_of(const SheetSubject& subject, SheetForm form) {
   form.database_time.clear();
   RecordingPainter painter;
-  draw_sheet(painter, subject, sheet_contents(subject, form), form, {1, 1}, [&](const Box& box) {
-    painter.area(box, kSketchMark);
-  });
+  draw_sheet(painter, subject, sheet_contents(subject, form), form, {1, 1},
+             [&](const Box& box) { painter.area(box, kSketchMark); });
   return painter.recording();
 }
 
@@ -153,7 +154,8 @@ std::string page_name(std::size_t sheet) {
 }
 
 PdfArea in_points(const Box& box) {
-  return {box.left * kPointsPerMm, box.top * kPointsPerMm, box.width * kPointsPerMm, box.height * kPointsPerMm};
+  return {box.left * kPointsPerMm, box.top * kPointsPerMm, box.width * kPointsPerMm,
+          box.height * kPointsPerMm};
 }
 
 // A schedule and its sheets, page by page.
@@ -164,7 +166,8 @@ class ScheduleDocument {
         form_(form),
         first_(schedule_pages(model)),
         all_(first_ + model.sheets().size()),
-        document_(out, {form.texts->headings.schedule, "", form.texts->language, iso_time(form.database_time)}) {}
+        document_(out,
+                  {form.texts->headings.schedule, "", form.texts->language, iso_time(form.database_time)}) {}
 
   void write(const Database& database) {
     Progress progress("Making pages", all_);
@@ -265,8 +268,8 @@ void write_schedule(SelectCatalogue& catalogue, const Request& usual, const Sche
   tell_left_out(counts, reading.schedule);
   if (is_standard_output(target.path)) return;
   const std::size_t pages = schedule_pages(model) + model.sheets().size();
-  std::cout << target.path << ": " << counts_text(counts) << ", " << pages << (pages == 1 ? " page" : " pages")
-            << '\n';
+  std::cout << target.path << ": " << counts_text(counts) << ", " << pages
+            << (pages == 1 ? " page" : " pages") << '\n';
 }
 
 }  // namespace tavdhost

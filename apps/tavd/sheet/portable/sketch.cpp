@@ -18,7 +18,7 @@
 namespace tavdhost {
 namespace {
 
-constexpr int kUnits = 5;         // device units of the sketch to one of its plane
+constexpr int kUnits = 5;  // device units of the sketch to one of its plane
 
 // The sketch with its place on a plane of device units from 0 on, and how much of that it takes.
 class Sketch {

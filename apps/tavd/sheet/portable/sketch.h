@@ -1,5 +1,5 @@
-// The dimensioned sketch of a product on a page: the drawing that the library makes, operation by operation, as large
-// as its box allows and in the middle of it. It is without its title, which the page has already.
+// The dimensioned sketch of a product on a page: the drawing that the library makes, operation by operation,
+// as large as its box allows and in the middle of it. It is without its title, which the page has already.
 #pragma once
 
 #include <string>

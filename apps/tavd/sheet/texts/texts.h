@@ -64,13 +64,13 @@ struct SheetTexts {
     const char *curve, *fan_curve, *fan_limits, *position, *limits, *point, *total_A, *any_pressure;
   } chart;
 
-  std::span<const NumberedText> kinds;          // TAVD_KIND_
-  std::span<const NumberedText> range_codes;    // tavca_minmaxdptot
-  std::span<const NumberedText> damper_codes;   // tavca_damper_pos
-  std::span<const NumberedText> fan_codes;      // tavca_fan_dp
-  std::span<const NumberedText> check_codes;    // tavca_fan_op_check
-  std::span<const NumberedText> sound_codes;    // tavca_lw
-  std::span<const UnitSign> units;              // that differ from the international ones
+  std::span<const NumberedText> kinds;         // TAVD_KIND_
+  std::span<const NumberedText> range_codes;   // tavca_minmaxdptot
+  std::span<const NumberedText> damper_codes;  // tavca_damper_pos
+  std::span<const NumberedText> fan_codes;     // tavca_fan_dp
+  std::span<const NumberedText> check_codes;   // tavca_fan_op_check
+  std::span<const NumberedText> sound_codes;   // tavca_lw
+  std::span<const UnitSign> units;             // that differ from the international ones
 };
 
 extern const SheetTexts kArabicSheet, kChineseSheet, kEnglishSheet, kFinnishSheet, kGermanSheet,
@@ -91,8 +91,8 @@ std::string unit_sign(const SheetTexts& texts, const char* name);
 
 // The number with the language's decimal sign: of one that is written with a point.
 std::string localized(const SheetTexts& texts, std::string number);
-// The same with the sign of its unit, which stands to its right in every language: within a text that runs from
-// the right it is a piece of its own.
+// The same with the sign of its unit, which stands to its right in every language: within a text that runs
+// from the right it is a piece of its own.
 std::string with_unit(const SheetTexts& texts, const std::string& number, const std::string& sign);
 
 // The sentence with its "{}" replaced.
