@@ -89,8 +89,8 @@ void report_product(const ReportCommand& command) {
   const SheetForm form = sheet_form(command);
   const Database database(choice.path, Database::Open::kExisting, choice.texts);
   ProductChooser chooser(database);
-  const SheetSubject subject = sheet_subject(database, chooser, {choice.class_id, choice.object_id},
-                                             command.parameters, duty, form);
+  const SheetSubject subject =
+      sheet_subject(database, chooser, {choice.class_id, choice.object_id}, command.parameters, duty, form);
   write_sheet(subject, form, command.target);
   if (!command.data.empty()) write_data(subject, form, command.data);
 }
@@ -131,9 +131,10 @@ void add_report_duty(CLI::App& command, ReportCommand& options) {
       ->expected(1)
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
   command
-      .add_option("--duties", options.schedule,
-                  "A schedule as CSV, as for tavd select: a page or more with all duties, and a sheet for each "
-                  "product that is chosen")
+      .add_option(
+          "--duties", options.schedule,
+          "A schedule as CSV, as for tavd select: a page or more with all duties, and a sheet for each "
+          "product that is chosen")
       ->type_name("FILE.csv");
   command.add_flag("--skip-bad", options.skip_bad,
                    "Leave lines of a schedule out that are not as expected, in place of writing nothing");
@@ -163,8 +164,7 @@ void add_report_command(CLI::App& app) {
                    "The form, in place of the ending of FILE: pdf, svg or png")
       ->type_name("ENDING");
   add_report_duty(*command, *options);
-  command
-      ->add_option("--data", options->data, "All answers and curves of the sheet as numbers, beside it")
+  command->add_option("--data", options->data, "All answers and curves of the sheet as numbers, beside it")
       ->type_name("FILE.json");
   command
       ->add_option("--units", options->units,

@@ -191,18 +191,19 @@ void select_for_schedule(SelectCatalogue& catalogue, const Request& usual, const
   std::unique_ptr<OutputFile> target;
   const HitLines lines(settings.units);
   const auto out = [&]() -> std::ostream& { return target ? target->stream() : std::cout; };
-  const ScheduleListener listener = {
-      [&](const std::vector<std::string>& own_names) {
-        if (!is_standard_output(settings.target)) target = std::make_unique<OutputFile>(settings.target);
-        std::string text;
-        lines.heading(own_names, text);
-        out() << text;
-      },
-      [&](const AnsweredDuty& answered) {
-        std::string text;
-        lines.add(answered.own, answered.catalogue, answered.duty, answered.selected, answered.why_not, text);
-        out() << text;
-      }};
+  const ScheduleListener listener = {[&](const std::vector<std::string>& own_names) {
+                                       if (!is_standard_output(settings.target))
+                                         target = std::make_unique<OutputFile>(settings.target);
+                                       std::string text;
+                                       lines.heading(own_names, text);
+                                       out() << text;
+                                     },
+                                     [&](const AnsweredDuty& answered) {
+                                       std::string text;
+                                       lines.add(answered.own, answered.catalogue, answered.duty,
+                                                 answered.selected, answered.why_not, text);
+                                       out() << text;
+                                     }};
   const ScheduleCounts counts = answer_schedule(
       catalogue, usual,
       {settings.schedule, settings.skip_bad, settings.explain, settings.threads, settings.target}, listener);

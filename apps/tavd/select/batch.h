@@ -16,10 +16,10 @@ namespace tavdhost {
 // What is read of a schedule, and how.
 struct ScheduleReading {
   std::string schedule;
-  bool skip_bad;      // lines that are not as expected are left out; otherwise nothing counts
-  bool explain;       // a duty that nothing fits is told with what hinders the products
-  int threads;        // 0: as many as the machine has processors
-  std::string target; // that is written, which must not be what is read; "-" for standard output
+  bool skip_bad;       // lines that are not as expected are left out; otherwise nothing counts
+  bool explain;        // a duty that nothing fits is told with what hinders the products
+  int threads;         // 0: as many as the machine has processors
+  std::string target;  // that is written, which must not be what is read; "-" for standard output
 };
 
 // A duty of a schedule with what it was answered: good while it is told.

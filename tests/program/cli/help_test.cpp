@@ -81,8 +81,8 @@ TEST(Help, ExamplesWorkWithTheSampleCatalogue) {
     EXPECT_EQ(outcome.exit_code, 0) << outcome.err;
     EXPECT_EQ(outcome.err, "");
   }
-  EXPECT_THAT(folder.names(),
-              testing::ElementsAre("catalogue.tavdb", "damper.svg", "dampers.tavdb", "gallery", "sheet.pdf", "throw.svg"));
+  EXPECT_THAT(folder.names(), testing::ElementsAre("catalogue.tavdb", "damper.svg", "dampers.tavdb",
+                                                   "gallery", "sheet.pdf", "throw.svg"));
 }
 
 TEST(Version, IsTold) {
