@@ -116,19 +116,27 @@ test('a drag of the operating point is followed frame by frame, and the drawn ma
     await page.mouse.down();
     await page.evaluate(() => {
       window.drawn = 0;
-      window.frames = 0;
       new MutationObserver(() => ++window.drawn).observe(document.querySelector('.figure.flow .diagram'), { childList: true });
-      const count = () => { ++window.frames; requestAnimationFrame(count); };
-      requestAnimationFrame(count);
-      window.began = performance.now();
     });
-    const steps = 90;
-    for (let i = 0; i <= steps; ++i) await page.mouse.move(...at(i / steps));
-    const [drawn, frames, took] = await page.evaluate(() => [window.drawn, window.frames, performance.now() - window.began]);
+    // A move of the pointer for each frame, as a hand makes them.
+    const [drawn, frames, took] = await page.evaluate(async ([from, to]) => {
+      const diagram = document.querySelector('.figure.flow .diagram');
+      const wanted = 120;
+      const began = performance.now();
+      for (let i = 1; i <= wanted; ++i) {
+        await new Promise((done) => requestAnimationFrame(done));
+        const part = i / wanted;
+        const place = { clientX: from[0] + (to[0] - from[0]) * part, clientY: from[1] + (to[1] - from[1]) * part };
+        diagram.dispatchEvent(new PointerEvent('pointermove', { ...place, pointerId: 1, bubbles: true }));
+      }
+      return [window.drawn, wanted, performance.now() - began];
+    }, [at(0), at(1)]);
+    await page.mouse.move(...at(1));
     await page.mouse.up();
     await settled(page);
     console.log(`# ${drawn} drawings and ${frames} frames in ${took.toFixed(0)} ms of dragging`);
     assert.ok(drawn > 10, `${drawn} drawings`);
+    // 60 frames a second on an idle machine; half of that says that the page never waits, on a busy one as well.
     assert.ok(frames / took > 0.03, `${frames} frames in ${took} ms: the page waited`);
     const mark = await page.locator('.figure.flow [data-name^="operating-point"] ellipse').first().boundingBox();
     const [x, y] = at(1);
@@ -160,7 +168,7 @@ test('units, language, market and parameters are switched', async () => {
 
 test('a product is found by typing, and 10 000 products are searched in under 50 ms', async () => {
   await withPage('', async (page) => {
-    await page.getByLabel('Search products').fill('qzda 160');
+    await page.getByLabel('Search products').fill('QZDA-160 damper');
     await page.getByText('1 of 90 products').waitFor();
     await page.keyboard.press('Enter');
     await page.getByRole('heading', { level: 1, name: 'QZDA-160' }).waitFor();
@@ -188,7 +196,7 @@ test('selection ranks what fits, tells why not, and opens a product', async () =
     assert.equal(await page.locator('.fitting').innerText(), '14 of 66 products fit');
     const levels = await page.$$eval('.hits [data-answer=level]', (cells) => cells.map((cell) => Number(cell.dataset.value)));
     assert.deepEqual(levels, expected.hits.map((hit) => hit.sound.room_level_dBA));
-    if (pictures) await page.screenshot({ path: join(pictures, 'selection.png') });
+    if (pictures) await page.screenshot({ path: join(pictures, 'page-selection.png') });
     const reason = page.locator('.why-not summary').first();
     const counts = new Map();
     for (const { text } of expected.rejected) counts.set(text, (counts.get(text) ?? 0) + 1);
