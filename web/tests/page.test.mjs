@@ -1,10 +1,9 @@
 // The page in Debian's chromium: every feature by clicks and keys, its numbers beside those of the command line host. With
 // TAVD_WEB_PICTURES=FOLDER the pictures of the documents are left there.
 import assert from 'node:assert/strict';
-import { readFileSync, writeFileSync } from 'node:fs';
+import { readFileSync } from 'node:fs';
 import { after, before, test } from 'node:test';
 import { createRequire } from 'node:module';
-import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import { start, watch } from './browser.mjs';
 import { catalogue, hostileFiles, json, madeUp, tavd } from './program.mjs';
@@ -247,7 +246,6 @@ test('SVG, CSV and a page for print are made', async () => {
     assert.ok(csv.includes(`Level in the room,${level},dB(A)\n`), csv);
     const pdf = await page.pdf({ format: 'A4' });
     assert.equal(pdf.subarray(0, 5).toString(), '%PDF-');
-    writeFileSync(join(pictures ?? tmpdir(), 'sheet.pdf'), pdf);
     await page.emulateMedia({ media: 'print' });
     assert.equal(await page.locator('#products').isVisible(), false);
     assert.equal(await page.locator('.figure.sketch svg').isVisible(), true);
