@@ -1,5 +1,5 @@
-// Lines of text shaped by Pango. What a drawing asks for again and again (ten axis labels in one font, the same
-// label in the next picture) is kept from one picture to the next, for each thread by itself.
+// Lines of text shaped by Pango. What a drawing asks for again and again (ten axis labels in one font, the
+// same label in the next picture) is kept from one picture to the next, for each thread by itself.
 #pragma once
 
 #include <pango/pangocairo.h>

@@ -1,6 +1,6 @@
-// Fonts: which face stands for the one that was asked for, and its measures. Who measures differs: Pango by the
-// fonts that are installed (typeface.cpp, where lines are shaped too: shaping.h), the page in the browser by the
-// measures of one (web/module/typeface.cpp).
+// Fonts: which face stands for the one that was asked for, and its measures. Who measures differs: Pango by
+// the fonts that are installed (typeface.cpp, where lines are shaped too: shaping.h), the page in the browser
+// by the measures of one (web/module/typeface.cpp).
 #pragma once
 
 #include <string>

@@ -1,6 +1,6 @@
-// What Debian's emscripten, whose C++ library is that of LLVM 13, lacks of C++20's as our sources use it. Read in front of
-// every source (cmake/web.cmake), with the meaning that the standard gives each name. A later library has all of it,
-// and this file then goes.
+// What Debian's emscripten, whose C++ library is that of LLVM 13, lacks of C++20's as our sources use it.
+// Read in front of every source (cmake/web.cmake), with the meaning that the standard gives each name. A
+// later library has all of it, and this file then goes.
 #pragma once
 
 #include <version>
@@ -47,13 +47,16 @@ Float read(const char* text, char** end) {
   return static_cast<Float>(strtod(text, end));
 }
 
-// Of the characters, as many as may belong to a decimal number: strtod would also take blanks, a plus and hexadecimals.
+// Of the characters, as many as may belong to a decimal number: strtod would also take blanks, a plus and
+// hexadecimals.
 inline size_t plausible(const char* first, const char* last) {
   const string_view text(first, static_cast<size_t>(last - first));
   const size_t digits = text.substr(0, 1) == "-" ? 1 : 0;
   const string_view rest = text.substr(digits);
   if (rest.empty()) return 0;
-  if ((rest[0] < '0' || rest[0] > '9') && rest[0] != '.' && (rest[0] | 0x20) != 'i' && (rest[0] | 0x20) != 'n') return 0;
+  if ((rest[0] < '0' || rest[0] > '9') && rest[0] != '.' && (rest[0] | 0x20) != 'i' &&
+      (rest[0] | 0x20) != 'n')
+    return 0;
   if (rest.size() > 1 && rest[0] == '0' && (rest[1] | 0x20) == 'x') return digits + 1;
   return text.size();
 }
@@ -62,8 +65,9 @@ constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7
                                    1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 constexpr int kExactPower = 22;  // the last power of ten that a double holds
 
-// Plain decimals of few digits, the usual ones: two exact numbers are divided, and that is rounded once. Length of the
-// number, 0 if it is not so plain. What strtod does takes long here, where long double is done in software.
+// Plain decimals of few digits, the usual ones: two exact numbers are divided, and that is rounded once.
+// Length of the number, 0 if it is not so plain. What strtod does takes long here, where long double is done
+// in software.
 template <typename Float>
 size_t plain(string_view text, Float& value) {
   constexpr long long kMostDigits = is_same_v<Float, float> ? 1LL << 24 : 1LL << 53;
@@ -102,7 +106,8 @@ from_chars_result from(const char* first, const char* last, Float& value) {
   const auto length = end - text.c_str();
   if (length == 0) return {first, errc::invalid_argument};
   // Beyond the largest number, or below the smallest: nothing is given.
-  if (errno == ERANGE && (std::isinf(read_value) || read_value == 0)) return {first + length, errc::result_out_of_range};
+  if (errno == ERANGE && (std::isinf(read_value) || read_value == 0))
+    return {first + length, errc::result_out_of_range};
   value = read_value;
   return {first + length, errc()};
 }
@@ -169,15 +174,16 @@ bool few_digits(Float value, Digits& digits) {
 inline string fixed_text(const string& digits, int decimals) {
   if (decimals <= 0) return digits + string(static_cast<size_t>(-decimals), '0');
   const auto behind = static_cast<size_t>(decimals);
-  if (digits.size() > behind) return digits.substr(0, digits.size() - behind) + "." + digits.substr(digits.size() - behind);
+  if (digits.size() > behind)
+    return digits.substr(0, digits.size() - behind) + "." + digits.substr(digits.size() - behind);
   return "0." + string(behind - digits.size(), '0') + digits;
 }
 
 inline string scientific_text(const string& digits, int decimals) {
   const int exponent = static_cast<int>(digits.size()) - 1 - decimals;
   const int size = exponent < 0 ? -exponent : exponent;
-  return digits.substr(0, 1) + (digits.size() > 1 ? "." + digits.substr(1) : "") + (exponent < 0 ? "e-" : "e+") +
-         (size < 10 ? "0" : "") + to_string(size);
+  return digits.substr(0, 1) + (digits.size() > 1 ? "." + digits.substr(1) : "") +
+         (exponent < 0 ? "e-" : "e+") + (size < 10 ? "0" : "") + to_string(size);
 }
 
 // The usual numbers without printf, which counts in long double; empty for others.
@@ -198,7 +204,9 @@ string quick_text(Float value, bool fixed_alone) {
 template <typename Float>
 to_chars_result to_shortest(char* first, char* last, Float value, bool fixed_alone) {
   if (!std::isfinite(value)) {
-    const char* const text = std::isnan(value) ? (std::signbit(value) ? "-nan" : "nan") : value < 0 ? "-inf" : "inf";
+    const char* const text = std::isnan(value) ? (std::signbit(value) ? "-nan" : "nan")
+                             : value < 0       ? "-inf"
+                                               : "inf";
     return put(first, last, text, static_cast<int>(strlen(text)));
   }
   if (const string text = quick_text(value, fixed_alone); !text.empty()) {
@@ -248,8 +256,9 @@ constexpr auto find(Range&& range, const Value& value, Projection projection = {
 
 template <typename Range, typename Predicate, typename Projection = identity>
 constexpr auto find_if(Range&& range, Predicate predicate, Projection projection = {}) {
-  return std::find_if(std::begin(range), std::end(range),
-                      [&](const auto& item) { return std::invoke(predicate, std::invoke(projection, item)); });
+  return std::find_if(std::begin(range), std::end(range), [&](const auto& item) {
+    return std::invoke(predicate, std::invoke(projection, item));
+  });
 }
 
 template <typename Range, typename Predicate, typename Projection = identity>
@@ -271,7 +280,8 @@ constexpr auto count(Range&& range, const Value& value, Projection projection = 
 
 template <typename First, typename Second, typename Same = std::equal_to<>, typename OfFirst = identity,
           typename OfSecond = identity>
-constexpr bool equal(First&& first, Second&& second, Same same = {}, OfFirst of_first = {}, OfSecond of_second = {}) {
+constexpr bool equal(First&& first, Second&& second, Same same = {}, OfFirst of_first = {},
+                     OfSecond of_second = {}) {
   return std::equal(std::begin(first), std::end(first), std::begin(second), std::end(second),
                     [&](const auto& a, const auto& b) {
                       return std::invoke(same, std::invoke(of_first, a), std::invoke(of_second, b));

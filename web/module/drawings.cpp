@@ -96,7 +96,8 @@ struct Subject {
 // Units that the axes do not have leave them as they are.
 std::int16_t axis_number(const hosts::Unit& unit) {
   const auto known = hosts::axis_units(unit.quantity);
-  const auto found = std::find_if(known.begin(), known.end(), [&](const hosts::Unit& each) { return &each == &unit; });
+  const auto found =
+      std::find_if(known.begin(), known.end(), [&](const hosts::Unit& each) { return &each == &unit; });
   return found == known.end() ? std::int16_t{0} : static_cast<std::int16_t>(found - known.begin());
 }
 

@@ -1,4 +1,5 @@
-// The functions that JavaScript calls beside those of the libraries: a question as JSON text, its answer as JSON text.
+// The functions that JavaScript calls beside those of the libraries: a question as JSON text, its answer as
+// JSON text.
 #include <json/reader.h>
 
 #include <cstdlib>

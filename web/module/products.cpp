@@ -133,7 +133,8 @@ Json::Value show_product(Session& session, const Json::Value& question) {
   json["has_throw"] = tavdhost::has_throw_data(product.flow);
   json["throw_values"] = throw_values_json(product.flow);
   json["has_sketch"] = record && tavdhost::has_shape(database, record);
-  json["sizes"] = chosen.origin.is_main_record() ? sizes_json(database, record) : Json::Value(Json::arrayValue);
+  json["sizes"] =
+      chosen.origin.is_main_record() ? sizes_json(database, record) : Json::Value(Json::arrayValue);
   json["weblink"] = record ? tavdhost::web_link(database, record) : "";
   return json;
 }

@@ -1,5 +1,5 @@
-// The questions that the page asks, each an object with "ask" and its arguments; web/package/src/questions.ts tells
-// them as types. Arguments are texts as on the command line: "288m3/h", "0.2in.wg", "G=45".
+// The questions that the page asks, each an object with "ask" and its arguments; web/package/src/questions.ts
+// tells them as types. Arguments are texts as on the command line: "288m3/h", "0.2in.wg", "G=45".
 #pragma once
 
 #include <json/value.h>
@@ -23,7 +23,8 @@ Json::Value draw_sketch(Session& session, const Json::Value& question);
 Json::Value select(Session& session, const Json::Value& question);
 Json::Value select_as_csv(Session& session, const Json::Value& question);
 
-// The argument as text, empty where it is missing; its items; whether it is true. Throw UserError for another type.
+// The argument as text, empty where it is missing; its items; whether it is true. Throw UserError for another
+// type.
 std::string text(const Json::Value& question, const char* name);
 std::vector<std::string> texts(const Json::Value& question, const char* name);
 bool flag(const Json::Value& question, const char* name);

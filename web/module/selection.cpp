@@ -14,10 +14,17 @@ struct Member {
   tavdhost::Take take;
 };
 constexpr Member kMembers[] = {
-    {"qv", tavdhost::take_flow},         {"dp", tavdhost::take_pressure},     {"max_lp", tavdhost::take_level},
-    {"room_damping", tavdhost::take_damping}, {"max_lw", tavdhost::take_bands}, {"throw", tavdhost::take_throw},
-    {"size", tavdhost::take_size},       {"class", tavdhost::take_classes},   {"rank", tavdhost::take_rank},
-    {"top", tavdhost::take_hits},        {"allow_unknown", tavdhost::take_unknown},
+    {"qv", tavdhost::take_flow},
+    {"dp", tavdhost::take_pressure},
+    {"max_lp", tavdhost::take_level},
+    {"room_damping", tavdhost::take_damping},
+    {"max_lw", tavdhost::take_bands},
+    {"throw", tavdhost::take_throw},
+    {"size", tavdhost::take_size},
+    {"class", tavdhost::take_classes},
+    {"rank", tavdhost::take_rank},
+    {"top", tavdhost::take_hits},
+    {"allow_unknown", tavdhost::take_unknown},
 };
 
 // A duty that has been asked, with what it was asked of.

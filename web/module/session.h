@@ -13,7 +13,8 @@ namespace tavdweb {
 
 class Session {
  public:
-  // Opens the file in place of the last one, with these texts. Throws UserError, and then the last one stays open.
+  // Opens the file in place of the last one, with these texts. Throws UserError, and then the last one stays
+  // open.
   void open(const std::string& path, const tavdhost::TextChoice& texts);
 
   // These throw UserError while nothing is open.

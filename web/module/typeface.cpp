@@ -1,5 +1,6 @@
-// Measures of texts without a font at hand: those of Liberation Sans, which Arial and Helvetica share, so that a diagram
-// is placed as it is with the font itself. The texts are texts in the SVG, and the browser sets them.
+// Measures of texts without a font at hand: those of Liberation Sans, which Arial and Helvetica share, so
+// that a diagram is placed as it is with the font itself. The texts are texts in the SVG, and the browser
+// sets them.
 #include <cstdint>
 #include <span>
 

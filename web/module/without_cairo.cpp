@@ -7,7 +7,8 @@ std::unique_ptr<Canvas> make_png_canvas(int /*width*/, int /*height*/) {
   return nullptr;
 }
 
-std::unique_ptr<Canvas> make_pdf_canvas(int /*width*/, int /*height*/, double /*width_mm*/, double /*height_mm*/) {
+std::unique_ptr<Canvas> make_pdf_canvas(int /*width*/, int /*height*/, double /*width_mm*/,
+                                        double /*height_mm*/) {
   return nullptr;
 }
 

@@ -48,12 +48,14 @@ const std::string& NewFile::reason() const {
   return kReason;
 }
 
-bool replace(const std::filesystem::path& /*file*/, const std::filesystem::path& /*target*/, std::string& reason) {
+bool replace(const std::filesystem::path& /*file*/, const std::filesystem::path& /*target*/,
+             std::string& reason) {
   reason = kReason;
   return false;
 }
 
-Added add(const std::filesystem::path& /*file*/, const std::filesystem::path& /*target*/, std::string& reason) {
+Added add(const std::filesystem::path& /*file*/, const std::filesystem::path& /*target*/,
+          std::string& reason) {
   reason = kReason;
   return Added::kFailed;
 }

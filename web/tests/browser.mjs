@@ -23,7 +23,8 @@ export function watch(page, address) {
   page.on('pageerror', (error) => faults.push(`error: ${error.message}`));
   page.on('console', (message) => { if (['error', 'warning'].includes(message.type())) faults.push(`${message.type()}: ${message.text()}`); });
   page.on('request', (request) => { if (!request.url().startsWith(address) && !/^(blob|data):/.test(request.url())) faults.push(`elsewhere: ${request.url()}`); });
-  page.on('requestfailed', (request) => faults.push(`failed: ${request.url()}`));
+  // A page that is left or loaded anew breaks off what it was fetching.
+  page.on('requestfailed', (request) => { if (request.failure()?.errorText !== 'net::ERR_ABORTED') faults.push(`failed: ${request.url()}`); });
   return faults;
 }
 

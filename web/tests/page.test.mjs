@@ -10,6 +10,7 @@ import { catalogue, hostileFiles, json, madeUp, tavd } from './program.mjs';
 
 const axe = createRequire(import.meta.url).resolve('axe-core');
 const pictures = process.env.TAVD_WEB_PICTURES;
+const looks = process.env.TAVD_WEB_LOOKS; // a folder for pictures to look at, in all sizes
 const changes = Number(process.env.TAVD_WEB_CHANGES ?? 1000);
 
 let world;
@@ -31,13 +32,7 @@ async function withPage(query, look, options = {}) {
   }
 }
 
-const settled = (page) => page.waitForFunction(() => {
-  const view = document.querySelector('#main > [data-generation]');
-  const now = view?.dataset.generation;
-  const same = now !== undefined && now === window.lastGeneration;
-  window.lastGeneration = now;
-  return same;
-}, null, { polling: 120 });
+const settled = (page) => page.waitForFunction(() => document.documentElement.dataset.busy === 'false');
 
 const answersOn = (page) => page.$$eval('.results [data-answer]', (cells) =>
   Object.fromEntries(cells.map((cell) => [cell.dataset.answer, cell.dataset.value])));
@@ -71,7 +66,6 @@ test('the page shows a product at once, and its numbers are those of tavd calc',
     assert.ok(paint < 1000, `first paint after ${paint} ms`);
     await assertNumbers(page, 'DMP', 'QZDA-160', ['--qv', '50', '--dp', '60']);
     assert.equal(await page.locator('.figure.flow svg text', { hasText: 'QZDA-160' }).count(), 1);
-    if (pictures) await page.screenshot({ path: join(pictures, 'page.png') });
   });
   for (const [classId, id, qv, dp] of [['FAN', 'QZFA-160', '60', '100'], ['ASD', 'QZSA-160', '60', '40'], ['CCB', 'QZKA-1800', '30', '100']]) {
     await withPage(`?class=${classId}&id=${id}&qv=${qv}&dp=${dp}`, (page) => assertNumbers(page, classId, id, ['--qv', qv, '--dp', dp]));
@@ -118,25 +112,29 @@ test('a drag of the operating point is followed frame by frame, and the drawn ma
       new MutationObserver(() => ++window.drawn).observe(document.querySelector('.figure.flow .diagram'), { childList: true });
     });
     // A move of the pointer for each frame, as a hand makes them.
-    const [drawn, frames, took] = await page.evaluate(async ([from, to]) => {
+    const [drawn, frames, took, usual] = await page.evaluate(async ([from, to]) => {
       const diagram = document.querySelector('.figure.flow .diagram');
       const wanted = 120;
+      const frame = () => new Promise((done) => requestAnimationFrame(done));
+      const idle = performance.now();
+      for (let i = 0; i < 30; ++i) await frame();
       const began = performance.now();
+      const usual = (began - idle) / 30;
       for (let i = 1; i <= wanted; ++i) {
-        await new Promise((done) => requestAnimationFrame(done));
+        await frame();
         const part = i / wanted;
         const place = { clientX: from[0] + (to[0] - from[0]) * part, clientY: from[1] + (to[1] - from[1]) * part };
         diagram.dispatchEvent(new PointerEvent('pointermove', { ...place, pointerId: 1, bubbles: true }));
       }
-      return [window.drawn, wanted, performance.now() - began];
+      return [window.drawn, wanted, performance.now() - began, usual];
     }, [at(0), at(1)]);
     await page.mouse.move(...at(1));
     await page.mouse.up();
     await settled(page);
-    console.log(`# ${drawn} drawings and ${frames} frames in ${took.toFixed(0)} ms of dragging`);
+    console.log(`# ${drawn} drawings and ${frames} frames in ${took.toFixed(0)} ms of dragging; a frame takes ${usual.toFixed(1)} ms without`);
     assert.ok(drawn > 10, `${drawn} drawings`);
-    // 60 frames a second on an idle machine; half of that says that the page never waits, on a busy one as well.
-    assert.ok(frames / took > 0.03, `${frames} frames in ${took} ms: the page waited`);
+    // What the page itself does for a frame leaves time in it; a machine that is busy has fewer for everybody.
+    assert.ok(took / frames < Math.max(20, 4 * usual), `${frames} frames in ${took} ms, ${usual} ms each without a drag`);
     const mark = await page.locator('.figure.flow [data-name^="operating-point"] ellipse').first().boundingBox();
     const [x, y] = at(1);
     assert.ok(Math.hypot(mark.x + mark.width / 2 - x, mark.y + mark.height / 2 - y) < 3, `mark at ${mark.x} ${mark.y}, pointer at ${x} ${y}`);
@@ -303,7 +301,7 @@ test('nothing is cut or wider than the window from 360 px to 4K', async () => {
         await settled(page);
         const wide = await page.evaluate(() => document.documentElement.scrollWidth - innerWidth);
         assert.ok(wide <= 0, `${query} at ${width}: ${wide} px too wide`);
-        if (pictures && !query.includes('view')) await page.screenshot({ path: join(pictures, `page-${name}.png`) });
+        if (looks && !query.includes('view')) await page.screenshot({ path: join(looks, `page-${name}.png`) });
       }, { viewport: { width, height }, colorScheme });
     }
   }

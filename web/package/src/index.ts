@@ -82,8 +82,6 @@ export class Tavd {
       return opened;
     } catch (error) {
       this.raw.FS.unlink(path);
-      // The file's name in here says nothing to a user.
-      if (error instanceof TavdError) error.message = error.message.replaceAll(path, 'the file');
       throw error;
     }
   }
@@ -139,7 +137,8 @@ export class Tavd {
     try {
       raw.stringToUTF8(text, address, room);
       const reply = JSON.parse(raw.UTF8ToString(raw._tavdweb_answer(address))) as { answer: Answer; error?: string };
-      if (reply.error !== undefined) throw new TavdError(reply.error);
+      // The file's name in here says nothing to a user.
+      if (reply.error !== undefined) throw new TavdError(reply.error.replaceAll(/\/databases\/\d+\.tavdb/g, 'the file'));
       return reply.answer;
     } finally {
       raw._free(address);

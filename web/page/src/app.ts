@@ -17,6 +17,14 @@ export interface App {
   tell(message: string): void;
 }
 
+let busy = 0;
+
+/** Says on the page itself whether it still works on something: for tests, and for whoever looks on. */
+function working(by: 1 | -1): void {
+  busy += by;
+  document.documentElement.dataset['busy'] = busy > 0 ? 'true' : 'false';
+}
+
 /** Calls `work` again and again as long as something is new, one call at a time, the latest state alone. */
 export class Latest {
   #running = false;
@@ -28,6 +36,7 @@ export class Latest {
     this.#again = true;
     if (this.#running) return;
     this.#running = true;
+    working(1);
     try {
       while (this.#again) {
         this.#again = false;
@@ -35,6 +44,7 @@ export class Latest {
       }
     } finally {
       this.#running = false;
+      working(-1);
     }
   }
 }
