@@ -1,5 +1,5 @@
-// The flow chart of a product with PLplot: with_plplot CHART.png FLOW PRESSURE < TABLE, a table of a row for each point
-// with the number of its curve, its family, its value, x and y.
+// The flow chart of a product with PLplot: with_plplot CHART.png FLOW PRESSURE < TABLE, a table of a row for
+// each point with the number of its curve, its family, its value, x and y.
 #include <plplot/plplot.h>
 
 #include <cmath>

@@ -10,10 +10,10 @@
 namespace tavdhost {
 namespace {
 
-constexpr double kMargin = 0.35;    // mm about a label
-constexpr double kGapOfLabel = 0.7;   // mm between a label and the ends of its curve's gap
-constexpr double kPlaceStep = 0.8;  // mm between the places that are tried
-constexpr double kMostBulge = 0.3;  // mm, of a curve beside the chord through its label
+constexpr double kMargin = 0.35;     // mm about a label
+constexpr double kGapOfLabel = 0.7;  // mm between a label and the ends of its curve's gap
+constexpr double kPlaceStep = 0.8;   // mm between the places that are tried
+constexpr double kMostBulge = 0.3;   // mm, of a curve beside the chord through its label
 constexpr std::size_t kNoLine = static_cast<std::size_t>(-1);
 
 // Of a text that is read from the left or from above to below: never upside down.
