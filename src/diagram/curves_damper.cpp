@@ -17,8 +17,8 @@ namespace tavd {
 namespace {
 
 constexpr double kSmallestFlowOfRow = 1e-06;  // l/s or m/s, of a row that counts
-constexpr double kSamePosition = 0.001;  // damper positions this close are one
-constexpr double kAtRightEdge = 0.98;    // of xmax: a line that ends from here on leaves at the right
+constexpr double kSamePosition = 0.001;       // damper positions this close are one
+constexpr double kAtRightEdge = 0.98;         // of xmax: a line that ends from here on leaves at the right
 
 struct DamperLine {
   int row;

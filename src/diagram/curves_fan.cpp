@@ -9,8 +9,8 @@
 namespace tavd {
 namespace {
 
-constexpr double kSmallestFlowOfPoint = 1e-06;      // l/s, of a point that counts
-constexpr double kSmallestPressure = 1e-06;  // Pa, the same
+constexpr double kSmallestFlowOfPoint = 1e-06;  // l/s, of a point that counts
+constexpr double kSmallestPressure = 1e-06;     // Pa, the same
 constexpr int kParabolaSpans = 10;
 
 struct Parabola {

@@ -15,9 +15,9 @@
 namespace tavd {
 namespace {
 
-constexpr int kMostGroups = 20;            // curves of a sound table
-constexpr double kSameResistance = 0.1;    // relative; rows within it are one damper setting
-constexpr double kSameFlow = 0.1;          // l/s or m/s; rows within it are one flow
+constexpr int kMostGroups = 20;                    // curves of a sound table
+constexpr double kSameResistance = 0.1;            // relative; rows within it are one damper setting
+constexpr double kSameFlow = 0.1;                  // l/s or m/s; rows within it are one flow
 constexpr double kSmallestPressureFound = 0.0001;  // Pa; a search that finds less has found nothing
 
 constexpr int kMostLevels = 10;

@@ -16,7 +16,7 @@ namespace tavd {
 namespace {
 
 constexpr float kLevels[] = {20, 25, 30, 35, 40};  // dB(A)
-constexpr double kSmallestMarkFound = 0.0001;          // l/s or Pa; a search that finds less has found nothing
+constexpr double kSmallestMarkFound = 0.0001;      // l/s or Pa; a search that finds less has found nothing
 
 // A dot with its level to the right, as far as it has a place.
 void draw_mark(const FlowDiagram& dg, tavd_hdc hdc, float qv, float dp, float L, LevelTexts* texts) {
