@@ -58,7 +58,8 @@ void ScheduleModel::add_hit(const AnsweredDuty& answered, ScheduleRow& row) {
   row.size = shown_hit.size;
   const auto pressure = pressure_of(hit);
   const float takes = hosts::is_fan(shown_hit.flow) ? hit.fan_total : hit.dp;
-  row.takes = pressure ? localized(texts, brief(shown(takes, *form_.units.pressure))) : texts.words.unknown;
+  const hosts::Unit& unit = *form_.units.pressure;
+  row.takes = pressure ? localized(texts, fixed(shown(takes, unit), unit.decimals)) : texts.words.unknown;
   if ((hit.unknown & TAVDN_UNKNOWN_SOUND) == 0) row.level = localized(texts, fixed(hit.lpa, kDecimals));
   if ((hit.unknown & TAVDN_UNKNOWN_THROW) == 0) {
     row.throw_length = localized(texts, fixed(hit.throw_length, kDecimals));

@@ -114,7 +114,9 @@ void BandChart::draw_bar(double left, double width, double level, std::uint32_t 
 }
 
 void BandChart::draw_titles() const {
-  const auto with_unit = [](const std::string& name, const std::string& unit) { return name + ", " + unit; };
+  const auto with_unit = [this](const std::string& name, const std::string& unit) {
+    return name + form_.comma() + " " + unit;
+  };
   const double bands = plot_.left + room_ * kBands / 2;
   painter_.text(with_unit(form_.texts.octave_band, form_.hertz), kLetters,
                 {{bands, plot_.bottom() + kRow + 1.5 * kGap}, Along::kCentre, Across::kTop}, box_);

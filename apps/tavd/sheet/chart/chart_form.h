@@ -50,6 +50,9 @@ struct ChartForm {
   std::string decibel, decibel_A, hertz, metre;  // signs of units
   char decimal = '.';                            // sign between a number and its decimals
   bool right_to_left = false;                    // the words; axes run as they always do
+
+  // Between a name and its unit.
+  std::string comma() const { return right_to_left ? "،" : ","; }
 };
 
 }  // namespace tavdhost

@@ -22,7 +22,7 @@ std::string family_text(CurveFamily family, const ChartForm& form) {
     case CurveFamily::kPosition:
       return form.texts.position;
     case CurveFamily::kLevel:
-      return form.texts.level + ", " + form.decibel_A;
+      return form.texts.level + form.comma() + " " + form.decibel_A;
     case CurveFamily::kFan:
       return form.texts.fan_curve;
     case CurveFamily::kFanLimit:

@@ -122,10 +122,10 @@ void Frame::draw_title(const AxisTitle& title, const std::string& unit, PagePoin
     TextStyle style;
     double drop, gap;  // mm; the gap is behind it
   };
-  const std::string comma = unit.empty() ? "" : ",";
+  const std::string comma = unit.empty() ? "" : form_.comma();
   std::vector<Piece> pieces = {{title.symbol, style_, 0, 0}, {title.subscript, lowered, kDrop, 0}};
   if (form_.right_to_left) {
-    pieces.insert(pieces.begin(), {{unit, style_, 0, 0}, {comma, style_, 0, kWordGap}});
+    pieces.insert(pieces.begin(), {{unit, style_, 0, kWordGap}, {comma, style_, 0, 0}});
     pieces.back().gap = kWordGap;
     pieces.push_back({title.name, style_, 0, 0});
   } else {
