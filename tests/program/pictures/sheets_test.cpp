@@ -108,8 +108,8 @@ struct CatalogueSheets : testing::Test {
       if (!hosts::is_product_class(key.class_id)) continue;
       const FlowData flow = tavdhost::load_product(database, record).flow;
       if (flow.nhdd == 0) continue;
-      const float middle = std::sqrt(std::max(flow.qvmin, 1.0F) * flow.qvmax);
-      const float pressure = std::sqrt(std::max(flow.dpmin, 1.0F) * flow.dpmax);
+      const float middle = std::sqrt(std::max(float{flow.qvmin}, 1.0F) * flow.qvmax);
+      const float pressure = std::sqrt(std::max(float{flow.dpmin}, 1.0F) * flow.dpmax);
       check(tavdhost::sheet_subject(database, chooser, key, {}, duty(middle, pressure), form), form);
       check(tavdhost::sheet_subject(database, chooser, key, {}, duty(flow.qvmax * 2, flow.dpmax * 3), form),
             form);
