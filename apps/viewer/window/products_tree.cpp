@@ -3,7 +3,7 @@
 namespace viewer {
 namespace {
 
-std::wstring text_of(const Listed& product) {
+std::wstring label_of(const Listed& product) {
   return product.description.empty() ? product.code : product.code + L"  " + product.description;
 }
 
@@ -80,7 +80,7 @@ void ProductsTree::fill(HTREEITEM item) {
   const Node node = nodes_[*index];  // adding moves the nodes
   if (node.level == Level::kClass) {
     for (const Listed& product : database_->products(node.key.class_id)) {
-      add(item, Level::kFamily, product.key, text_of(product), product.family);
+      add(item, Level::kFamily, product.key, label_of(product), product.family);
     }
   } else {
     for (const Listed& size : database_->sizes(node.key)) add(item, Level::kSize, size.key, size.code, false);
