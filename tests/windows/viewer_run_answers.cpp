@@ -7,7 +7,7 @@
 namespace drive {
 namespace {
 
-constexpr SIZE_T kMostGrowth = 0x100000;  // bytes
+constexpr SIZE_T kMostGrowthOfChoices = 0x100000;  // bytes
 
 }  // namespace
 
@@ -136,9 +136,9 @@ void Run::visits_all() {
   for (int i = 0; i < 10; ++i) viewer_->command(IDM_RELOAD);
   for (int i = 0; i < 400; ++i) viewer_->pick_in_list(IDC_SIZES, viewer_->rows_of_list(IDC_SIZES).back());
   const SIZE_T after = viewer_->private_bytes();
-  check(before > 0 && after < before + kMostGrowth, L"memory after reloading and choosing often: " +
-                                                        std::to_wstring(before / 1024) + L" KiB, then " +
-                                                        std::to_wstring(after / 1024) + L" KiB");
+  check(before > 0 && after < before + kMostGrowthOfChoices,
+        L"memory after reloading and choosing often: " + std::to_wstring(before / 1024) + L" KiB, then " +
+            std::to_wstring(after / 1024) + L" KiB");
   check(visited_ > 60, L"visited " + std::to_wstring(visited_) + L" branches");
   open_branch(L"GRL", L"QZGA-400x200-D+C");
   Sleep(kPaintMs);

@@ -9,7 +9,7 @@ namespace {
 
 constexpr int kNumbers[] = {IDC_DUTY_FLOW, IDC_DUTY_PRESSURE, IDC_DUTY_LEVEL, IDC_DUTY_DAMPING,
                             IDC_DUTY_WANTED};
-constexpr SIZE_T kMostGrowth = 0x40000;  // bytes
+constexpr SIZE_T kMostGrowthOfDialog = 0x40000;  // bytes
 constexpr int kOpenings = 50;
 constexpr int kClass = 1;  // columns
 constexpr int kId = 2;
@@ -277,7 +277,7 @@ void Run::opens_often() {
     if (i == kOpenings / 5) before = viewer_->private_bytes();
   }
   const SIZE_T after = viewer_->private_bytes();
-  check(dialog != nullptr && before > 0 && after < before + kMostGrowth,
+  check(dialog != nullptr && before > 0 && after < before + kMostGrowthOfDialog,
         L"memory after selecting often: " + std::to_wstring(before / 1024) + L" KiB, then " +
             std::to_wstring(after / 1024) + L" KiB");
 }

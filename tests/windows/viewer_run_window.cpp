@@ -9,7 +9,7 @@ namespace {
 
 constexpr Colour kBlack = {0, 0, 0};
 constexpr Colour kRed = {255, 0, 0};
-constexpr Colour kBlue = {0, 0, 255};
+constexpr Colour kBluePoint = {0, 0, 255};
 
 }  // namespace
 
@@ -40,10 +40,10 @@ void Run::draws() {
     check(text_of(viewer_->control(IDC_FIRST_CAPTION + i)).find(L'–') == std::wstring::npos,
           std::wstring(names[i]) + L" pane: has a drawing");
   }
-  check(count_of(panes[0], kBlue, 40) > 30, L"flow pane: the blue point");
+  check(count_of(panes[0], kBluePoint, 40) > 30, L"flow pane: the blue point");
   check(count_of(panes[0], kRed, 40) > 30, L"flow pane: red sound levels");
   check(count_of(panes[1], kRed, 40) > 50, L"throw pane: the red line");
-  check(count_of(panes[1], kBlue, 40) > 30, L"throw pane: the blue point");
+  check(count_of(panes[1], kBluePoint, 40) > 30, L"throw pane: the blue point");
   const double text = ink_share(screen(client_on_screen(viewer_->control(IDC_RESULTS))));
   check(text > 0.01 && text < 0.4, L"results pane: text");
   shoot(L"viewer-main");
