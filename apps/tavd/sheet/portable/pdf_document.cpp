@@ -37,12 +37,12 @@ std::size_t number_behind(std::string_view bytes, std::string_view word) {
 }  // namespace
 
 // Passes on what it gets, counts it, and keeps the end of the file.
-class PdfDocument::Writer {
+class PdfDocument::Output {
  public:
-  explicit Writer(std::ostream& out) : out_(out) {}
+  explicit Output(std::ostream& out) : out_(out) {}
 
   static cairo_status_t write(void* writer, const unsigned char* data, unsigned int length) {
-    static_cast<Writer*>(writer)->take({reinterpret_cast<const char*>(data), length});
+    static_cast<Output*>(writer)->take({reinterpret_cast<const char*>(data), length});
     return CAIRO_STATUS_SUCCESS;
   }
   void take(std::string_view bytes) {
@@ -71,7 +71,7 @@ class PdfDocument::Writer {
   std::string kept_;
 };
 
-void PdfDocument::Writer::add_to_catalogue(const std::string& entries) {
+void PdfDocument::Output::add_to_catalogue(const std::string& entries) {
   const std::size_t table = number_behind(kept_, "startxref\n");
   const std::size_t root = number_behind(kept_, "/Root ");
   const std::size_t info = number_behind(kept_, "/Info ");
@@ -96,9 +96,9 @@ void PdfDocument::Writer::add_to_catalogue(const std::string& entries) {
 }
 
 PdfDocument::PdfDocument(std::ostream& out, const PdfProperties& properties)
-    : writer_(std::make_unique<Writer>(out)), language_(properties.language) {
+    : writer_(std::make_unique<Output>(out)), language_(properties.language) {
   cairo_surface_t* const made = cairo_pdf_surface_create_for_stream(
-      Writer::write, writer_.get(), kPageWidthMm * kPointsPerMm, kPageHeightMm * kPointsPerMm);
+      Output::write, writer_.get(), kPageWidthMm * kPointsPerMm, kPageHeightMm * kPointsPerMm);
   cairo_pdf_surface_set_metadata(made, CAIRO_PDF_METADATA_TITLE, properties.title.c_str());
   cairo_pdf_surface_set_metadata(made, CAIRO_PDF_METADATA_SUBJECT, properties.subject.c_str());
   cairo_pdf_surface_set_metadata(made, CAIRO_PDF_METADATA_CREATE_DATE, properties.created.c_str());

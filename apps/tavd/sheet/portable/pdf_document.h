@@ -49,14 +49,14 @@ class PdfDocument {
   void finish();
 
  private:
-  class Writer;
+  class Output;
   struct Release {
     void operator()(cairo_t* cairo) const { cairo_destroy(cairo); }
   };
 
   cairo_surface_t* surface() const { return cairo_get_target(cairo_.get()); }
 
-  std::unique_ptr<Writer> writer_;
+  std::unique_ptr<Output> writer_;
   std::unique_ptr<cairo_t, Release> cairo_;
   std::string language_;
   int page_ = 1;
