@@ -208,6 +208,29 @@ std::string with_replaced(std::string text, std::string_view what, std::string_v
   return text;
 }
 
+std::string markup(std::string_view text) {
+  std::string result;
+  for (const char c : text) {
+    switch (c) {
+      case '&':
+        result += "&amp;";
+        break;
+      case '<':
+        result += "&lt;";
+        break;
+      case '>':
+        result += "&gt;";
+        break;
+      case '"':
+        result += "&quot;";
+        break;
+      default:
+        result += static_cast<unsigned char>(c) < ' ' ? ' ' : c;
+    }
+  }
+  return result;
+}
+
 std::string_view trim_end(std::string_view text) {
   const std::size_t last = text.find_last_not_of(' ');
   return text.substr(0, last == std::string_view::npos ? 0 : last + 1);

@@ -30,6 +30,10 @@ std::string in_quotes(std::string_view text);
 // The same for the name of a file, which is given whole.
 std::string path_in_quotes(std::string_view path);
 
+// The text as it stands in HTML and XML, attributes included. They have no place for control characters,
+// escaped or not: each becomes a blank.
+std::string markup(std::string_view text);
+
 // Units that the text takes as UTF-16.
 std::size_t utf16_length(std::string_view text);
 

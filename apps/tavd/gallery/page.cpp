@@ -33,44 +33,21 @@ figcaption, .none { color: #4a535b; font-size: .9rem; }
 </style>
 )";
 
-std::string escaped(std::string_view text) {
-  std::string result;
-  for (const char c : text) {
-    switch (c) {
-      case '&':
-        result += "&amp;";
-        break;
-      case '<':
-        result += "&lt;";
-        break;
-      case '>':
-        result += "&gt;";
-        break;
-      case '"':
-        result += "&quot;";
-        break;
-      default:
-        result += c;
-    }
-  }
-  return result;
-}
-
 // A drawing that links to its file, or that there is none.
 std::string figure(const std::string& file, const DrawingText& text, const char* caption) {
   if (file.empty()) return "<p class=\"none\">No " + lower(caption) + "</p>\n";
   return "<figure><a href=\"" + file + "\"><img src=\"" + file + "\" loading=\"lazy\" alt=\"" +
-         escaped(text.title + ". " + text.description) + "\"></a><figcaption>" + caption +
+         markup(text.title + ". " + text.description) + "\"></a><figcaption>" + caption +
          "</figcaption></figure>\n";
 }
 
 std::string article(const GalleryItem& item) {
   const Product& product = item.product;
-  std::string facts = product.description.empty() ? "" : escaped(product.description) + " &middot; ";
-  facts += escaped(printable(product.key.object_id)) + " &middot; " + escaped(kind_text(product.flow));
+  std::string facts = product.description.empty() ? "" : markup(product.description) + " &middot; ";
+  facts += markup(printable(product.key.object_id)) + " &middot; " + markup(kind_text(product.flow));
   const std::string size = size_text(product.size);
   if (!size.empty()) facts += " &middot; " + size + " mm";
-  return "<article>\n<h3>" + escaped(name_of(product)) + "</h3>\n<p>" + facts +
+  return "<article>\n<h3>" + markup(name_of(product)) + "</h3>\n<p>" + facts +
          "</p>\n<div class=\"drawings\">\n" + figure(item.flow, flow_diagram_text(product), "Flow diagram") +
          figure(item.throw_length, throw_diagram_text(product, "", first_throw_value(product.flow)),
                 "Throw diagram") +
@@ -102,13 +79,13 @@ std::string counted(std::size_t count) {
 }  // namespace
 
 std::string gallery_page(const std::string& database_name, const std::vector<GalleryItem>& items) {
-  const std::string title = "Products of " + escaped(printable(database_name));
+  const std::string title = "Products of " + markup(printable(database_name));
   std::string links;
   std::string body;
   int number = 0;  // anchors by number: a class may hold any character
   for (const Section& section : sections_of(items)) {
     const std::string id = "class-" + std::to_string(++number);
-    const std::string name = escaped(section.class_id);
+    const std::string name = markup(section.class_id);
     links.append("<li><a href=\"#").append(id).append("\">").append(name);
     links.append("</a> (").append(std::to_string(section.count)).append(")</li>\n");
     body.append("<section aria-labelledby=\"").append(id).append("\">\n<h2 id=\"").append(id);

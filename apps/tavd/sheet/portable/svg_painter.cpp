@@ -1,33 +1,11 @@
 #include "sheet/portable/svg_painter.h"
 
+#include "base/text.h"
 #include "sheet/page_numbers.h"
 #include "sheet/portable/text_shaper.h"
 
 namespace tavdhost {
 namespace {
-
-std::string escaped(const std::string& text) {
-  std::string result;
-  for (const char c : text) {
-    switch (c) {
-      case '&':
-        result += "&amp;";
-        break;
-      case '<':
-        result += "&lt;";
-        break;
-      case '>':
-        result += "&gt;";
-        break;
-      case '"':
-        result += "&quot;";
-        break;
-      default:
-        result += c;
-    }
-  }
-  return result;
-}
 
 std::string attribute(const char* name, const std::string& value) {
   return std::string(" ") + name + "=\"" + value + "\"";
@@ -68,10 +46,9 @@ SvgPainter::SvgPainter(const SvgPage& page) : language_(page.language) {
   const std::string height = page_number(page.height);
   body_ = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\"" +
           attribute("width", width + "mm") + attribute("height", height + "mm") +
-          attribute("viewBox", "0 0 " + width + " " + height) +
-          attribute("xml:lang", escaped(page.language)) + attribute("role", "img") +
-          attribute("aria-labelledby", "title desc") + ">\n<title id=\"title\">" + escaped(page.title) +
-          "</title>\n<desc id=\"desc\">" + escaped(page.description) +
+          attribute("viewBox", "0 0 " + width + " " + height) + attribute("xml:lang", markup(page.language)) +
+          attribute("role", "img") + attribute("aria-labelledby", "title desc") + ">\n<title id=\"title\">" +
+          markup(page.title) + "</title>\n<desc id=\"desc\">" + markup(page.description) +
           "</desc>\n<rect width=\"100%\" height=\"100%\" fill=\"#ffffff\"/>\n<g stroke-linejoin=\"round\"" +
           attribute("font-family", kPageFaces) + ">\n";
 }
@@ -108,11 +85,11 @@ void SvgPainter::draw_text(const std::string& text, const TextStyle& style, cons
            attribute("text-anchor", anchor_of(place.along, right_to_left));
   if (style.bold) body_ += attribute("font-weight", "700");
   if (right_to_left) body_ += attribute("direction", "rtl");
-  body_ += attribute("xml:space", "preserve") + ">" + escaped(text) + "</text>\n";
+  body_ += attribute("xml:space", "preserve") + ">" + markup(text) + "</text>\n";
 }
 
 void SvgPainter::begin_group(const std::string& name) {
-  body_ += "<g><title>" + escaped(name) + "</title>\n";
+  body_ += "<g><title>" + markup(name) + "</title>\n";
 }
 
 void SvgPainter::end_group() {
