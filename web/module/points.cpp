@@ -1,32 +1,15 @@
 // Questions about operating points.
-#include <charconv>
-#include <cmath>
 #include <optional>
 
-#include "base/errors.h"
-#include "base/text.h"
 #include "commands/calc_json.h"
 #include "commands/calculated.h"
 #include "questions.h"
-#include "shared/numbers.h"
 
 namespace tavdweb {
-namespace {
-
-float room_damping(const Json::Value& question) {
-  const std::string given = text(question, "room_damping");
-  if (given.empty()) return tavdhost::kRoomDamping;
-  float value = 0;
-  const auto [end, error] = std::from_chars(given.data(), given.data() + given.size(), value);
-  if (error == std::errc() && end == given.data() + given.size() && std::isfinite(value)) return value;
-  throw tavdhost::UserError("room damping is " + tavdhost::in_quotes(given) + ", expected " +
-                            hosts::kExpectedDecibels);
-}
-
-}  // namespace
 
 Json::Value calculate(Session& session, const Json::Value& question) {
-  const tavdhost::AnswerForm form{shown_units(question), room_damping(question)};
+  const tavdhost::AnswerForm form{
+      shown_units(question), tavdhost::parse_room_damping("room damping", text(question, "room_damping"))};
   const tavdhost::Amount qv = tavdhost::parse_flow("flow", text(question, "qv"));
   std::optional<float> dp;
   if (const std::string given = text(question, "dp"); !given.empty()) {

@@ -1,13 +1,12 @@
 #include "commands/calculation.h"
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
 #include <iterator>
 #include <utility>
 
 #include "base/errors.h"
 #include "base/text.h"
+#include "commands/usual_options.h"
 #include "tavd/attributes.h"
 
 namespace tavdhost {
@@ -80,12 +79,6 @@ Chosen prepared(ProductChooser& chooser, const CalculationOptions& options, cons
   return chosen;
 }
 
-void refuse_without_flow_data(const Chosen& chosen, const CalculationOptions& options) {
-  if (chosen.product.flow.nhdd != 0) return;
-  throw UserError(printable(options.class_id) + " " + printable(chosen.product.key.object_id) + " in " +
-                  options.path + " has no flow data to calculate with");
-}
-
 }  // namespace
 
 void add_calculation_arguments(CLI::App& command, CalculationOptions& options) {
@@ -99,16 +92,9 @@ void add_calculation_arguments(CLI::App& command, CalculationOptions& options) {
 
 void add_calculation_options(CLI::App& command, CalculationOptions& options) {
   command.add_flag("--family", options.family, "The sizes of a main record in place of it, an answer each");
-  command.add_option("--param", options.parameters, "Value of a parameter, once for each parameter")
-      ->type_name("NAME=VALUE")
-      ->expected(1)
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-  command.add_flag("--end-reflection", options.end_reflection,
-                   "Take the end reflection of the duct off the sound table, as the diagram does");
-  command
-      .add_option("--room-damping", options.room_damping,
-                  "Level difference between sound power and level in the room, dB (4)")
-      ->type_name("NUMBER");
+  add_parameter_option(command, options.parameters);
+  add_end_reflection_option(command, options.end_reflection);
+  add_room_damping_option(command, options.room_damping);
   command
       .add_option("--units", options.units,
                   "Units of the answers, such as m3/h,Pa: of flow " + unit_names(hosts::Quantity::kFlow) +
@@ -119,14 +105,8 @@ void add_calculation_options(CLI::App& command, CalculationOptions& options) {
 }
 
 AnswerForm answer_form(const CalculationOptions& options) {
-  AnswerForm form{{}, kRoomDamping};
+  AnswerForm form{{}, parse_room_damping("--room-damping", options.room_damping)};
   if (!options.units.empty()) form.units = parse_units("--units", options.units);
-  if (options.room_damping.empty()) return form;
-  const std::string& text = options.room_damping;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), form.room_damping);
-  if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(form.room_damping)) {
-    throw UserError("--room-damping is " + in_quotes(text) + ", expected a number of dB such as 4");
-  }
   return form;
 }
 
@@ -139,7 +119,7 @@ Selection chosen_products(const CalculationOptions& options) {
     selection.several = selection.several || pattern;
     for (const std::string& one : ids_of(database, options, id, pattern)) {
       selection.products.push_back(prepared(chooser, options, one));
-      if (one == id) refuse_without_flow_data(selection.products.back(), options);
+      if (one == id) refuse_without_flow_data(selection.products.back(), database);
     }
   }
   return selection;
@@ -147,13 +127,8 @@ Selection chosen_products(const CalculationOptions& options) {
 
 void add_point_options(CLI::App& command, PointOptions& options, const char* csv, const char* json) {
   add_calculation_arguments(command, options);
-  command
-      .add_option("--qv", options.qv,
-                  "Flow in l/s, air velocity in m/s for products by air velocity; or with its unit: 288m3/h")
-      ->required()
-      ->type_name("NUMBER");
-  command.add_option("--dp", options.dp, "Total pressure over the product in Pa, or with its unit: 0.2in.wg")
-      ->type_name("NUMBER");
+  add_flow_option(command, options.qv)->required();
+  add_pressure_option(command, options.dp);
   CLI::Option* csv_option = command.add_flag("--csv", options.csv, csv);
   command.add_flag("--json", options.json, json)->excludes(csv_option);
   add_calculation_options(command, options);

@@ -4,6 +4,7 @@
 
 #include "base/numbers.h"
 #include "base/text.h"
+#include "commands/usual_options.h"
 
 namespace tavdhost {
 
@@ -23,10 +24,7 @@ void add_drawing_arguments(CLI::App& command, PictureOptions& options) {
 }
 
 void add_drawing_options(CLI::App& command, DrawingOptions& options) {
-  command.add_option("--param", options.parameters, "Value of a parameter, once for each parameter")
-      ->type_name("NAME=VALUE")
-      ->expected(1)
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  add_parameter_option(command, options.parameters);
   add_picture_options(command, options);
 }
 

@@ -15,6 +15,7 @@
 #include "commands/calc_json.h"
 #include "commands/commands.h"
 #include "commands/product_choice.h"
+#include "commands/usual_options.h"
 #include "product/languages.h"
 #include "select/request.h"
 #include "sheet/report.h"
@@ -27,7 +28,8 @@ constexpr const char* kReportHelp =
 
 struct ReportCommand {
   ProductChoice choice;
-  std::string qv, dp, room_damping, units;
+  std::string qv, room_damping, units;
+  std::optional<std::string> dp;
   std::vector<std::string> parameters;
   bool without_end_reflection = false;
   std::string schedule;
@@ -35,13 +37,6 @@ struct ReportCommand {
   std::string data;
   ReportTarget target;
 };
-
-float room_damping_of(const ReportCommand& command) {
-  if (command.room_damping.empty()) return kRoomDamping;
-  Request request;
-  take_damping("--room-damping", command.room_damping, request);
-  return request.duty.roomdamp;
-}
 
 // Languages without a table of their own have the sheet's words in English, beside the product's own texts.
 const SheetTexts& texts_of_choice(const TextChoice& texts) {
@@ -60,7 +55,7 @@ SheetForm sheet_form(const ReportCommand& command) {
   form.texts = &texts_of_choice(command.choice.texts);
   form.units = command.units.empty() ? units_of_market(command.choice.texts.market)
                                      : parse_units("--units", command.units);
-  form.room_damping = room_damping_of(command);
+  form.room_damping = parse_room_damping("--room-damping", command.room_damping);
   form.without_end_reflection = command.without_end_reflection;
   name_database(command.choice.path, form);
   return form;
@@ -85,7 +80,7 @@ void report_product(const ReportCommand& command) {
   if (command.skip_bad) throw UserError("--skip-bad is for --duties");
   check_report(command.target, false);
   SheetDuty duty{parse_flow("--qv", command.qv), {}};
-  if (!command.dp.empty()) duty.dp = parse_pressure("--dp", command.dp);
+  if (command.dp) duty.dp = parse_pressure("--dp", *command.dp);
   const SheetForm form = sheet_form(command);
   const Database database(choice.path, Database::Open::kExisting, choice.texts);
   ProductChooser chooser(database);
@@ -97,7 +92,7 @@ void report_product(const ReportCommand& command) {
 
 void report_schedule(const ReportCommand& command) {
   const ProductChoice& choice = command.choice;
-  if (!choice.class_id.empty() || !choice.object_id.empty() || !command.qv.empty() || !command.dp.empty()) {
+  if (!choice.class_id.empty() || !choice.object_id.empty() || !command.qv.empty() || command.dp) {
     throw UserError("CLASS, ID, --qv and --dp are for one product; a schedule has them in its lines");
   }
   if (!command.data.empty()) throw UserError("--data is for one product, not for --duties");
@@ -120,16 +115,9 @@ void run_report(const ReportCommand& command) {
 }
 
 void add_report_duty(CLI::App& command, ReportCommand& options) {
-  command
-      .add_option("--qv", options.qv,
-                  "Flow in l/s, air velocity in m/s for products by air velocity; or with its unit: 288m3/h")
-      ->type_name("NUMBER");
-  command.add_option("--dp", options.dp, "Total pressure over the product in Pa, or with its unit: 0.2in.wg")
-      ->type_name("NUMBER");
-  command.add_option("--param", options.parameters, "Value of a parameter, once for each parameter")
-      ->type_name("NAME=VALUE")
-      ->expected(1)
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  add_flow_option(command, options.qv);
+  add_pressure_option(command, options.dp);
+  add_parameter_option(command, options.parameters);
   command
       .add_option(
           "--duties", options.schedule,
@@ -138,12 +126,8 @@ void add_report_duty(CLI::App& command, ReportCommand& options) {
       ->type_name("FILE.csv");
   command.add_flag("--skip-bad", options.skip_bad,
                    "Leave lines of a schedule out that are not as expected, in place of writing nothing");
-  command.add_flag("--end-reflection", options.without_end_reflection,
-                   "Take the end reflection of the duct off the sound table, as the diagram does");
-  command
-      .add_option("--room-damping", options.room_damping,
-                  "Level difference between sound power and level in the room, dB (4)")
-      ->type_name("NUMBER");
+  add_end_reflection_option(command, options.without_end_reflection);
+  add_room_damping_option(command, options.room_damping);
 }
 
 }  // namespace

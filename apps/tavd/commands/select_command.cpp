@@ -10,6 +10,7 @@
 #include "base/numbers.h"
 #include "commands/commands.h"
 #include "commands/product_choice.h"
+#include "commands/usual_options.h"
 #include "select/batch.h"
 #include "select/catalogue.h"
 #include "select/hits.h"
@@ -134,12 +135,7 @@ void add_select_command(CLI::App& app) {
       ->type_name("CLASS")
       ->expected(1)
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-  command
-      ->add_option("--param", options->parameters,
-                   "Value of a parameter, once for each parameter; \"*\" tries every value of its table")
-      ->type_name("NAME=VALUE")
-      ->expected(1)
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  add_parameter_option(*command, options->parameters, "; \"*\" tries every value of its table");
   command->add_flag("--end-reflection", options->catalogue.without_end_reflection,
                     "Take the end reflection of the duct off the sound tables, as the diagram does");
   command->add_flag("--explain", options->explain, "Tell why each of the other products does not fit");

@@ -7,6 +7,8 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "product/shown_units.h"
+#include "shared/numbers.h"
+#include "shared/selection.h"
 #include "tavd/ewads.h"
 
 namespace tavdhost {
@@ -70,6 +72,14 @@ float parse_pressure(std::string_view option, std::string_view text) {
   const Measured measured = split_unit(option, text, Quantity::kPressure, Quantity::kPressure);
   if (measured.unit == nullptr) return positive_number(option, text);
   return static_cast<float>(hosts::to_base(positive_double(option, text, measured), *measured.unit));
+}
+
+float parse_room_damping(std::string_view option, std::string_view text) {
+  float value = hosts::kRoomDamping;
+  if (text.empty()) return value;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (error == std::errc() && end == text.data() + text.size() && std::isfinite(value)) return value;
+  throw refusal(option, text, hosts::kExpectedDecibels);
 }
 
 bool goes_through_size(const Product& product, const Amount& amount) {

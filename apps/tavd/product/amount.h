@@ -24,6 +24,9 @@ Amount parse_flow(std::string_view option, std::string_view text);
 // that it is; with one it is converted in double and narrowed once.
 float parse_pressure(std::string_view option, std::string_view text);
 
+// What the room takes off the sound power level, in dB: any number; the usual one if `text` is empty.
+float parse_room_damping(std::string_view option, std::string_view text);
+
 // The number that `text` begins with, and the unit of one of two quantities behind it; null without one.
 // Throws UserError for any other unit.
 struct Measured {

@@ -6,6 +6,7 @@
 #include <map>
 #include <string_view>
 
+#include "base/errors.h"
 #include "base/text.h"
 #include "product/codes_text.h"
 #include "product/record_layout.h"
@@ -116,6 +117,13 @@ void settle_end_reflection(Chosen& chosen, bool take_off) {
   if (data_bytes(without) == data_bytes(chosen.product.flow)) return;
   chosen.end_reflection = take_off ? EndReflection::kTakenOff : EndReflection::kInTable;
   if (take_off) chosen.product.flow = without;
+}
+
+void refuse_without_flow_data(const Chosen& chosen, const Database& database) {
+  if (chosen.product.flow.nhdd != 0) return;
+  const RecordKey& key = chosen.product.key;
+  throw UserError(printable(key.class_id) + " " + printable(key.object_id) + " in " + database.path() +
+                  " has no flow data to calculate with");
 }
 
 std::string data_of(const Chosen& chosen) {

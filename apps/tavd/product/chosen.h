@@ -66,6 +66,9 @@ class ProductChooser {
 // Takes the end reflection off the sound table if that is asked for, and notes how it stands.
 void settle_end_reflection(Chosen& chosen, bool take_off);
 
+// Throws UserError, which names the product and its database, if there is nothing to calculate it with.
+void refuse_without_flow_data(const Chosen& chosen, const Database& database);
+
 // Id of the record that gives the flow data, where that is not the product's own: the size that a main record
 // has the data of, or the layer with the header; empty otherwise.
 std::string data_of(const Chosen& chosen);

@@ -138,4 +138,11 @@ OperatingPoint PointCalculator::point(std::size_t index) const {
   return point;
 }
 
+OperatingPoint calculated_point(const Product& product, float qv, std::optional<float> dp,
+                                float room_damping) {
+  PointCalculator calculator(product, answers_of(product, dp.has_value()), room_damping);
+  calculator.calculate({&qv, 1}, dp ? std::span(&*dp, 1) : std::span<const float>());
+  return calculator.point(0);
+}
+
 }  // namespace tavdhost

@@ -58,4 +58,8 @@ class PointCalculator {
   std::vector<float> throw_length_;
 };
 
+// Everything about one point: `qv` as above, `dp` in Pa if there is a pressure.
+OperatingPoint calculated_point(const Product& product, float qv, std::optional<float> dp,
+                                float room_damping = kRoomDamping);
+
 }  // namespace tavdhost

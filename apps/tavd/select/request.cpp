@@ -117,8 +117,7 @@ void take_level(std::string_view name, const std::string& text, Request& request
 }
 
 void take_damping(std::string_view name, const std::string& text, Request& request) {
-  constexpr float kAny = -3e38F;
-  request.duty.roomdamp = number_in(name, text, kAny, hosts::kExpectedDecibels);
+  request.duty.roomdamp = parse_room_damping(name, text);
 }
 
 void take_bands(std::string_view name, const std::string& text, Request& request) {

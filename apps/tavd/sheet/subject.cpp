@@ -24,12 +24,6 @@ constexpr const char* kHourlyMarkets[] = {
     "DEU", "AUT", "CHE", "NOR", "FRA", "BEL", "ESP", "ITA", "POL", "DNK", "CZE", "PRT", "HUN", "NLD",
     "EST", "LTU", "LVA", "RUS", "SVK", "BGR", "ROU", "BIH", "HRV", "SVN", "CHN", "JPN", "TUR", "UKR"};
 
-void check_has_flow_data(const Database& database, const Chosen& chosen) {
-  if (chosen.product.flow.nhdd != 0) return;
-  throw UserError(printable(chosen.product.key.class_id) + " " + printable(chosen.product.key.object_id) +
-                  " in " + database.path() + " has no flow data to calculate with");
-}
-
 }  // namespace
 
 SheetSubject sheet_subject(const Database& database, ProductChooser& chooser, const RecordKey& key,
@@ -37,13 +31,10 @@ SheetSubject sheet_subject(const Database& database, ProductChooser& chooser, co
                            const SheetForm& form) {
   SheetSubject subject{chooser.choose(key.class_id, key.object_id), {}, {}};
   Product& product = subject.chosen.product;
-  check_has_flow_data(database, subject.chosen);
+  refuse_without_flow_data(subject.chosen, database);
   set_parameters(product.flow, {parameters.begin(), parameters.end()});
   settle_end_reflection(subject.chosen, form.without_end_reflection);
-  const float flow = flow_of(product, duty.qv);
-  PointCalculator calculator(product, answers_of(product, duty.dp.has_value()), form.room_damping);
-  calculator.calculate({&flow, 1}, duty.dp ? std::span(&*duty.dp, 1) : std::span<const float>());
-  subject.point = calculator.point(0);
+  subject.point = calculated_point(product, flow_of(product, duty.qv), duty.dp, form.room_damping);
   const Record record = database.find(key.class_id, key.object_id);
   if (record && has_shape(database, record)) subject.sketch.emplace(database, record, product.flow);
   return subject;
