@@ -244,9 +244,9 @@ class Product:
                 return self._calculator.cells(wanted_of(want)).ask(qv, dp, room_damping)
             return self._everything.ask(qv, dp, room_damping)
         if is_of_dask(qv) or is_of_dask(dp):
-            from tavd import _dask
+            from tavd import _dask_arrays
 
-            return _dask.calc(self, qv, dp, want, room_damping)
+            return _dask_arrays.calc(self, qv, dp, want, room_damping)
         return self._calculator.points(qv, dp, want, room_damping)
 
     def throw_length(self, qv: Any, value: object = "") -> Any:

@@ -32,6 +32,17 @@ class Field:
         self.bands = bands
         self.offset = 0  # bytes, where it stands in the answers to one point
 
+    def columns(self) -> list[str]:
+        """Names of its columns in a table."""
+        if self.is_code:
+            return [code_column(self.name)]
+        return [self.name] if self.bands == 1 else [f"{self.name}_{band}" for band in BANDS]
+
+
+def code_column(name: str) -> str:
+    """The column of a code in a table."""
+    return f"code_{name}"
+
 
 # In the order of the record. A code has the name of what it is about, and the function in whose words it is told.
 FIELDS = (
@@ -363,13 +374,11 @@ def _columns(points: Points) -> dict[str, NDArray[Any]]:
         array = points.__dict__.get(field.name)
         if array is None:
             continue
-        if field.bands == 1:
-            columns[field.name] = np.ravel(array)
-        else:
-            for place, band in enumerate(BANDS):
-                columns[f"{field.name}_{band}"] = np.ravel(array[..., place])
+        names = field.columns()
+        for name, column in zip(names, np.reshape(array, (-1, len(names))).T):
+            columns[name] = np.ascontiguousarray(column)
     for name, codes in points.codes.__dict__.items():
-        columns[f"code_{name}"] = np.ravel(np.asarray(codes))
+        columns[code_column(name)] = np.ravel(np.asarray(codes))
     return columns
 
 

@@ -192,7 +192,7 @@ class _Answer:
         for name, column in own.items():
             kept = np.empty(len(column), dtype=object)
             kept[:] = column
-            columns[name] = _narrowed(kept[self._line])
+            columns[name] = narrowed(kept[self._line])
         columns["duty"] = self._line
         columns["fitting"] = self._fitting["products"][self._line].astype(np.int64)
         columns.update(self._of_hits())
@@ -264,7 +264,7 @@ def _unknown_words() -> NDArray[Any]:
     return np.array(words, dtype=object)
 
 
-def _narrowed(column: NDArray[Any]) -> Any:
+def narrowed(column: NDArray[Any]) -> Any:
     """A column of whatever it holds: numbers where all are numbers."""
     return np.array(column.tolist()) if all(type(value) in (int, float, bool) for value in column) else column
 

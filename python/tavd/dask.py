@@ -29,7 +29,7 @@ from tavd._database import Database, open
 from tavd._duties import check_names, lines_of
 from tavd._points import ROOM_DAMPING, wanted_of
 from tavd._results import BANDS, FIELDS
-from tavd._select import _narrowed
+from tavd._select import narrowed
 from tavd._tables import columns_of
 
 __all__ = ["calc", "select"]
@@ -161,18 +161,15 @@ def _answer_columns(want: tuple[str, ...] | None) -> dict[str, Any]:
     """Names and types of the columns that a calculation adds, in the order of Points.to_frame()."""
     wanted = None if want is None else wanted_of(want)
     fields = [field for field in FIELDS if wanted is None or (field.name, field.is_code) in wanted]
-    columns: dict[str, Any] = {}
-    for field in (field for field in fields if not field.is_code):
-        names = [field.name] if field.bands == 1 else [f"{field.name}_{band}" for band in BANDS]
-        columns.update({name: np.float32 for name in names})
-    columns.update({f"code_{field.name}": np.int32 for field in fields if field.is_code})
-    return columns
+    numbers = {name: np.float32 for field in fields if not field.is_code for name in field.columns()}
+    codes = {name: np.int32 for field in fields if field.is_code for name in field.columns()}
+    return {**numbers, **codes}
 
 
 def _selected_meta(sample: pd.DataFrame, explain: bool) -> pd.DataFrame:
     """An answer to a schedule without lines: the schedule's own columns, and those of a selection."""
     _, own = lines_of({name: [] for name in columns_of(sample)}, {})
-    columns: dict[str, Any] = {name: _narrowed(np.array(sample[name].tolist(), dtype=object))[:0] for name in own}
+    columns: dict[str, Any] = {name: narrowed(np.array(sample[name].tolist(), dtype=object))[:0] for name in own}
     columns.update({"duty": np.empty(0, np.int64), "fitting": np.empty(0, np.int64), "rank": np.empty(0, np.int64)})
     texts = ("class", "id", "code", "description", "size")
     columns.update({name: np.empty(0, object) for name in texts})
