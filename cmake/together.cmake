@@ -10,3 +10,16 @@ function(tavd_compile_together target group) # SOURCES...
   set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
   set_source_files_properties(${ARGN} PROPERTIES UNITY_GROUP ${group})
 endfunction()
+
+# The same for each of FOLDERS below the directory, without the sources that match EXCLUDE.
+function(tavd_compile_folders_together target) # FOLDERS... [EXCLUDE REGEX]
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "EXCLUDE" "")
+  foreach(folder ${arg_UNPARSED_ARGUMENTS})
+    file(GLOB together ${folder}/*.cpp)
+    if(arg_EXCLUDE)
+      list(FILTER together EXCLUDE REGEX ${arg_EXCLUDE})
+    endif()
+    string(REPLACE / _ group ${folder})
+    tavd_compile_together(${target} ${group} ${together})
+  endforeach()
+endfunction()

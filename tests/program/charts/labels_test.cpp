@@ -1,6 +1,5 @@
 // No text of a chart stands on another one, on the duty or beyond its room: over the whole catalogue and all
 // kinds of synthetic products, at duties of all sorts, as pages of PDF measure texts.
-#include <cairo.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -17,6 +16,7 @@
 #include "sheet/portable/cairo_painter.h"
 #include "sheet/recording_painter.h"
 #include "support/program.h"
+#include "support/unseen_page.h"
 
 namespace {
 
@@ -33,28 +33,9 @@ using testing::Not;
 
 constexpr float kRoomDamping = 4;  // dB
 
-// A page that shows nothing.
-class Page {
- public:
-  Page()
-      : surface_(cairo_recording_surface_create(CAIRO_CONTENT_COLOR, nullptr)),
-        context_(cairo_create(surface_)) {}
-  ~Page() {
-    cairo_destroy(context_);
-    cairo_surface_destroy(surface_);
-  }
-  Page(const Page&) = delete;
-  Page& operator=(const Page&) = delete;
-  cairo_t* context() const { return context_; }
-
- private:
-  cairo_surface_t* surface_;
-  cairo_t* context_;
-};
-
 std::vector<std::string> faults_of_flow_chart(const FlowCurves& curves, const ChartDuty& duty,
                                               const Box& room) {
-  const Page page;
+  const UnseenPage page;
   CairoPainter painter(page.context(), "en");
   painter.keep_texts();
   const ChartLayout layout = draw_flow_chart(painter, room, curves, duty, charts::english());
@@ -62,7 +43,7 @@ std::vector<std::string> faults_of_flow_chart(const FlowCurves& curves, const Ch
 }
 
 std::vector<std::string> faults_of_throw_chart(const FlowData& flow, const ChartDuty& duty, const Box& room) {
-  const Page page;
+  const UnseenPage page;
   CairoPainter painter(page.context(), "en");
   painter.keep_texts();
   const ChartLayout layout =
@@ -125,7 +106,7 @@ TEST_F(ChartLabels, StandOnNothingForAllSyntheticKinds) {
 
 // The count is able to fail: the same labels placed without regard to each other.
 TEST_F(ChartLabels, AreCountedWhereTheyOverlap) {
-  const Page page;
+  const UnseenPage page;
   CairoPainter painter(page.context(), "en");
   painter.keep_texts();
   const Box room = {0, 0, 60, 60};
@@ -166,7 +147,7 @@ TEST_F(ChartLabels, MoveAlongTheirCurveUntilTheyAreFree) {
 
 // Bars of all heights, also none.
 TEST_F(ChartLabels, OfBarsStandOnNothing) {
-  const Page page;
+  const UnseenPage page;
   for (const float level : {-20.0F, 0.0F, 5.0F, 49.5F, 100.0F}) {
     CairoPainter painter(page.context(), "en");
     painter.keep_texts();

@@ -14,6 +14,8 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "support/unseen_page.h"
+
 namespace pictures {
 namespace {
 
@@ -74,31 +76,21 @@ Box path_box(const std::string& path) {
 // Measures texts in the fonts that are installed.
 class Letters {
  public:
-  Letters()
-      : surface_(cairo_recording_surface_create(CAIRO_CONTENT_ALPHA, nullptr)),
-        cairo_(cairo_create(surface_)) {}
-  ~Letters() {
-    cairo_destroy(cairo_);
-    cairo_surface_destroy(surface_);
-  }
-  Letters(const Letters&) = delete;
-  Letters& operator=(const Letters&) = delete;
-
   // With the start of its baseline at 0, 0.
   Box cell(const std::string& text, const std::string& family, double size, bool is_bold) const {
-    cairo_select_font_face(cairo_, family.c_str(), CAIRO_FONT_SLANT_NORMAL,
+    cairo_t* const context = page_.context();
+    cairo_select_font_face(context, family.c_str(), CAIRO_FONT_SLANT_NORMAL,
                            is_bold ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
-    cairo_set_font_size(cairo_, size);
+    cairo_set_font_size(context, size);
     cairo_font_extents_t font = {};
     cairo_text_extents_t extents = {};
-    cairo_font_extents(cairo_, &font);
-    cairo_text_extents(cairo_, text.c_str(), &extents);
+    cairo_font_extents(context, &font);
+    cairo_text_extents(context, text.c_str(), &extents);
     return {0, -font.ascent, extents.x_advance, font.descent};
   }
 
  private:
-  cairo_surface_t* surface_;
-  cairo_t* cairo_;
+  UnseenPage page_;
 };
 
 Box turned(const Box& box, double degrees) {
