@@ -64,9 +64,20 @@ int word_of(const StoredRecord& record, std::int16_t attribute, int absent) {
 
 // What a test of one whole database looks at.
 struct Synth : testing::Test {
+  // Made once: no test changes it.
+  struct Made {
+    Folder folder;
+    std::string path = made(folder, "3000");
+    std::vector<StoredRecord> records = stored_records(path);
+  };
+  static const Made& once() {
+    static const Made all;
+    return all;
+  }
+
   Folder folder;
-  std::string path = made(folder, "3000");
-  std::vector<StoredRecord> records = stored_records(path);
+  const std::string& path = once().path;
+  const std::vector<StoredRecord>& records = once().records;
 };
 
 // An open database, closed at the end.
