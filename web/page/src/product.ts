@@ -6,7 +6,7 @@ import { choice, fill, h, labelled } from './dom.js';
 import { csv, download, fileName } from './downloads.js';
 import { amount, brief, sizeText } from './numbers.js';
 import { answersOf, answersTable, bandsTable, type Answer } from './results.js';
-import { mostCompared } from './state.js';
+import { mostCompared, type State } from './state.js';
 
 const steps = 1000; // of a slider, which is logarithmic
 const proportion = 0.75; // height of a drawing to its width
@@ -77,17 +77,20 @@ export class ProductView {
 
   async #read(): Promise<void> {
     const { app } = this;
-    if (app.state.id === '') {
+    const which = this.#which;
+    if (which.id === '') {
       this.#product = null;
       fill(this.element, h('p', { class: 'empty' }, 'Choose a product from the list.'));
+      this.#told(which);
       return;
     }
     let product: ShownProduct;
     try {
-      product = await app.tavd.product(this.#which);
+      product = await app.tavd.product(which);
     } catch (error) {
       this.#product = null;
       fill(this.element, h('p', { class: 'empty' }, messageOf(error)));
+      this.#told(which);
       return;
     }
     const wasByVelocity = this.#product?.by_velocity;
@@ -96,7 +99,10 @@ export class ProductView {
     if (app.state.qv === '' || app.state.dp === '' || changes) this.#chooseDuty();
     this.#shown = { key: '', pictures: new Map(), answers: [] };
     this.#build(product);
-    if (product.limits === null) return;
+    if (product.limits === null) {
+      this.#told(which);
+      return;
+    }
     await this.#calibrate();
     await this.#drawSketch(product);
     await this.refresh();
@@ -237,9 +243,13 @@ export class ProductView {
 
   async #drawSketch(product: ShownProduct): Promise<void> {
     if (!product.has_sketch) return;
-    const drawing = await this.app.tavd.sketch({ ...this.#which, size: this.#size(this.#sketch) });
-    this.#shown.pictures.set('sketch', drawing);
-    fill(this.#sketch, pictureElement(drawing));
+    try {
+      const drawing = await this.app.tavd.sketch({ ...this.#which, size: this.#size(this.#sketch) });
+      this.#shown.pictures.set('sketch', drawing);
+      fill(this.#sketch, pictureElement(drawing));
+    } catch (error) {
+      fill(this.#sketch, h('p', { class: 'note' }, messageOf(error)));
+    }
   }
 
   #showDuty(): void {
@@ -282,6 +292,11 @@ export class ProductView {
       this.#shown.pictures.set('throw', thrown.value);
       fill(this.#throw, pictureElement(thrown.value));
     } else if (thrown.status === 'rejected') fill(this.#throw, h('p', { class: 'note' }, messageOf(thrown.reason)));
+    this.#told(state);
+  }
+
+  /** Says on the element what it shows, once it does. */
+  #told(state: Pick<State, 'class' | 'id'>): void {
     this.element.dataset['generation'] = String(++this.#generation);
     this.element.dataset['shows'] = `${state.class} ${state.id}`;
   }
