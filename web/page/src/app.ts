@@ -19,10 +19,18 @@ export interface App {
 
 let busy = 0;
 
-/** Says on the page itself whether it still works on something: for tests, and for whoever looks on. */
-function working(by: 1 | -1): void {
-  busy += by;
-  document.documentElement.dataset['busy'] = busy > 0 ? 'true' : 'false';
+/** Does some work, and says on the page itself that it does: for tests, and for whoever looks on. */
+export async function working<Result>(work: () => Promise<Result>): Promise<Result> {
+  const count = (by: 1 | -1) => {
+    busy += by;
+    document.documentElement.dataset['busy'] = busy > 0 ? 'true' : 'false';
+  };
+  count(1);
+  try {
+    return await work();
+  } finally {
+    count(-1);
+  }
 }
 
 /** Calls `work` again and again as long as something is new, one call at a time, the latest state alone. */
@@ -36,15 +44,15 @@ export class Latest {
     this.#again = true;
     if (this.#running) return;
     this.#running = true;
-    working(1);
     try {
-      while (this.#again) {
-        this.#again = false;
-        await this.work();
-      }
+      await working(async () => {
+        while (this.#again) {
+          this.#again = false;
+          await this.work();
+        }
+      });
     } finally {
       this.#running = false;
-      working(-1);
     }
   }
 }

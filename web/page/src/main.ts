@@ -1,7 +1,7 @@
 // The page: its settings, its database, and which of the views is shown.
 import type { About, ListedProduct } from 'tavd';
 import { connect } from 'tavd/worker';
-import { messageOf, type App } from './app.js';
+import { messageOf, working, type App } from './app.js';
 import { CompareView } from './compare.js';
 import { byId, choice, fill, h } from './dom.js';
 import { ProductList } from './list.js';
@@ -44,7 +44,7 @@ class Page implements App {
     this.#show();
     addEventListener('popstate', () => {
       this.state = read(location.search);
-      void this.#setTexts();
+      void working(() => this.#setTexts());
     });
   }
 
@@ -79,7 +79,7 @@ class Page implements App {
     clearTimeout(this.#addressTimer);
     this.#addressTimer = setTimeout(() => history.replaceState(null, '', written(this.state) || location.pathname), addressDelay);
     this.tell('');
-    if (changed.includes('market') || changed.includes('language')) void this.#setTexts();
+    if (changed.includes('market') || changed.includes('language')) void working(() => this.#setTexts());
     else if (changed.some((member) => structural.includes(member))) this.#show();
     else if (changed.includes('compare')) {
       this.#showViews();
@@ -138,7 +138,7 @@ class Page implements App {
     const language = choice([{ value: '', text: 'Language' }, ...languages], state.language, (value) => this.update({ language: value }));
     const markets = about.languages.filter(({ market }) => market.length === 3).map(({ market }) => ({ value: market, text: market }));
     const market = choice([{ value: '', text: 'All markets' }, ...markets], state.market, (value) => this.update({ market: value }));
-    const file = h('input', { type: 'file', id: 'file', class: 'unseen', tabindex: -1, 'aria-label': 'Product database', change: () => void this.#open(file.files?.[0]) });
+    const file = h('input', { type: 'file', id: 'file', class: 'unseen', tabindex: -1, 'aria-label': 'Product database', change: () => this.#take(file.files?.[0]) });
     const open = h('button', { type: 'button', title: this.#database, click: () => file.click() }, 'Open …');
     const theme = h('button', { type: 'button', 'aria-label': 'Light or dark', click: () => this.#changeTheme() }, '◐');
     const entries: [HTMLElement, string, string][] = [
@@ -190,12 +190,15 @@ class Page implements App {
     addEventListener('drop', (event) => {
       event.preventDefault();
       drop.hidden = true;
-      void this.#open(event.dataTransfer?.files[0]);
+      this.#take(event.dataTransfer?.files[0]);
     });
   }
 
-  async #open(file: File | undefined): Promise<void> {
-    if (file === undefined) return;
+  #take(file: File | undefined): void {
+    if (file !== undefined) void working(() => this.#open(file));
+  }
+
+  async #open(file: File): Promise<void> {
     try {
       if (file.size > mostBytes) throw new Error('the file is larger than a page can hold');
       await this.tavd.open(new Uint8Array(await file.arrayBuffer()), { market: this.state.market, language: this.state.language });
@@ -222,7 +225,7 @@ const theme = (() => {
 if (theme === 'light' || theme === 'dark') document.documentElement.dataset['theme'] = theme;
 
 const page = new Page();
-page.start().catch((error: unknown) => {
+working(() => page.start()).catch((error: unknown) => {
   page.tell(`The page could not start: ${messageOf(error)}`);
 });
 if ('serviceWorker' in navigator && import.meta.env.PROD) void navigator.serviceWorker.register('./offline.js');
