@@ -2,7 +2,9 @@
 // TAVD_WEB_PICTURES=FOLDER the pictures of the documents are left there, and with TAVD_WEB_LOOKS=FOLDER those of every view in
 // several sizes, to be looked at. How quick the page is, `web/tests/bench` measures.
 import assert from 'node:assert/strict';
-import { readFileSync, writeFileSync } from 'node:fs';
+import { execFileSync } from 'node:child_process';
+import { mkdtempSync, readFileSync, rmSync } from 'node:fs';
+import { tmpdir } from 'node:os';
 import { after, before, test } from 'node:test';
 import { createRequire } from 'node:module';
 import { join } from 'node:path';
@@ -228,6 +230,25 @@ test('four products are compared, and no fifth', async () => {
   });
 });
 
+const views = {
+  product: '?class=ASD&id=QZSA-160&qv=60&dp=40&max-lp=30',
+  selection: '?view=selection&qv=80&dp=70&max-lp=30',
+  compare: '?view=compare&qv=50&dp=60&compare=DMP+QZDA-160&compare=ASD+QZSA-160&compare=AEX+QZEA-160&compare=VLV+QZTA-160',
+};
+
+// The view on paper: its text, and how many pages it takes.
+async function printed(page, name) {
+  const folder = mkdtempSync(join(tmpdir(), 'tavd-print-'));
+  try {
+    const path = join(looks ?? folder, `${name}.pdf`);
+    await page.pdf({ path, format: 'A4', preferCSSPageSize: true });
+    const told = execFileSync('pdfinfo', [path], { encoding: 'utf8' });
+    return [execFileSync('pdftotext', ['-layout', path, '-'], { encoding: 'utf8' }), Number(/^Pages: +(\d+)/m.exec(told)[1])];
+  } finally {
+    rmSync(folder, { recursive: true });
+  }
+}
+
 test('SVG, CSV and a page for print are made', async () => {
   await withPage('?class=ASD&id=QZSA-160&qv=60&dp=40', async (page) => {
     await settled(page);
@@ -243,16 +264,28 @@ test('SVG, CSV and a page for print are made', async () => {
     const [, csv] = await saved(() => page.getByRole('button', { name: 'CSV', exact: true }).click());
     const level = json('calc', catalogue(), 'ASD', 'QZSA-160', '--qv', '60', '--dp', '40').sound.room_level_dBA;
     assert.ok(csv.includes(`Level in the room,${level},dB(A)\n`), csv);
-    const pdf = await page.pdf({ format: 'A4' });
-    assert.equal(pdf.subarray(0, 5).toString(), '%PDF-');
-    if (looks) writeFileSync(join(looks, 'product.pdf'), pdf);
+    // One page, with the numbers, what they are of and where they are from.
+    const [sheet, pages] = await printed(page, 'product');
+    assert.equal(pages, 1);
+    for (const words of ['QZSA-160', 'Adjustable supply diffuser', '60 l/s\\s+40 Pa\\s+4 dB', 'Level in the room\\s+34.1\\s+dB\\(A\\)', 'Calculated with tavd [\\d.]+ · Sample catalogue · \\S']) {
+      assert.match(sheet, new RegExp(words));
+    }
+    assert.doesNotMatch(sheet, /SVG|Search|Print|none|any/);
     await page.emulateMedia({ media: 'print' });
     assert.equal(await page.locator('#products').isVisible(), false);
     assert.equal(await page.locator('.figure.sketch svg').isVisible(), true);
     await page.emulateMedia({ media: null });
   });
+  await withPage(views.compare, async (page) => {
+    const [sheet, pages] = await printed(page, 'compare');
+    assert.equal(pages, 1);
+    for (const id of ['QZDA-160', 'QZSA-160', 'QZEA-160', 'QZTA-160']) assert.match(sheet, new RegExp(id));
+  });
   await withPage('?view=selection&qv=80&dp=70&top=5', async (page) => {
     await page.locator('.hits').waitFor();
+    const [sheet, pages] = await printed(page, 'selection');
+    assert.equal(pages, 1);
+    assert.match(sheet, /products fit[^]*Why not the others/);
     const [download] = await Promise.all([page.waitForEvent('download'), page.getByRole('button', { name: 'CSV', exact: true }).click()]);
     const expected = tavd('select', catalogue(), '--qv', '80', '--dp', '70', '--csv', '--units', 'l/s,m/s,Pa');
     assert.equal(readFileSync(await download.path(), 'utf8'), expected);
@@ -324,12 +357,6 @@ test('texts of a database stay texts', async () => {
     assert.equal(await drop(page, 'catalogue.tavdb', bytes(catalogue())), '');
   });
 });
-
-const views = {
-  product: '?class=ASD&id=QZSA-160&qv=60&dp=40&max-lp=30',
-  selection: '?view=selection&qv=80&dp=70&max-lp=30',
-  compare: '?view=compare&qv=50&dp=60&compare=DMP+QZDA-160&compare=ASD+QZSA-160&compare=AEX+QZEA-160&compare=VLV+QZTA-160',
-};
 
 test('axe finds no fault, light and dark, in any view', async () => {
   for (const colorScheme of ['light', 'dark']) {

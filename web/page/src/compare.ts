@@ -3,7 +3,7 @@ import type { Calculated, Drawing, ShownProduct } from 'tavd';
 import { Latest, messageOf, type App } from './app.js';
 import { pictureElement } from './diagram.js';
 import { fill, h } from './dom.js';
-import { amount, sizeText } from './numbers.js';
+import { amount, nameOf, sizeText } from './numbers.js';
 import { answersOf, type Answer } from './results.js';
 import { mostCompared } from './state.js';
 
@@ -68,23 +68,24 @@ export class CompareView {
       return h('td', { class: answer?.bad ? 'number bad' : 'number', 'data-answer': answer && key, 'data-value': answer?.value }, answer?.shown ?? '–');
     };
     const remove = (key: string) => app.update({ compare: state.compare.filter((each) => each !== key) });
+    const table = h('table', { class: 'compared' },
+      h('caption', {}, 'Products side by side'),
+      h('thead', {}, h('tr', {}, h('td', {}),
+        ...columns.map(({ key, product }) => h('th', { scope: 'col' },
+          h('span', {}, product ? nameOf(product) : key), ' ',
+          h('button', { type: 'button', class: 'quiet', 'aria-label': `Remove ${key}`, click: () => remove(key) }, '×'))))),
+      h('tbody', {},
+        h('tr', {}, h('th', { scope: 'row' }, 'Description'), ...columns.map(({ product, problem }) => h('td', {}, problem || product?.description || product?.kind_text))),
+        h('tr', {}, h('th', { scope: 'row' }, 'Size'), ...columns.map(({ product }) => h('td', {}, product ? sizeText(product.size) : ''))),
+        ...[...rows].map(([key, { name, unit }]) =>
+          h('tr', {}, h('th', { scope: 'row' }, name, unit && h('span', { class: 'unit' }, ` ${unit}`)), ...columns.map((column) => cell(column, key)))),
+        h('tr', { class: 'pictures' }, h('th', { scope: 'row' }, 'Flow diagram'),
+          ...columns.map(({ diagram }) => h('td', {}, diagram ? h('div', { class: 'diagram' }, pictureElement(diagram)) : '–'))),
+      ));
+    table.style.setProperty('--products', String(columns.length));
     fill(this.element,
       h('h1', {}, 'Compare'),
       h('p', { class: 'what' }, `At ${state.qv} ${units.flow.sign} and ${state.dp} ${units.pressure.sign}`),
-      h('div', { class: 'scrolled', tabindex: 0, role: 'region', 'aria-label': 'Comparison' },
-        h('table', { class: 'compared' },
-          h('caption', {}, 'Products side by side'),
-          h('thead', {}, h('tr', {}, h('td', {}),
-            ...columns.map(({ key, product }) => h('th', { scope: 'col' },
-              h('span', {}, product?.code || key), ' ',
-              h('button', { type: 'button', class: 'quiet', 'aria-label': `Remove ${key}`, click: () => remove(key) }, '×'))))),
-          h('tbody', {},
-            h('tr', {}, h('th', { scope: 'row' }, 'Description'), ...columns.map(({ product, problem }) => h('td', {}, problem || product?.description || product?.kind_text))),
-            h('tr', {}, h('th', { scope: 'row' }, 'Size'), ...columns.map(({ product }) => h('td', {}, product ? sizeText(product.size) : ''))),
-            ...[...rows].map(([key, { name, unit }]) =>
-              h('tr', {}, h('th', { scope: 'row' }, name, unit && h('span', { class: 'unit' }, ` ${unit}`)), ...columns.map((column) => cell(column, key)))),
-            h('tr', { class: 'pictures' }, h('th', { scope: 'row' }, 'Flow diagram'),
-              ...columns.map(({ diagram }) => h('td', {}, diagram ? h('div', { class: 'diagram' }, pictureElement(diagram)) : '–'))),
-          ))));
+      h('div', { class: 'scrolled', tabindex: 0, role: 'region', 'aria-label': 'Comparison' }, table));
   }
 }

@@ -2,7 +2,7 @@
 import type { ListedProduct } from 'tavd';
 import type { App } from './app.js';
 import { fill, h } from './dom.js';
-import { sizeText } from './numbers.js';
+import { nameOf, sizeText } from './numbers.js';
 
 const rowHeight = 46; // CSS pixels, as style.css has it
 const margin = 8; // rows above and below what is in sight
@@ -76,7 +76,7 @@ export class ProductList {
       role: 'option', id: `product-${index}`, class: 'row', 'aria-selected': index === this.#at ? 'true' : 'false',
       'aria-setsize': this.#found.length, 'aria-posinset': index + 1, click: () => this.#choose(index),
     },
-      h('span', { class: 'code' }, product.code || product.id),
+      h('span', { class: 'code' }, nameOf(product)),
       h('span', { class: 'size' }, product.family ? 'family' : sizeText(product.size)),
       h('span', { class: 'what' }, product.description || product.kind_text),
     );

@@ -37,6 +37,10 @@ class Page implements App {
     this.#views = { product: new ProductView(this), selection: new SelectionView(this), compare: new CompareView(this) };
     this.#list = new ProductList(this, byId('products'));
     this.#acceptFiles();
+    // A sheet that is printed says where its numbers are from.
+    addEventListener('beforeprint', () => fill(byId('printed'), [
+      `Calculated with tavd ${this.about.version}`, this.#database, new Date().toLocaleDateString(undefined, { dateStyle: 'long' }),
+    ].join(' · ')));
     const response = await fetch(catalogue);
     if (!response.ok) throw new Error(`the catalogue could not be loaded: ${response.status} ${response.statusText}`);
     await this.#openWithTexts(new Uint8Array(await response.arrayBuffer()));

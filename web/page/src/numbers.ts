@@ -23,6 +23,9 @@ export function measure(answer: object | null | undefined, name: string): number
 export const sizeText = (size: Size | null): string =>
   size === null ? '' : size.diameter_mm !== undefined ? `⌀${size.diameter_mm}` : `${size.width_mm}×${size.height_mm}`;
 
+/** What a product is called. The code of a family may be a template, which its sizes alone fill in. */
+export const nameOf = ({ code, id }: { code: string; id: string }): string => (code === '' || code.includes('{') ? id : code);
+
 /** The chosen units, and texts in them. */
 export class Units {
   readonly flow: Unit;

@@ -4,7 +4,7 @@ import { Latest, messageOf, type App } from './app.js';
 import { FlowDiagram, pictureElement, type PlotPoint } from './diagram.js';
 import { choice, fill, h, labelled } from './dom.js';
 import { csv, download, fileName } from './downloads.js';
-import { amount, brief, sizeText } from './numbers.js';
+import { amount, brief, nameOf, sizeText } from './numbers.js';
 import { answersOf, answersTable, bandsTable, type Answer } from './results.js';
 import { mostCompared, type State } from './state.js';
 
@@ -159,7 +159,7 @@ export class ProductView {
       : null;
     return h('header', { class: 'heading' },
       h('div', {},
-        h('h1', {}, product.code || product.id),
+        h('h1', {}, nameOf(product)),
         h('p', { class: 'what' }, [product.description, product.kind_text, size && `${size} mm`].filter(Boolean).join(' · ')),
       ),
       h('div', { class: 'actions' }, sizes, compare,

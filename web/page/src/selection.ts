@@ -63,7 +63,7 @@ export class SelectionView {
       field('Room damping', 'damping', 'dB'),
       field('Throw, from', 'throwFrom', 'm', 'any'),
       field('Throw, to', 'throwTo', 'm', 'any'),
-      field('Duct size', 'size', 'mm', '160 or 125:200'),
+      field('Duct size, or from:to', 'size', 'mm', 'any'),
       labelled('Class', choice([{ value: '', text: 'all' }, ...classes.map((value) => ({ value, text: value }))], state.only, (only) => app.update({ only }))),
       labelled('Best is', choice(
         [['sound', 'the quietest'], ['pressure', 'the least pressure'], ['size', 'the smallest'], ['fit', 'the middle of its limits']].map(
