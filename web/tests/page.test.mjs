@@ -124,6 +124,21 @@ test('flow and pressure are typed, slid, and moved by arrow keys; the address fo
   });
 });
 
+test('limits that begin at 0 have the duty in their middle and sliders of equal steps', async () => {
+  await withPage('?class=FAN&id=QZFA-160', async (page) => {
+    const flow = page.getByLabel('Flow', { exact: true });
+    assert.equal(await flow.inputValue(), '100');
+    const slider = page.getByLabel('Flow, slider');
+    assert.equal(await slider.inputValue(), '500');
+    await slider.focus();
+    await page.keyboard.press('ArrowRight');
+    await settled(page);
+    assert.equal(await flow.inputValue(), '100.2');
+    const dp = await page.getByLabel('Total pressure', { exact: true }).inputValue();
+    await assertNumbers(page, 'FAN', 'QZFA-160', ['--qv', '100.2', '--dp', dp]);
+  });
+});
+
 test('a drag of the operating point is followed while it lasts, and the drawn mark lies under the pointer', async () => {
   await withPage('?class=ASD&id=QZSA-160&qv=60&dp=40', async (page) => {
     await settled(page);

@@ -8,7 +8,7 @@ import { amount, brief, nameOf, sizeText } from './numbers.js';
 import { answersOf, answersTable, bandsTable, type Answer } from './results.js';
 import { mostCompared, type State } from './state.js';
 
-const steps = 1000; // of a slider, which is logarithmic
+const steps = 1000; // of a slider
 const proportion = 0.75; // height of a drawing to its width
 const usualWidth = 640;
 
@@ -19,9 +19,10 @@ interface Amount {
   slider: HTMLInputElement;
 }
 
-/** What stands of a flow or a pressure on its axis, and back. */
-const partOf = (value: number, [low, high]: Range) => Math.log(value / low) / Math.log(high / low);
-const valueOf = (part: number, [low, high]: Range) => low * (high / low) ** part;
+/** What stands of a flow or a pressure on its axis, and back: logarithmic as the diagrams, unless it begins at 0 as a fan's. */
+const partOf = (value: number, [low, high]: Range) =>
+  low > 0 ? Math.log(value / low) / Math.log(high / low) : (value - low) / (high - low);
+const valueOf = (part: number, [low, high]: Range) => (low > 0 ? low * (high / low) ** part : low + part * (high - low));
 
 export class ProductView {
   readonly element = h('div', { class: 'product' });
@@ -113,8 +114,8 @@ export class ProductView {
     const { qv, dp } = this.#limits;
     const number = (value: number) => (Number.isFinite(value) && value > 0 ? String(Number(value.toPrecision(2))) : '');
     this.app.update({
-      qv: number(Math.sqrt(qv[0] * qv[1]) / this.#flowUnit.in_base),
-      dp: number(Math.sqrt(dp[0] * dp[1]) / this.app.units.pressure.in_base),
+      qv: number(valueOf(1 / 2, qv) / this.#flowUnit.in_base),
+      dp: number(valueOf(1 / 2, dp) / this.app.units.pressure.in_base),
     });
   }
 
