@@ -1,5 +1,5 @@
-// Windows's own logarithm takes the steps of the C library elsewhere. Here those steps stand beside the C
-// library.
+// Windows's own logarithm takes the steps of the C library elsewhere, and WebAssembly's tangents those of
+// Windows where they count. Here those steps stand beside the C library and beside each other.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -7,13 +7,14 @@
 #include <random>
 
 // In a namespace of its own: the library of this system has functions of the same names.
-namespace on_windows {
-#include "../../src/base/win32/gwmath.h"
+namespace in_browser {
+#include "../../src/base/wasm/gwmath.h"
 }
 
 namespace {
 
-using on_windows::tavd::gwlog10;
+namespace on_windows = in_browser::extended::tavd;
+using on_windows::gwlog10;
 
 TEST(LogarithmOnWindows, PowersOfTenAreWhole) {
   double power = 1.0;
@@ -44,6 +45,31 @@ TEST(LogarithmOnWindows, EqualsThatOfTheCLibraryForTheSmallestNumbers) {
   for (double x = std::numeric_limits<double>::denorm_min(); x < 1.0; x *= 3.0) {
     EXPECT_EQ(gwlog10(x), std::log10(x)) << x;
   }
+}
+
+float nearest(double x) {
+  return static_cast<float>(x);
+}
+
+TEST(TangentsInTheBrowser, AreThoseOfWindowsAsFloats) {
+  std::mt19937 random(18);
+  std::uniform_real_distribution<double> decades(-6.0, 6.0);
+  for (int i = 0; i < 200000; ++i) {
+    const double x = static_cast<float>(std::pow(10.0, decades(random))) * (i % 2 == 0 ? 1 : -1);
+    ASSERT_EQ(nearest(in_browser::tavd::gwatan(x)), nearest(on_windows::gwatan(x))) << x;
+    const double angle = std::remainder(x, 8.0);
+    ASSERT_EQ(nearest(in_browser::tavd::gwtan(angle)), nearest(on_windows::gwtan(angle))) << angle;
+  }
+}
+
+// Halfway between two floats, and next to it: the double of the C library alone does not say which.
+TEST(TangentsInTheBrowser, AreExactWhereTheNextDoubleIsAnotherFloat) {
+  EXPECT_FALSE(in_browser::tavd::makes_one_float(1.0 + 0x1p-24));
+  EXPECT_FALSE(in_browser::tavd::makes_one_float(std::nextafter(1.0 + 0x1p-24, 2.0)));
+  EXPECT_TRUE(in_browser::tavd::makes_one_float(1.0 + 0x1p-26));
+  EXPECT_TRUE(in_browser::tavd::makes_one_float(0.0));
+  EXPECT_FALSE(in_browser::tavd::makes_one_float(std::numeric_limits<double>::quiet_NaN()));
+  EXPECT_EQ(std::signbit(in_browser::tavd::gwtan(-0.0)), true);
 }
 
 }  // namespace

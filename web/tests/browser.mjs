@@ -28,4 +28,7 @@ export function watch(page, address) {
   return faults;
 }
 
+/** Nothing is left to be done. */
+export const settled = (page) => page.waitForFunction(() => document.documentElement.dataset.busy === 'false');
+
 export const shown = (page) => page.waitForSelector('.product[data-generation] .diagram svg');

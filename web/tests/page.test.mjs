@@ -8,7 +8,7 @@ import { tmpdir } from 'node:os';
 import { after, before, test } from 'node:test';
 import { createRequire } from 'node:module';
 import { join } from 'node:path';
-import { start, watch } from './browser.mjs';
+import { settled, start, watch } from './browser.mjs';
 import { acrossDiagram, changeProduct, drag } from './measure.mjs';
 import { bytes, catalogue, hostileFiles, json, madeUp, markedUp, markup, tavd } from './program.mjs';
 
@@ -59,8 +59,6 @@ async function withPage(query, look) {
   await look(page);
   assert.deepEqual(faults.splice(0), []);
 }
-
-const settled = (page) => page.waitForFunction(() => document.documentElement.dataset.busy === 'false');
 
 const answersOn = (page) => page.$$eval('.results [data-answer]', (cells) =>
   Object.fromEntries(cells.map((cell) => [cell.dataset.answer, cell.dataset.value])));
