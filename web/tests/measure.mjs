@@ -15,7 +15,7 @@ export async function drag(page, from, to, wanted) {
     const began = performance.now();
     let drawings = 0;
     const observer = new MutationObserver(() => ++drawings);
-    observer.observe(diagram, { childList: true });
+    observer.observe(diagram, { childList: true, subtree: true });
     for (let i = 1; i <= frames; ++i) {
       await frame();
       const part = i / frames;

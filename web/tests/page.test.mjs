@@ -111,8 +111,12 @@ test('flow and pressure are typed, slid, and moved by arrow keys; the address fo
     const dp = await page.getByLabel('Total pressure', { exact: true }).inputValue();
     assert.ok(Math.abs(Number(dp) / before - 1.1) < 0.01, `${before} to ${dp}`);
     await page.waitForFunction((wanted) => location.search.includes(`dp=${wanted}`), dp);
+    // What was changed in place is what is drawn anew.
+    const drawn = () => page.locator('.figure.flow .diagram').innerHTML();
+    const moved = await drawn();
     await page.reload();
     await assertNumbers(page, 'DMP', 'QZDA-160', ['--qv', qv, '--dp', dp]);
+    assert.equal(await drawn(), moved);
     await page.getByLabel('Level in the room, at most').fill('30');
     await settled(page);
     assert.match(await page.locator('.results').innerText(), /dB above the limit/);

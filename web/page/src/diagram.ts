@@ -32,6 +32,28 @@ export function pictureElement(drawing: Drawing): SVGSVGElement {
   return svg;
 }
 
+/** Makes `shown` what `next` is, where they differ: of a diagram that is dragged that is its mark, and the rest keeps its layout. */
+function become(shown: Element, next: Element): void {
+  if (shown.isEqualNode(next)) return;
+  const count = shown.childElementCount;
+  if (shown.tagName !== next.tagName || count !== next.childElementCount || count === 0) {
+    shown.replaceWith(next);
+    return;
+  }
+  for (const { name } of [...shown.attributes]) if (!next.hasAttribute(name)) shown.removeAttribute(name);
+  for (const { name, value } of [...next.attributes]) if (shown.getAttribute(name) !== value) shown.setAttribute(name, value);
+  const following = [...next.children];
+  [...shown.children].forEach((child, index) => become(child, following[index]!));
+}
+
+/** Shows the picture in a place that has none, or another one. */
+export function showPicture(place: HTMLElement, drawing: Drawing): void {
+  const svg = pictureElement(drawing);
+  const shown = place.firstElementChild;
+  if (shown instanceof SVGSVGElement && place.childElementCount === 1) become(shown, svg);
+  else place.replaceChildren(svg);
+}
+
 function markOf(svg: SVGSVGElement): { x: number; y: number } | null {
   const mark = svg.querySelector('[data-name^="operating-point"] ellipse');
   return mark === null ? null : { x: Number(mark.getAttribute('cx')), y: Number(mark.getAttribute('cy')) };
@@ -54,7 +76,6 @@ export class FlowDiagram {
     'aria-label': 'Flow diagram. Arrow keys move the operating point, with Shift by larger steps',
   });
   #axes: { x: Axis; y: Axis } | null = null;
-  #svg: SVGSVGElement | null = null;
 
   /** `moved` gets the number at a place, in base units; `stepped` a factor for flow and for pressure. */
   constructor(moved: (point: PlotPoint) => void, stepped: (flow: number, pressure: number) => void) {
@@ -118,16 +139,14 @@ export class FlowDiagram {
   }
 
   show(drawing: Drawing): void {
-    const svg = pictureElement(drawing);
-    if (this.#svg === null) this.element.replaceChildren(svg);
-    else this.#svg.replaceWith(svg);
-    this.#svg = svg;
+    showPicture(this.element, drawing);
   }
 
   #pointAt(event: PointerEvent): PlotPoint | null {
-    if (this.#axes === null || this.#svg === null) return null;
-    const box = this.#svg.getBoundingClientRect();
-    const view = this.#svg.viewBox.baseVal;
+    const svg = this.element.firstElementChild;
+    if (this.#axes === null || !(svg instanceof SVGSVGElement)) return null;
+    const box = svg.getBoundingClientRect();
+    const view = svg.viewBox.baseVal;
     const x = ((event.clientX - box.left) / box.width) * view.width;
     const y = ((event.clientY - box.top) / box.height) * view.height;
     return { qv: numberAt(this.#axes.x, x), dp: numberAt(this.#axes.y, y) };

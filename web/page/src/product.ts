@@ -1,7 +1,7 @@
 // One product: its duty, what it does there, and its drawings.
 import type { Calculated, Drawing, ShownProduct, Which } from 'tavd';
 import { Latest, messageOf, type App } from './app.js';
-import { FlowDiagram, pictureElement, type PlotPoint } from './diagram.js';
+import { FlowDiagram, showPicture, type PlotPoint } from './diagram.js';
 import { choice, fill, h, labelled } from './dom.js';
 import { csv, download, fileName } from './downloads.js';
 import { amount, brief, nameOf, sizeText } from './numbers.js';
@@ -247,7 +247,7 @@ export class ProductView {
     try {
       const drawing = await this.app.tavd.sketch({ ...this.#which, size: this.#size(this.#sketch) });
       this.#shown.pictures.set('sketch', drawing);
-      fill(this.#sketch, pictureElement(drawing));
+      showPicture(this.#sketch, drawing);
     } catch (error) {
       fill(this.#sketch, h('p', { class: 'note' }, messageOf(error)));
     }
@@ -291,7 +291,7 @@ export class ProductView {
     } else this.#flowNote.textContent = calculated.status === 'fulfilled' ? messageOf(flow.reason) : '';
     if (thrown.status === 'fulfilled' && thrown.value !== null) {
       this.#shown.pictures.set('throw', thrown.value);
-      fill(this.#throw, pictureElement(thrown.value));
+      showPicture(this.#throw, thrown.value);
     } else if (thrown.status === 'rejected') fill(this.#throw, h('p', { class: 'note' }, messageOf(thrown.reason)));
     this.#told(state);
   }
