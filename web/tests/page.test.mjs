@@ -142,7 +142,7 @@ test('limits that begin at 0 have the duty in their middle and sliders of equal 
 });
 
 test('a drag of the operating point is followed while it lasts, and the drawn mark lies under the pointer', async () => {
-  await withPage('?class=ASD&id=QZSA-160&qv=60&dp=40', async (page) => {
+  await withPage('?class=DMP&id=QZDA-160&qv=60&dp=40', async (page) => {
     await settled(page);
     const [from, to] = await acrossDiagram(page);
     await drag(page, from, to, 20);
@@ -160,7 +160,7 @@ test('a drag of the operating point is followed while it lasts, and the drawn ma
     const qv = await page.getByLabel('Flow', { exact: true }).inputValue();
     const dp = await page.getByLabel('Total pressure', { exact: true }).inputValue();
     assert.notEqual(qv, '60');
-    await assertNumbers(page, 'ASD', 'QZSA-160', ['--qv', qv, '--dp', dp]);
+    await assertNumbers(page, 'DMP', 'QZDA-160', ['--qv', qv, '--dp', dp]);
   });
 });
 
@@ -184,14 +184,15 @@ test('units, language, market and parameters are switched', async () => {
 
 test('a product is found by typing, and of a long list only what is in sight has elements', async () => {
   await withNewPage('', async (page) => {
-    await page.getByLabel('Search products').fill('QZDA-160 damper');
+    await page.getByRole('heading', { level: 1, name: 'QZDA-160' }).waitFor();
+    await page.getByLabel('Search products').fill('QZDA-200 damper');
     await page.getByText('1 of 90 products').waitFor();
     await page.keyboard.press('Enter');
-    await page.getByRole('heading', { level: 1, name: 'QZDA-160' }).waitFor();
+    await page.getByRole('heading', { level: 1, name: 'QZDA-200' }).waitFor();
     await page.getByLabel('Search products').fill('');
     await page.getByRole('listbox').focus();
     await page.keyboard.press('ArrowDown');
-    await page.getByRole('heading', { level: 1, name: 'QZDA-200' }).waitFor();
+    await page.getByRole('heading', { level: 1, name: 'QZDA-250' }).waitFor();
     await page.getByLabel('Product database').setInputFiles(madeUp(records));
     const listed = JSON.parse(tavd('list', madeUp(records), '--json')).length;
     await page.getByText(`${listed} products`, { exact: true }).waitFor();

@@ -11,6 +11,7 @@ import { SelectionView } from './selection.js';
 import { read, written, type State, type View } from './state.js';
 
 const catalogue = './catalogue.tavdb';
+const shownFirst = { class: 'DMP', id: 'QZDA-160' }; // of the catalogue: a damper, whose answers a drag changes most
 const addressDelay = 250; // ms: a browser takes only so many changes of the address in a while
 const mostBytes = 512 * 1024 * 1024; // of a database: what a page can keep in memory with room to spare
 
@@ -44,6 +45,7 @@ class Page implements App {
     const response = await fetch(catalogue);
     if (!response.ok) throw new Error(`the catalogue could not be loaded: ${response.status} ${response.statusText}`);
     await this.#openWithTexts(new Uint8Array(await response.arrayBuffer()));
+    if (this.state.id === '') this.state = { ...this.state, ...shownFirst };
     await this.#takeProducts();
     this.#show();
     addEventListener('popstate', () => {
