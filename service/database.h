@@ -1,22 +1,20 @@
-// An open product database: finding, walking, saving and deleting records.
+// An open product database: finding, walking, saving and deleting records, whatever store they are in.
 #pragma once
 
-#include <filesystem>
 #include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
 
-#include "service/connection.h"
 #include "service/readahead.h"
 #include "service/record.h"
+#include "service/store.h"
 
 namespace tavdsrv {
 
 class Database {
  public:
-  // Throws Failure; see open_product_database.
-  Database(const std::filesystem::path& path, bool create);
+  explicit Database(std::unique_ptr<Store> store) : store_(std::move(store)) {}
 
   // Each of these locks the database for itself and throws Failure.
   std::unique_ptr<Record> find(const Key& key);
@@ -26,13 +24,8 @@ class Database {
   void save(const Record& record, Bytes ahm);  // an empty block removes the one that is stored
   void remove(const Key& key);
 
-  // Hands the record's ahm block to `take`, which sees no bytes if there is none.
-  template <typename Take>
-  auto ahm(const Key& key, Take&& take) {
-    const std::lock_guard lock(mutex_);
-    Query query(connection_, find_ahm_);
-    return take(query.bind(1, key).step() ? query.blob(0) : Bytes());
-  }
+  // Hands the record's ahm block to `take`, if there is one.
+  void ahm(const Key& key, const Store::TakeBlock& take);
 
   void begin();
   // Both end the group of changes, also when they fail.
@@ -43,37 +36,22 @@ class Database {
   bool uses_utf8();
 
  private:
-  // A record as it is stored; the body is valid until the query's next step.
-  struct Row {
-    Key key;
-    Bytes body;
-  };
-  std::optional<Row> read(Query& query);
-  void read_ahead(Query& query, Key last, std::size_t wanted);
-  // Calls wait for others as those that change something do.
-  class Changing;
   template <typename Change>
   void change(const Key& key, Change&& change);
-  template <typename Change>
-  void change_together(const Key& key, Change&& statements);
-  void execute(Statement& statement, const Key& key);
-  void execute(Statement& statement, const Key& key, Bytes bytes);
+  void check_length(Bytes bytes) const;
   void end_batch();
   [[noreturn]] void refuse_for_batch() const;
-  unsigned data_version() const;
 
   std::mutex mutex_;
-  Connection connection_;
-  Statement find_, find_at_or_after_, find_after_, save_, remove_, find_ahm_, save_ahm_, remove_ahm_;
-  Statement savepoint_, release_;
+  std::unique_ptr<Store> store_;
   ReadAhead ahead_;
   bool in_batch_ = false;
   std::string batch_failure_;  // why the group's first change that failed did so; empty while none has
 
-  // usesUTF8 as it stood at a state of the file; asked again when the file has changed since.
+  // usesUTF8 as it stood when something was read; asked again when what is read shows changes since.
   struct Encoding {
     bool utf8;
-    unsigned data_version;
+    unsigned version_read;
   };
   std::optional<Encoding> encoding_;
 };

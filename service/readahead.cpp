@@ -9,8 +9,8 @@ constexpr std::size_t kPartOfWalk = 4;  // read ahead is at most one record for 
 
 }  // namespace
 
-std::unique_ptr<Record> ReadAhead::take_after(const Key& key, const Connection& connection) {
-  if (next_ == rows_.size() || key != last_ || !still_true(connection)) return nullptr;
+std::unique_ptr<Record> ReadAhead::take_after(const Key& key, Store& store) {
+  if (next_ == rows_.size() || key != last_ || !still_true(store)) return nullptr;
   const std::size_t begin = next_ == 0 ? 0 : rows_[next_ - 1].end;
   const Row& row = rows_[next_++];
   last_ = row.key;
@@ -18,37 +18,42 @@ std::unique_ptr<Record> ReadAhead::take_after(const Key& key, const Connection& 
   return std::make_unique<Record>(row.key, Bytes(bodies_).subspan(begin, row.end - begin));
 }
 
-std::size_t ReadAhead::step(const Key& from, const Key& to) {
-  const std::size_t met = from == last_ ? met_ : 0;
-  forget();
-  last_ = to;
-  met_ = met + 1;
-  return met_ / kPartOfWalk;
+std::size_t ReadAhead::wanted_after(const Key& key) const {
+  return (met_until(key) + 1) / kPartOfWalk;
 }
 
-bool ReadAhead::keep(const Key& key, Bytes body, const Connection& connection) {
+std::size_t ReadAhead::step(const Key& from, const Key& to) {
+  const std::size_t wanted = wanted_after(from);
+  const std::size_t met = met_until(from) + 1;
+  forget();
+  last_ = to;
+  met_ = met;
+  return wanted;
+}
+
+bool ReadAhead::keep(const Key& key, Bytes body, Store& store) {
   if (rows_.empty()) {
     checked_ = Clock::now();
-    changes_ = connection.change_counter();
+    state_ = store.state_of_walk();
   }
-  if (!changes_.has_value() || bodies_.size() + body.size() > kMostAhead) return false;
+  if (!state_.has_value() || bodies_.size() + body.size() > kMostAhead) return false;
   bodies_.insert(bodies_.end(), body.begin(), body.end());
   rows_.push_back({key, bodies_.size()});
   return true;
 }
 
-bool ReadAhead::still_true(const Connection& connection) {
+bool ReadAhead::still_true(Store& store) {
   const auto now = Clock::now();
-  if (now - checked_ < kTrusted) return true;
+  if (now - checked_ < store.trusted()) return true;
   checked_ = now;
-  return connection.change_counter() == changes_;
+  return store.state() == state_;
 }
 
 void ReadAhead::forget() {
   rows_.clear();
   bodies_.clear();
   next_ = 0;
-  changes_.reset();
+  state_.reset();
   last_.reset();
   met_ = 0;
 }

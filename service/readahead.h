@@ -3,42 +3,45 @@
 
 #include <chrono>
 #include <cstddef>
-#include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
-#include "service/connection.h"
 #include "service/record.h"
+#include "service/store.h"
 
 namespace tavdsrv {
 
-// A step of a walk takes the file's locks and gives them back, which costs many times what reading a record
-// does. So a walk that has come some way reads several records in one step. They are handed out only while
-// the file is as it was when they were read. That is looked at again after kTrusted, so a walk sees what
-// another process has saved at most so much later than it would step by step.
+// A step of a walk takes a file's locks and gives them back, or goes to a server and back, which costs many
+// times what reading a record does. So a walk that has come some way reads several records in one step. They
+// are handed out only while the contents are as they were when they were read. That is looked at again as
+// often as the store says, so a walk sees what another process has saved at most so much later than it would
+// step by step.
 class ReadAhead {
  public:
-  static constexpr std::chrono::microseconds kTrusted{20};
+  // The record after `key`, if it is here and nothing has changed since.
+  std::unique_ptr<Record> take_after(const Key& key, Store& store);
 
-  // The record after `key`, if it is here and the file has not changed since.
-  std::unique_ptr<Record> take_after(const Key& key, const Connection& connection);
+  // How many records behind the one after `key` are worth reading now: never more than a quarter of those
+  // that the walk has met, so that short walks read little that nobody asks for.
+  std::size_t wanted_after(const Key& key) const;
 
   // A walk reads from `from` on to `to`, and forgets what is left of former steps. Answers how many records
-  // behind `to` are worth reading now: never more than a quarter of those that the walk has met, so that
-  // short walks read little that nobody asks for.
+  // behind `to` are wanted.
   std::size_t step(const Key& from, const Key& to);
 
-  // Keeps the record that follows, as it is stored; false if there is no room for it. Only while the
-  // statement that reads it is being stepped: no other process can change the file then.
-  bool keep(const Key& key, Bytes body, const Connection& connection);
+  // Keeps the record that follows, as it is stored; false if there is no room for it. Only while the store's
+  // walk hands it out.
+  bool keep(const Key& key, Bytes body, Store& store);
 
   void forget();
 
  private:
   using Clock = std::chrono::steady_clock;
 
-  bool still_true(const Connection& connection);
+  bool still_true(Store& store);
+  std::size_t met_until(const Key& key) const { return key == last_ ? met_ : 0; }
 
   struct Row {
     Key key;
@@ -48,11 +51,11 @@ class ReadAhead {
   // Records are made of these when they are handed out, one at a time: none holds memory longer than it must.
   std::vector<Row> rows_;
   std::vector<unsigned char> bodies_;
-  std::size_t next_ = 0;                  // the first of rows_ that was not handed out
-  std::optional<std::uint32_t> changes_;  // the file's change counter when they were read
-  Clock::time_point checked_;             // when it was last looked at
-  std::optional<Key> last_;               // where the walk is
-  std::size_t met_ = 0;                   // records that it has met
+  std::size_t next_ = 0;              // the first of rows_ that was not handed out
+  std::optional<std::string> state_;  // of the store's contents when they were read
+  Clock::time_point checked_;         // when it was last looked at
+  std::optional<Key> last_;           // where the walk is
+  std::size_t met_ = 0;               // records that it has met
 };
 
 }  // namespace tavdsrv

@@ -12,6 +12,7 @@
 #include "service/attributes.h"
 #include "service/handles.h"
 #include "service/lasterror.h"
+#include "service/sqlite/filestore.h"
 #include "service/text.h"
 
 using tavdsrv::Bytes;
@@ -38,7 +39,8 @@ template <typename Character>
 std::int16_t open_database(const Character* path, std::int32_t mode) {
   return guarded(tavdsrv::kNoDatabase, [&] {
     if (path == nullptr) throw tavdsrv::Failure("no file name given");
-    return tavdsrv::add_handle(std::make_shared<Database>(path_of(path), mode != 0));
+    return tavdsrv::add_handle(
+        std::make_shared<Database>(tavdsrv::open_file_store(path_of(path), mode != 0)));
   });
 }
 
@@ -172,12 +174,13 @@ void* tavbgetahm(int16_t db, tavb_rec rec, int32_t* length) {
   if (length != nullptr) *length = 0;
   return guarded<void*>(nullptr, [&]() -> void* {
     if (rec == nullptr) return nullptr;
-    return tavdsrv::database_of(db)->ahm(record_of(rec)->key(), [&](Bytes stored) -> void* {
-      if (stored.empty()) return nullptr;
-      void* block = copy_block(stored);
+    void* block = nullptr;
+    tavdsrv::database_of(db)->ahm(record_of(rec)->key(), [&](Bytes stored) {
+      if (stored.empty()) return;
+      block = copy_block(stored);
       if (length != nullptr) *length = static_cast<std::int32_t>(stored.size());
-      return block;
     });
+    return block;
   });
 }
 

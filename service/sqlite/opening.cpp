@@ -1,4 +1,4 @@
-#include "service/opening.h"
+#include "service/sqlite/opening.h"
 
 #include <algorithm>
 #include <array>

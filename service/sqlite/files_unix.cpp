@@ -7,7 +7,7 @@
 #include <string>
 #include <system_error>
 
-#include "service/files.h"
+#include "service/sqlite/files.h"
 
 namespace tavdsrv {
 

@@ -1,12 +1,11 @@
-#include "service/connection.h"
+#include "service/sqlite/connection.h"
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <thread>
 
 #include "service/lasterror.h"
-#include "service/vfs.h"
+#include "service/sqlite/vfs.h"
 
 namespace tavdsrv {
 
@@ -80,15 +79,14 @@ sqlite3_file* Connection::file() const {
   return file;
 }
 
-std::optional<std::uint32_t> Connection::change_counter() const {
+std::optional<std::string> Connection::change_counter() const {
   constexpr sqlite3_int64 kPlace = 24;  // in the file's header
-  std::array<unsigned char, sizeof(std::uint32_t)> bytes{};
+  std::string counter(sizeof(std::uint32_t), '\0');
   sqlite3_file* const opened = file();
-  if (opened->pMethods->xRead(opened, bytes.data(), static_cast<int>(bytes.size()), kPlace) != SQLITE_OK) {
+  if (opened->pMethods->xRead(opened, counter.data(), static_cast<int>(counter.size()), kPlace) !=
+      SQLITE_OK) {
     return std::nullopt;
   }
-  std::uint32_t counter = 0;
-  for (const unsigned char byte : bytes) counter = counter << 8 | byte;
   return counter;
 }
 

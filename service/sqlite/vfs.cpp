@@ -1,4 +1,4 @@
-#include "service/vfs.h"
+#include "service/sqlite/vfs.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -8,8 +8,8 @@
 #include <string>
 #include <utility>
 
-#include "service/heldback.h"
 #include "service/lasterror.h"
+#include "service/sqlite/heldback.h"
 
 namespace tavdsrv {
 

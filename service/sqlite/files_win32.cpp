@@ -1,7 +1,7 @@
 // Where a database lies on Windows: SQLite takes every path that the system takes.
 #include <windows.h>
 
-#include "service/files.h"
+#include "service/sqlite/files.h"
 
 namespace tavdsrv {
 

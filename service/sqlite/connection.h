@@ -10,9 +10,9 @@
 #include <string>
 #include <string_view>
 
-#include "service/files.h"
 #include "service/ids.h"
 #include "service/record.h"
+#include "service/sqlite/files.h"
 
 namespace tavdsrv {
 
@@ -45,8 +45,8 @@ class Connection {
   sqlite3_file* file() const;
 
   // The number in the file's header that every committed change of any process raises, as it stands there
-  // now; no lock is taken. Nothing if it cannot be read.
-  std::optional<std::uint32_t> change_counter() const;
+  // now, as its bytes; no lock is taken. Nothing if it cannot be read.
+  std::optional<std::string> change_counter() const;
 
   // Throws the failure `code`, in SQLite's words behind the file's name; `what` is put between if not empty.
   [[noreturn]] void fail(int code, const char* what = "") const;

@@ -1,9 +1,9 @@
-#include "service/heldback.h"
+#include "service/sqlite/heldback.h"
 
 #include <utility>
 
 #include "drafts/drafts.h"
-#include "service/files.h"
+#include "service/sqlite/files.h"
 
 namespace tavdsrv {
 

@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "service/connection.h"
+#include "service/sqlite/connection.h"
 
 namespace tavdsrv {
 
