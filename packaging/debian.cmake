@@ -1,7 +1,7 @@
 # Debian packages: one for each library, libtavd-dev for those who build on them, tavd with the program, and python3-tavd.
 set(CPACK_GENERATOR DEB)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
-set(CPACK_COMPONENTS_ALL ${library_components} development program)
+set(CPACK_COMPONENTS_ALL ${library_components} postgresql development program)
 if(TARGET python_package)
   list(APPEND CPACK_COMPONENTS_ALL python)
 endif()
@@ -49,6 +49,10 @@ tavd_debian(libtavdsrv libtavdsrv libs "product database of ventilation products
 "${about}
 This library keeps the products that libtavd calculates with, in a
 file of SQLite.")
+tavd_debian(postgresql libtavdsrv-postgresql libs "product databases on servers for libtavdsrv"
+"${about}
+This library lets libtavdsrv open product databases on a server of
+PostgreSQL. For those in files it is not needed.")
 tavd_debian(libtavdgui libtavdgui libs "drawing surfaces, windows and dialogs for libtavd"
 "${about}
 This library is what libtavd draws on and asks: surfaces, windows,
@@ -85,13 +89,15 @@ endif()
 
 set(CPACK_COMPONENT_LIBTAVD_DEPENDS libtavdsrv libtavdgui)
 set(CPACK_COMPONENT_LIBTAVDN_DEPENDS libtavdsrv libtavdgui)
+set(CPACK_COMPONENT_POSTGRESQL_DEPENDS libtavdsrv)
+set(CPACK_DEBIAN_LIBTAVDSRV_PACKAGE_SUGGESTS libtavdsrv-postgresql)
 set(CPACK_COMPONENT_LIBTAVDCAIRO_DEPENDS libtavdgui)
 set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS ${library_components})
 set(CPACK_COMPONENT_PROGRAM_DEPENDS ${library_components})
 # Latin and Cyrillic as the drawings ask for it; Arabic and Chinese.
 set(CPACK_DEBIAN_LIBTAVDCAIRO_PACKAGE_RECOMMENDS fonts-liberation)
 set(CPACK_DEBIAN_LIBTAVDCAIRO_PACKAGE_SUGGESTS "fonts-dejavu-core, fonts-droid-fallback")
-foreach(component IN LISTS library_components)
+foreach(component IN LISTS library_components ITEMS postgresql)
   string(TOUPPER ${component} upper)
   set(CPACK_DEBIAN_${upper}_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_SOURCE_DIR}/debian/triggers)
 endforeach()

@@ -12,7 +12,7 @@
 #include "service/attributes.h"
 #include "service/handles.h"
 #include "service/lasterror.h"
-#include "service/sqlite/filestore.h"
+#include "service/stores.h"
 #include "service/text.h"
 
 using tavdsrv::Bytes;
@@ -39,8 +39,7 @@ template <typename Character>
 std::int16_t open_database(const Character* path, std::int32_t mode) {
   return guarded(tavdsrv::kNoDatabase, [&] {
     if (path == nullptr) throw tavdsrv::Failure("no file name given");
-    return tavdsrv::add_handle(
-        std::make_shared<Database>(tavdsrv::open_file_store(path_of(path), mode != 0)));
+    return tavdsrv::add_handle(std::make_shared<Database>(tavdsrv::open_store(path_of(path), mode != 0)));
   });
 }
 

@@ -6,6 +6,7 @@
 
 #include "service/handles.h"
 #include "service/lasterror.h"
+#include "service/servername.h"
 #include "service/text.h"
 
 using tavdsrv::Database;
@@ -81,6 +82,17 @@ int32_t tavdsrv_closedatabase(int16_t db) {
   return guarded(kFailed, [&] {
     tavdsrv::remove_handle(db);
     return 0;
+  });
+}
+
+int32_t tavdsrv_shownname(const char* name, char* buffer, int32_t capacity) {
+  return guarded(kFailed, [&] {
+    if (name == nullptr) throw tavdsrv::Failure("no name given");
+    const std::string shown = tavdsrv::shown_name(name);
+    const auto room = static_cast<std::size_t>(std::max(capacity, 0));
+    if (buffer == nullptr || shown.size() >= room) return kTooSmall;
+    std::copy_n(shown.c_str(), shown.size() + 1, buffer);
+    return static_cast<std::int32_t>(shown.size());
   });
 }
 

@@ -71,6 +71,13 @@ enum {
   TAVB_FIND_FROM = 1   /* the first record at or after the key, or null past the end */
 };
 
+/* A name that begins with one of these is that of a database on a server of
+ * PostgreSQL, in the two forms that its client library takes:
+ * "postgresql://user@host/database" and "host=... dbname=...". Every other name
+ * is a file's. */
+#define TAVB_SERVER_URI "postgresql:"
+#define TAVB_SERVER_HOST "host="
+
 /* Opens the database at dbPath. `mode` 0 opens what exists; any other value
  * creates the database if the file is missing; its name may have at most 247
  * bytes (on Windows characters), its path 4095 (on Windows 259). `vlkFile` may
@@ -79,7 +86,11 @@ enum {
  * database handle, 1 or more, or TAVB_NO_DATABASE: no such file, or a file that
  * is no product database, which is left untouched; tavdsrv_lasterror tells
  * which. The database stays open until tavdsrv_closedatabase, or the end of the
- * process. */
+ * process.
+ *
+ * Of a server the database itself must be there; a `mode` other than 0 makes the
+ * tables in it. A connection that is lost fails the call that meets it, and the
+ * next one connects again. */
 TAVD_API int16_t tavbopendatabase(const char* vlkFile, const char* dbPath, int32_t mode);
 TAVD_API int16_t tavbopendatabasew(const tavd_wchar* vlkFile, const tavd_wchar* dbPath, int32_t mode);
 

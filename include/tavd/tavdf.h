@@ -46,7 +46,8 @@ enum {
  * file if it is missing. The path of the vlk file goes along as tavdcore_init
  * (tavdcore_initw for the wide form) stored it. Returns the handle, or
  * TAVDF_NO_DATABASE: no path, or with mode 0 no such file, and the service is
- * not asked; or its refusal, which tavdsrv_lasterror (tavd/tavdsrv.h) gives in
+ * not asked (it is for names of databases on a server, TAVB_SERVER_ in
+ * tavd/tavb.h); or its refusal, which tavdsrv_lasterror (tavd/tavdsrv.h) gives in
  * words. The library closes no database; tavdsrv_closedatabase does. */
 TAVD_API int16_t tavdf_open_database(const char* dbPath, int32_t mode);
 TAVD_API int16_t tavdf_open_databasew(const tavd_wchar* dbPath, int32_t mode);

@@ -4,6 +4,7 @@
  *
  * Arguments, where a function says nothing else:
  *   db        handle of an open database
+ *   name      a database's name
  *   rec       record handle
  *   classId   class of the record, 3 characters
  *   objId     object id, up to 30 characters
@@ -68,6 +69,13 @@ TAVD_API int32_t tavdsrv_rollback(int16_t db);
  * handles that came from it stay valid. The handle may be given to the next
  * database that is opened. Returns 0, or -1 if `db` is no open database. */
 TAVD_API int32_t tavdsrv_closedatabase(int16_t db);
+
+/* Writes a database's name as messages are to show it: of a server's the
+ * passwords are left out, any other name stays as it is. `name` is terminated,
+ * in the system's encoding or UTF-8. The result is terminated and has at most 3
+ * bytes more than the name. Returns its length, or TAVDSRV_FAILED if the name is
+ * null, or TAVDSRV_NO_ROOM if `capacity` is too small. */
+TAVD_API int32_t tavdsrv_shownname(const char* name, char* buffer, int32_t capacity);
 
 /* What went wrong in this thread's last call of the service, in one line of
  * UTF-8 with file and reason; empty if nothing did. So it tells a save that

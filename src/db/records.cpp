@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <string_view>
 
 #include "base/gwfile.h"
 #include "codepage/codepage.h"
@@ -15,6 +16,18 @@
 
 namespace tavd {
 namespace {
+
+// Whether the service opens a database of this name on a server, where no file tells that there is none.
+template <typename Character>
+bool is_on_server(const Character* name) {
+  const auto begins_with = [name](std::string_view beginning) {
+    for (std::size_t i = 0; i < beginning.size(); ++i) {
+      if (name[i] != static_cast<Character>(beginning[i])) return false;
+    }
+    return true;
+  };
+  return begins_with(TAVB_SERVER_URI) || begins_with(TAVB_SERVER_HOST);
+}
 
 // Capacities with which the sources of the duct size are read, in words.
 constexpr int kFlowHeaderWords = 11;
@@ -115,12 +128,14 @@ void copy_product_code(std::int16_t db, tavb_rec rec, std::int16_t market, tavd_
 using namespace tavd;  // the border below stands outside
 
 int16_t tavdf_open_database(const char* dbPath, int32_t mode) {
-  if (dbPath == nullptr || (mode == 0 && !gwfile_exists(dbPath))) return TAVDF_NO_DATABASE;
+  if (dbPath == nullptr || (mode == 0 && !is_on_server(dbPath) && !gwfile_exists(dbPath)))
+    return TAVDF_NO_DATABASE;
   return tavbopendatabase(tavdcore_vlkFilename(), dbPath, mode);
 }
 
 int16_t tavdf_open_databasew(const tavd_wchar* dbPath, int32_t mode) {
-  if (dbPath == nullptr || (mode == 0 && !gwfile_existsw(dbPath))) return TAVDF_NO_DATABASE;
+  if (dbPath == nullptr || (mode == 0 && !is_on_server(dbPath) && !gwfile_existsw(dbPath)))
+    return TAVDF_NO_DATABASE;
   return tavbopendatabasew(tavdcore_vlkFilenamew(), dbPath, mode);
 }
 

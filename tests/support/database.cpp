@@ -2,8 +2,12 @@
 
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <stdexcept>
 
 #include "tavd/tavdsrv.h"
 
@@ -46,18 +50,64 @@ void Record::save(std::int16_t db) {
   tavbsaverec(db, rec_);
 }
 
-Database::Database() {
+namespace {
+
+constexpr std::int32_t kCreate = 1;
+
+// Databases of the server that tests have at the moment.
+std::array<bool, 4>& taken() {
+  static std::array<bool, 4> numbers{};
+  return numbers;
+}
+
+int take_number() {
+  const auto free = std::find(taken().begin(), taken().end(), false);
+  if (free == taken().end()) throw std::runtime_error("a test has more databases than the server");
+  *free = true;
+  return static_cast<int>(free - taken().begin());
+}
+
+std::string temporary_file() {
   static int serial = 0;
-  path_ = (std::filesystem::temp_directory_path() /
-           ("tavd-test-" + std::to_string(getpid()) + "-" + std::to_string(serial++) + ".tavdb"))
-              .string();
+  const std::string name =
+      "tavd-test-" + std::to_string(getpid()) + "-" + std::to_string(serial++) + ".tavdb";
+  return (std::filesystem::temp_directory_path() / name).string();
+}
+
+// What a former test has left.
+void remove_records(std::int16_t db) {
+  while (tavb_rec rec = tavbfindrec(db, "", "", 1)) {
+    char class_id[8];
+    char object_id[32];
+    tavbgetID(db, rec, class_id, object_id);
+    tavbdeleterec(db, class_id, object_id);
+    tavbreleaserec(rec);
+  }
+}
+
+}  // namespace
+
+Database::Database() {
+  const char* server = std::getenv("TAVD_TEST_DATABASES");
+  if (server != nullptr) {
+    number_ = take_number();
+    path_ = server + std::to_string(number_);
+    handle_ = tavbopendatabase(nullptr, path_.c_str(), kCreate);
+    remove_records(handle_);
+    return;
+  }
+  path_ = temporary_file();
   std::filesystem::remove(path_);
-  handle_ = tavbopendatabase(nullptr, path_.c_str(), 1);
+  handle_ = tavbopendatabase(nullptr, path_.c_str(), kCreate);
 }
 
 Database::~Database() {
   tavdsrv_closedatabase(handle_);
-  std::filesystem::remove(path_);
+  if (number_ < 0) {
+    std::filesystem::remove(path_);
+  } else {
+    taken()[static_cast<std::size_t>(number_)] = false;
+  }
 }
 
 }  // namespace tavdtest

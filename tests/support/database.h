@@ -42,7 +42,8 @@ class Record {
   tavb_rec rec_;
 };
 
-// A fresh, empty database in a file of its own, removed at the end.
+// A fresh, empty database in a file of its own, removed at the end. Where the environment names databases of
+// a server (TAVD_TEST_DATABASES, see service/postgresql/server), it is one of those.
 class Database {
  public:
   Database();
@@ -56,6 +57,7 @@ class Database {
  private:
   std::string path_;
   std::int16_t handle_;
+  int number_ = -1;  // of a server's database
 };
 
 }  // namespace tavdtest

@@ -193,7 +193,7 @@ void build_database(const std::vector<std::string>& sources, const std::string& 
     for (const auto& [source, root] : parsed) {
       for (const Json::Value* product : products_of(root)) collector.add(source, *product);
     }
-    if (!faults.empty()) throw refused(faults, "fault", target);
+    if (!faults.empty()) throw refused(faults, "fault", shown_name(target));
     const std::vector<Entry> entries = collector.take_sorted();
     store_all(database, entries);
     inspect({database, collector.places(), remarks, entries.size()});

@@ -1,6 +1,7 @@
 #include "catalogue/database.h"
 
 #include <filesystem>
+#include <memory>
 
 #include "base/errors.h"
 #include "base/paths.h"
@@ -32,14 +33,15 @@ void settle(const std::string& target) {
 // that the service puts beside it, under the target's own name: one that the service refuses is refused here.
 class DraftDatabase {
  public:
-  DraftDatabase(const std::string& target, const Fill& fill)
-      : folder_(to_path(target), drafts::Folder::Use::kPrivate), name_(to_path(target).filename()) {
-    if (!folder_.reason().empty()) throw cannot_write(target, folder_.reason());
+  // `place` is the file that the draft is to become, `shown` what messages call it.
+  DraftDatabase(const std::filesystem::path& place, const std::string& shown, const Fill& fill)
+      : folder_(place, drafts::Folder::Use::kPrivate), name_(place.filename()) {
+    if (!folder_.reason().empty()) throw cannot_write(shown, folder_.reason());
     try {
-      const Database database(to_text(file()), Database::Open::kCreate, {}, target);
+      const Database database(to_text(file()), Database::Open::kCreate, {}, shown);
       fill(database);
     } catch (const UserError& error) {
-      throw without_draft(error, to_text(file()), target);
+      throw without_draft(error, to_text(file()), shown);
     }
   }
 
@@ -49,6 +51,47 @@ class DraftDatabase {
   drafts::Folder folder_;
   std::filesystem::path name_;
 };
+
+void remove_records(const Database& database) {
+  Record record = database.first();
+  check_service();
+  while (record) {
+    const RecordKey key = database.key(record);
+    tavbdeleterec(database.handle(), key.class_id.c_str(), key.object_id.c_str());
+    check_service();
+    record = database.next(record);
+    check_service();
+  }
+}
+
+void copy_record(const Database& source, const Record& record, const Database& target) {
+  std::int32_t length = 0;
+  void* block = tavbgetahm(source.handle(), record.get(), &length);
+  const std::unique_ptr<void, decltype(&tavbreleaseahm)> held(block, tavbreleaseahm);
+  check_service();
+  tavbsaverecwithahm(target.handle(), record.get(), block, length);
+  check_service();
+}
+
+// On a server a database is replaced record by record, in one group that others see as a whole.
+void make_on_server(const std::string& target, const Fill& fill) {
+  const Database database(target, Database::Open::kCreate);
+  const auto fill_and_store = [&](const Database& draft) {
+    fill(draft);
+    Transaction transaction(database);
+    remove_records(database);
+    Record record = draft.first();
+    check_service();
+    while (record) {
+      copy_record(draft, record, database);
+      record = draft.next(record);
+      check_service();
+    }
+    transaction.commit();
+  };
+  const DraftDatabase draft(std::filesystem::temp_directory_path() / "server.tavdb", database.path(),
+                            fill_and_store);
+}
 
 // The service ends class and id at a NUL, so that no catalogue can make such a record.
 void refuse_nul(const Database& database, const Entry& entry) {
@@ -62,8 +105,9 @@ void refuse_nul(const Database& database, const Entry& entry) {
 }  // namespace
 
 void make_database(const std::string& target, const Fill& fill) {
+  if (is_on_server(target)) return make_on_server(target, fill);
   refuse_what_cannot_be_a_database(target);
-  const DraftDatabase draft(target, fill);
+  const DraftDatabase draft(to_path(target), target, fill);
   settle(target);
   std::string reason;
   if (!drafts::replace(draft.file(), to_path(target), reason)) throw cannot_write(target, reason);
@@ -71,7 +115,7 @@ void make_database(const std::string& target, const Fill& fill) {
 
 bool add_database(const std::string& target, const Fill& fill) {
   refuse_what_cannot_be_a_database(target);
-  const DraftDatabase draft(target, fill);
+  const DraftDatabase draft(to_path(target), target, fill);
   std::string reason;
   const drafts::Added added = drafts::add(draft.file(), to_path(target), reason);
   if (added == drafts::Added::kFailed) throw cannot_write(target, reason);

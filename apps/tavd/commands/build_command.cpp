@@ -43,9 +43,10 @@ void run_build(const BuildOptions& options) {
   std::size_t records = 0;
   std::size_t findings = 0;
   std::string listing;
+  const std::string shown = shown_name(options.target);
   build_database(options.sources, options.target, [&](const BuiltDatabase& built) {
     const Faults warnings = warnings_of(built);
-    if (options.strict && !warnings.empty()) throw refused(warnings, "finding", options.target);
+    if (options.strict && !warnings.empty()) throw refused(warnings, "finding", shown);
     records = built.records;
     findings = warnings.count();
     listing = warnings.listing();
@@ -53,12 +54,10 @@ void run_build(const BuildOptions& options) {
   const std::string found =
       (findings == 0 ? "no" : std::to_string(findings)) + (findings == 1 ? " finding" : " findings");
   if (findings > 0) {
-    std::cerr << "tavd: warning: " << found << " in the sources, " << options.target
-              << " is made all the same\n"
+    std::cerr << "tavd: warning: " << found << " in the sources, " << shown << " is made all the same\n"
               << listing << '\n';
   }
-  std::cout << options.target << ": " << records << (records == 1 ? " record, " : " records, ") << found
-            << '\n';
+  std::cout << shown << ": " << records << (records == 1 ? " record, " : " records, ") << found << '\n';
 }
 
 }  // namespace

@@ -111,6 +111,7 @@ void copy_product(const Database& source, const Database& target, Load& load) {
 // the copy goes into its file.
 void copy_into(const std::string& target, const Database& source, Load& load) {
   const auto copy = [&](const Database& database) { copy_product(source, database, load); };
+  if (is_on_server(target)) return copy(Database(target, Database::Open::kCreate));
   std::error_code problem;
   if (!std::filesystem::exists(to_path(target), problem) && add_database(target, copy)) return;
   drafts::clear(to_path(target));
@@ -153,14 +154,16 @@ void run_copy(const CopyOptions& options) {
   const Database source(choice.path);
   Load load = load_of(source, source.product(choice.class_id, choice.object_id));
   std::error_code problem;
-  if (std::filesystem::equivalent(to_path(choice.path), to_path(options.target), problem)) {
-    throw UserError(options.target + " is the source itself, expected another database to copy to");
+  if (choice.path == options.target ||
+      std::filesystem::equivalent(to_path(choice.path), to_path(options.target), problem)) {
+    throw UserError(shown_name(options.target) +
+                    " is the source itself, expected another database to copy to");
   }
   copy_into(options.target, source, load);
   if (options.json) {
     print_json(load);
   } else {
-    print_load(load, options.target);
+    print_load(load, shown_name(options.target));
   }
 }
 

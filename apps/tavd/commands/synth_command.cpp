@@ -43,7 +43,8 @@ void run(const Options& options) {
     store_synthetic(database, static_cast<std::size_t>(records), static_cast<std::uint64_t>(seed));
     transaction.commit();
   });
-  std::cout << options.target << ": " << records << (records == 1 ? " record" : " records") << '\n';
+  std::cout << shown_name(options.target) << ": " << records << (records == 1 ? " record" : " records")
+            << '\n';
 }
 
 }  // namespace

@@ -38,7 +38,8 @@ void start_library(const TextChoice& texts) {
   }
 }
 
-std::int16_t open_file(const std::string& path, Database::Open open) {
+// The service would say the same of files, in fewer words.
+void refuse_what_is_no_file(const std::string& path, Database::Open open) {
   std::error_code error;
   const auto status = std::filesystem::status(to_path(path), error);
   if (open == Database::Open::kExisting && !std::filesystem::exists(status)) {
@@ -48,10 +49,14 @@ std::int16_t open_file(const std::string& path, Database::Open open) {
   if (std::filesystem::is_directory(status)) {
     throw UserError(path_in_quotes(path) + " is a folder, expected a product database");
   }
+}
+
+std::int16_t open_database(const std::string& path, Database::Open open) {
+  if (!is_on_server(path)) refuse_what_is_no_file(path, open);
   const std::int16_t handle = open_database_file(path, open == Database::Open::kCreate ? 1 : 0);
   if (handle < 0) {
     const std::string reason = tavdsrv_lasterror();
-    throw UserError("cannot open " + path_in_quotes(path) + " as a product database" +
+    throw UserError("cannot open " + path_in_quotes(shown_name(path)) + " as a product database" +
                     (reason.empty() ? "" : ": " + printable(reason)));
   }
   return handle;
@@ -64,6 +69,19 @@ std::string joined(const std::vector<std::string>& names) {
 }
 
 }  // namespace
+
+bool is_on_server(const std::string& name) {
+  return name.starts_with(TAVB_SERVER_URI) || name.starts_with(TAVB_SERVER_HOST);
+}
+
+std::string shown_name(const std::string& name) {
+  constexpr std::size_t kMostMore = 4;  // bytes, the terminator with them
+  std::string shown(name.size() + kMostMore, '\0');
+  const std::int32_t length =
+      tavdsrv_shownname(name.c_str(), shown.data(), static_cast<std::int32_t>(shown.size()));
+  shown.resize(static_cast<std::size_t>(std::max(length, 0)));
+  return shown;
+}
 
 Transaction::Transaction(const Database& database) : database_(database) {
   if (tavdsrv_begin(database_.handle()) != 0) check_service();
@@ -88,9 +106,9 @@ void check_service() {
 }
 
 Database::Database(const std::string& path, Open open, const TextChoice& texts, std::string shown)
-    : path_(path), shown_(std::move(shown)) {
+    : path_(shown_name(path)), shown_(std::move(shown)) {
   start_library(texts);
-  handle_ = open_file(path, open);
+  handle_ = open_database(path, open);
 }
 
 Database::~Database() {

@@ -20,6 +20,12 @@ struct TextChoice {
 using hosts::Record;
 using hosts::RecordKey;
 
+// Whether a database of this name is on a server; any other name is a file's.
+bool is_on_server(const std::string& name);
+
+// A database's name as messages are to show it: without passwords.
+std::string shown_name(const std::string& name);
+
 // An open database, closed at the end.
 class Database {
  public:
@@ -28,9 +34,9 @@ class Database {
     kCreate     // an empty database is made if the file is not there
   };
 
-  // Starts the library with these texts and opens the file. Throws UserError if the file is missing or no
-  // product database, or if there is no such market or language.
-  // Warnings name `shown` where that is not empty: a database that is still a draft of another file.
+  // Starts the library with these texts and opens the file, or the database on a server. Throws UserError if
+  // it is missing or no product database, or if there is no such market or language. Warnings name `shown`
+  // where that is not empty: a database that is still a draft of another file.
   explicit Database(const std::string& path, Open open = Open::kExisting, const TextChoice& texts = {},
                     std::string shown = {});
   ~Database();
@@ -38,7 +44,7 @@ class Database {
   Database& operator=(const Database&) = delete;
 
   std::int16_t handle() const { return handle_; }
-  const std::string& path() const { return path_; }
+  const std::string& path() const { return path_; }  // as messages show it
   // A text of the service in which the file bears the name that the user knows.
   std::string named_as_shown(const std::string& text) const;
 

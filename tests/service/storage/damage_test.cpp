@@ -245,3 +245,32 @@ TEST(Damage, ReaderSaysWhatIsWrong) {
   EXPECT_NE(std::string(tavdsrv_lasterror()).find("malformed"), std::string::npos);
   tavdsrv_closedatabase(db);
 }
+
+TEST(DamagedWalk, DamageAheadIsToldWhereTheWalkMeetsIt) {
+  constexpr int kRecords = 400, kDamaged = 210;
+  const auto id_of = [](int index) { return "R" + std::to_string(10000 + index); };
+  const Database database;
+  tavdsrv_begin(database.handle());
+  for (int i = 0; i < kRecords; ++i)
+    Record("ASD", id_of(i).c_str()).text(kMaker, "x").save(database.handle());
+  ASSERT_EQ(tavdsrv_commit(database.handle()), 0);
+  sqlite3* connection = nullptr;
+  ASSERT_EQ(sqlite3_open(database.path().c_str(), &connection), SQLITE_OK);
+  const std::string key = "'ASD" + id_of(kDamaged) + "'";
+  const std::string spoil = "UPDATE record SET key = CAST(" + key + " AS BLOB) WHERE key = CAST(" + key +
+                            " || '" + std::string(24, ' ') + "' AS BLOB)";
+  EXPECT_EQ(sqlite3_exec(connection, spoil.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
+  EXPECT_EQ(sqlite3_changes(connection), 1);
+  sqlite3_close(connection);
+
+  tavb_rec at = tavbfindrec(database.handle(), "ASD", "", kAtOrAfter);
+  for (int i = 0; i < kDamaged; ++i) {
+    ASSERT_EQ(name_of(at), "ASD:" + id_of(i));
+    ASSERT_STREQ(tavdsrv_lasterror(), "");
+    tavb_rec next = tavbnextrec(database.handle(), at);
+    tavbreleaserec(at);
+    at = next;
+  }
+  EXPECT_EQ(name_of(at), "none");
+  EXPECT_STRNE(tavdsrv_lasterror(), "");
+}

@@ -1,11 +1,9 @@
 // Walks read several records in one step; nobody may notice.
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <chrono>
 #include <thread>
 
-#include "files.h"
 #include "service/reading.h"
 #include "support/database.h"
 #include "tavd/tavdsrv.h"
@@ -24,7 +22,7 @@ std::string id_of(int index) {
 
 // Longer than a walk trusts what it has read ahead.
 void wait_a_little() {
-  std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  std::this_thread::sleep_for(std::chrono::milliseconds(2));
 }
 
 // A database of many records, a second handle on it as another process has it, and a walk through the first.
@@ -161,21 +159,4 @@ TEST_F(Walk, RecordsMayBeLargerThanWhatIsReadAhead) {
     tavbcopyatt(0, at, 20011, nullptr, text, 3);
     EXPECT_EQ(std::string(text), std::string(3, static_cast<char>('a' + i % 26)));
   }
-}
-
-TEST_F(Walk, DamageAheadIsToldWhereTheWalkMeetsIt) {
-  sqlite3* connection = nullptr;
-  ASSERT_EQ(sqlite3_open(database.path().c_str(), &connection), SQLITE_OK);
-  const std::string key = "'ASD" + id_of(210) + "'";
-  const std::string spoil = "UPDATE record SET key = CAST(" + key + " AS BLOB) WHERE key = CAST(" + key +
-                            " || '" + std::string(24, ' ') + "' AS BLOB)";
-  EXPECT_EQ(sqlite3_exec(connection, spoil.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
-  EXPECT_EQ(sqlite3_changes(connection), 1);
-  sqlite3_close(connection);
-  for (int i = 1; i < 210; ++i) {
-    ASSERT_EQ(step(), "ASD:" + id_of(i));
-    ASSERT_STREQ(tavdsrv_lasterror(), "");
-  }
-  EXPECT_EQ(step(), "none");
-  EXPECT_STRNE(tavdsrv_lasterror(), "");
 }

@@ -4,7 +4,6 @@
 
 #include <array>
 
-#include "files.h"
 #include "service/reading.h"
 #include "support/database.h"
 #include "support/wide.h"
