@@ -33,6 +33,9 @@ OpenPostgresql* load_part(const std::string& shown) {
 
 std::unique_ptr<Store> open_server_store(const std::string& name, bool create) {
   const std::string shown = shown_name(name);
+  if (has_unescaped_password(name)) {
+    throw Failure(shown + ": the signs @ and / in a password are written as %40 and %2F");
+  }
   static OpenPostgresql* const open = load_part(shown);
   return std::unique_ptr<Store>(open(name, shown, create));
 }

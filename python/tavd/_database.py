@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import ctypes
 import os
 import threading
 import weakref
@@ -30,7 +31,7 @@ _PAST_ALL_IDS = b"\xff" * _ID_CHARS  # none of a class can sort behind it
 def open(path: str | os.PathLike[str], market: str = "", language: str | int = "") -> Database:
     """Opens a product database.
 
-    path      the file
+    path      the file; or the name of a database on a server of PostgreSQL, "postgresql://..." or "host=..."
     market    market area whose product codes are shown, such as "FIN" or "SWE"; empty: those of no market
     language  of descriptions: "en", "GBR", "English" or 1512; empty: the market's own, or English
 
@@ -59,6 +60,7 @@ class Database:
         self.path = os.fspath(path)
         if "\0" in self.path:
             raise ValueError(f"a path is {self.path!r}, expected one without a NUL")
+        self.shown = _shown_name(self.path)
         self.market = market.upper()
         self.language = language_number(language) if language != "" else language_of_market(market)
         _check_interface()
@@ -71,7 +73,7 @@ class Database:
                 raise ValueError(f"no market area {market!r}, expected a code such as FIN, SWE or GBR")
         self._handle = int(_binding.function("tavbopendatabase")(None, os.fsencode(self.path), 0))
         if self._handle < 0:
-            raise Error(f"cannot open {self.path!r} as a product database: {_reason()}")
+            raise Error(f"cannot open {self.shown!r} as a product database: {_reason()}")
         self._end = weakref.finalize(self, _binding.function("tavdsrv_closedatabase"), self._handle)
         self._selector: Selector | None = None
         self._selecting = threading.Lock()
@@ -88,7 +90,7 @@ class Database:
         self.close()
 
     def __repr__(self) -> str:
-        return f"<tavd.Database {self.path!r}{'' if self._end.alive else ', closed'}>"
+        return f"<tavd.Database {self.shown!r}{'' if self._end.alive else ', closed'}>"
 
     @property
     def handle(self) -> int:
@@ -96,7 +98,7 @@ class Database:
         if not self._end.alive:
             # What the service says of a handle that is none; this one may belong to another database by now.
             _binding.function("tavbfindrec")(CONSTANTS["TAVB_NO_DATABASE"], b"", b"", 0)
-            raise Error(f"{self.path!r} is closed: {_reason()}")
+            raise Error(f"{self.shown!r} is closed: {_reason()}")
         return self._handle
 
     # ---- Products
@@ -303,12 +305,12 @@ class Database:
 
         near = difflib.get_close_matches(object_id, ids, _NEAR_IDS)
         told = f"; near it: {', '.join(near)}" if near else "; products() shows what there is"
-        return NotFoundError(f"no product {object_id!r} of class {class_id!r} in {self.path}{told}")
+        return NotFoundError(f"no product {object_id!r} of class {class_id!r} in {self.shown}{told}")
 
     def _no_class(self, class_id: str) -> NotFoundError:
         known = ", ".join(self.classes())
         return NotFoundError(
-            f"no class {class_id!r} in {self.path}; it {'has ' + known if known else 'holds no products'}"
+            f"no class {class_id!r} in {self.shown}; it {'has ' + known if known else 'holds no products'}"
         )
 
 
@@ -349,6 +351,19 @@ def _class(class_id: str) -> str:
     if not class_id or len(class_id.encode()) > _CLASS_CHARS:
         raise ValueError(f"a class is {class_id!r}, expected {_CLASS_CHARS} characters")
     return class_id.ljust(_CLASS_CHARS)
+
+
+def is_on_server(path: str) -> bool:
+    """Whether a database of this name is on a server; any other name is a file's."""
+    return path.startswith(("postgresql:", "host="))
+
+
+def _shown_name(path: str) -> str:
+    """A database's name as messages are to show it: without passwords."""
+    name = os.fsencode(path)
+    shown = ctypes.create_string_buffer(len(name) + 4)
+    _binding.function("tavdsrv_shownname")(name, shown, len(shown))
+    return os.fsdecode(shown.value)
 
 
 def _reason() -> str:

@@ -71,7 +71,7 @@ class Catalogue:
     classes: set[str]
 
     def __init__(self, database: Database, sets: tuple[Values, ...], without: bool) -> None:
-        self.path = database.path
+        self.path = database.shown
         options = _binding.record("tavdn_catalogue_options")()
         options.size = ctypes.sizeof(options)
         options.language = database.language

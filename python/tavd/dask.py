@@ -7,7 +7,8 @@
 >>> list(answer["id"]) == list(tavd.open("catalogue.tavdb").select(rooms, room_damping=15, classes=["DMP"], top=1)["id"])
 True
 
-Every worker opens the database once, by its path, so that each machine needs it there. Partitions depend on nothing but
+Every worker opens the database once, by its path, so that each machine needs it there, or by its name on a server, so
+that none does. Partitions depend on nothing but
 their own lines and on how many lines stand before them: rows, columns and bits are those of Database.select and
 Product.calc over the whole table, whatever the number of partitions and workers. Only the index begins anew with each
 partition. A partition whose worker is lost is worked on again by another.
@@ -25,7 +26,7 @@ import dask.dataframe as dd
 import numpy as np
 import pandas as pd
 
-from tavd._database import Database, open
+from tavd._database import Database, is_on_server, open
 from tavd._duties import check_names, lines_of
 from tavd._points import ROOM_DAMPING, wanted_of
 from tavd._results import BANDS, FIELDS
@@ -105,8 +106,13 @@ def _place(database: Database | str | os.PathLike[str], market: str, language: s
     if isinstance(database, Database):
         if market or language:
             raise ValueError("a market and a language are those of the open database, expected neither beside it")
-        return os.path.abspath(database.path), database.market, database.language
-    return os.path.abspath(os.fspath(database)), market, language
+        return _for_workers(database.path), database.market, database.language
+    return _for_workers(os.fspath(database)), market, language
+
+
+def _for_workers(path: str) -> str:
+    """A database's name as it is good in every folder."""
+    return path if is_on_server(path) else os.path.abspath(path)
 
 
 def _parted(table: Any) -> Any:

@@ -197,3 +197,10 @@ def test_importing_loads_neither_pandas_nor_pictures() -> None:
     script += "print('cairo' in open('/proc/self/maps').read())"
     told = subprocess.run([sys.executable, "-c", script], check=True, capture_output=True, text=True).stdout
     assert told == "[]\nFalse\n"
+
+
+def test_password_of_a_server_stands_in_no_message() -> None:
+    for name in ("postgresql://me:secret@/products?host=/nonexistent", "host=/nonexistent password=secret"):
+        with pytest.raises(tavd.Error, match="cannot open .*\\*\\*\\*") as refused:
+            tavd.open(name)
+        assert "secret" not in str(refused.value)

@@ -52,22 +52,11 @@ struct FreeOptions {
 
 // Throws where libpq cannot read the name; its own words would quote it, and with it a password.
 void check_name(const std::string& name, const std::string& shown) {
-  char* words = nullptr;
-  const std::unique_ptr<PQconninfoOption, FreeOptions> options(PQconninfoParse(name.c_str(), &words));
-  PQfreemem(words);
-  bool has_password = false;
-  for (const auto* option = options.get(); option != nullptr && option->keyword != nullptr; ++option) {
-    has_password =
-        has_password || (option->val != nullptr && std::string_view(option->keyword) == "password");
-  }
-  // A password in which a sign ought to be escaped is read as part of the host or the database, and told.
-  const bool hides_one = shown != name;
-  if (options != nullptr && (has_password || !hides_one || name.find("sslpassword") != std::string::npos))
-    return;
+  const std::unique_ptr<PQconninfoOption, FreeOptions> options(PQconninfoParse(name.c_str(), nullptr));
+  if (options != nullptr) return;
   throw Failure(shown +
                 ": no name of a database on a server, expected postgresql://USER@HOST/DATABASE or host=HOST "
-                "dbname=DATABASE; signs such as @ : / ? % in a password of the first form are written as %40 "
-                "and so on");
+                "dbname=DATABASE");
 }
 
 }  // namespace
