@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "plain_sqlite.h"
+#include "service_jobs.h"
 #include "tavd/tavdsrv.h"
 #include "tavd/tavfm.h"
 
@@ -25,158 +26,20 @@ namespace bench {
 
 namespace {
 
-using Microseconds = std::chrono::duration<double, std::micro>;
-
-constexpr const char* kClass = "DMP";
-constexpr std::size_t kClassBytes = 3;
-constexpr std::size_t kAttributesRead = 20;
-constexpr std::int16_t kExact = 0;  // modes of tavbfindrec
-constexpr std::int16_t kAtOrAfter = 1;
-
 // The most that the service may take, times what it is measured beside.
 constexpr double kMostOfFind = 1.5;
 constexpr double kMostOfWalk = 1.5;
 constexpr double kMostOfBuild = 2.0;
 constexpr double kSame = 1.25;  // two times that are to be the same, on a machine that does other things too
 
-int missed = 0;
-
-[[noreturn]] void give_up(const std::string& what) {
-  std::fprintf(stderr, "bench_service: %s %s\n", what.c_str(), tavdsrv_lasterror());
-  std::exit(2);
-}
-
-class Service {
- public:
-  explicit Service(const std::string& path, std::int32_t mode = 0)
-      : handle_(tavbopendatabase(nullptr, path.c_str(), mode)) {
-    if (handle_ < 0) give_up("cannot open");
-  }
-  ~Service() { tavdsrv_closedatabase(handle_); }
-  Service(const Service&) = delete;
-  Service& operator=(const Service&) = delete;
-  std::int16_t handle() const { return handle_; }
-
- private:
-  std::int16_t handle_;
-};
-
-double median(std::vector<double> values) {
-  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-  std::nth_element(values.begin(), middle, values.end());
-  return *middle;
-}
-
-double time_of(const std::function<void()>& run) {
-  const auto start = std::chrono::steady_clock::now();
-  run();
-  return Microseconds(std::chrono::steady_clock::now() - start).count();
-}
-
-struct Comparison {
-  std::string name;
-  std::string detail;
-  int rounds;                   // runs of each, in turn, so that what else the machine does hits both alike
-  double calls;                 // that one run makes
-  std::function<void()> first;  // what is measured
-  std::function<void()> other;  // what it is measured beside
-  double most = 0;              // times the other; 0 asks for nothing
-};
-
-void compare(const Comparison& job) {
-  std::fprintf(stderr, "%s, %s\n", job.name.c_str(), job.detail.c_str());
-  job.first();
-  job.other();
-  std::vector<double> first, other, ratio;
-  for (int i = 0; i < job.rounds; ++i) {
-    first.push_back(time_of(job.first) / job.calls);
-    other.push_back(time_of(job.other) / job.calls);
-    ratio.push_back(first.back() / other.back());
-  }
-  std::string wanted = " ";
-  if (job.most > 0) {
-    char text[64];
-    std::snprintf(text, sizeof text, " at most %.2f times ", job.most);
-    wanted = text;
-    if (median(ratio) > job.most) {
-      wanted += "**missed** ";
-      ++missed;
-    }
-  }
-  std::printf("| %s | %s | %.2f | %.2f | %.2f |%s|\n", job.name.c_str(), job.detail.c_str(), median(first),
-              median(other), median(ratio), wanted.c_str());
-  std::fflush(stdout);
-}
-
-// Ids as they are handed to the service, and which of them comes next.
-struct Keys {
-  std::vector<std::string> keys;
-  std::size_t at = 0;
-  const std::string& next() { return keys[at++ % keys.size()]; }
-};
-
-Keys some_keys(const std::vector<PackedRow>& rows, std::size_t count) {
-  Keys chosen;
-  std::mt19937 random(1);
-  for (std::size_t i = 0; i < count; ++i) chosen.keys.push_back(rows[random() % rows.size()].key);
-  return chosen;
-}
-
-// The whole products among the rows, which have twenty attributes and more.
-std::vector<PackedRow> products(std::vector<PackedRow> rows) {
-  std::erase_if(rows, [](const PackedRow& row) { return row.body.size() < 600; });
-  return rows;
-}
-
-std::vector<std::int16_t> attributes_of(tavb_rec rec) {
-  std::vector<std::int16_t> numbers;
-  for (std::int32_t i = 0; i < static_cast<std::int32_t>(kAttributesRead); ++i) {
-    std::int16_t number = 0;
-    if (tavdsrv_attributeat(rec, i, &number, nullptr, nullptr) != 0) give_up("too few attributes");
-    numbers.push_back(number);
-  }
-  return numbers;
-}
-
-tavb_rec find(std::int16_t db, const std::string& key) {
-  tavb_rec rec = tavbfindrec(db, key.c_str(), key.c_str() + kClassBytes, kExact);
-  if (rec == nullptr) give_up("not found");
-  return rec;
-}
-
-void find_and_read(std::int16_t db, const std::string& key, const std::vector<std::int16_t>& attributes) {
-  tavb_rec rec = find(db, key);
-  char buffer[512];
-  for (const std::int16_t attribute : attributes) {
-    std::int16_t count = 0;
-    tavbcopyatt(db, rec, attribute, &count, buffer, sizeof buffer);
-  }
-  tavbreleaserec(rec);
-}
-
-// Walks a class and answers how many records it has.
-std::int64_t walk(std::int16_t db, const char* class_id) {
-  std::int64_t records = 0;
-  tavb_rec rec = tavbfindrec(db, class_id, "", kAtOrAfter);
-  while (rec != nullptr) {
-    char found[8];
-    tavbgetID(db, rec, found, nullptr);
-    const bool inside = std::strncmp(found, class_id, kClassBytes) == 0;
-    tavb_rec next = inside ? tavbnextrec(db, rec) : nullptr;
-    tavbreleaserec(rec);
-    rec = next;
-    if (inside) ++records;
-  }
-  return records;
-}
+constexpr const char* kClass = "DMP";
+constexpr std::size_t kClassBytes = 3;
 
 void compare_finding(const std::string& path) {
   const Service service(path);
   PlainDatabase plain(path);
   const std::vector<PackedRow> rows = products(plain.rows(kClass, 1'000'000));
-  tavb_rec one = find(service.handle(), rows[0].key);
-  const std::vector<std::int16_t> attributes = attributes_of(one);
-  tavbreleaserec(one);
+  const std::vector<std::int16_t> attributes = attributes_of(service.handle(), rows[0].key);
   for (const auto& [detail, many] :
        {std::pair("any of all", rows.size()), std::pair("one of 200", std::size_t{200})}) {
     constexpr int kFinds = 1000;
@@ -222,7 +85,9 @@ std::vector<Product> read_products(const std::string& path, const std::vector<Pa
   const Service service(path);
   std::vector<Product> products;
   for (const PackedRow& row : rows) {
-    tavb_rec rec = find(service.handle(), row.key);
+    tavb_rec rec =
+        tavbfindrec(service.handle(), row.key.c_str(), row.key.c_str() + kClassBytes, TAVB_FIND_EXACT);
+    if (rec == nullptr) give_up("not found");
     Product& product = products.emplace_back(Product{row.key, {}});
     for (std::int32_t i = 0; i < tavdsrv_attributecount(rec); ++i) {
       std::int16_t number = 0;
@@ -318,7 +183,7 @@ double memory_at_work(const std::string& path) {
     for (int i = 0; i < 20'000; ++i) {
       char id[32];
       std::snprintf(id, sizeof id, "Q%07d", i * 7 % 20'000);
-      tavbreleaserec(tavbfindrec(service.handle(), kClass, id, kAtOrAfter));
+      tavbreleaserec(tavbfindrec(service.handle(), kClass, id, TAVB_FIND_FROM));
     }
     const double peak = peak_memory();
     _exit(write(ends[1], &peak, sizeof peak) == sizeof peak ? 0 : 1);
@@ -346,7 +211,7 @@ void print_memory(const std::vector<std::string>& paths, const std::vector<doubl
                 grows  ? " no more than the middle one **missed** "
                 : last ? " no more than the middle one "
                        : " ");
-    if (grows) ++missed;
+    if (grows) miss();
   }
 }
 
@@ -380,6 +245,5 @@ int main(int argc, char** argv) {
   compare_opening(small, large);
   compare_families(small, large);
   print_memory(all, memory);
-  if (missed != 0) std::fprintf(stderr, "%d figures of the service miss what they want\n", missed);
-  return missed == 0 ? 0 : 1;
+  return end_of_comparisons();
 }

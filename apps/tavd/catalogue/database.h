@@ -14,8 +14,8 @@ namespace tavdhost {
 using Fill = std::function<void(const Database&)>;
 
 // Makes a database with `fill`, which gets it empty, and puts it in the place of `target` as a whole. Where
-// anything throws, the target stays as it is and nothing stays beside it. For a target on a server it is made in a
-// temporary file first.
+// anything throws, the target stays as it is and nothing stays beside it. For a target on a server it is made
+// in a temporary file first.
 void make_database(const std::string& target, const Fill& fill);
 
 // Makes a database in the same way where there is no file; an existing one is not replaced: then false.
