@@ -39,21 +39,22 @@ std::unique_ptr<Record> Database::find_after(const Key& key) {
   if (auto record = ahead_.take_after(key, *store_)) return record;
   std::unique_ptr<Record> found;
   Key last = key;
-  std::size_t wanted = 0;
+  const std::size_t ahead = ahead_.wanted_after(key, *store_);
+  std::size_t wanted = ahead;
   const auto take = [&](const Key& stored, Bytes body) {
     // In a damaged store the order may lie; a walk that went back would never end.
     if (stored <= last) return false;
     last = stored;
     if (found == nullptr) {
       found = std::make_unique<Record>(stored, body);
-      wanted = ahead_.step(key, stored);
+      ahead_.step(key, stored);
     } else {
       if (!ahead_.keep(stored, body, *store_)) return false;
       --wanted;
     }
     return wanted > 0;
   };
-  store_->walk(key, ahead_.wanted_after(key), std::ref(take));
+  store_->walk(key, ahead, std::ref(take));
   return found;
 }
 

@@ -1,5 +1,7 @@
 #include "service/readahead.h"
 
+#include <algorithm>
+
 namespace tavdsrv {
 
 namespace {
@@ -18,17 +20,16 @@ std::unique_ptr<Record> ReadAhead::take_after(const Key& key, Store& store) {
   return std::make_unique<Record>(row.key, Bytes(bodies_).subspan(begin, row.end - begin));
 }
 
-std::size_t ReadAhead::wanted_after(const Key& key) const {
-  return (met_until(key) + 1) / kPartOfWalk;
+std::size_t ReadAhead::wanted_after(const Key& key, const Store& store) const {
+  const std::size_t met = met_until(key);
+  return std::max((met + 1) / kPartOfWalk, met > 0 ? store.least_ahead() : 0);
 }
 
-std::size_t ReadAhead::step(const Key& from, const Key& to) {
-  const std::size_t wanted = wanted_after(from);
+void ReadAhead::step(const Key& from, const Key& to) {
   const std::size_t met = met_until(from) + 1;
   forget();
   last_ = to;
   met_ = met;
-  return wanted;
 }
 
 bool ReadAhead::keep(const Key& key, Bytes body, Store& store) {

@@ -24,12 +24,12 @@ class ReadAhead {
   std::unique_ptr<Record> take_after(const Key& key, Store& store);
 
   // How many records behind the one after `key` are worth reading now: never more than a quarter of those
-  // that the walk has met, so that short walks read little that nobody asks for.
-  std::size_t wanted_after(const Key& key) const;
+  // that the walk has met, or what the store has at hardly any cost, so that short walks read little that
+  // nobody asks for.
+  std::size_t wanted_after(const Key& key, const Store& store) const;
 
-  // A walk reads from `from` on to `to`, and forgets what is left of former steps. Answers how many records
-  // behind `to` are wanted.
-  std::size_t step(const Key& from, const Key& to);
+  // A walk reads from `from` on to `to`, and forgets what is left of former steps.
+  void step(const Key& from, const Key& to);
 
   // Keeps the record that follows, as it is stored; false if there is no room for it. Only while the store's
   // walk hands it out.

@@ -34,6 +34,8 @@ class Store {
   // The record after `key` and, where `take` wants them, up to `ahead` records behind that, in order. A
   // failure behind the first one ends the walk as if `take` had.
   virtual void walk(const Key& key, std::size_t ahead, const TakeNext& take) = 0;
+  // So many records a walk may as well read at once, when it takes a second step.
+  virtual std::size_t least_ahead() const = 0;
   virtual void ahm(const Key& key, const TakeBlock& take) = 0;
 
   // Each is done whole or not at all: durable when it returns, or in the group that is open.

@@ -51,7 +51,7 @@ constexpr Statement kRemove{"remove",
 constexpr int kKey = 0, kBody = 1, kSnapshot = 2;  // columns of what is read
 
 // A page of a walk: so many rows at most, and about so many bytes.
-constexpr std::size_t kMostRows = 128;
+constexpr std::size_t kMostRows = 512;
 constexpr std::size_t kPageBytes = 256 * std::size_t{1024};
 
 Bytes bytes_of(const Key& key) {

@@ -61,6 +61,7 @@ class FileStore final : public Store {
     take_first(find_at_or_after_, key, take);
   }
   void walk(const Key& key, std::size_t ahead, const TakeNext& take) override;
+  std::size_t least_ahead() const override { return 0; }
   void ahm(const Key& key, const TakeBlock& take) override;
 
   void save(const Key& key, Bytes body) override;
