@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <filesystem>
 
 #include "service/reading.h"
 #include "support/database.h"
@@ -256,4 +257,18 @@ TEST(LastError, TellsTheLastCallAndIsForgottenByTheNext) {
   EXPECT_STREQ(tavdsrv_lasterror(), "") << "a record that is not there is no failure";
   EXPECT_EQ(tavbfindrec(-1, "ASD", "A", kExact), nullptr);
   EXPECT_STREQ(tavdsrv_lasterror(), "-1 is no open database");
+}
+
+// Which is told differently where there are no servers, on Windows.
+TEST(LastError, TellsOfAServerThatIsNotReachedAndNoFileIsMade) {
+  for (const std::string name : {"postgresql:products", "host=nowhere.invalid dbname=products"}) {
+    for (const std::int32_t mode : {0, 1}) {
+      EXPECT_EQ(tavbopendatabase(nullptr, name.c_str(), mode), -1);
+      EXPECT_THAT(tavdsrv_lasterror(), testing::StartsWith(name + ": "));
+      EXPECT_EQ(tavbopendatabasew(nullptr, std::filesystem::path(name).string<tavd_wchar>().c_str(), mode),
+                -1);
+      EXPECT_THAT(tavdsrv_lasterror(), testing::StartsWith(name + ": "));
+    }
+    EXPECT_FALSE(std::filesystem::exists(name));
+  }
 }
