@@ -104,7 +104,7 @@ void add_paints(std::vector<Job>& jobs) {
     const auto paint = std::make_shared<RecordedPaint>(kind);
     jobs.push_back(
         {"tavdg_draw_diagram", "kind " + std::to_string(kind), 1, [paint] { paint->whole(); },
-         [paint] { paint->chart_alone(); }, Wanted{0, 0, true},
+         [paint] { paint->chart_alone(); }, Wanted{.may_allocate = true},
          "\n## Painting\n\nOne paint of the flow diagram on a recording surface, its pens and fonts "
          "included.\nThe yardstick is the chart without curves. What is allocated are the operations "
          "written\ndown, pens and fonts, and one block for each smoothed curve.\n\n"

@@ -105,7 +105,7 @@ void add_pictures(std::vector<Job>& jobs) {
         job.yardstick = [picture, by_plplot] {
           for (int i = 0; i < kRow; ++i) by_plplot ? picture->plplot() : picture->gnuplot();
         };
-        job.wanted = {png ? by_plplot ? kPngRatio : 0 : kRatio, 0, true};
+        job.wanted = {.ratio = png ? by_plplot ? kPngRatio : 0 : kRatio, .may_allocate = true};
         job.unit = kMicrosecond;
         job.group =
             "\n## Pictures\n\nThe flow diagram as a file of 700 by 700 pixels, beside the same lines, "
