@@ -20,6 +20,7 @@ from tavd._wording import printable
 if TYPE_CHECKING:
     from tavd._select import Selector
 
+_SERVER_NAMES = (str(CONSTANTS["TAVB_SERVER_URI"]), str(CONSTANTS["TAVB_SERVER_HOST"]))
 _CLASS_CHARS = 3
 _ID_CHARS = 30
 _MARKET_CHARS = 39  # that the library's settings hold
@@ -355,7 +356,7 @@ def _class(class_id: str) -> str:
 
 def is_on_server(path: str) -> bool:
     """Whether a database of this name is on a server; any other name is a file's."""
-    return path.startswith(("postgresql:", "host="))
+    return path.startswith(_SERVER_NAMES)
 
 
 def _shown_name(path: str) -> str:

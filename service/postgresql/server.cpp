@@ -1,8 +1,7 @@
 #include "service/postgresql/server.h"
 
-#include <algorithm>
-#include <string_view>
-#include <vector>
+#include <new>
+#include <utility>
 
 #include "service/lasterror.h"
 

@@ -55,7 +55,7 @@ class Server {
   Result run(const char* sql);
   Result prepared(const Statement& statement, std::span<const Bytes> arguments);
 
-  // Another server may answer what was asked of one that follows its master, which is asked in other words.
+  // Whether the server follows another one, and so cannot tell all that is being done there.
   bool is_standby() const { return standby_; }
 
   [[noreturn]] void fail(const std::string& reason) const;
