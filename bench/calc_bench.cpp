@@ -73,7 +73,7 @@ void add_sound(std::vector<Job>& jobs) {
                            Line{30, "kind 30", kSoundPowerRatio}, Line{40, "kind 40", 0}}) {
     TAVD_LINE(scene(line.kind), line.detail, "tavca_lw",
               out.code = tavca_lw(&fd, at.qv, at.dp, out.floats, &at.duct),
-              out.code = ref::lw(&fd, at.qv, at.dp, out.floats, &at.duct), Wanted{line.wanted, 0});
+              out.code = ref::lw(&fd, at.qv, at.dp, out.floats, &at.duct), Wanted{.ratio = line.wanted});
   }
   const auto damper = scene(20);
   damper->product.fd.ndlw = 0;  // by position

@@ -70,7 +70,7 @@ void add_search(std::vector<Job>& jobs, const char* detail, const std::shared_pt
        each([](const LevelScene& s, float L, int g) {
          return ref::lp_find(static_cast<int>(s.rows.size()), s.rows.data(), L, g, kRoomdamp);
        }),
-       Wanted{kSearchRatio, 0},
+       Wanted{.ratio = kSearchRatio},
        "\n## Level search\n\nThe flow or pressure at which a product is as loud as wanted, beside the "
        "plain\ntranscription of the search that the tests compare it with.\n\n"
        "| Function | Product | Library, ns | Yardstick, ns | Times as fast | Allocations | Wanted |\n"

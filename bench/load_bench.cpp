@@ -99,7 +99,7 @@ void add_loads(std::vector<Job>& jobs) {
     const auto stored = std::make_shared<Stored>(kind);
     jobs.push_back(
         {"tavca_load_flowdata", "kind " + std::to_string(kind), 1, [stored] { stored->load(); },
-         [stored] { stored->read_only(); }, Wanted{0, kBeyondService},
+         [stored] { stored->read_only(); }, Wanted{.beyond = kBeyondService},
          "\n## Loading\n\nThe yardstick is the service's own time for reading the same attributes, from an\n"
          "open record with every attribute at its full length.\n\n"
          "| Function | Product | Library, ns | Service alone, ns | Times as fast | Allocations | Wanted |\n"
