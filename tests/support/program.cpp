@@ -20,8 +20,12 @@
 namespace clitest {
 namespace {
 
+// How a file is opened that takes what the program writes.
+constexpr int kToWrite = O_WRONLY | O_CREAT | O_TRUNC;
+constexpr mode_t kOwnersAlone = 0600;
+
 void redirect(int descriptor, const std::string& path) {
-  const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+  const int file = open(path.c_str(), kToWrite, kOwnersAlone);
   if (file < 0 || dup2(file, descriptor) < 0) _exit(127);
   close(file);
 }
@@ -43,23 +47,14 @@ void set_environment() {
   _exit(127);
 }
 
-// Standard output and errors go where the paths say.
-[[noreturn]] void become_program(const std::vector<std::string>& arguments, const std::string& out_path,
-                                 const std::string& err_path) {
-  redirect(STDOUT_FILENO, out_path);
-  redirect(STDERR_FILENO, err_path);
-  become_program(arguments);
-}
-
-// Starts the program. Not with fork: under the sanitizers a copy of this process takes longer than the
-// program does.
+// Starts the program; standard output and errors go where the paths say. Not with fork: under the sanitizers
+// a copy of this process takes longer than the program does.
 pid_t spawn_program(const std::vector<std::string>& arguments, const std::string& out_path,
                     const std::string& err_path) {
-  constexpr int kFlags = O_WRONLY | O_CREAT | O_TRUNC;
   posix_spawn_file_actions_t actions;
   posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, out_path.c_str(), kFlags, 0600);
-  posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, err_path.c_str(), kFlags, 0600);
+  posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, out_path.c_str(), kToWrite, kOwnersAlone);
+  posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, err_path.c_str(), kToWrite, kOwnersAlone);
   static std::once_flag environment;
   std::call_once(environment, set_environment);
   pid_t process = -1;
@@ -109,7 +104,9 @@ Outcome run_program_within(unsigned long file_bytes, const std::vector<std::stri
   if (process == 0) {
     const rlimit limit{file_bytes, file_bytes};
     if (setrlimit(RLIMIT_FSIZE, &limit) != 0) _exit(127);
-    become_program(arguments, folder.file("out"), folder.file("err"));
+    redirect(STDOUT_FILENO, folder.file("out"));
+    redirect(STDERR_FILENO, folder.file("err"));
+    become_program(arguments);
   }
   const int exit_code = wait_for(process);
   return {exit_code, read_file(folder.file("out")), read_file(folder.file("err"))};
