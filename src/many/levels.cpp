@@ -43,16 +43,14 @@ struct ExactSteps {
 // |S|*4e-14 + 5.7e-14 together. With a slope of 0 both are exactly L. distance_on_line() is above their sum,
 // also when it is rounded to float.
 template <typename Steps>
-inline bool along(const LevelLine& line, double lg_dp, Bands& lw) {
+inline RoundedBands along(const LevelLine& line, double lg_dp) {
   DoubleBands level;
   DoubleBands slope;
-  DoubleBands distance;
+  DoubleBands distance{};
   load_wide(line.level, level);
   load(line.slope, slope);
-  load_wide(line.distance, distance);
-  level += slope * (lg_dp - line.lg_dp);
-  if (Steps::kExact) distance -= distance;
-  return round_nearly(level, distance, lw) || Steps::kExact;
+  if (!Steps::kExact) load_wide(line.distance, distance);
+  return {level + slope * (lg_dp - line.lg_dp), distance};
 }
 
 // Levels between those of two curves, at the flow qv between the flows of both. The exact level is
@@ -61,20 +59,26 @@ inline bool along(const LevelLine& line, double lg_dp, Bands& lw) {
 // and w. Then |w/s - t| <= e*(1 + |t|)/|s|, and |s| is above |s'|*(1 - 1e-6): less than 2*e*(1 + |t|)/|s'|.
 // Quotients, products and sums of both are rounded by less than 8 times 2^-52 of |D*t| and |l| together. With
 // D of 0 both are exactly l.
-inline bool across(const Bands& first, const Bands& second, double span, double way, Bands& lw) {
+inline RoundedBands quick_across(const FloatBands& first, const FloatBands& second, double span, double way) {
   const double of_span = 1.0 / span;
   const double t = way * of_span;
   const double reach = (1.0 + std::fabs(t)) * (2 * kWayDistance * std::fabs(of_span) + kRoundings);
-  FloatBands from;
-  FloatBands to;
-  load(first, from);
-  load(second, to);
-  const DoubleBands difference = __builtin_convertvector(to - from, DoubleBands);
-  const DoubleBands level = __builtin_convertvector(from, DoubleBands);
-  const DoubleBands size = difference < 0.0 ? -difference : difference;
-  const DoubleBands level_size = level < 0.0 ? -level : level;
-  const bool certain = round_nearly(level + difference * t, size * reach + level_size * kRoundings, lw);
-  return certain && std::fabs(span) > kShortestSpan;
+  const DoubleBands difference = __builtin_convertvector(second - first, DoubleBands);
+  const DoubleBands level = __builtin_convertvector(first, DoubleBands);
+  DoubleBands difference_size = difference;
+  DoubleBands level_size = level;
+  take_size(difference_size);
+  take_size(level_size);
+  return {level + difference * t, difference_size * reach + level_size * kRoundings};
+}
+
+// The same as the single function has it.
+inline void exact_across(const FloatBands& first, const FloatBands& second, double span, double way,
+                         FloatBands& levels) {
+  for (int band = 0; band < TAVD_BANDS; ++band) {
+    const double slope = wide(second[band] - first[band]) / span;
+    levels[band] = narrow(wide(first[band]) + slope * way);
+  }
 }
 
 // Whether same_abscissa() may be true, without its quotient: that is below 1.01e-8*x1.
@@ -82,19 +86,36 @@ inline bool may_be_same(float x1, float x2) {
   return wide(x1) * 1.01e-8 > std::fabs(wide(x1) - wide(x2));
 }
 
-// Levels at qv between those of the curves at x1 and at x2, with logarithms that stand ready.
+// Where two curves lie, with logarithms that stand ready.
+struct Places {
+  float x1, x2;
+  double lg1, lg2;
+};
+
+// Levels at lg x between those of the curves. They are certain where those of the curves are, too.
 template <typename Steps>
-bool across(const Bands& first, const Bands& second, float x1, float x2, double lg1, double lg2, double lg_qv,
-            Bands& lw) {
-  if (!Steps::kExact) {
-    return !may_be_same(x1, x2) && across(first, second, lg2 - lg1, lg_qv - lg1, lw);
+inline bool across(const RoundedBands& first, const RoundedBands& second, const Places& at, double lg_x,
+                   FloatBands& levels) {
+  const double span = at.lg2 - at.lg1;
+  const double way = lg_x - at.lg1;
+  if (Steps::kExact) {
+    levels = first.low;
+    if (!same_abscissa(at.x1, at.x2)) exact_across(first.low, second.low, span, way, levels);
+    return true;
   }
-  const bool one_place = same_abscissa(x1, x2);
-  for (int band = 0; band < TAVD_BANDS; ++band) {
-    const double slope = wide(second[band] - first[band]) / (lg2 - lg1);
-    lw[band] = one_place ? first[band] : narrow(wide(first[band]) + slope * (lg_qv - lg1));
-  }
-  return true;
+  RoundedBands between = quick_across(first.low, second.low, span, way);
+  between.differ |= first.differ | second.differ;
+  levels = between.low;
+  const bool apart = both(!may_be_same(at.x1, at.x2), std::fabs(span) > kShortestSpan);
+  return both(apart, between.certain());
+}
+
+constexpr FloatBands kNone{};
+constexpr FloatBands kHighest = kNone + kHighestLevel;
+
+// As limit() for each band.
+inline void limit_bands(FloatBands& levels) {
+  levels = levels > kHighest ? kHighest : (levels < kNone ? kNone : levels);
 }
 
 constexpr std::int32_t kRefused = 1;  // no code of tavca_lw is positive
@@ -244,36 +265,28 @@ inline const LevelLine& Levels::line(const RowChoice& choice, float target) cons
 // The levels of a point of the block; false where they are not certain.
 template <typename Steps, std::size_t N>
 bool Levels::levels_of(const Block<Steps, N>& block, std::size_t i, float* lw) const {
-  Bands bands;
   const auto place = static_cast<std::size_t>(block.place[i]);
+  RoundedBands first = along<Steps>(line(choices_[place], block.first[i]), block.lg_dp[i]);
+  FloatBands levels = first.low;
+  bool certain;
   if (search_ == Search::fixed_curve) {
-    if (!along<Steps>(line(choices_[0], block.first[i]), block.lg_dp[i], bands)) return false;
-    for (float& level : bands) level = limit(level);
+    certain = first.certain() || Steps::kExact;
   } else {
-    Bands first;
-    Bands second;
-    if (!along<Steps>(line(choices_[place], block.first[i]), block.lg_dp[i], first)) return false;
-    if (!along<Steps>(line(choices_[place + 1], block.second[i]), block.lg_dp[i], second)) return false;
-    if (search_ == Search::resistance_curves) {
-      if (!across<Steps>(first, second, block.first[i], block.second[i], block.lg_first[i],
-                         block.lg_second[i], block.lg_qv[i], bands)) {
-        return false;
-      }
-      for (float& level : bands) level = limit(level);
-    } else {
-      for (int band = 0; band < TAVD_BANDS; ++band) {
-        first[band] = std::min(first[band], kHighestLevel);
-        second[band] = std::min(second[band], kHighestLevel);
-      }
-      if (!across<Steps>(first, second, values_.values[place], values_.values[place + 1], lg_values_[place],
-                         lg_values_[place + 1], block.lg_qv[i], bands)) {
-        return false;
-      }
-      for (float& level : bands) level = limit(block.extra[i] + level);
+    RoundedBands second = along<Steps>(line(choices_[place + 1], block.second[i]), block.lg_dp[i]);
+    Places at = {block.first[i], block.second[i], block.lg_first[i], block.lg_second[i]};
+    if (search_ == Search::flow_groups) {
+      first.low = first.low > kHighest ? kHighest : first.low;
+      second.low = second.low > kHighest ? kHighest : second.low;
+      at = {values_.values[place], values_.values[place + 1], lg_values_[place], lg_values_[place + 1]};
     }
+    certain = across<Steps>(first, second, at, block.lg_qv[i], levels);
+    if (search_ == Search::flow_groups) levels = block.extra[i] + levels;
   }
-  corrections_.add_to(bands);
-  std::copy_n(bands, TAVD_BANDS, lw);
+  if (!certain) return false;
+  limit_bands(levels);
+  if (corrections_.any_size) levels += corrections_.size;
+  if (corrections_.any_parameter) levels += corrections_.parameter;
+  std::memcpy(lw, &levels, sizeof levels);
   return true;
 }
 
