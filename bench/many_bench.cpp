@@ -1,5 +1,4 @@
 // A million points in one call of libtavdn, beside the single functions, beside numpy, and by two threads.
-#include <array>
 #include <memory>
 #include <thread>
 #include <vector>
@@ -9,6 +8,7 @@
 #include "table.h"
 #include "tavd/tavca.h"
 #include "tavd/tavdn.h"
+#include "worker.h"
 
 namespace bench {
 namespace {
@@ -139,27 +139,40 @@ void add_tables(std::vector<Job>& jobs) {
   jobs.push_back({"tavdn_throw", "beside numpy", kPoints, throws, [numpy] { numpy->run("throw"); }, {1}, {}});
 }
 
-// Both halves of the points by a thread each, beside all of them by one.
+void calculate_half(const Work& work, std::size_t half) {
+  constexpr std::size_t kHalf = kPoints / 2;
+  const std::size_t first = half * kHalf;
+  tavdn_results results = work.results;
+  results.lw += first * TAVD_BANDS;
+  results.lw_code += first;
+  tavdn_calculate(work.product, kHalf, &work.qv[first], &work.dp[first], kRoomDamping, &results);
+}
+
+// Both halves of the points by a thread each, beside all of them by one, and beside a process each.
 void add_threads(std::vector<Job>& jobs) {
   const auto work = sound_of(20);
-  const auto halves = [work] {
-    constexpr std::size_t kHalf = kPoints / 2;
-    std::array<std::thread, 2> threads;
-    for (std::size_t half = 0; half < threads.size(); ++half) {
-      threads[half] = std::thread([work, first = half * kHalf] {
-        tavdn_results results = work->results;
-        results.lw += first * TAVD_BANDS;
-        results.lw_code += first;
-        tavdn_calculate(work->product, kHalf, &work->qv[first], &work->dp[first], kRoomDamping, &results);
-      });
-    }
-    for (std::thread& thread : threads) thread.join();
+  const auto threads = [work] {
+    std::thread first([&work] { calculate_half(*work, 0); });
+    std::thread second([&work] { calculate_half(*work, 1); });
+    first.join();
+    second.join();
   };
   Wanted wanted;
   wanted.ratio = 1.8;
   wanted.may_allocate = true;  // the threads
   jobs.push_back(
-      {"lw", "kind 20, two threads beside one", kPoints, halves, [work] { work->calculate(); }, wanted, {}});
+      {"lw", "kind 20, two threads beside one", kPoints, threads, [work] { work->calculate(); }, wanted, {}});
+  const auto first = std::make_shared<Worker>([work] { calculate_half(*work, 0); });
+  const auto second = std::make_shared<Worker>([work] { calculate_half(*work, 1); });
+  const auto processes = [first, second] {
+    first->begin();
+    second->begin();
+    first->finish();
+    second->finish();
+  };
+  wanted.ratio = 0.95;
+  jobs.push_back(
+      {"lw", "kind 20, two threads beside two processes", kPoints, threads, processes, wanted, {}});
 }
 
 }  // namespace
