@@ -7,6 +7,7 @@
 #include <limits>
 #include <memory>
 #include <mutex>
+#include <span>
 
 #include "gui/guard.h"
 
@@ -23,6 +24,7 @@ std::atomic<std::int32_t> created_count = 0;
 
 tgui_object* create(const tgui_object_info& info);
 tgui_object* find_stock(int number);
+bool is_in_stock(const tgui_object* object);
 bool creation_fails();
 bool known_pen_style(std::int32_t style);
 std::int32_t magnitude(std::int32_t width);
@@ -30,9 +32,16 @@ bool is_stock(const tgui_object* object) {
   return object->info.stock >= 0;
 }
 
-// An object goes with its last owner; the stock is its own owner.
+// An object goes with its last owner. The stock stays; were its owners counted, all threads that draw would
+// write to one place.
+void own(tgui_object* object) {
+  if (!is_stock(object)) {
+    ++object->owners;
+  }
+}
+
 void disown(tgui_object* object) {
-  if (--object->owners == 0) {
+  if (!is_stock(object) && --object->owners == 0) {
     tgui::registry<tgui_object>().remove(object);
     delete object;
   }
@@ -94,7 +103,7 @@ int32_t tgui_delete_object(tgui_object* object) {
 
 int32_t tgui_get_object(const tgui_object* object, tgui_object_info* info) {
   // An object that was deleted while selected can still be described: surfaces go on drawing with it.
-  if (!tgui::alive(object) && !tgui::usable(object)) {
+  if (!is_in_stock(object) && !tgui::alive(object)) {
     return -1;
   }
   if (info != nullptr) {
@@ -119,22 +128,11 @@ tgui_object* stock(int number) {
 }
 
 bool usable(const tgui_object* object) {
-  if (object == nullptr) {
-    return false;
-  }
-  if (alive(object)) {
-    return !object->deleted;
-  }
-  for (int number = TGUI_WHITE_BRUSH; number <= TGUI_SYSTEM_FONT; ++number) {
-    if (object == find_stock(number)) {
-      return true;
-    }
-  }
-  return false;
+  return is_in_stock(object) || (alive(object) && !object->deleted);
 }
 
 Hold::Hold(tgui_object* object) noexcept : object_(object) {
-  ++object_->owners;
+  own(object_);
 }
 
 Hold& Hold::operator=(const Hold& other) noexcept {
@@ -205,7 +203,7 @@ tgui_object stock_font(int number, std::int32_t cell_height, std::int32_t weight
   return {info};
 }
 
-tgui_object* find_stock(int number) {
+std::span<tgui_object> the_stock() {
   static tgui_object objects[] = {
       stock_brush(TGUI_WHITE_BRUSH, 0, 0xFFFFFF),
       stock_brush(TGUI_LTGRAY_BRUSH, 0, 0xC0C0C0),
@@ -219,12 +217,22 @@ tgui_object* find_stock(int number) {
       stock_font(TGUI_ANSI_VAR_FONT, 13, 400, "MS Sans Serif"),
       stock_font(TGUI_SYSTEM_FONT, 16, 700, "System"),
   };
-  for (tgui_object& object : objects) {
+  return objects;
+}
+
+tgui_object* find_stock(int number) {
+  for (tgui_object& object : the_stock()) {
     if (object.info.stock == number) {
       return &object;
     }
   }
   return nullptr;
+}
+
+// By its address: it may be one that is no object, or no longer. No thread waits for another here.
+bool is_in_stock(const tgui_object* object) {
+  const std::span<tgui_object> stock = the_stock();
+  return std::any_of(stock.begin(), stock.end(), [&](const tgui_object& other) { return &other == object; });
 }
 
 }  // namespace
