@@ -8,7 +8,7 @@
 #include "table.h"
 #include "tavd/tavca.h"
 #include "tavd/tavdn.h"
-#include "worker.h"
+#include "two_processes.h"
 
 namespace bench {
 namespace {
@@ -162,17 +162,16 @@ void add_threads(std::vector<Job>& jobs) {
   wanted.may_allocate = true;  // the threads
   jobs.push_back(
       {"lw", "kind 20, two threads beside one", kPoints, threads, [work] { work->calculate(); }, wanted, {}});
-  const auto first = std::make_shared<Worker>([work] { calculate_half(*work, 0); });
-  const auto second = std::make_shared<Worker>([work] { calculate_half(*work, 1); });
-  const auto processes = [first, second] {
-    first->begin();
-    second->begin();
-    first->finish();
-    second->finish();
-  };
+  const auto processes =
+      std::make_shared<TwoProcesses>([work](std::size_t half) { calculate_half(*work, half); });
   wanted.ratio = 0.95;
-  jobs.push_back(
-      {"lw", "kind 20, two threads beside two processes", kPoints, threads, processes, wanted, {}});
+  jobs.push_back({"lw",
+                  "kind 20, two threads beside two processes",
+                  kPoints,
+                  threads,
+                  [processes] { processes->run(); },
+                  wanted,
+                  {}});
 }
 
 }  // namespace

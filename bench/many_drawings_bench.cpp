@@ -1,5 +1,6 @@
 // Pictures that sixteen threads draw through libtavdn, beside the same pictures by one thread.
 #include <array>
+#include <atomic>
 #include <barrier>
 #include <cstdio>
 #include <cstdlib>
@@ -14,6 +15,7 @@
 #include "tavd/tavdg.h"
 #include "tavd/tavdn.h"
 #include "tavdgui/tavdcairo.h"
+#include "two_processes.h"
 
 namespace bench {
 namespace {
@@ -60,9 +62,12 @@ class Drawings {
   void by_one() const {
     for (std::size_t i = 0; i < kPictures; ++i) draw(i);
   }
-  // By a thread of a team, its part of them.
-  void by_member(std::size_t member) const {
-    for (std::size_t i = member; i < kPictures; i += kThreads) draw(i);
+  void by_half(std::size_t half) const {
+    for (std::size_t i = half; i < kPictures; i += 2) draw(i);
+  }
+  // By a thread of a team, which takes the next one that nobody has taken.
+  void by_member(std::atomic<std::size_t>& taken) const {
+    for (std::size_t i = taken++; i < kPictures; i = taken++) draw(i);
   }
 
  private:
@@ -93,9 +98,9 @@ class Team {
  public:
   explicit Team(const Drawings& drawings) {
     for (std::size_t member = 0; member < kThreads; ++member) {
-      threads_.emplace_back([this, member, &drawings](const std::stop_token& stop) {
+      threads_.emplace_back([this, &drawings](const std::stop_token& stop) {
         for (begin_.arrive_and_wait(); !stop.stop_requested(); begin_.arrive_and_wait()) {
-          drawings.by_member(member);
+          drawings.by_member(taken_);
           end_.arrive_and_wait();
         }
       });
@@ -109,20 +114,24 @@ class Team {
   Team& operator=(const Team&) = delete;
 
   void run() {
+    taken_ = 0;
     begin_.arrive_and_wait();
     end_.arrive_and_wait();
   }
 
  private:
+  std::atomic<std::size_t> taken_ = 0;
   std::barrier<> begin_{kThreads + 1};
   std::barrier<> end_{kThreads + 1};
   std::vector<std::jthread> threads_;
 };
 
-// The team and the one who draws alone.
+// The team, the one who draws alone, and two processes that do.
 struct Contest {
-  explicit Contest(const Form& form) : drawings(form), team(drawings) {}
+  explicit Contest(const Form& form)
+      : drawings(form), processes([this](std::size_t half) { drawings.by_half(half); }), team(drawings) {}
   Drawings drawings;
+  TwoProcesses processes;
   Team team;
 };
 
@@ -133,7 +142,7 @@ void add_drawings(std::vector<Job>& jobs) {
     const auto contest = std::make_shared<Contest>(form);
     Job job;
     job.name = "tavdn_draw_flow";
-    job.detail = form.name;
+    job.detail = std::string(form.name) + " beside one thread";
     job.calls = static_cast<int>(kPictures);
     job.library = [contest] { contest->team.run(); };
     job.yardstick = [contest] { contest->drawings.by_one(); };
@@ -142,10 +151,14 @@ void add_drawings(std::vector<Job>& jobs) {
     job.unit = kMicrosecond;
     job.group =
         "\n## Drawings by many threads\n\nFlow diagrams of 800 by 600 pixels as files in memory, by sixteen "
-        "threads that live on and by one.\n\n"
-        "| Function | File | Sixteen threads, us a picture | One thread, us a picture | Times as fast | "
+        "threads that live on.\n\n"
+        "| Function | File | Sixteen threads, us a picture | Yardstick, us a picture | Times as fast | "
         "Allocations | Wanted |\n"
         "|---|---|---:|---:|---:|---:|---|\n";
+    jobs.push_back(job);
+    job.detail = std::string(form.name) + " beside two processes";
+    job.yardstick = [contest] { contest->processes.run(); };
+    job.wanted.ratio = 0;
     jobs.push_back(job);
   }
 }
