@@ -181,14 +181,16 @@ void add_jobs(std::vector<Job>& jobs) {
   add_tables(jobs);
   add_threads(jobs);
   for (Job& job : jobs) {
-    job.group =
-        "\n## Many points\n\nA million points in one call of libtavdn, beside as many calls of the single "
-        "functions "
-        "where\n"
-        "nothing else is told. numpy works in 32 bits, `10*log10(sum(10**(...)))` and `k*q**n`.\n\n"
-        "| Answer | Product | Library, ns a point | Yardstick, ns a point | Times as fast | Allocations | "
-        "Wanted |\n"
-        "|---|---|---:|---:|---:|---:|---|\n";
+    job.group = R"(
+## Many points
+
+A million points in one call of libtavdn, beside as many calls of the single functions where
+nothing else is told. numpy works in 32 bits, `10*log10(sum(10**(...)))` and `k*q**n`.
+Two processes have nothing in common but the machine: what they get of it is all that two threads can have.
+
+| Answer | Product | Library, ns a point | Yardstick, ns a point | Times as fast | Allocations | Wanted |
+|---|---|---:|---:|---:|---:|---|
+)";
   }
   add_drawings(jobs);
 }
