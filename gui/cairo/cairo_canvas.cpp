@@ -2,6 +2,8 @@
 #include <cairo-pdf.h>
 
 #include <cmath>
+#include <cstdlib>
+#include <cstring>
 #include <numbers>
 
 #include "gui/cairo/canvas.h"
@@ -64,18 +66,33 @@ class PdfCanvas : public CairoCanvas {
   std::unique_ptr<std::string> bytes_;
 };
 
-void paint_white(cairo_t* cairo) {
-  cairo_set_source_rgb(cairo, 1, 1, 1);
-  cairo_paint(cairo);
+// Cairo would set all pixels to zero, to be painted white at once. Without memory its own image tells so when
+// it is to be written.
+cairo_surface_t* make_white_image(int width, int height) {
+  constexpr cairo_format_t kFormat = CAIRO_FORMAT_RGB24;
+  constexpr int kWhite = 0xFF;
+  static const cairo_user_data_key_t key{};
+  const int stride = cairo_format_stride_for_width(kFormat, width);
+  const auto size = static_cast<std::size_t>(stride) * static_cast<std::size_t>(height);
+  auto* const pixels = static_cast<unsigned char*>(std::malloc(size));
+  if (pixels != nullptr) {
+    std::memset(pixels, kWhite, size);
+    cairo_surface_t* image = cairo_image_surface_create_for_data(pixels, kFormat, width, height, stride);
+    if (cairo_surface_set_user_data(image, &key, pixels, std::free) == CAIRO_STATUS_SUCCESS) {
+      return image;
+    }
+    cairo_surface_destroy(image);
+    std::free(pixels);
+  }
+  return cairo_image_surface_create(kFormat, width, height);
 }
 
 }  // namespace
 
 std::unique_ptr<Canvas> make_png_canvas(int width, int height) {
-  cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height);
+  cairo_surface_t* surface = make_white_image(width, height);
   cairo_t* cairo = cairo_create(surface);
   cairo_surface_destroy(surface);
-  paint_white(cairo);
   return std::make_unique<PngCanvas>(cairo);
 }
 
