@@ -1,8 +1,8 @@
 // Questions about operating points.
 #include <optional>
 
-#include "commands/calc_json.h"
-#include "commands/calculated.h"
+#include "answers/calculated.h"
+#include "answers/calculated_json.h"
 #include "questions.h"
 
 namespace tavdweb {

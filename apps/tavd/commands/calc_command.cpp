@@ -4,12 +4,12 @@
 #include <string>
 #include <vector>
 
+#include "answers/calculated_json.h"
+#include "answers/calculated_text.h"
+#include "answers/sweep_rows.h"
 #include "base/json_text.h"
-#include "commands/calc_json.h"
-#include "commands/calc_text.h"
 #include "commands/calculation.h"
 #include "commands/commands.h"
-#include "commands/sweep_rows.h"
 
 namespace tavdhost {
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "commands/calculated.h"
+#include "answers/calculated.h"
 #include "commands/product_choice.h"
 
 namespace tavdhost {

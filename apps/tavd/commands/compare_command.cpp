@@ -7,12 +7,12 @@
 #include <utility>
 #include <vector>
 
+#include "answers/calculated_json.h"
+#include "answers/calculated_text.h"
 #include "base/csv.h"
 #include "base/json_text.h"
 #include "base/numbers.h"
 #include "base/text.h"
-#include "commands/calc_json.h"
-#include "commands/calc_text.h"
 #include "commands/calculation.h"
 #include "commands/commands.h"
 

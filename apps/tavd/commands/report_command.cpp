@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
+#include "answers/calculated_json.h"
 #include "base/errors.h"
 #include "base/json_text.h"
 #include "base/text.h"
 #include "base/whole_file.h"
-#include "commands/calc_json.h"
 #include "commands/commands.h"
 #include "commands/product_choice.h"
 #include "commands/usual_options.h"

@@ -8,14 +8,14 @@
 #include <utility>
 #include <vector>
 
+#include "answers/sweep_range.h"
+#include "answers/sweep_rows.h"
 #include "base/errors.h"
 #include "base/platform.h"
 #include "base/progress.h"
 #include "base/text.h"
 #include "commands/calculation.h"
 #include "commands/commands.h"
-#include "commands/sweep_range.h"
-#include "commands/sweep_rows.h"
 #include "product/point_calculator.h"
 
 namespace tavdhost {

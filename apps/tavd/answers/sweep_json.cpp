@@ -3,9 +3,9 @@
 #include <cmath>
 #include <string_view>
 
+#include "answers/sweep_rows.h"
 #include "base/json_text.h"
 #include "base/text.h"
-#include "commands/sweep_rows.h"
 
 namespace tavdhost {
 namespace {

@@ -4,7 +4,7 @@
 #include <ostream>
 #include <string>
 
-#include "commands/calculation.h"
+#include "answers/calculated.h"
 
 namespace tavdhost {
 

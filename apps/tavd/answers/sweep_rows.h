@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "commands/calculation.h"
+#include "answers/calculated.h"
 
 namespace tavdhost {
 

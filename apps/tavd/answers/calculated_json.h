@@ -3,7 +3,7 @@
 
 #include <json/value.h>
 
-#include "commands/calculated.h"
+#include "answers/calculated.h"
 
 namespace tavdhost {
 

@@ -3,9 +3,9 @@
 #include <iterator>
 #include <string_view>
 
+#include "answers/sweep_rows.h"
 #include "base/csv.h"
 #include "base/text.h"
-#include "commands/sweep_rows.h"
 
 namespace tavdhost {
 namespace {

@@ -1,4 +1,4 @@
-#include "commands/sweep_range.h"
+#include "answers/sweep_range.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,4 +1,4 @@
-#include "commands/calc_text.h"
+#include "answers/calculated_text.h"
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include "commands/calc_json.h"
+#include "answers/calculated_json.h"
 
 #include "base/json_text.h"
 #include "base/text.h"

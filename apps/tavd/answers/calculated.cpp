@@ -1,4 +1,4 @@
-#include "commands/calculated.h"
+#include "answers/calculated.h"
 
 #include <utility>
 
