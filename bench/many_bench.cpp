@@ -4,11 +4,11 @@
 #include <vector>
 
 #include "numpy_process.h"
+#include "processes.h"
 #include "scene.h"
 #include "table.h"
 #include "tavd/tavca.h"
 #include "tavd/tavdn.h"
-#include "two_processes.h"
 
 namespace bench {
 namespace {
@@ -163,7 +163,7 @@ void add_threads(std::vector<Job>& jobs) {
   jobs.push_back(
       {"lw", "kind 20, two threads beside one", kPoints, threads, [work] { work->calculate(); }, wanted, {}});
   const auto processes =
-      std::make_shared<TwoProcesses>([work](std::size_t half) { calculate_half(*work, half); });
+      std::make_shared<Processes>(2, [work](std::size_t half) { calculate_half(*work, half); });
   wanted.ratio = 0.95;
   jobs.push_back({"lw",
                   "kind 20, two threads beside two processes",

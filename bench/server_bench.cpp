@@ -123,8 +123,8 @@ int main(int argc, char** argv) {
   const std::vector<PackedRow> rows = plain.rows();
   std::printf(
       "\n## The service on a server\n\nA database of `tavd db synth` on PostgreSQL, over a socket on the "
-      "same machine. Each task "
-      "beside libpq\ncalled directly; medians of runs in turn.\n\n"
+      "same processor. Each task\n"
+      "beside libpq called directly; medians of runs in turn.\n\n"
       "| Task | | Service, us a record | libpq, us a record | Times as long | Wanted |\n"
       "|---|---|---:|---:|---:|---|\n");
   compare_finding(service, plain, products(rows));

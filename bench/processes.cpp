@@ -1,4 +1,4 @@
-#include "two_processes.h"
+#include "processes.h"
 
 #include <sys/socket.h>
 #include <sys/wait.h>
@@ -15,15 +15,15 @@ namespace {
   std::exit(2);
 }
 
-// Does the half of the job for every byte that comes, and sends it back.
-[[noreturn]] void work(int socket, const TwoProcesses::Job& job, std::size_t half) {
+// Does its part of the job for every byte that comes, and sends it back.
+[[noreturn]] void work(int socket, const Processes::Job& job, std::size_t part) {
   // All else that is open goes: a pipe that this process held too would not end for its reader.
   constexpr int kOnlyOne = STDERR_FILENO + 1;
   dup2(socket, kOnlyOne);
   close_range(kOnlyOne + 1, ~0U, 0);
   char told;
   while (read(kOnlyOne, &told, 1) == 1) {
-    job(half);
+    job(part);
     if (write(kOnlyOne, &told, 1) != 1) break;
   }
   _exit(0);
@@ -31,26 +31,26 @@ namespace {
 
 }  // namespace
 
-TwoProcesses::TwoProcesses(const Job& job) {
-  for (std::size_t half = 0; half < processes_.size(); ++half) {
+Processes::Processes(std::size_t count, const Job& job) {
+  for (std::size_t part = 0; part < count; ++part) {
     int ends[2];
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) give_up("bench: no socket");
     const pid_t id = fork();
     if (id < 0) give_up("bench: no process");
-    if (id == 0) work(ends[1], job, half);
+    if (id == 0) work(ends[1], job, part);
     close(ends[1]);
-    processes_[half] = {id, ends[0]};
+    processes_.push_back({id, ends[0]});
   }
 }
 
-TwoProcesses::~TwoProcesses() {
+Processes::~Processes() {
   for (const Process& process : processes_) {
     close(process.socket);  // which ends it
     waitpid(process.id, nullptr, 0);
   }
 }
 
-void TwoProcesses::run() {
+void Processes::run() {
   for (const Process& process : processes_) {
     if (write(process.socket, "", 1) != 1) give_up("bench: a process cannot be told to begin");
   }
