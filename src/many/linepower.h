@@ -15,8 +15,8 @@
 //   times the one before, since |C(n, k+1)/C(n, k)| = |n - k|/(k + 1) does not rise with k where it is above
 //   1. For n of 1 and below in size that is less than 1e-12.
 // - c^-n, 2^(n*16*h) and 2^(n*l) are right to an unit in their last place, n*e being exact; four products,
-// the
-//   sums of the series, which is between 0.88 and 1.14, and pow and its product: below 20*2^-52 together.
+//   the sums of the series, which is between 0.88 and 1.14, in whatever order and whether or not a product is
+//   rounded before it is added, and pow and its product: below 20*2^-52 together.
 #pragma once
 
 #include <cstddef>
@@ -32,10 +32,10 @@ class LinePower {
   // `exponent` of at most kLargestExponent in size.
   LinePower(float coefficient, float exponent);
 
-  // factor times a*x^n, with a*x^n rounded to float, for kBlock numbers x. Where it is not certain that the
-  // exact power is rounded to the same, or x is not ordinary, `uncertain` is not 0; tells whether any is.
-  // For machines with AVX-512 (many/paths.h); elsewhere it takes the plain steps.
-  bool block(const float* x, float factor, float* results, std::int32_t* uncertain) const;
+  // factor times a*x^n, with a*x^n rounded to float, for kBlock numbers x. A bit for each of them, from the
+  // lowest: 1 where it is not certain that the exact power is rounded to the same, or where x is not
+  // ordinary. For machines with AVX-512 (many/paths.h); elsewhere it takes the plain steps.
+  std::uint64_t block(const float* x, float factor, float* results) const;
 
  private:
   static constexpr int kPlaces = 16;

@@ -1,7 +1,9 @@
 #include "many/throws.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
+#include <cstdint>
 
 #include "many/linepower.h"
 #include "many/logarithm.h"
@@ -83,13 +85,12 @@ std::size_t lengths_on_line(const ThrowLine& line, std::size_t n, const float* q
   constexpr std::size_t kBlock = LinePower::kBlock;
   const LinePower power(line.coefficient, line.exponent);
   std::size_t exact = 0;
-  std::int32_t uncertain[kBlock];
   const std::size_t whole = n - n % kBlock;
   for (std::size_t first = 0; first < whole; first += kBlock) {
-    if (!power.block(qv + first, line.factor, lengths + first, uncertain)) continue;
-    for (std::size_t i = 0; i < kBlock; ++i) {
-      if (uncertain[i] == 0) continue;
-      lengths[first + i] = exact_length(line, qv[first + i]);
+    std::uint64_t uncertain = power.block(qv + first, line.factor, lengths + first);
+    for (; uncertain != 0; uncertain &= uncertain - 1) {
+      const std::size_t i = first + static_cast<std::size_t>(std::countr_zero(uncertain));
+      lengths[i] = exact_length(line, qv[i]);
       ++exact;
     }
   }

@@ -8,14 +8,13 @@
 
 namespace tavd {
 
-bool LinePower::block(const float* x, float factor, float* results, std::int32_t* uncertain) const {
-  bool any = false;
+std::uint64_t LinePower::block(const float* x, float factor, float* results) const {
+  std::uint64_t uncertain = 0;
   for (std::size_t i = 0; i < kBlock; ++i) {
-    uncertain[i] = static_cast<std::int32_t>(!is_ordinary(x[i]));
-    any = any || uncertain[i] != 0;
+    uncertain |= static_cast<std::uint64_t>(!is_ordinary(x[i])) << i;
     results[i] = factor * narrow(coefficient_ * std::pow(wide(x[i]), exponent_));
   }
-  return any;
+  return uncertain;
 }
 
 }  // namespace tavd
