@@ -1,15 +1,14 @@
 #include "gui/cairo/typeface.h"
 
 #include <array>
+#include <atomic>
 #include <map>
 #include <memory>
 #include <set>
-#include <string>
 #include <tuple>
 #include <utility>
 
 #include "gui/cairo/shaping.h"
-#include "gui/cairo/thread_number.h"
 
 namespace tavdcairo {
 
@@ -170,12 +169,15 @@ void count(Shelf& shelf, const std::string& utf8) {
 }
 
 // Cairo has one font for all threads that ask for the same, and locks it while it paints or measures letters:
-// sixteen threads waited for each other for a tenth of their time. So each asks for a design of its own,
-// along an axis that no font has: names of axes begin with a letter. The first thread asks for none.
-void tell_threads_apart(cairo_font_options_t& options) {
-  const int number = thread_number();
-  if (number == 0) return;
-  cairo_font_options_set_variations(&options, ("0000=" + std::to_string(number)).c_str());
+// sixteen threads waited for each other for a twentieth of their time. So threads ask in turn for the orders
+// of colours in a pixel, of which letters in shades of gray know nothing: for Cairo these are other fonts.
+cairo_subpixel_order_t order_of_thread() {
+  constexpr std::array<cairo_subpixel_order_t, 5> kOrders = {
+      CAIRO_SUBPIXEL_ORDER_DEFAULT, CAIRO_SUBPIXEL_ORDER_RGB, CAIRO_SUBPIXEL_ORDER_BGR,
+      CAIRO_SUBPIXEL_ORDER_VRGB, CAIRO_SUBPIXEL_ORDER_VBGR};
+  static std::atomic<std::size_t> threads = 0;
+  static thread_local const std::size_t number = threads++;
+  return kOrders[number % kOrders.size()];
 }
 
 Context make_context() {
@@ -185,7 +187,7 @@ Context make_context() {
   cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_NONE);
   cairo_font_options_set_hint_metrics(options.get(), CAIRO_HINT_METRICS_OFF);
   cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_GRAY);
-  tell_threads_apart(*options);
+  cairo_font_options_set_subpixel_order(options.get(), order_of_thread());
   pango_cairo_context_set_font_options(context.get(), options.get());
   pango_context_set_round_glyph_positions(context.get(), FALSE);
   return context;
