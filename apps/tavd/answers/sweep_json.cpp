@@ -1,23 +1,14 @@
 // Calculated points as JSON, written as they come.
-#include <charconv>
 #include <cmath>
 #include <string_view>
 
 #include "answers/sweep_rows.h"
 #include "base/json_text.h"
+#include "base/numbers.h"
 #include "base/text.h"
 
 namespace tavdhost {
 namespace {
-
-constexpr std::size_t kNumberChars = 32;  // more than the shortest digits of any float or int take
-
-template <typename Number>
-void append_number(std::string& out, Number value) {
-  char text[kNumberChars];
-  const auto result = std::to_chars(text, text + sizeof text, value);
-  out.append(text, result.ptr);
-}
 
 // One object. Members stand in the order of the calls; keys need no escapes.
 class Object {
@@ -33,7 +24,7 @@ class Object {
   }
   void code(int value) {
     member("code");
-    append_number(out_, value);
+    append_whole(out_, value);
   }
   void text(std::string_view key, std::string_view value) {
     member(key);
@@ -67,7 +58,7 @@ class Object {
   }
   void append(float value) {
     if (std::isfinite(value)) {
-      append_number(out_, value);
+      append_shortest(out_, value);
     } else {
       out_ += "null";
     }

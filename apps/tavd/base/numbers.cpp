@@ -9,7 +9,14 @@
 namespace tavdhost {
 namespace {
 
-constexpr std::size_t kNumberChars = 80;  // more than any float takes, written in full
+constexpr std::size_t kNumberChars = 32;  // more than the shortest digits of any float or int take
+
+template <typename Number>
+void append_number(std::string& out, Number value) {
+  char text[kNumberChars];
+  const auto result = std::to_chars(text, text + sizeof text, value);
+  out.append(text, result.ptr);
+}
 
 }  // namespace
 
@@ -34,9 +41,17 @@ int whole_number(std::string_view option, std::string_view text, int lowest, int
 }
 
 std::string shortest(float value) {
-  char text[kNumberChars];
-  const auto result = std::to_chars(text, text + sizeof text, value);
-  return {text, result.ptr};
+  std::string text;
+  append_shortest(text, value);
+  return text;
+}
+
+void append_shortest(std::string& out, float value) {
+  append_number(out, value);
+}
+
+void append_whole(std::string& out, int value) {
+  append_number(out, value);
 }
 
 }  // namespace tavdhost

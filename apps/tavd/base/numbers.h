@@ -18,7 +18,10 @@ int whole_number(std::string_view option, std::string_view text, int lowest, int
 using hosts::brief;
 using hosts::fixed;
 
-// The shortest text that reads back as the same float.
+// The shortest text that reads back as the same float; and such a text or a whole number behind what `out`
+// holds.
 std::string shortest(float value);
+void append_shortest(std::string& out, float value);
+void append_whole(std::string& out, int value);
 
 }  // namespace tavdhost

@@ -1,9 +1,9 @@
 // Bytes of the database as the values of the catalogue's text.
-#include <charconv>
 #include <cmath>
 #include <cstring>
 
 #include "base/json_text.h"
+#include "base/numbers.h"
 #include "catalogue/values.h"
 #include "tavd/tavdf.h"
 
@@ -15,9 +15,7 @@ std::optional<std::string> float_text(std::string_view bytes) {
   float value = 0;
   std::memcpy(&value, bytes.data(), sizeof value);
   if (!std::isfinite(value)) return std::nullopt;
-  char text[64];
-  const auto end = std::to_chars(text, text + sizeof text, value).ptr;
-  return std::string(text, end);
+  return shortest(value);
 }
 
 std::string integer_text(std::string_view bytes) {
