@@ -139,30 +139,28 @@ void add_tables(std::vector<Job>& jobs) {
   jobs.push_back({"tavdn_throw", "beside numpy", kPoints, throws, [numpy] { numpy->run("throw"); }, {1}, {}});
 }
 
+// Several times a run: a processor that has slept through the run of one thread takes milliseconds until it
+// is at its full speed.
+constexpr int kTurns = 8;
+constexpr int kCallsOfTurns = kTurns * static_cast<int>(kPoints);
+
 void calculate_half(const Work& work, std::size_t half) {
   constexpr std::size_t kHalf = kPoints / 2;
   const std::size_t first = half * kHalf;
   tavdn_results results = work.results;
   results.lw += first * TAVD_BANDS;
   results.lw_code += first;
-  tavdn_calculate(work.product, kHalf, &work.qv[first], &work.dp[first], kRoomDamping, &results);
+  for (int turn = 0; turn < kTurns; ++turn) {
+    tavdn_calculate(work.product, kHalf, &work.qv[first], &work.dp[first], kRoomDamping, &results);
+  }
 }
 
-// Both halves of the points by a thread each, beside all of them by one, and beside a process each. Several
-// times a run: a processor that has slept through the run of one thread takes milliseconds until it is at its
-// full speed.
-constexpr int kTurns = 8;
-constexpr int kCallsOfTurns = kTurns * static_cast<int>(kPoints);
-
-void calculate_half_in_turns(const Work& work, std::size_t half) {
-  for (int turn = 0; turn < kTurns; ++turn) calculate_half(work, half);
-}
-
+// Both halves of the points by a thread each, beside all of them by one, and beside a process each.
 void add_threads(std::vector<Job>& jobs) {
   const auto work = sound_of(20);
   const auto threads = [work] {
-    std::thread first([&work] { calculate_half_in_turns(*work, 0); });
-    std::thread second([&work] { calculate_half_in_turns(*work, 1); });
+    std::thread first([&work] { calculate_half(*work, 0); });
+    std::thread second([&work] { calculate_half(*work, 1); });
     first.join();
     second.join();
   };
@@ -174,7 +172,7 @@ void add_threads(std::vector<Job>& jobs) {
   wanted.may_allocate = true;  // the threads
   jobs.push_back({"lw", "kind 20, two threads beside one", kCallsOfTurns, threads, one, wanted, {}});
   const auto processes =
-      std::make_shared<Processes>(2, [work](std::size_t half) { calculate_half_in_turns(*work, half); });
+      std::make_shared<Processes>(2, [work](std::size_t half) { calculate_half(*work, half); });
   wanted.ratio = 0.95;
   jobs.push_back({"lw",
                   "kind 20, two threads beside two processes",

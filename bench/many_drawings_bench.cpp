@@ -24,7 +24,7 @@ namespace {
 constexpr std::size_t kThreads = 16;
 constexpr std::size_t kPictures = 32 * kThreads;  // of one run: what begins and ends it counts for little
 constexpr double kWantedRatio = 1.8;              // beside one thread, on two cores
-constexpr double kWantedOfProcesses = 0.9;
+constexpr double kWantedOfProcesses = 0.9;        // beside sixteen processes, wherever
 constexpr double kMicrosecond = 1000;
 constexpr std::int32_t kWidth = 800;  // pixels, as a gallery has them
 constexpr std::int32_t kHeight = 600;
