@@ -20,10 +20,11 @@ namespace {
 constexpr std::uint32_t kColourBits = 0xFFFFFF;
 constexpr std::size_t kMostColours = 256;  // of a palette with a byte a pixel
 
-// Colour types of the header, and the only filter that is used: none, as filters help photographs.
+// Colour types of the header, and the only filter that is used: each byte less the one above it. Most of a
+// diagram is as it is one row above, white or an upright line, and so becomes zero.
 constexpr unsigned char kTrueColour = 2;
 constexpr unsigned char kPaletteColour = 3;
-constexpr unsigned char kNoFilter = 0;
+constexpr unsigned char kUpFilter = 2;
 
 // The picture as the file has it before compression: each row begins with its filter.
 struct Image {
@@ -31,9 +32,7 @@ struct Image {
   Image(const PixelRows& pixels, std::size_t bytes_of_pixel)
       : size((1 + bytes_of_pixel * static_cast<std::size_t>(pixels.width)) *
              static_cast<std::size_t>(pixels.height)),
-        rows(std::make_unique_for_overwrite<unsigned char[]>(size + kSlack)) {}
-
-  static constexpr std::size_t kSlack = 1;  // behind the rows: pixels are stored with four bytes
+        rows(std::make_unique_for_overwrite<unsigned char[]>(size)) {}
 
   std::size_t size;  // bytes: fewer than 2^32, as cairo has no picture wider or higher than 32767 pixels
   std::unique_ptr<unsigned char[]> rows;
@@ -105,90 +104,105 @@ namespace {
 // The places of colours in a palette, found by hashing.
 class Palette {
  public:
-  Palette() { places_.fill(kFree); }
+  Palette() { colours_.fill(kNoColour); }
 
-  // The place of the colour, which is added if it is new; none if the palette is full.
-  std::optional<unsigned char> place(std::uint32_t colour) {
+  // Tells the place of a colour, which is added if it is new. False if the palette is full.
+  bool find(std::uint32_t colour, unsigned char& place) {
     std::size_t slot = colour * kSpread >> 22;
-    while (places_[slot] != kFree && colours_[slot] != colour) slot = (slot + 1) % kSlots;
-    if (places_[slot] == kFree) {
-      if (count_ == kMostColours) return std::nullopt;
-      colours_[slot] = colour;
-      places_[slot] = static_cast<std::int16_t>(count_++);
-      append_colour(bytes_, colour);
+    while (colours_[slot] != colour) {
+      if (colours_[slot] != kNoColour) {
+        slot = (slot + 1) % kSlots;
+      } else if (!add(colour, slot)) {
+        return false;
+      }
     }
-    return static_cast<unsigned char>(places_[slot]);
+    place = places_[slot];
+    return true;
   }
   const std::string& bytes() const { return bytes_; }
 
  private:
-  static constexpr std::size_t kSlots = 1024;           // as many as 10 bits tell apart
-  static constexpr std::uint32_t kSpread = 2654435761;  // 2^32 over the golden ratio
-  static constexpr std::int16_t kFree = -1;
+  static constexpr std::size_t kSlots = 1024;               // as many as 10 bits tell apart
+  static constexpr std::uint32_t kSpread = 2654435761;      // 2^32 over the golden ratio
+  static constexpr std::uint32_t kNoColour = ~kColourBits;  // of a free slot
 
-  std::array<std::uint32_t, kSlots> colours_ = {};
-  std::array<std::int16_t, kSlots> places_;
+  bool add(std::uint32_t colour, std::size_t slot) {
+    if (count_ == kMostColours) return false;
+    colours_[slot] = colour;
+    places_[slot] = static_cast<unsigned char>(count_++);
+    append_colour(bytes_, colour);
+    return true;
+  }
+
+  std::array<std::uint32_t, kSlots> colours_;
+  std::array<unsigned char, kSlots> places_ = {};
   std::size_t count_ = 0;
   std::string bytes_;
 };
 
-// The end of the pixels of one colour that begin at `at`: most of a diagram is white, so four are compared
-// at once.
-const std::uint32_t* end_of_run(const std::uint32_t* at, const std::uint32_t* end) {
-  constexpr std::uint64_t kTwice = 0x1'0000'0001;
-  const std::uint32_t colour = *at & kColourBits;
-  for (std::array<std::uint64_t, 2> pairs; end - at >= 4; at += 4) {
-    std::memcpy(pairs.data(), at, sizeof pairs);
-    const std::uint64_t difference = (pairs[0] ^ colour * kTwice) | (pairs[1] ^ colour * kTwice);
-    if ((difference & kColourBits * kTwice) != 0) break;
+// Pixels that are compared at once with those above them.
+constexpr std::size_t kBlock = 16;
+
+bool same_block(const std::uint32_t* a, const std::uint32_t* b) {
+  using Four [[gnu::vector_size(16)]] = std::uint64_t;  // pixels
+  Four difference = {};
+  for (std::size_t i = 0; i < kBlock; i += 4) {
+    Four left;
+    Four right;
+    std::memcpy(&left, a + i, sizeof left);
+    std::memcpy(&right, b + i, sizeof right);
+    difference |= left ^ right;
   }
-  while (at != end && (*at & kColourBits) == colour) ++at;
-  return at;
+  return (difference[0] | difference[1]) == 0;
+}
+
+// The rows of pixels that `tell` gives kBytes bytes each, filtered; nothing if it cannot.
+template <std::size_t kBytes, typename Tell>
+std::optional<Image> filtered(const PixelRows& pixels, Tell tell) {
+  Image image(pixels, kBytes);
+  const auto width = static_cast<std::size_t>(pixels.width);
+  std::vector<unsigned char> bytes_above(kBytes * width);  // not filtered
+  unsigned char* const above = bytes_above.data();
+  unsigned char* out = image.rows.get();
+  for (int y = 0; y < pixels.height; ++y) {
+    *out++ = kUpFilter;
+    const std::uint32_t* const row = pixels.row(y);
+    const std::uint32_t* const row_above = y == 0 ? nullptr : pixels.row(y - 1);
+    for (std::size_t x = 0; x < width;) {
+      const std::size_t end = std::min(x + kBlock, width);
+      if (row_above != nullptr && end == x + kBlock && same_block(row + x, row_above + x)) {
+        std::memset(out + kBytes * x, 0, kBytes * kBlock);
+        x = end;
+      }
+      for (; x < end; ++x) {
+        unsigned char bytes[kBytes];
+        if (!tell(row[x] & kColourBits, bytes)) return std::nullopt;
+        for (std::size_t i = 0; i < kBytes; ++i) {
+          out[kBytes * x + i] = static_cast<unsigned char>(bytes[i] - above[kBytes * x + i]);
+          above[kBytes * x + i] = bytes[i];
+        }
+      }
+    }
+    out += kBytes * width;
+  }
+  return image;
 }
 
 // Nothing if there are too many colours.
 std::optional<Image> with_palette(const PixelRows& pixels) {
-  Image image(pixels, 1);
   Palette palette;
-  unsigned char* out = image.rows.get();
-  for (int y = 0; y < pixels.height; ++y) {
-    *out++ = kNoFilter;
-    const std::uint32_t* at = pixels.row(y);
-    for (const std::uint32_t* const end = at + pixels.width; at != end;) {
-      const std::optional<unsigned char> place = palette.place(*at & kColourBits);
-      if (!place) return std::nullopt;
-      const std::uint32_t* const next = end_of_run(at, end);
-      out = std::fill_n(out, next - at, *place);
-      at = next;
-    }
-  }
-  image.palette = palette.bytes();
+  std::optional<Image> image = filtered<1>(pixels, [&palette](std::uint32_t colour, unsigned char* place) {
+    return palette.find(colour, *place);
+  });
+  if (image) image->palette = palette.bytes();
   return image;
 }
 
 Image with_true_colour(const PixelRows& pixels) {
-  constexpr std::size_t kPixel = 3;
-  constexpr std::uint32_t kWhite = kColourBits;
-  Image image(pixels, kPixel);
-  unsigned char* out = image.rows.get();
-  for (int y = 0; y < pixels.height; ++y) {
-    *out++ = kNoFilter;
-    const std::uint32_t* at = pixels.row(y);
-    for (const std::uint32_t* const end = at + pixels.width; at != end;) {
-      if ((*at & kColourBits) == kWhite) {
-        const std::uint32_t* const next = end_of_run(at, end);
-        out = std::fill_n(out, kPixel * static_cast<std::size_t>(next - at), 0xFF);
-        at = next;
-        continue;
-      }
-      // Red, green, blue, and a byte that the next pixel takes over: one store is faster than three.
-      const std::uint32_t bytes = (*at >> 16 & 0xFF) | (*at & 0xFF00) | (*at & 0xFF) << 16;
-      std::memcpy(out, &bytes, sizeof bytes);
-      out += kPixel;
-      ++at;
-    }
-  }
-  return image;
+  return *filtered<3>(pixels, [](std::uint32_t colour, unsigned char* red_green_blue) {
+    for (const int shift : {16, 8, 0}) *red_green_blue++ = static_cast<unsigned char>(colour >> shift);
+    return true;
+  });
 }
 
 // A block that is not the last and is not compressed: its bytes, fewer than 256, after their number and what
