@@ -1,9 +1,11 @@
 // Pictures on a cairo context: PNG, PDF and contexts of a host's.
 #include <cairo-pdf.h>
 
+#include <chrono>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <mutex>
 #include <numbers>
 
 #include "gui/cairo/canvas.h"
@@ -21,6 +23,26 @@ constexpr double kPointsPerMm = 72.0 / 25.4;
 cairo_status_t append(void* bytes, const unsigned char* data, unsigned int length) {
   static_cast<std::string*>(bytes)->append(reinterpret_cast<const char*>(data), length);
   return CAIRO_STATUS_SUCCESS;
+}
+
+// Cairo has one store of painted letters for all threads and locks it for the few microseconds in which it
+// puts a text on pixels. A thread that sleeps meanwhile comes back late, to caches full of others' pictures,
+// so threads take turns before Cairo's lock and wait for them awake. One that waits for longer sleeps:
+// whoever has the turn has lost its processor.
+std::unique_lock<std::mutex> turn_to_put_letters_on_pixels() {
+  constexpr std::chrono::microseconds kAwake{60};  // a text takes some 4
+  static std::mutex letters;
+  std::unique_lock turn(letters, std::try_to_lock);
+  if (turn) {
+    return turn;
+  }
+  for (const auto end = std::chrono::steady_clock::now() + kAwake; std::chrono::steady_clock::now() < end;) {
+    if (turn.try_lock()) {
+      return turn;
+    }
+  }
+  turn.lock();
+  return turn;
 }
 
 class CairoCanvas : public Canvas {
@@ -157,7 +179,10 @@ void CairoCanvas::text(const std::string& utf8, Point reference, const TextStyle
   }
   colour(style.colour);
   cairo_move_to(cairo_, baseline.x, baseline.y);
-  pango_cairo_show_layout_line(cairo_, shape(cairo_, utf8, style));
+  PangoLayoutLine* const line = shape(cairo_, utf8, style);
+  const std::unique_lock turn =
+      has_pixels() ? turn_to_put_letters_on_pixels() : std::unique_lock<std::mutex>();
+  pango_cairo_show_layout_line(cairo_, line);
   cairo_restore(cairo_);
   cairo_new_path(cairo_);
 }
