@@ -222,17 +222,18 @@ bool append_compressed(std::string& bytes, const Image& image) {
   constexpr std::size_t kBlock = 65535;  // bytes of a block that is not compressed, with a head of 5
   constexpr std::size_t kFirst = 8;      // bytes: at least the four that make a hash, and those behind it
   constexpr std::size_t kEnds = 64;      // more than the heads of file and first block, and the check sum
+  constexpr std::uint32_t kWork = ISAL_DEF_LVL1_SMALL;  // bytes: stays in caches, and a diagram fills no more
   unsigned char* const rows = image.rows.get();
   const std::size_t first = std::min(image.size, kFirst);
   bytes += {'\x78', '\x01'};  // deflate, 32 kB of history, fastest level
   append_stored(bytes, rows, first);
 
-  std::vector<unsigned char> work(ISAL_DEF_LVL1_DEFAULT);
+  const auto work = std::make_unique_for_overwrite<unsigned char[]>(kWork);
   isal_zstream stream = {};  // what stands in its tables would decide between equal matches
   isal_deflate_init(&stream);
   stream.level = 1;
-  stream.level_buf = work.data();
-  stream.level_buf_size = static_cast<std::uint32_t>(work.size());
+  stream.level_buf = work.get();
+  stream.level_buf_size = kWork;
   stream.end_of_stream = 1;
   if (isal_deflate_set_dict(&stream, rows, static_cast<std::uint32_t>(first)) != COMP_OK) return false;
   stream.next_in = rows + first;
