@@ -5,8 +5,10 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <mutex>
 #include <numbers>
+#include <utility>
 
 #include "gui/cairo/canvas.h"
 #include "gui/cairo/png.h"
@@ -20,10 +22,26 @@ namespace {
 
 constexpr double kPointsPerMm = 72.0 / 25.4;
 
-cairo_status_t append(void* bytes, const unsigned char* data, unsigned int length) {
-  static_cast<std::string*>(bytes)->append(reinterpret_cast<const char*>(data), length);
-  return CAIRO_STATUS_SUCCESS;
+// What a PDF surface writes into. Cairo forgets that its last bytes were not taken.
+struct Written {
+  std::string bytes;
+  bool lacks_something = false;  // memory ran out
+};
+
+cairo_status_t append(void* written, const unsigned char* data, unsigned int length) {
+  auto* const to = static_cast<Written*>(written);
+  try {
+    to->bytes.append(reinterpret_cast<const char*>(data), length);
+  } catch (...) {
+    to->lacks_something = true;
+  }
+  return to->lacks_something ? CAIRO_STATUS_NO_MEMORY : CAIRO_STATUS_SUCCESS;
 }
+
+struct DestroyContext {
+  void operator()(cairo_t* cairo) const { cairo_destroy(cairo); }
+};
+using Cairo = std::unique_ptr<cairo_t, DestroyContext>;
 
 // Cairo has one store of painted letters for all threads and locks it for the few microseconds in which it
 // puts a text on pixels. A thread that sleeps meanwhile comes back late, to caches full of others' pictures,
@@ -47,8 +65,7 @@ std::unique_lock<std::mutex> turn_to_put_letters_on_pixels() {
 
 class CairoCanvas : public Canvas {
  public:
-  explicit CairoCanvas(cairo_t* cairo) : cairo_(cairo) {}
-  ~CairoCanvas() override { cairo_destroy(cairo_); }
+  explicit CairoCanvas(Cairo cairo) : owned_(std::move(cairo)), cairo_(owned_.get()) {}
 
   void polyline(const std::vector<Point>& points, const Stroke& stroke) override;
   void ellipse(const Ellipse& ellipse, const Paint& paint) override;
@@ -65,6 +82,7 @@ class CairoCanvas : public Canvas {
   void ellipse_path(const Ellipse& ellipse, double from, double to);
   void stroke_path(const Stroke& stroke);
 
+  Cairo owned_;
   cairo_t* cairo_;
 };
 
@@ -77,15 +95,15 @@ class PngCanvas : public CairoCanvas {
 
 class PdfCanvas : public CairoCanvas {
  public:
-  // The surface writes into `bytes`, which lives as long as the canvas.
-  PdfCanvas(cairo_t* cairo, std::unique_ptr<std::string> bytes)
-      : CairoCanvas(cairo), bytes_(std::move(bytes)) {}
+  // The surface writes into `written`, which lives as long as the canvas.
+  PdfCanvas(Cairo cairo, std::unique_ptr<Written> written)
+      : CairoCanvas(std::move(cairo)), written_(std::move(written)) {}
   ~PdfCanvas() override { cairo_surface_finish(cairo_get_target(cairo())); }
   bool finish(std::string& bytes, std::string& reason) override;
   void describe(const std::string& title, const std::string& description) override;
 
  private:
-  std::unique_ptr<std::string> bytes_;
+  std::unique_ptr<Written> written_;
 };
 
 // Cairo would set all pixels to zero, to be painted white at once. Without memory its own image tells so when
@@ -113,27 +131,28 @@ cairo_surface_t* make_white_image(int width, int height) {
 
 std::unique_ptr<Canvas> make_png_canvas(int width, int height) {
   cairo_surface_t* surface = make_white_image(width, height);
-  cairo_t* cairo = cairo_create(surface);
+  Cairo cairo(cairo_create(surface));
   cairo_surface_destroy(surface);
-  return std::make_unique<PngCanvas>(cairo);
+  return std::make_unique<PngCanvas>(std::move(cairo));
 }
 
 std::unique_ptr<Canvas> make_pdf_canvas(int width, int height, double width_mm, double height_mm) {
-  auto bytes = std::make_unique<std::string>();
+  auto written = std::make_unique<Written>();
   const double page_width = width_mm * kPointsPerMm;
   const double page_height = height_mm * kPointsPerMm;
   cairo_surface_t* surface =
-      cairo_pdf_surface_create_for_stream(append, bytes.get(), page_width, page_height);
+      cairo_pdf_surface_create_for_stream(append, written.get(), page_width, page_height);
   // The same drawing gives the same bytes: the file tells no time.
   cairo_pdf_surface_set_metadata(surface, CAIRO_PDF_METADATA_CREATE_DATE, "");
-  cairo_t* cairo = cairo_create(surface);
+  Cairo cairo(cairo_create(surface));
   cairo_surface_destroy(surface);
-  cairo_scale(cairo, page_width / width, page_height / height);
-  return std::make_unique<PdfCanvas>(cairo, std::move(bytes));
+  cairo_scale(cairo.get(), page_width / width, page_height / height);
+  return std::make_unique<PdfCanvas>(std::move(cairo), std::move(written));
 }
 
 std::unique_ptr<Canvas> make_context_canvas(cairo_t* context) {
-  return std::make_unique<CairoCanvas>(cairo_reference(context));
+  Cairo cairo(cairo_reference(context));
+  return std::make_unique<CairoCanvas>(std::move(cairo));
 }
 
 namespace {
@@ -210,9 +229,10 @@ bool PdfCanvas::finish(std::string& bytes, std::string& reason) {
   cairo_show_page(cairo());
   cairo_surface_t* surface = cairo_get_target(cairo());
   cairo_surface_finish(surface);
-  const cairo_status_t status = cairo_surface_status(surface);
+  const cairo_status_t status =
+      written_->lacks_something ? CAIRO_STATUS_NO_MEMORY : cairo_surface_status(surface);
   reason = cairo_status_to_string(status);
-  bytes = *bytes_;
+  bytes = std::move(written_->bytes);
   return status == CAIRO_STATUS_SUCCESS;
 }
 

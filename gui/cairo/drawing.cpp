@@ -219,6 +219,12 @@ void text(void* context, tgui_surface* surface, int32_t x, int32_t y, const char
   textw(context, surface, x, y, wide.data(), static_cast<int32_t>(wide.size()));
 }
 
+// An operation as a surface calls it.
+template <auto kDraw, typename... Arguments>
+void drawn(void* context, tgui_surface* surface, Arguments... arguments) {
+  or_lacks(picture_of(context), [&] { kDraw(context, surface, arguments...); });
+}
+
 }  // namespace
 
 void flush(Picture& picture) {
@@ -241,11 +247,11 @@ void flush(Picture& picture) {
 }
 
 void add_drawing(tgui_operations& operations) {
-  operations.line_to = line_to;
-  operations.ellipse = ellipse;
-  operations.arc = arc;
-  operations.text = text;
-  operations.textw = textw;
+  operations.line_to = drawn<line_to>;
+  operations.ellipse = drawn<ellipse>;
+  operations.arc = drawn<arc>;
+  operations.text = drawn<text>;
+  operations.textw = drawn<textw>;
 }
 
 }  // namespace tavdcairo

@@ -29,8 +29,19 @@ struct Picture {
   std::vector<Point> line;
   Stroke line_stroke = {};
   std::vector<NamedPen> named_pens;
-  std::string group;  // empty: none
+  std::string group;             // empty: none
+  bool lacks_something = false;  // memory ran out for a part of it, and it is never written
 };
+
+// Draws a part of a picture, or has the picture remember that it lacks one.
+template <typename Draw>
+void or_lacks(Picture& picture, Draw draw) {
+  try {
+    draw();
+  } catch (...) {
+    picture.lacks_something = true;
+  }
+}
 
 // Draws the line that may still go on.
 void flush(Picture& picture);

@@ -2,20 +2,27 @@
 #include <algorithm>
 #include <memory>
 #include <mutex>
+#include <new>
 #include <set>
 #include <string>
+#include <string_view>
 
 #include "gui/cairo/once_canvas.h"
 #include "gui/cairo/picture.h"
 #include "gui/cairo/picture_file.h"
 #include "gui/cairo/utf8.h"
+#include "gui/guard.h"
 #include "tavdgui/tavdcairo.h"
+
+using tgui::guarded;
 
 namespace tavdcairo {
 namespace {
 
-constexpr int kLargestPicture = 16384;  // device units
-constexpr double kLargestPage = 5000;   // mm
+constexpr int kLargestPicture = 16384;                 // device units
+constexpr double kLargestPage = 5000;                  // mm
+constexpr const char* kNoFile = "";                    // the path of a picture without one
+constexpr const char* kOutOfMemory = "out of memory";  // short enough for a string to need none
 
 // Pictures alive, so that a surface of another kind is not taken for one of ours. Threads ask at once.
 class Pictures {
@@ -63,50 +70,78 @@ bool size_is_good(int width, int height) {
   return width >= 1 && width <= kLargestPicture && height >= 1 && height <= kLargestPicture;
 }
 
-tgui_surface* make_surface(std::unique_ptr<Canvas> canvas, const char* path, int width, int height,
-                           std::unique_ptr<Measured> measured = nullptr) {
-  if (!canvas) {
-    return nullptr;
-  }
-  auto picture = std::make_unique<Picture>();
-  picture->measured = std::move(measured);
-  picture->canvas = make_once_canvas(std::move(canvas));
-  picture->path = path;
-  tgui_surface* surface = tgui_surface_create(&operations(), picture.get(), width, height);
-  if (surface != nullptr) {
-    pictures().add(picture.release());
-  }
-  return surface;
+// A surface for the canvas that `make` gives, or null: for sizes that no picture has, without a path, and
+// where memory runs out.
+template <typename Make>
+tgui_surface* surface_for(const char* path, int width, int height, Make make) {
+  return guarded<tgui_surface*>(nullptr, [&]() -> tgui_surface* {
+    if (path == nullptr || !size_is_good(width, height)) {
+      return nullptr;
+    }
+    auto picture = std::make_unique<Picture>();
+    std::unique_ptr<Canvas> canvas = make(*picture);
+    if (!canvas) {
+      return nullptr;
+    }
+    picture->canvas = make_once_canvas(std::move(canvas));
+    picture->path = path;
+    pictures().add(picture.get());
+    tgui_surface* surface = tgui_surface_create(&operations(), picture.get(), width, height);
+    if (surface == nullptr) {
+      pictures().remove(picture.get());
+      return nullptr;
+    }
+    static_cast<void>(picture.release());  // the surface's
+    return surface;
+  });
 }
 
-// Completes a picture; `take` gets its bytes, and a text to tell why it could not take them.
+// The file of a picture goes to `take`, which may tell in `reason` why it could not be taken.
+template <typename Take>
+bool complete(Picture& picture, std::string& reason, Take take) try {
+  flush(picture);
+  if (picture.lacks_something) {
+    reason = kOutOfMemory;
+    return false;
+  }
+  std::string bytes;
+  return picture.canvas->finish(bytes, reason) && take(picture, bytes, reason);
+} catch (const std::bad_alloc&) {
+  reason = kOutOfMemory;
+  return false;
+} catch (...) {  // of the host's, whose `take` has told before that the bytes were not taken
+  return false;
+}
+
+// Completes a picture and destroys its surface; `take` gets the bytes.
 template <typename Take>
 int32_t finish(tgui_surface* surface, char* reason, size_t capacity, Take take) {
-  std::string text = "not a picture of this library";
+  std::string text;
   bool done = false;
   auto* picture = static_cast<Picture*>(tgui_surface_context(surface));
-  if (pictures().has(picture)) {
-    flush(*picture);
-    std::string bytes;
-    done = picture->canvas->finish(bytes, text) && take(*picture, bytes, text);
+  const bool is_ours = pictures().has(picture);
+  if (is_ours) {
+    done = complete(*picture, text, take);
     tgui_surface_destroy(surface);
   }
   if (reason != nullptr && capacity > 0) {
-    const std::size_t length = done ? 0 : std::min(text.size(), capacity - 1);
-    text.copy(reason, length);
+    const std::string_view told = is_ours ? std::string_view(text) : "not a picture of this library";
+    const std::size_t length = done ? 0 : std::min(told.size(), capacity - 1);
+    told.copy(reason, length);
     reason[length] = '\0';
   }
   return done ? 0 : -1;
 }
 
-// What was measured so far, the line that is being drawn included; null for other surfaces.
+// What was measured so far, the line that is being drawn included; null for other surfaces, and where memory
+// ran out.
 const Measured* measured_on(const tgui_surface* surface) {
   auto* picture = static_cast<Picture*>(tgui_surface_context(surface));
   if (!pictures().has(picture) || !picture->measured) {
     return nullptr;
   }
-  flush(*picture);
-  return picture->measured.get();
+  or_lacks(*picture, [picture] { flush(*picture); });
+  return picture->lacks_something ? nullptr : picture->measured.get();
 }
 
 }  // namespace
@@ -115,39 +150,31 @@ const Measured* measured_on(const tgui_surface* surface) {
 using namespace tavdcairo;
 
 tgui_surface* tgui_cairo_png(const char* path, int32_t width, int32_t height) {
-  return path != nullptr && size_is_good(width, height)
-             ? make_surface(make_png_canvas(width, height), path, width, height)
-             : nullptr;
+  return surface_for(path, width, height, [&](Picture&) { return make_png_canvas(width, height); });
 }
 
 tgui_surface* tgui_cairo_svg(const char* path, int32_t width, int32_t height) {
-  return path != nullptr && size_is_good(width, height)
-             ? make_surface(make_svg_canvas(width, height), path, width, height)
-             : nullptr;
+  return surface_for(path, width, height, [&](Picture&) { return make_svg_canvas(width, height); });
 }
 
 tgui_surface* tgui_cairo_pdf(const char* path, int32_t width, int32_t height, double width_mm,
                              double height_mm) {
   const bool page_is_good =
       width_mm >= 1 && width_mm <= kLargestPage && height_mm >= 1 && height_mm <= kLargestPage;
-  return path != nullptr && page_is_good && size_is_good(width, height)
-             ? make_surface(make_pdf_canvas(width, height, width_mm, height_mm), path, width, height)
-             : nullptr;
+  return surface_for(page_is_good ? path : nullptr, width, height,
+                     [&](Picture&) { return make_pdf_canvas(width, height, width_mm, height_mm); });
 }
 
 tgui_surface* tgui_cairo_context(struct _cairo* context, int32_t width, int32_t height) {
-  return context != nullptr && size_is_good(width, height)
-             ? make_surface(make_context_canvas(context), "", width, height)
-             : nullptr;
+  return surface_for(context != nullptr ? kNoFile : nullptr, width, height,
+                     [&](Picture&) { return make_context_canvas(context); });
 }
 
 tgui_surface* tgui_cairo_measure(int32_t width, int32_t height) {
-  if (!size_is_good(width, height)) {
-    return nullptr;
-  }
-  auto measured = std::make_unique<Measured>();
-  std::unique_ptr<Canvas> canvas = make_measuring_canvas(*measured);
-  return make_surface(std::move(canvas), "", width, height, std::move(measured));
+  return surface_for(kNoFile, width, height, [](Picture& picture) {
+    picture.measured = std::make_unique<Measured>();
+    return make_measuring_canvas(*picture.measured);
+  });
 }
 
 int32_t tgui_cairo_extent(const tgui_surface* surface, tgui_box* box) {
@@ -176,14 +203,14 @@ int32_t tgui_cairo_text_extent(const tgui_surface* surface, int32_t index, tgui_
 void tgui_cairo_describe(tgui_surface* surface, const char* title, const char* description) {
   auto* picture = static_cast<Picture*>(tgui_surface_context(surface));
   if (pictures().has(picture)) {
-    picture->canvas->describe(clean_utf8(title), clean_utf8(description));
+    or_lacks(*picture, [&] { picture->canvas->describe(clean_utf8(title), clean_utf8(description)); });
   }
 }
 
 void tgui_cairo_name_pen(tgui_surface* surface, uint32_t colour, int32_t width, const char* name) {
   auto* picture = static_cast<Picture*>(tgui_surface_context(surface));
   if (pictures().has(picture) && name != nullptr && name[0] != '\0') {
-    picture->named_pens.push_back({colour, width, clean_utf8(name)});
+    or_lacks(*picture, [&] { picture->named_pens.push_back({colour, width, clean_utf8(name)}); });
   }
 }
 

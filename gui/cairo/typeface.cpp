@@ -242,18 +242,18 @@ FontKey key_of(const TextStyle& style) {
 // The cell is the chosen font's, not that of the glyphs shown: a title keeps its place when one of its
 // characters comes from another font. It is costly: Pango shapes a sample of the language to tell it.
 Font& font_of(Shelf& shelf, const TextStyle& style) {
-  const auto [place, is_new] = shelf.fonts.try_emplace(key_of(style));
-  Font& font = place->second;
-  if (is_new) {
-    note_look_up(style, kUpright);
-    font.description = describe(style);
-    PangoFontMetrics* metrics =
-        pango_context_get_metrics(shelf.measuring.get(), font.description.get(), nullptr);
-    font.ascent = pango_units_to_double(pango_font_metrics_get_ascent(metrics));
-    font.descent = pango_units_to_double(pango_font_metrics_get_descent(metrics));
-    pango_font_metrics_unref(metrics);
+  const FontKey key = key_of(style);
+  if (const auto known = shelf.fonts.find(key); known != shelf.fonts.end()) {
+    return known->second;
   }
-  return font;
+  note_look_up(style, kUpright);
+  Font font = {describe(style), 0, 0, {}, {}};
+  PangoFontMetrics* metrics =
+      pango_context_get_metrics(shelf.measuring.get(), font.description.get(), nullptr);
+  font.ascent = pango_units_to_double(pango_font_metrics_get_ascent(metrics));
+  font.descent = pango_units_to_double(pango_font_metrics_get_descent(metrics));
+  pango_font_metrics_unref(metrics);
+  return shelf.fonts.emplace(key, std::move(font)).first->second;
 }
 
 }  // namespace

@@ -6,6 +6,10 @@
  * of the library stands, tavd/tavdg.h shows in five calls. Threads may draw at
  * once, each on pictures of its own.
  *
+ * Where memory runs out a surface is null, and a picture that lacks a part for
+ * that reason is never written: completing it answers -1 and "out of memory",
+ * measuring it finds nothing.
+ *
  * Arguments, where a function says nothing else:
  *   surface      a surface of this library
  *   path         file to be written, in the system's encoding
