@@ -99,7 +99,8 @@ void ServerStore::find_at_or_after(const Key& key, const Take& take) {
 }
 
 void ServerStore::walk(const Key& key, std::size_t ahead, const TakeNext& take) {
-  if (ahead > 0 && walk_page(key, rows_ahead(ahead), take)) return;
+  // Of a server that follows a master only the first record would be kept.
+  if (ahead > 0 && !server_.is_standby() && walk_page(key, rows_ahead(ahead), take)) return;
   take_first(kFindAfter, key, [&](const Key& stored, Bytes body) { take(stored, body); });
 }
 
@@ -236,9 +237,11 @@ void ServerStore::connect_again() {
   if (!check_tables(server_)) server_.fail("holds no product database any more");
 }
 
-// Where nothing was found nothing tells the state: others may have changed what was read before.
+// Where nothing was found, or the server follows a master, nothing tells the state: others may have changed
+// what was read before.
 void ServerStore::note_state(const Result& result) {
-  std::string state = result.rows() > 0 ? text_of(result.bytes(0, kSnapshot)) : std::string();
+  std::string state;
+  if (result.rows() > 0 && !server_.is_standby()) state = text_of(result.bytes(0, kSnapshot));
   if (state.empty() || state != last_state_) ++version_read_;
   last_state_ = std::move(state);
 }

@@ -31,7 +31,8 @@ inline std::string name_of_database(const std::string& role = "tavd", const std:
 
 class Administrator {
  public:
-  Administrator() : connection_(PQconnectdb(name_of_database().c_str()), PQfinish) {
+  explicit Administrator(const std::string& name = name_of_database())
+      : connection_(PQconnectdb(name.c_str()), PQfinish) {
     EXPECT_EQ(PQstatus(connection_.get()), CONNECTION_OK) << PQerrorMessage(connection_.get());
     PQsetNoticeProcessor(
         connection_.get(), [](void*, const char*) {}, nullptr);
