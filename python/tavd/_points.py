@@ -3,7 +3,6 @@
 from __future__ import annotations
 
 import ctypes
-import math
 import weakref
 from collections.abc import Iterable
 from functools import lru_cache
@@ -11,7 +10,7 @@ from typing import TYPE_CHECKING, Any
 
 import numpy as np
 
-from tavd import _binding
+from tavd import _binding, _pages
 from tavd._declarations import CONSTANTS
 from tavd._results import ANSWERS, CODE_OF, FIELDS, SIZE, Point, Points, Wanted
 
@@ -23,7 +22,6 @@ ROOM_DAMPING = 4.0
 DAMPERS = (CONSTANTS["TAVD_KIND_DAMPER"], CONSTANTS["TAVD_KIND_DAMPER_VELOCITY"])
 SCALARS = frozenset((float, int, np.float64, np.float32, np.int64, np.int32))
 
-_HUGE_PAGE = 2 << 20  # bytes, of the processors that the libraries are built for
 _AT_ONCE = 64  # points that are done in a moment: giving the GIL back and taking it takes longer
 
 
@@ -67,6 +65,7 @@ class Calculator:
         results.size = ctypes.sizeof(results)
         numbers: dict[str, Any] = {}
         codes: dict[str, Any] = {}
+        arrays: list[NDArray[Any]] = []
         constants = self.same_everywhere()
         for field in FIELDS:
             if wanted is not None and (field.name, field.is_code) not in wanted:
@@ -77,10 +76,12 @@ class Calculator:
             if constant is not None:
                 to[field.name] = np.broadcast_to(constant, shape)
                 continue
-            array = _empty(shape, np.int32 if field.is_code else np.float32)
+            array = _pages.empty(shape, np.int32 if field.is_code else np.float32)
+            arrays.append(array)
             to[field.name] = array
             place = ctypes.c_void_p.from_buffer(results, getattr(type(results), field.member).offset)
             place.value = array.__array_interface__["data"][0]
+        wait_for_memory = _pages.hand_out(arrays)
         calculate = _calculate() if qv.size > _AT_ONCE else _calculate_at_once()
         code = calculate(
             self.prepared.address,
@@ -90,6 +91,8 @@ class Calculator:
             room_damping,
             ctypes.byref(results),
         )
+        if wait_for_memory is not None:
+            wait_for_memory()
         if code != 0:
             raise MemoryError(f"{qv.size} points")
         return Points(qv, dp, numbers, codes)
@@ -152,18 +155,6 @@ def _with_types(calculate: Any) -> Any:
         ctypes.c_void_p,
     ]
     return calculate
-
-
-def _empty(shape: tuple[int, ...], kind: Any) -> NDArray[Any]:
-    """An array for a result. A large one begins where a huge page does: NumPy asks for such pages from 4 MiB on, and with small
-    ones the system takes a tenth of the time of a calculation to hand them out."""
-    size = 4 * math.prod(shape)
-    if size < _HUGE_PAGE:
-        return np.empty(shape, kind)
-    raw = np.empty(max(size + _HUGE_PAGE, 2 * _HUGE_PAGE), np.uint8)
-    start = -raw.__array_interface__["data"][0] % _HUGE_PAGE
-    array: NDArray[Any] = raw[start : start + size].view(kind).reshape(shape)
-    return array
 
 
 _NUMBERS = ctypes.c_float * (SIZE // 4 + 2)

@@ -4,14 +4,17 @@ from __future__ import annotations
 
 import json
 import pickle
+import resource
 import subprocess
 import sys
+from typing import Any
 
 import dask.array as da
 import numpy as np
 import pytest
 
 import tavd
+from tavd import _pages
 
 
 @pytest.fixture
@@ -45,6 +48,44 @@ def test_strided_reversed_and_wide_numbers_are_taken(damper: tavd.Product) -> No
     assert np.array_equal(damper.calc(qv[::-1], 60.0).position[::-1], straight)
     assert np.array_equal(damper.calc(qv[::2], 60.0).position, straight[::2])
     assert np.array_equal(damper.calc(qv.reshape(10, 12).T, 60.0).position.T.ravel(), straight)
+
+
+@pytest.mark.parametrize("system", ["as it is", "without threads", "without advice", "another"])
+def test_results_beyond_a_huge_page_are_those_of_small_pieces(
+    damper: tavd.Product, monkeypatch: pytest.MonkeyPatch, system: str
+) -> None:
+    def no_thread(*_: Any) -> None:
+        raise RuntimeError("can't start new thread")
+
+    if system == "without threads":
+        monkeypatch.setattr("_thread.start_new_thread", no_thread)
+    elif system == "without advice":
+        monkeypatch.setattr(_pages, "_advise", lambda: lambda *_: -1)
+    elif system == "another":
+        monkeypatch.setattr("sys.platform", "win32")
+    qv = np.linspace(1, 200, 600_000, dtype=np.float32)
+    whole = damper.calc(qv, 60)
+    for start in range(0, qv.size, 50_000):
+        piece = slice(start, start + 50_000)
+        small = damper.calc(qv[piece], 60)
+        for name in ("dp_min", "position", "setting", "lw", "lpa", "dlw", "throw"):
+            assert getattr(whole, name)[piece].tobytes() == getattr(small, name).tobytes()
+        assert np.array_equal(whole.codes.position[piece], small.codes.position)
+
+
+def test_memory_of_large_results_is_handed_out_before_it_is_touched() -> None:
+    array = _pages.empty((3_000_001,), np.float32)
+    start = array.__array_interface__["data"][0]
+    assert start % (2 << 20) == 0
+    if _pages._advise()(start, 4096, _pages._POPULATE_WRITE) != 0:
+        pytest.skip("the kernel is older than the advice")
+    wait = _pages.hand_out([array])
+    assert wait is not None
+    wait()
+    faults = resource.getrusage(resource.RUSAGE_THREAD).ru_minflt
+    array.fill(1)
+    assert resource.getrusage(resource.RUSAGE_THREAD).ru_minflt - faults < 10
+    assert _pages.hand_out([_pages.empty((1000,), np.float32)]) is None
 
 
 def test_codes_are_arrays_with_words(damper: tavd.Product) -> None:
