@@ -16,7 +16,6 @@ if TYPE_CHECKING:
     from numpy.typing import NDArray
 
 _HUGE_PAGE = 2 << 20  # bytes, of the processors that the libraries are built for
-_PAGE = 4096  # bytes, the smallest
 _POPULATE_WRITE = 23  # MADV_POPULATE_WRITE of Linux 5.14, which Python's mmap has no name for
 
 
@@ -33,8 +32,8 @@ def empty(shape: tuple[int, ...], kind: Any) -> NDArray[Any]:
 
 
 def hand_out(arrays: Iterable[NDArray[Any]]) -> Callable[[], object] | None:
-    """Has the memory of large arrays handed out by a thread, while whoever calls begins to fill them. Gives what waits for that
-    to end; None where it is not possible or needed, and memory is handed out as it is touched."""
+    """Has the memory of large arrays from `empty` handed out by a thread, while whoever calls begins to fill them. Gives what
+    waits for that to end; None where it is not possible or needed, and memory is handed out as it is touched."""
     large = [array for array in arrays if array.nbytes >= _HUGE_PAGE]
     if not large or not sys.platform.startswith("linux"):
         return None
@@ -52,9 +51,7 @@ def _hand_out(arrays: list[NDArray[Any]], at_work: _thread.LockType) -> None:
     try:
         advise = _advise()
         for array in arrays:
-            start = array.__array_interface__["data"][0]
-            inside = start % _PAGE
-            if advise(start - inside, inside + array.nbytes, _POPULATE_WRITE) != 0:
+            if advise(array.__array_interface__["data"][0], array.nbytes, _POPULATE_WRITE) != 0:
                 break  # an older Linux, or no memory
     finally:
         at_work.release()

@@ -167,7 +167,7 @@ std::optional<std::string> ServerStore::state() {
 }
 
 std::optional<std::string> ServerStore::state_of_walk() {
-  return server_.is_standby() ? std::nullopt : std::optional(last_state_);
+  return last_state_.empty() ? std::nullopt : std::optional(last_state_);
 }
 
 // False if the first record is none that a page may have.

@@ -54,7 +54,7 @@ class ServerStore final : public Store {
   Server server_;
   bool in_group_ = false;
   std::string group_lost_;        // why the open group's changes are gone; empty while they are not
-  std::string last_state_;        // of the contents as they were read last
+  std::string last_state_;        // of the contents as they were read last; empty where nothing tells it
   unsigned version_read_ = 0;     // how often that was another than before
   std::size_t usual_length_ = 0;  // of a body, in the walk's last page
 };

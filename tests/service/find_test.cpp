@@ -39,13 +39,8 @@ class Finding : public testing::Test {
   // All records from the key on, in order.
   std::string walk(const char* class_id, const char* object_id) {
     std::string names;
-    tavb_rec rec = tavbfindrec(database.handle(), class_id, object_id, kAtOrAfter);
-    while (rec != nullptr) {
-      names += name_of(rec) + " ";
-      tavb_rec next = tavbnextrec(database.handle(), rec);
-      tavbreleaserec(rec);
-      rec = next;
-    }
+    Held at(tavbfindrec(database.handle(), class_id, object_id, kAtOrAfter));
+    for (; at; at.go_on(database.handle())) names += name_of(at.get()) + " ";
     return names;
   }
   Database database;

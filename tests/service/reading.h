@@ -21,6 +21,12 @@ class Held {
   Held& operator=(const Held&) = delete;
   tavb_rec get() const { return rec_; }
   explicit operator bool() const { return rec_ != nullptr; }
+  // Goes on to the record that follows in the database; to none after the last.
+  void go_on(std::int16_t db) {
+    tavb_rec next = tavbnextrec(db, rec_);
+    tavbreleaserec(rec_);
+    rec_ = next;
+  }
 
  private:
   tavb_rec rec_;

@@ -4,9 +4,11 @@
 #include <gtest/gtest.h>
 #include <libpq-fe.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <memory>
 #include <string>
+#include <thread>
 
 #include "service/reading.h"
 #include "support/database.h"
@@ -29,6 +31,11 @@ inline std::string name_of_database(const std::string& role = "tavd", const std:
   return "host=" + server_folder() + " user=" + role + " dbname=t3" + more;
 }
 
+// The id of one of many records, which stand in the order of their numbers.
+inline std::string id_of(int index) {
+  return "R" + std::to_string(100 + index);
+}
+
 class Administrator {
  public:
   explicit Administrator(const std::string& name = name_of_database())
@@ -46,6 +53,16 @@ class Administrator {
     EXPECT_TRUE(status == PGRES_TUPLES_OK || status == PGRES_COMMAND_OK)
         << sql << ": " << PQerrorMessage(connection_.get());
     return PQntuples(answer.get()) > 0 ? PQgetvalue(answer.get(), 0, 0) : "";
+  }
+
+  // Waits until the answer is true.
+  void wait_for(const std::string& sql, std::chrono::seconds patience) const {
+    const auto end = std::chrono::steady_clock::now() + patience;
+    while (std::chrono::steady_clock::now() < end) {
+      if (run(sql) == "t") return;
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    FAIL() << "never came: " << sql;
   }
 
   // Ends all connections but this one, as the server does when its administrator stops it.

@@ -1,9 +1,6 @@
 // A server that follows another one: it tells what has arrived there, and never less than it told before.
 #include <gmock/gmock.h>
 
-#include <chrono>
-#include <thread>
-
 #include "administrator.h"
 #include "support/wide.h"
 
@@ -14,10 +11,6 @@ namespace {
 
 constexpr std::int16_t kText = 1503;
 constexpr int kRecords = 40;  // more than a walk reads one by one before it reads ahead
-
-std::string id_of(int index) {
-  return "R" + std::to_string(100 + index);
-}
 
 std::string name_at_follower() {
   return "host=" + server_folder() + "/follower user=tavd dbname=t3";
@@ -45,12 +38,8 @@ class Follower : public OnServer {
   // Until the follower has all that the master has stored.
   void wait_until_arrived() const {
     const std::string position = administrator->run("SELECT pg_current_wal_lsn()");
-    const Administrator follower(name_at_follower());
-    for (int i = 0; i < 6000; ++i) {
-      if (follower.run("SELECT pg_last_wal_replay_lsn() >= '" + position + "'") == "t") return;
-      std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    }
-    FAIL() << "never arrived: " << position;
+    Administrator(name_at_follower())
+        .wait_for("SELECT pg_last_wal_replay_lsn() >= '" + position + "'", std::chrono::seconds(60));
   }
 
   // Changes the master in such a way that the follower's snapshot is the same text before and after: an older
@@ -84,31 +73,29 @@ class Follower : public OnServer {
 TEST_F(Follower, HasTheRecordsOfItsMaster) {
   const Open follower(name_at_follower(), kOpenExisting);
   EXPECT_EQ(stored_text(follower.get(), "ASD", id_of(7).c_str(), kText), "old");
-  tavb_rec at = tavbfindrec(follower.get(), "ASD", id_of(0).c_str(), kExact);
-  for (int i = 1; i < kRecords; ++i) {
-    at = tavbnextrec(follower.get(), at);
-    ASSERT_EQ(name_of(at), "ASD:" + id_of(i));
-  }
-  EXPECT_EQ(tavbnextrec(follower.get(), at), nullptr);
+  Held at(tavbfindrec(follower.get(), "ASD", "", kAtOrAfter));
+  for (int i = 0; i < kRecords; ++i, at.go_on(follower.get()))
+    ASSERT_EQ(name_of(at.get()), "ASD:" + id_of(i));
+  EXPECT_EQ(name_of(at.get()), "none");
   EXPECT_STREQ(tavdsrv_lasterror(), "");
 }
 
 TEST_F(Follower, WalkTellsAChangeThatTheSnapshotDoesNot) {
   const Open follower(name_at_follower(), kOpenExisting);
   constexpr int kMet = kRecords / 2;
-  tavb_rec at = tavbfindrec(follower.get(), "ASD", id_of(0).c_str(), kExact);
+  Held at(tavbfindrec(follower.get(), "ASD", id_of(0).c_str(), kExact));
   change_unseen(
       [&] {
         tavbdeleterec(master.get(), "ASD", id_of(kMet + 1).c_str());
         save(id_of(kMet + 2), "new");
       },
       [&] {
-        for (int i = 1; i <= kMet; ++i) at = tavbnextrec(follower.get(), at);
+        for (int i = 1; i <= kMet; ++i) at.go_on(follower.get());
       });
-  EXPECT_EQ(name_of(at), "ASD:" + id_of(kMet));
-  const Held next(tavbnextrec(follower.get(), at));
-  EXPECT_EQ(name_of(next.get()), "ASD:" + id_of(kMet + 2));
-  EXPECT_EQ(text_of(next.get(), kText), "new");
+  EXPECT_EQ(name_of(at.get()), "ASD:" + id_of(kMet));
+  at.go_on(follower.get());
+  EXPECT_EQ(name_of(at.get()), "ASD:" + id_of(kMet + 2));
+  EXPECT_EQ(text_of(at.get(), kText), "new");
 }
 
 TEST_F(Follower, TextsAreReadAsTheMasterSaysNow) {

@@ -18,10 +18,6 @@ namespace {
 constexpr int kRecords = 40;
 const std::string kSomebody = "SELECT count(*) > 0 FROM pg_stat_activity WHERE ";
 
-std::string id_of(int index) {
-  return "R" + std::to_string(100 + index);
-}
-
 void save_all(std::int16_t db, const char* text) {
   for (int i = 0; i < kRecords; ++i) Record("ASD", id_of(i).c_str()).text(1503, text).save(db);
 }
@@ -61,11 +57,7 @@ class Losses : public OnServer {
   }
   // Waits until the server sees a connection in that state.
   void wait_for(const std::string& condition) {
-    for (int i = 0; i < 500; ++i) {
-      if (administrator->run(kSomebody + condition) == "t") return;
-      std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    }
-    FAIL() << "never came: " << condition;
+    administrator->wait_for(kSomebody + condition, std::chrono::seconds(5));
   }
 };
 

@@ -44,13 +44,9 @@ void read_record(std::int16_t db, tavb_rec rec) {
 // Walks the whole database and reads everything; returns the number of records that the walk met.
 int read_everything(std::int16_t db) {
   int records = 0;
-  tavb_rec rec = tavbfindrec(db, "", "", kAtOrAfter);
-  while (rec != nullptr) {
+  for (Held at(tavbfindrec(db, "", "", kAtOrAfter)); at; at.go_on(db)) {
     ++records;
-    read_record(db, rec);
-    tavb_rec next = tavbnextrec(db, rec);
-    tavbreleaserec(rec);
-    rec = next;
+    read_record(db, at.get());
   }
   for (int i = 0; i < 20; ++i) {
     const Held found_one(tavbfindrec(db, "ASD", ("PIPE-" + std::to_string(i)).c_str(), kExact));
@@ -263,14 +259,11 @@ TEST(DamagedWalk, DamageAheadIsToldWhereTheWalkMeetsIt) {
   EXPECT_EQ(sqlite3_changes(connection), 1);
   sqlite3_close(connection);
 
-  tavb_rec at = tavbfindrec(database.handle(), "ASD", "", kAtOrAfter);
-  for (int i = 0; i < kDamaged; ++i) {
-    ASSERT_EQ(name_of(at), "ASD:" + id_of(i));
+  Held at(tavbfindrec(database.handle(), "ASD", "", kAtOrAfter));
+  for (int i = 0; i < kDamaged; ++i, at.go_on(database.handle())) {
+    ASSERT_EQ(name_of(at.get()), "ASD:" + id_of(i));
     ASSERT_STREQ(tavdsrv_lasterror(), "");
-    tavb_rec next = tavbnextrec(database.handle(), at);
-    tavbreleaserec(at);
-    at = next;
   }
-  EXPECT_EQ(name_of(at), "none");
+  EXPECT_EQ(name_of(at.get()), "none");
   EXPECT_STRNE(tavdsrv_lasterror(), "");
 }

@@ -60,13 +60,8 @@ bool reads(const std::string& path, char generation, int count) {
   const std::int16_t db = tavbopendatabase(nullptr, path.c_str(), 0);
   if (db < 0) return false;
   bool good = stored_text(db, "ASD", id_of(7).c_str(), kMaker) == std::string(1, generation);
-  tavb_rec rec = tavbfindrec(db, "", "", kAtOrAfter);
-  for (; rec != nullptr; --count) {
-    good = good && text_of(rec, kMaker) == std::string(1, generation);
-    tavb_rec next = tavbnextrec(db, rec);
-    tavbreleaserec(rec);
-    rec = next;
-  }
+  for (Held at(tavbfindrec(db, "", "", kAtOrAfter)); at; at.go_on(db), --count)
+    good = good && text_of(at.get(), kMaker) == std::string(1, generation);
   good = good && *tavdsrv_lasterror() == '\0' && count == 0;
   tavdsrv_closedatabase(db);
   return good;
