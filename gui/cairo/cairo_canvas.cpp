@@ -7,6 +7,7 @@
 #include <cstring>
 #include <memory>
 #include <mutex>
+#include <new>
 #include <numbers>
 #include <utility>
 
@@ -14,6 +15,7 @@
 #include "gui/cairo/png.h"
 #include "gui/cairo/shaping.h"
 #include "gui/cairo/typeface.h"
+#include "gui/cairo/workplace.h"
 #include "tavdgui/tavdgui.h"
 
 namespace tavdcairo {
@@ -106,25 +108,24 @@ class PdfCanvas : public CairoCanvas {
   std::unique_ptr<Written> written_;
 };
 
-// Cairo would set all pixels to zero, to be painted white at once. Without memory its own image tells so when
-// it is to be written.
+// Cairo would set all pixels to zero, to be painted white at once. Throws bad_alloc.
 cairo_surface_t* make_white_image(int width, int height) {
   constexpr cairo_format_t kFormat = CAIRO_FORMAT_RGB24;
   constexpr int kWhite = 0xFF;
   static const cairo_user_data_key_t key{};
   const int stride = cairo_format_stride_for_width(kFormat, width);
   const auto size = static_cast<std::size_t>(stride) * static_cast<std::size_t>(height);
-  auto* const pixels = static_cast<unsigned char*>(std::malloc(size));
-  if (pixels != nullptr) {
-    std::memset(pixels, kWhite, size);
-    cairo_surface_t* image = cairo_image_surface_create_for_data(pixels, kFormat, width, height, stride);
-    if (cairo_surface_set_user_data(image, &key, pixels, std::free) == CAIRO_STATUS_SUCCESS) {
-      return image;
-    }
+  auto workplace = std::make_unique<Workplace>(size);
+  unsigned char* const pixels = workplace->pixels();
+  std::memset(pixels, kWhite, size);
+  cairo_surface_t* image = cairo_image_surface_create_for_data(pixels, kFormat, width, height, stride);
+  const auto leave = [](void* left) { delete static_cast<Workplace*>(left); };
+  if (cairo_surface_set_user_data(image, &key, workplace.get(), leave) != CAIRO_STATUS_SUCCESS) {
     cairo_surface_destroy(image);
-    std::free(pixels);
+    throw std::bad_alloc();
   }
-  return cairo_image_surface_create(kFormat, width, height);
+  static_cast<void>(workplace.release());  // the image's from here on
+  return image;
 }
 
 // glibc hands what is free at the end of a heap back to the kernel as soon as it is more than twice the

@@ -4,7 +4,8 @@
  * Text is shaped by Pango and stays text in SVG and PDF. The same drawing
  * gives the same bytes: no dates, no random ids. Where on a picture a drawing
  * of the library stands, tavd/tavdg.h shows in five calls. Threads may draw at
- * once, each on pictures of its own.
+ * once, each on pictures of its own. The memory for the pixels of up to one
+ * picture a processor, of 4 MB at most, is kept for the next ones.
  *
  * Where memory runs out a surface is null, and a picture that lacks a part for
  * that reason is never written: completing it answers -1 and "out of memory",
